@@ -1,0 +1,62 @@
+# A room is one library target: the folder's sources by name, and the rooms that it may see as its link line.
+#
+#   scrivo_room(NAME room SOURCES a.cc … [WIN32 win32/b.cc …] [POSIX posix/c.cc …] [SEES other_room …])
+#
+# WIN32 and POSIX bodies stand for one another: the build takes those of the system it builds for.
+
+add_library(scrivo_options INTERFACE)
+target_include_directories(scrivo_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(scrivo_options INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_compile_definitions(scrivo_options INTERFACE SCRIVO_VERSION="${PROJECT_VERSION}")
+if(SCRIVO_SANITIZE)
+  target_compile_options(scrivo_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(scrivo_options INTERFACE -fsanitize=address,undefined)
+  if(SCRIVO_FUZZ)
+    target_compile_options(scrivo_options INTERFACE -fsanitize=fuzzer-no-link)
+  endif()
+endif()
+if(NOT WIN32)
+  find_package(Threads REQUIRED)
+  target_link_libraries(scrivo_options INTERFACE Threads::Threads)
+endif()
+
+function(scrivo_room)
+  cmake_parse_arguments(ROOM "" "NAME" "SOURCES;WIN32;POSIX;SEES" ${ARGN})
+  if(WIN32)
+    list(APPEND ROOM_SOURCES ${ROOM_WIN32})
+  else()
+    list(APPEND ROOM_SOURCES ${ROOM_POSIX})
+  endif()
+  if(ROOM_SOURCES)
+    add_library(${ROOM_NAME} STATIC ${ROOM_SOURCES})
+    target_link_libraries(${ROOM_NAME} PUBLIC scrivo_options ${ROOM_SEES})
+  else()
+    add_library(${ROOM_NAME} INTERFACE)
+    target_link_libraries(${ROOM_NAME} INTERFACE scrivo_options ${ROOM_SEES})
+  endif()
+endfunction()
+
+# One GoogleTest program a room: scrivo_test(NAME room SOURCES a_test.cc … [SEES room …]) makes bin/<room>_tests.
+function(scrivo_test)
+  cmake_parse_arguments(TEST "" "NAME" "SOURCES;WIN32;POSIX;SEES" ${ARGN})
+  if(WIN32)
+    list(APPEND TEST_SOURCES ${TEST_WIN32})
+  else()
+    list(APPEND TEST_SOURCES ${TEST_POSIX})
+  endif()
+  add_executable(${TEST_NAME}_tests ${TEST_SOURCES})
+  target_link_libraries(${TEST_NAME}_tests PRIVATE scrivo_options ${TEST_SEES} scrivo_gtest_main)
+  add_test(NAME ${TEST_NAME} COMMAND ${TEST_NAME}_tests)
+endfunction()
+
+# A libFuzzer program: scrivo_fuzzer(NAME target SOURCES a_fuzz.cc SEES room …) makes bin/fuzz_<target>; its corpus is
+# tests/fuzz/<target>/.
+function(scrivo_fuzzer)
+  cmake_parse_arguments(FUZZ "" "NAME" "SOURCES;SEES" ${ARGN})
+  if(SCRIVO_FUZZ)
+    add_executable(fuzz_${FUZZ_NAME} ${FUZZ_SOURCES})
+    target_link_libraries(fuzz_${FUZZ_NAME} PRIVATE scrivo_options ${FUZZ_SEES})
+    target_link_options(fuzz_${FUZZ_NAME} PRIVATE -fsanitize=fuzzer)
+  endif()
+endfunction()
