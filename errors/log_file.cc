@@ -1,0 +1,16 @@
+#include "errors/log_file.h"
+
+#include "platform/seams/services.h"
+
+namespace scrivo {
+
+void AppendLogRecord(const std::string& path, const std::string& record) {
+  TheServices().files->Append(path, record + "\r\n");
+}
+
+std::string LogTimeText() {
+  SystemServices& system = *TheServices().system;
+  return system.DateText() + " - " + system.TimeText();
+}
+
+}  // namespace scrivo

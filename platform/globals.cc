@@ -1,0 +1,10 @@
+#include "platform/globals.h"
+
+namespace scrivo {
+
+GlobalState& Globals() {
+  static GlobalState state;
+  return state;
+}
+
+}  // namespace scrivo

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace scrivo {
+
+class HostApplication;
+class Connect;
+
+/// The process-wide references of the running system. The entry point sets them; the error handler
+/// is ErrorHandler() and the operating system TheServices().
+struct GlobalState {
+  /// The application that hosts the add-in, null while none is connected.
+  std::shared_ptr<scrivo::HostApplication> HostApplication;
+  /// The running connection object, null while none is connected. Not owned.
+  Connect* ConnectInstance = nullptr;
+  /// The local folder of the open web, where every generated file is made. Set when the compile
+  /// dialog opens.
+  std::string working_folder;
+  /// Full path of the help compiler once it was found or chosen; kept until the program ends.
+  std::string compiler_path;
+  /// File name of the help compiler in its folder. Fixed in the add-in; the command line may name
+  /// another.
+  std::string compiler_file_name;
+};
+
+GlobalState& Globals();
+
+}  // namespace scrivo

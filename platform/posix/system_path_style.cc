@@ -1,0 +1,7 @@
+#include "platform/path_style.h"
+
+namespace scrivo {
+
+PathStyle SystemPathStyle() { return PathStyle::kPosix; }
+
+}  // namespace scrivo

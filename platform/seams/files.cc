@@ -1,0 +1,18 @@
+#include "platform/seams/files.h"
+
+namespace scrivo {
+
+std::string ReadWholeFile(Files& files, const std::string& path) {
+  constexpr std::size_t kBlock = 64 * 1024;
+  std::unique_ptr<FileReader> reader = files.OpenForReading(path);
+  std::string text;
+  for (;;) {
+    const std::size_t size = text.size();
+    text.resize(size + kBlock);
+    const std::size_t got = reader->Read(text.data() + size, kBlock);
+    text.resize(size + got);
+    if (got == 0) return text;
+  }
+}
+
+}  // namespace scrivo

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "errors/error_handler.h"
+#include "platform/globals.h"
+#include "platform/seams/services.h"
+#include "tests/doubles/fake_desktop.h"
+#include "tests/doubles/fake_system.h"
+#include "tests/doubles/memory_files.h"
+
+namespace scrivo {
+
+/// A test in a world of doubles: fresh services for each test, and the process-wide error handler
+/// as it was created, except that errors only go to its log.
+class WithFakeServices : public testing::Test {
+ protected:
+  WithFakeServices() {
+    TheServices().files = files;
+    TheServices().desktop = desktop;
+    TheServices().system = system;
+    Globals() = {};
+    CErrorHandler& handler = ErrorHandler();
+    handler.CallStackEnabled(true);
+    handler.CallStackClear();
+    handler.SupportMail("");
+    handler.Dialog(nullptr);
+    handler.Init(ehaLogFile, "/log/errors.txt", true, false, trfLogFile, "/log/trace.txt");
+  }
+  ~WithFakeServices() override { TheServices() = {}; }
+
+  /// The error log written so far; empty when nothing went wrong.
+  std::string ErrorLog() { return files->files["/log/errors.txt"]; }
+
+  std::shared_ptr<MemoryFiles> files = std::make_shared<MemoryFiles>();
+  std::shared_ptr<FakeDesktop> desktop = std::make_shared<FakeDesktop>();
+  std::shared_ptr<FakeSystem> system = std::make_shared<FakeSystem>();
+};
+
+}  // namespace scrivo

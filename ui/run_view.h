@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace scrivo {
+
+/// What a compiler run shows itself through: a window, a terminal or a test.
+class RunView {
+ public:
+  virtual ~RunView() = default;
+
+  /// Shows the window without waiting for it to be closed.
+  virtual void ShowModeless() = 0;
+  /// The hourglass while true.
+  virtual void ShowBusy(bool busy) = 0;
+  virtual void EnableClose(bool enabled) = 0;
+  /// The progress bar: its text and how much of it is filled, 0 to 100.
+  virtual void SetProgress(const std::string& caption, int flood_percent) = 0;
+  virtual void ReplaceTranscript(const std::string& text) = 0;
+  /// Adds to the end of the transcript; the cost must not grow with what is already there.
+  virtual void AppendTranscript(const std::string& text) = 0;
+  virtual void Repaint() = 0;
+};
+
+/// Makes the views of this program. Set once by the entry point.
+class ViewFactory {
+ public:
+  virtual ~ViewFactory() = default;
+
+  virtual std::unique_ptr<RunView> MakeRunView() = 0;
+};
+
+}  // namespace scrivo
