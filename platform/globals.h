@@ -3,10 +3,13 @@
 #include <memory>
 #include <string>
 
+#include "platform/path_style.h"
+
 namespace scrivo {
 
 class HostApplication;
 class Connect;
+class ViewFactory;
 
 /// The process-wide references of the running system. The entry point sets them; the error handler
 /// is ErrorHandler() and the operating system TheServices().
@@ -20,9 +23,18 @@ struct GlobalState {
   std::string working_folder;
   /// Full path of the help compiler once it was found or chosen; kept until the program ends.
   std::string compiler_path;
-  /// File name of the help compiler in its folder. Fixed in the add-in; the command line may name
-  /// another.
+  /// File name of the help compiler in its folder: "hhc.exe", or "hhc" in the POSIX style. The
+  /// command line may name another.
   std::string compiler_file_name;
+  /// The program that takes a compiled file apart, found through the search path: "hh.exe", or
+  /// "hh".
+  std::string decompiler_file_name;
+  /// Whose path rules hold; tests set the other system's.
+  PathStyle path_style;
+  /// Makes the windows of the forms.
+  std::shared_ptr<ViewFactory> views;
+
+  explicit GlobalState(PathStyle style = SystemPathStyle());
 };
 
 GlobalState& Globals();

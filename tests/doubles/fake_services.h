@@ -19,7 +19,7 @@ class WithFakeServices : public testing::Test {
     TheServices().files = files;
     TheServices().desktop = desktop;
     TheServices().system = system;
-    Globals() = {};
+    Globals() = GlobalState();
     CErrorHandler& handler = ErrorHandler();
     handler.CallStackEnabled(true);
     handler.CallStackClear();
