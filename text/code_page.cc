@@ -1,0 +1,133 @@
+#include "text/code_page.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "text/double_byte.h"
+
+namespace scrivo {
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+struct SingleByteTable {
+  int code_page;
+  std::array<char16_t, 128> characters;  // of the bytes 0x80 to 0xFF; U+FFFD: unassigned
+};
+
+constexpr SingleByteTable kTables[] = {
+#include "text/single_byte_tables.inc"
+};
+
+// The way back: characters in ascending order, each with its byte.
+struct ReverseTable {
+  struct Pair {
+    char16_t character = 0;
+    unsigned char byte = 0;
+  };
+  std::array<Pair, 128> pairs;
+};
+
+constexpr ReverseTable Reverse(const SingleByteTable& table) {
+  ReverseTable reverse;
+  for (std::size_t i = 0; i < 128; ++i) {
+    reverse.pairs[i] = {table.characters[i], static_cast<unsigned char>(0x80 + i)};
+  }
+  std::sort(reverse.pairs.begin(), reverse.pairs.end(),
+            [](const auto& a, const auto& b) { return a.character < b.character; });
+  return reverse;
+}
+
+constexpr auto kReverseTables = [] {
+  std::array<ReverseTable, std::size(kTables)> all;
+  for (std::size_t i = 0; i < all.size(); ++i) all[i] = Reverse(kTables[i]);
+  return all;
+}();
+
+std::size_t TableIndex(int code_page) {
+  std::size_t fallback = 0;
+  for (std::size_t i = 0; i < std::size(kTables); ++i) {
+    if (kTables[i].code_page == code_page) return i;
+    if (kTables[i].code_page == 1252) fallback = i;
+  }
+  return fallback;
+}
+
+std::size_t AsciiPrefix(std::string_view text) {
+  std::size_t n = 0;
+  while (n < text.size() && static_cast<unsigned char>(text[n]) < 0x80) ++n;
+  return n;
+}
+
+std::string Utf8Repaired(std::string_view bytes) {
+  std::string out;
+  out.reserve(bytes.size());
+  while (!bytes.empty()) AppendUtf8(NextUtf8(&bytes), &out);
+  return out;
+}
+
+}  // namespace
+
+bool IsDoubleByte(int code_page) {
+  switch (code_page) {
+    case 932:
+    case 936:
+    case 949:
+    case 950:
+      return true;
+    default:
+      return false;
+  }
+}
+
+std::string ToUtf8(std::string_view bytes, int code_page) {
+  const std::size_t ascii = AsciiPrefix(bytes);
+  if (ascii == bytes.size()) return std::string(bytes);
+  if (code_page == kUtf8CodePage) {
+    return IsUtf8(bytes) ? std::string(bytes) : Utf8Repaired(bytes);
+  }
+  if (IsDoubleByte(code_page)) return DoubleByteToUtf8(bytes, code_page);
+  const SingleByteTable& table = kTables[TableIndex(code_page)];
+  std::string out(bytes.substr(0, ascii));
+  out.reserve(bytes.size() * 2);
+  for (const char c : bytes.substr(ascii)) {
+    const unsigned char byte = static_cast<unsigned char>(c);
+    if (byte < 0x80) {
+      out.push_back(c);
+    } else {
+      AppendUtf8(table.characters[byte - 0x80], &out);
+    }
+  }
+  return out;
+}
+
+std::string FromUtf8(std::string_view utf8, int code_page, std::size_t* lost) {
+  const std::size_t ascii = AsciiPrefix(utf8);
+  if (ascii == utf8.size()) return std::string(utf8);
+  if (code_page == kUtf8CodePage) return Utf8Repaired(utf8);
+  if (IsDoubleByte(code_page)) return DoubleByteFromUtf8(utf8, code_page, lost);
+  const auto& pairs = kReverseTables[TableIndex(code_page)].pairs;
+  std::string out(utf8.substr(0, ascii));
+  out.reserve(utf8.size());
+  utf8.remove_prefix(ascii);
+  while (!utf8.empty()) {
+    const char32_t character = NextUtf8(&utf8);
+    if (character < 0x80) {
+      out.push_back(static_cast<char>(character));
+      continue;
+    }
+    const auto found =
+        std::lower_bound(pairs.begin(), pairs.end(), character,
+                         [](const auto& pair, char32_t wanted) { return pair.character < wanted; });
+    if (character != kReplacement && found != pairs.end() && found->character == character) {
+      out.push_back(static_cast<char>(found->byte));
+    } else {
+      out.push_back('?');
+      if (lost != nullptr) ++*lost;
+    }
+  }
+  return out;
+}
+
+}  // namespace scrivo
