@@ -1,0 +1,169 @@
+#include "platform/common_dialog.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "errors/frame.h"
+#include "platform/seams/error.h"
+#include "platform/seams/services.h"
+
+namespace scrivo {
+namespace {
+
+constexpr std::uint32_t kRecordSize = 76;  // OPENFILENAME as 32-bit programs of Windows 95 know it
+constexpr std::uint32_t kBufferSize = 260;
+constexpr std::uint32_t kMultiSelectBufferSize = 8192;
+
+// BROWSEINFO flags.
+constexpr std::uint32_t kOnlyFileSystemFolders = 1;
+constexpr std::uint32_t kStatusText = 4;
+constexpr std::uint32_t kNewDialogStyle = 64;
+constexpr std::size_t kPathBufferSize = 260;
+
+std::int32_t last_result = 0;
+std::uint32_t last_extended_error = 0;
+
+/// `text` with NULs up to `size`.
+std::string Buffer(const std::string& text, std::uint32_t size) {
+  if (text.size() > size) {
+    throw Error(kInvalidProcedureCall, "mCommonDialog", "Invalid procedure call or argument");
+  }
+  std::string buffer = text;
+  buffer.resize(size, '\0');
+  return buffer;
+}
+
+std::string SplitFilter(std::string filter) {
+  std::replace_if(
+      filter.begin(), filter.end(), [](char c) { return c == '|' || c == ':'; }, '\0');
+  return filter.append(2, '\0');
+}
+
+std::uint32_t FlagsOf(const FileDialogParameters& dialog) {
+  std::uint32_t flags = dialog.Flags & ~(kFileDialogEnableHook | kFileDialogEnableTemplate);
+  if (dialog.FileMustExist) flags |= kFileDialogFileMustExist;
+  if (dialog.MultiSelect) flags |= kFileDialogAllowMultiSelect;
+  if (dialog.ReadOnly) flags |= kFileDialogReadOnly;
+  if (dialog.HideReadOnly) flags |= kFileDialogHideReadOnly;
+  return flags;
+}
+
+FileDialogRecord RecordOf(const FileDialogParameters& dialog) {
+  FileDialogRecord record;
+  record.structure_size = kRecordSize;
+  if (dialog.Owner != kNoOwner) record.owner = dialog.Owner;
+  record.flags = FlagsOf(dialog);
+  record.initial_folder = dialog.InitDir;
+  record.dialog_title = dialog.DlgTitle;
+  record.default_extension = dialog.DefaultExt;
+  record.filter = SplitFilter(dialog.Filter);
+  record.filter_index = dialog.FilterIndex;
+  record.file_buffer_size = dialog.MultiSelect ? kMultiSelectBufferSize : kBufferSize;
+  record.title_buffer_size = record.file_buffer_size;
+  record.file_buffer = Buffer(dialog.FileName, record.file_buffer_size);
+  record.title_buffer = Buffer(dialog.FileTitle, record.title_buffer_size);
+  return record;
+}
+
+/// The folder and the names of a multiple selection, which two NULs close.
+std::string MultipleNames(const std::string& buffer) {
+  const std::size_t end = buffer.find(std::string(2, '\0'));
+  return end == std::string::npos ? StrZToStr(buffer) : buffer.substr(0, end);
+}
+
+void TakeChoice(const FileDialogRecord& record, FileDialogParameters* dialog) {
+  if (dialog->MultiSelect) {
+    dialog->FileTitle.clear();
+    dialog->FileName = MultipleNames(record.file_buffer);
+  } else {
+    dialog->FileName = StrZToStr(record.file_buffer);
+    dialog->FileTitle = StrZToStr(record.title_buffer);
+  }
+  dialog->Flags = record.flags;
+  dialog->FilterIndex = record.filter_index;
+  dialog->Filter = FilterLookup(record.filter, record.filter_index);
+  if (record.flags & kFileDialogReadOnly) dialog->ReadOnly = true;
+}
+
+void ClearChoice(FileDialogParameters* dialog) {
+  dialog->FileName.clear();
+  dialog->FileTitle.clear();
+  dialog->Filter.clear();
+  dialog->Flags = 0;
+  dialog->FilterIndex = -1;
+}
+
+}  // namespace
+
+bool VBGetOpenFileName(FileDialogParameters* dialog) {
+  bool confirmed = false;
+  Procedure("Kestrel.mCommonDialog.VBGetOpenFileName", [&](Steps& step) {
+    Desktop& desktop = *TheServices().desktop;
+    FileDialogRecord record;
+    last_result = 0;
+    last_extended_error = 0;
+    step([&] { record = RecordOf(*dialog); });
+    step([&] {
+      last_result =
+          dialog->Save ? desktop.SaveFileDialog(&record) : desktop.OpenFileDialog(&record);
+    });
+    confirmed = last_result == 1;
+    if (confirmed) {
+      step([&] { TakeChoice(record, dialog); });
+    } else {
+      if (last_result != 0) step([&] { last_extended_error = desktop.ExtendedDialogError(); });
+      ClearChoice(dialog);
+    }
+  });
+  return confirmed;
+}
+
+std::int32_t LastDialogResult() { return last_result; }
+
+std::uint32_t LastExtendedDialogError() { return last_extended_error; }
+
+std::string StrZToStr(const std::string& text) {
+  std::string result;
+  Procedure("Kestrel.mCommonDialog.StrZToStr",
+            [&](Steps& step) { step([&] { result = text.substr(0, text.find('\0')); }); });
+  return result;
+}
+
+std::string FilterLookup(const std::string& Filters, std::int32_t Index) {
+  std::string entry;
+  Procedure("Kestrel.mCommonDialog.FilterLookup", [&](Steps& step) {
+    step([&] {
+      std::size_t start = 0;
+      for (std::int64_t left = Index; left != 0; --left) {
+        const std::size_t middle = Filters.find('\0', start);
+        if (middle == std::string::npos) return;
+        const std::size_t end = Filters.find('\0', middle + 1);
+        if (left == 1) entry = Filters.substr(start, end - start);
+        if (left == 1 || end == std::string::npos) return;
+        start = end + 1;
+      }
+    });
+  });
+  return entry;
+}
+
+std::string BrowseFolder(WindowHandle Owner, const std::string& Title) {
+  std::string folder;
+  Procedure("Kestrel.mCommonDialog.BrowseFolder", [&](Steps& step) {
+    Desktop& desktop = *TheServices().desktop;
+    BrowseRecord record;
+    record.owner = Owner;
+    record.title = Title;
+    record.flags = kOnlyFileSystemFolders | kStatusText | kNewDialogStyle;
+    std::uintptr_t item_list = 0;
+    step([&] { item_list = desktop.BrowseForFolder(record); });
+    if (item_list == 0) return;
+    // The item list is left to the process on purpose; it is small and folders are chosen rarely.
+    std::string buffer(kPathBufferSize, ' ');
+    step([&] { desktop.PathFromItemList(item_list, buffer.data()); });
+    step([&] { folder = StrZToStr(buffer); });
+  });
+  return folder;
+}
+
+}  // namespace scrivo
