@@ -1,0 +1,59 @@
+#include "ui/win32/progress_panel.h"
+
+namespace scrivo {
+
+ProgressPanel::ProgressPanel(HWND parent) {
+  Create("", WS_CHILD | WS_VISIBLE, WS_EX_STATICEDGE, parent, RECT{});
+}
+
+void ProgressPanel::Set(const std::string& caption, int flood_percent) {
+  flood_percent_ = flood_percent;
+  if (TextOf(handle()) != caption) SetWindowTextA(handle(), caption.c_str());
+  InvalidateRect(handle(), nullptr, FALSE);
+}
+
+void ProgressPanel::SetFont(HFONT font) {
+  font_ = font;
+  InvalidateRect(handle(), nullptr, FALSE);
+}
+
+LRESULT ProgressPanel::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_PAINT) {
+    Paint();
+    return 0;
+  }
+  if (message == WM_ERASEBKGND) return 1;  // Paint covers everything
+  return Window::OnMessage(message, wparam, lparam);
+}
+
+void ProgressPanel::Paint() {
+  PAINTSTRUCT paint;
+  HDC device = BeginPaint(handle(), &paint);
+  RECT whole;
+  GetClientRect(handle(), &whole);
+  RECT filled = whole;
+  filled.right = MulDiv(whole.right, flood_percent_, 100);
+  RECT rest = whole;
+  rest.left = filled.right;
+  PaintPart(device, filled, whole, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT);
+  PaintPart(device, rest, whole, COLOR_WINDOW, COLOR_WINDOWTEXT);
+  EndPaint(handle(), &paint);
+}
+
+void ProgressPanel::PaintPart(HDC device, const RECT& part, const RECT& whole, int background,
+                              int text) const {
+  const std::string caption = TextOf(handle());
+  HGDIOBJ old_font = font_ ? SelectObject(device, font_) : nullptr;
+  SetBkMode(device, TRANSPARENT);
+  SetTextColor(device, GetSysColor(text));
+  const int state = SaveDC(device);
+  IntersectClipRect(device, part.left, part.top, part.right, part.bottom);
+  FillRect(device, &part, GetSysColorBrush(background));
+  RECT room = whole;
+  DrawTextA(device, caption.c_str(), static_cast<int>(caption.size()), &room,
+            DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+  RestoreDC(device, state);
+  if (old_font) SelectObject(device, old_font);
+}
+
+}  // namespace scrivo

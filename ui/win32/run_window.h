@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "ui/run_view.h"
+#include "ui/win32/progress_panel.h"
+#include "ui/win32/window.h"
+
+namespace scrivo {
+
+/// The compiler run as a real window: the transcript, the progress panel and the Close button.
+/// Modeless.
+class RunWindow : public Window, public RunView {
+ public:
+  /// `on_close` is called when the user asks to close the window (button, Escape or title bar) and
+  /// may; it unloads the form, which destroys this object.
+  explicit RunWindow(std::function<void()> on_close);
+  ~RunWindow() override;
+
+  void ShowModeless() override;
+  void ShowBusy(bool busy) override;
+  void EnableClose(bool enabled) override;
+  void SetProgress(const std::string& caption, int flood_percent) override;
+  void ReplaceTranscript(const std::string& text) override;
+  void AppendTranscript(const std::string& text) override;
+  void Repaint() override;
+
+ protected:
+  LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  void MakeFonts();
+  void LayOut();
+  void ShowTail();
+
+  std::function<void()> on_close_;
+  HFONT font_ = nullptr;
+  HWND transcript_ = nullptr;
+  HWND close_ = nullptr;
+  std::unique_ptr<ProgressPanel> progress_;
+  bool busy_ = false;
+  bool may_close_ = true;
+
+  std::string text_;            ///< the whole transcript
+  std::size_t shown_from_ = 0;  ///< where in it the edit control's text begins
+  std::size_t shown_to_ = 0;    ///< and ends
+};
+
+}  // namespace scrivo
