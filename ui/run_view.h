@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -15,10 +14,6 @@ class RunView {
   virtual void ShowModeless() = 0;
   /// The hourglass while true.
   virtual void ShowBusy(bool busy) = 0;
-  /// Sets what happens when the user asks for the window to be closed, by its button or its close
-  /// box. `close` may destroy the view before it returns.
-  virtual void OnClose(std::function<void()> close) = 0;
-  /// While false, the user cannot ask for it.
   virtual void EnableClose(bool enabled) = 0;
   /// The progress bar: its text and how much of it is filled, 0 to 100.
   virtual void SetProgress(const std::string& caption, int flood_percent) = 0;
