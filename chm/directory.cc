@@ -1,0 +1,174 @@
+#include "chm/directory.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <utility>
+
+#include "chm/container_format.h"
+#include "chm/encint.h"
+#include "chm/little_endian.h"
+
+namespace scrivo::chm {
+namespace {
+
+// The smallest and largest chunk that makes sense; compilers write 0x1000.
+constexpr std::uint32_t kMinChunkSize = 0x40;
+constexpr std::uint32_t kMaxChunkSize = 0x100000;
+
+constexpr unsigned char Fold(char c) {
+  return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+}
+
+bool HasSignature(std::span<const std::uint8_t> chunk, std::string_view signature) {
+  return std::equal(signature.begin(), signature.end(), chunk.begin());
+}
+
+// Where the chunks are.
+struct ChunkLayout {
+  std::uint64_t offset;    // of the first chunk, in the file
+  std::uint32_t size;      // of each
+  std::uint64_t count;     // that the directory should have
+  std::uint64_t possible;  // that it has if the larger of two contradicting numbers is right
+};
+
+std::optional<ChunkLayout> ReadLayout(const ByteSource& source, const ContainerHeader& header,
+                                      Problems* problems) {
+  std::array<std::uint8_t, itsp::kLength> bytes;
+  if (!source.ReadAt(header.directory_offset, bytes)) {
+    AddProblem(problems, {ProblemKind::kDirectoryCut, header.directory_offset, 0});
+    return std::nullopt;
+  }
+  const auto check = [&](std::size_t field, std::uint32_t usual, ProblemKind kind) {
+    const std::uint32_t value = LoadLe32(bytes.data() + field);
+    if (value != usual) AddProblem(problems, {kind, value, usual});
+  };
+  check(itsp::kVersion, itsp::kVersionValue, ProblemKind::kDirectoryVersion);
+  check(itsp::kHeaderLength, itsp::kLength, ProblemKind::kDirectoryHeader);
+
+  ChunkLayout layout;
+  layout.offset = header.directory_offset + itsp::kLength;
+  layout.size = LoadLe32(bytes.data() + itsp::kChunkSize);
+  if (layout.size < kMinChunkSize || layout.size > kMaxChunkSize) {
+    AddProblem(problems, {ProblemKind::kChunkSize, layout.size, itsp::kUsualChunkSize});
+    layout.size = itsp::kUsualChunkSize;
+  }
+  const std::uint64_t stated = LoadLe32(bytes.data() + itsp::kChunkCount);
+  const std::uint64_t length = std::max<std::uint64_t>(header.directory_length, itsp::kLength);
+  layout.count = (length - itsp::kLength) / layout.size;
+  layout.possible = std::max(stated, layout.count);
+  if (stated != layout.count) {
+    AddProblem(problems, {ProblemKind::kChunkCount, stated, layout.count});
+    layout.count = std::min(stated, layout.count);
+  }
+  return layout;
+}
+
+// Takes one entry off the front of `*bytes`; `*entry` gets it. False when it is not a whole one.
+bool TakeEntry(std::span<const std::uint8_t>* bytes, Entry* entry) {
+  const auto name_length = TakeEncint(bytes);
+  if (!name_length || *name_length == 0 || *name_length > bytes->size()) return false;
+  const auto length = static_cast<std::size_t>(*name_length);
+  entry->name = {reinterpret_cast<const char*>(bytes->data()), length};
+  *bytes = bytes->subspan(length);
+  const auto section = TakeEncint(bytes);
+  const auto offset = section ? TakeEncint(bytes) : section;
+  const auto size = offset ? TakeEncint(bytes) : offset;
+  if (!size) return false;
+  entry->section = *section;
+  entry->offset = *offset;
+  entry->length = *size;
+  return true;
+}
+
+}  // namespace
+
+EntryKind KindOf(std::string_view name) {
+  if (name.starts_with("::") || name.starts_with("/#") || name.starts_with("/$")) {
+    return EntryKind::kInternal;
+  }
+  return name.ends_with('/') ? EntryKind::kFolder : EntryKind::kUser;
+}
+
+int CompareNames(std::string_view a, std::string_view b) {
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; ++i) {
+    if (const int difference = Fold(a[i]) - Fold(b[i]); difference != 0) return difference;
+  }
+  return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
+}
+
+std::optional<Directory> Directory::Read(const ByteSource& source, const ContainerHeader& header,
+                                         Problems* problems) {
+  const auto layout = ReadLayout(source, header, problems);
+  if (!layout) return std::nullopt;
+
+  Directory directory;
+  for (std::uint64_t number = 0; number < layout->possible; ++number) {
+    std::vector<std::uint8_t> chunk(layout->size);
+    if (!source.ReadAt(layout->offset + number * layout->size, chunk)) {
+      if (number < layout->count) {
+        AddProblem(problems, {ProblemKind::kChunksMissing, number, layout->count});
+      }
+      break;
+    }
+    if (HasSignature(chunk, pmgl::kSignature)) {
+      directory.AddListing(std::move(chunk), number, problems);
+    } else if (!HasSignature(chunk, pmgi::kSignature)) {
+      // Past the number that both statements agree on, the first stranger ends the directory.
+      if (number >= layout->count) break;
+      AddProblem(problems, {ProblemKind::kChunkUnknown, number, 0});
+    }
+  }
+  directory.IndexNames();
+  return directory;
+}
+
+void Directory::AddListing(std::vector<std::uint8_t> chunk, std::uint64_t number,
+                           Problems* problems) {
+  const std::span<const std::uint8_t> bytes = chunks_.emplace_back(std::move(chunk));
+  const std::size_t count = LoadLe16(bytes.data() + bytes.size() - kEntryCountSize);
+  const std::uint32_t free_length = LoadLe32(bytes.data() + pmgl::kFreeLength);
+  // Both the count and the free length tell where the entries end. As long as one of them says that
+  // there is another one, try to read it.
+  std::span<const std::uint8_t> rest =
+      bytes.subspan(pmgl::kEntries, bytes.size() - kEntryCountSize - pmgl::kEntries);
+  const std::size_t free_left =
+      free_length >= kEntryCountSize && free_length - kEntryCountSize <= rest.size()
+          ? free_length - kEntryCountSize
+          : rest.size();
+  std::size_t read = 0;
+  for (; read < count || rest.size() > free_left; ++read) {
+    const std::size_t left = rest.size();
+    Entry entry;
+    if (!TakeEntry(&rest, &entry)) {
+      // Nothing after the place where the free space should start: the count is wrong.
+      if (left == free_left) break;
+      AddProblem(problems, {ProblemKind::kEntryBroken, number, read});
+      return;
+    }
+    entries_.push_back(entry);
+  }
+  if (read != count) {
+    AddProblem(problems, {ProblemKind::kEntryCount, count, read, std::to_string(number)});
+  }
+}
+
+void Directory::IndexNames() {
+  by_name_.resize(entries_.size());
+  std::iota(by_name_.begin(), by_name_.end(), 0);
+  std::stable_sort(by_name_.begin(), by_name_.end(), [this](std::uint32_t a, std::uint32_t b) {
+    return CompareNames(entries_[a].name, entries_[b].name) < 0;
+  });
+}
+
+const Entry* Directory::Find(std::string_view name) const {
+  const auto found = std::lower_bound(by_name_.begin(), by_name_.end(), name,
+                                      [this](std::uint32_t place, std::string_view wanted) {
+                                        return CompareNames(entries_[place].name, wanted) < 0;
+                                      });
+  if (found == by_name_.end() || CompareNames(entries_[*found].name, name) != 0) return nullptr;
+  return &entries_[*found];
+}
+
+}  // namespace scrivo::chm
