@@ -6,6 +6,8 @@
 #include "platform/globals.h"
 #include "platform/seams/services.h"
 #include "tests/doubles/fake_desktop.h"
+#include "tests/doubles/fake_processes.h"
+#include "tests/doubles/fake_shell.h"
 #include "tests/doubles/fake_system.h"
 #include "tests/doubles/memory_files.h"
 
@@ -19,6 +21,8 @@ class WithFakeServices : public testing::Test {
     TheServices().files = files;
     TheServices().desktop = desktop;
     TheServices().system = system;
+    TheServices().processes = processes;
+    TheServices().shell = shell;
     Globals() = GlobalState();
     CErrorHandler& handler = ErrorHandler();
     handler.CallStackEnabled(true);
@@ -35,6 +39,8 @@ class WithFakeServices : public testing::Test {
   std::shared_ptr<MemoryFiles> files = std::make_shared<MemoryFiles>();
   std::shared_ptr<FakeDesktop> desktop = std::make_shared<FakeDesktop>();
   std::shared_ptr<FakeSystem> system = std::make_shared<FakeSystem>();
+  std::shared_ptr<FakeProcesses> processes = std::make_shared<FakeProcesses>();
+  std::shared_ptr<FakeShell> shell = std::make_shared<FakeShell>();
 };
 
 }  // namespace scrivo

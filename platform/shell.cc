@@ -1,0 +1,238 @@
+#include "platform/shell.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+#include "platform/globals.h"
+#include "platform/seams/error.h"
+#include "platform/seams/services.h"
+
+namespace scrivo {
+namespace {
+
+/// The greatest result that the shell uses for a failure.
+constexpr std::int32_t kLastFailureCode = 32;
+
+constexpr std::uint32_t kExtendedRecordSize = 60;  // SHELLEXECUTEINFO of 32-bit programs
+/// Invoke the verb list of the item's context menu, keep the process handle, show no error.
+constexpr std::uint32_t kPropertiesMask = 0x44C;
+
+struct ShellFailure {
+  std::int32_t code;
+  std::int32_t number;
+  const char* text;
+  bool reported_for_addresses;  ///< also by CreateNewMailMessage and OpenUrl
+};
+
+constexpr ShellFailure kFailures[] = {
+    {2, CShell::kFileNotFound, "File not found", false},
+    {3, CShell::kPathNotFound, "Path not found", false},
+    {5, CShell::kFileNotFound, "File not found", false},
+    {8, CShell::kOutOfMemory, "Out of memory", true},
+    {11, CShell::kInvalidExecutable, "Invalid EXE file or error in EXE image", false},
+    {26, CShell::kSharingViolation, "A sharing violation occurred", true},
+    {27, CShell::kInvalidAssociation, "Incomplete or invalid file association", false},
+    {28, CShell::kDdeTimeout, "DDE timeout", true},
+    {29, CShell::kDdeTransactionFailed, "DDE transaction failed", true},
+    {30, CShell::kDdeBusy, "DDE busy", true},
+    {31, CShell::kNoAssociation, "No association for file extension", false},
+    {32, CShell::kDllNotFound, "DLL not found", false},
+};
+
+[[noreturn]] void Raise(std::int32_t number, const char* text) {
+  throw Error(number, TheServices().system->ModuleName() + ".CShell", text);
+}
+
+/// Runs a member's work; whatever fails in it reaches the caller as the component failure. Errors
+/// of a member's own are raised outside.
+template <typename Work>
+auto Guarded(Work work) {
+  try {
+    return work();
+  } catch (...) {
+    Raise(CShell::kComponentFailure, "CShell component failure");
+  }
+}
+
+void RaiseFailure(std::int32_t code) {
+  for (const ShellFailure& failure : kFailures) {
+    if (failure.code == code) Raise(failure.number, failure.text);
+  }
+}
+
+void RaiseAddressFailure(std::int32_t code) {
+  for (const ShellFailure& failure : kFailures) {
+    if (failure.code == code && failure.reported_for_addresses) {
+      Raise(failure.number, failure.text);
+    }
+  }
+}
+
+std::int32_t Execute(const std::string& verb, const std::string& file,
+                     const std::string& parameters = "", const std::string& folder = "") {
+  return Guarded([&] {
+    ShellServices& shell = *TheServices().shell;
+    ShellRequest request;
+    request.owner = shell.DesktopWindow();
+    request.verb = verb;
+    request.file = file;
+    request.parameters = parameters;
+    request.folder = folder;
+    return shell.Execute(request);
+  });
+}
+
+void RequireFile(const std::string& path) {
+  if (!Guarded([&] { return TheServices().files->FileExists(path); })) {
+    Raise(CShell::kFileNotFound, "File not found");
+  }
+}
+
+/// The folder part of a path, "" when it has none. A drive's or the system's root keeps its
+/// separator, without which it would name another folder.
+std::string FolderOf(const std::string& path) {
+  const std::size_t separator = path.rfind(Separator(Globals().path_style));
+  if (separator == std::string::npos) return "";
+  const bool is_root = separator == 0 || path[separator - 1] == ':';
+  return path.substr(0, is_root ? separator + 1 : separator);
+}
+
+void RunToItsEnd(const std::string& program, const std::string& parameters) {
+  Processes& processes = *TheServices().processes;
+  StartRequest request;
+  request.command_line = program + " " + parameters;
+  request.creation_flags = kNormalPriorityClass;
+  StartedProcess child;
+  if (!Guarded([&] { return processes.Start(request, &child); })) {
+    Raise(CShell::kCannotCreateProcess, "Cannot create process");
+  }
+  Guarded([&] {
+    processes.Close(child.thread);
+    processes.WaitForEnd(child.process);
+    processes.Close(child.process);
+  });
+}
+
+/// A key below HKEY_LOCAL_MACHINE open for reading, or none.
+class MachineKey {
+ public:
+  explicit MachineKey(const std::string& path) {
+    is_open_ = store_.OpenKey(kHkeyLocalMachine, path, kRightQueryValue | kRightEnumerateSubKeys,
+                              &key_) == kRegistrySuccess;
+  }
+  ~MachineKey() {
+    if (is_open_) store_.CloseKey(key_);
+  }
+  MachineKey(const MachineKey&) = delete;
+  MachineKey& operator=(const MachineKey&) = delete;
+
+  /// The default value up to its first NUL, "" when there is none.
+  std::string DefaultValue() {
+    std::uint32_t type = kRegNone;
+    std::uint32_t size = 0;
+    if (!is_open_ || store_.QueryValue(key_, "", &type, nullptr, &size) != kRegistrySuccess) {
+      return "";
+    }
+    std::string text(size, '\0');
+    if (store_.QueryValue(key_, "", &type, reinterpret_cast<std::uint8_t*>(text.data()), &size) !=
+        kRegistrySuccess) {
+      return "";
+    }
+    return text.substr(0, text.find('\0'));
+  }
+
+  /// The name of a sub-key, "" when there are no more.
+  std::string SubKey(std::uint32_t index) {
+    char name[2048] = "";
+    if (!is_open_ || store_.EnumKey(key_, index, name, sizeof name) != kRegistrySuccess) return "";
+    return name;
+  }
+
+ private:
+  RegistryStore& store_ = *TheServices().registry;
+  RegistryHandle key_ = 0;
+  bool is_open_ = false;
+};
+
+/// True for "open" in any case, also with the mark of its accelerator key: "&Open".
+bool IsOpenVerb(const std::string& name) {
+  std::string plain;
+  std::copy_if(name.begin(), name.end(), std::back_inserter(plain),
+               [](char c) { return c != '&'; });
+  std::transform(plain.begin(), plain.end(), plain.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+  return plain == "open";
+}
+
+std::string VerbOf(const std::string& path) {
+  const std::string classes = "SOFTWARE\\Classes\\";
+  const std::size_t point = path.rfind('.');
+  if (point == std::string::npos) return "open";
+  const std::string type = MachineKey(classes + path.substr(point)).DefaultValue();
+  if (type.empty()) return "open";
+
+  MachineKey verbs(classes + type + "\\Shell");
+  const std::string own = verbs.DefaultValue();
+  if (!own.empty()) return own;
+  std::string first;
+  for (std::uint32_t index = 0;; ++index) {
+    const std::string name = verbs.SubKey(index);
+    if (name.empty()) return first.empty() ? "open" : first;
+    if (IsOpenVerb(name)) return name;
+    if (first.empty()) first = name;
+  }
+}
+
+}  // namespace
+
+void CShell::CreateNewMailMessage(const std::string& To, const std::string& CC,
+                                  const std::string& Subject, const std::string& Body) {
+  std::string address = "mailto:" + To;
+  if (!Subject.empty()) address += "?subject=" + Subject;
+  if (!CC.empty()) address += "&cc=" + CC;
+  if (!Body.empty()) address += "&body=" + Body;
+  RaiseAddressFailure(Execute("open", address));
+}
+
+void CShell::ExploreFolder(const std::string& Path) { RaiseFailure(Execute("explore", Path)); }
+
+void CShell::LaunchProgram(const std::string& Program, const std::string& Parameters, bool Wait) {
+  RequireFile(Program);
+  if (Wait) {
+    RunToItsEnd(Program, Parameters);
+  } else {
+    RaiseFailure(Execute("open", Program, Parameters, FolderOf(Program)));
+  }
+}
+
+void CShell::OpenDocument(const std::string& Path) {
+  RequireFile(Path);
+  const std::string verb = Guarded([&] { return VerbOf(Path); });
+  RaiseFailure(Execute(verb, Path, "", FolderOf(Path)));
+}
+
+void CShell::OpenFolder(const std::string& Path) { RaiseFailure(Execute("open", Path)); }
+
+void CShell::OpenUrl(const std::string& Url) { RaiseAddressFailure(Execute("open", Url)); }
+
+void CShell::ShowProperties(const std::string& Path, WindowHandle Owner) {
+  const auto exists = [&] {
+    Files& files = *TheServices().files;
+    return files.FileExists(Path) || files.FolderExists(Path);
+  };
+  if (!Guarded(exists)) Raise(kFileNotFound, "File not found");
+  const std::int32_t instance = Guarded([&] {
+    ShellServices& shell = *TheServices().shell;
+    ExtendedShellRequest request;
+    request.structure_size = kExtendedRecordSize;
+    request.mask = kPropertiesMask;
+    request.request.owner = Owner != 0 ? Owner : shell.DesktopWindow();
+    request.request.verb = "properties";
+    request.request.file = Path;
+    return shell.ExecuteExtended(request);
+  });
+  if (instance <= kLastFailureCode) Raise(kCannotShowProperties, "Cannot show properties");
+}
+
+}  // namespace scrivo
