@@ -1,0 +1,41 @@
+#pragma once
+
+// Cuts an LZX interval into literals and matches.
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "chm/lzx_token.h"
+#include "chm/match_finder.h"
+
+namespace scrivo::chm {
+
+// Weighs matches by the bits they are expected to save, and puts a match off for one byte when the
+// next position saves more. It keeps its tables for any number of intervals and serves one thread.
+class LzxParser {
+ public:
+  // Sets `tokens` to the parse of `interval`: a whole number of frames, at most kLzxUsualInterval
+  // bytes. No match reaches past the end of a frame or before the start of the interval. The
+  // recent offsets start as kLzxFirstRecentOffsets.
+  void Parse(std::span<const std::uint8_t> interval, std::vector<LzxToken>& tokens);
+
+ private:
+  // A way to code what comes next; slot below kLzxRecentOffsets names a recent offset.
+  struct Candidate {
+    std::uint32_t length = 0;  // 0: nothing but a literal
+    std::uint32_t distance = 0;
+    int slot = 0;
+    int gain = 0;  // bits saved over literals, about
+  };
+
+  Candidate BestAt(std::uint32_t position);
+  Candidate BestRecent(std::uint32_t position, std::uint32_t limit) const;
+  void Emit(const Candidate& match, std::vector<LzxToken>& tokens);
+
+  MatchFinder finder_;
+  std::span<const std::uint8_t> interval_;
+  RecentOffsets recent_{};
+};
+
+}  // namespace scrivo::chm

@@ -1,0 +1,58 @@
+#pragma once
+
+// Finds earlier occurrences of the bytes at a position of an LZX interval.
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "chm/lzx_constants.h"
+
+namespace scrivo::chm {
+
+// An earlier occurrence: `length` bytes, `distance` bytes back. Length 0 means none.
+struct Match {
+  std::uint32_t length = 0;
+  std::uint32_t distance = 0;
+};
+
+// Equal bytes at a and b, at most `limit`; both may be read that far.
+std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t limit);
+
+// Chains the positions whose next four bytes hash alike, newest first, and keeps the last position
+// of every hash of three bytes. It holds its tables (about 0.4 MiB) for any number of intervals
+// and serves one thread.
+class MatchFinder {
+ public:
+  MatchFinder();
+
+  // Starts with a new interval of at most kLzxUsualInterval bytes, which must outlive its use.
+  void Start(std::span<const std::uint8_t> interval);
+
+  // Enters `position` into the tables and gives the longest match there with at most `max_length`
+  // bytes (2 or more, and not past the end), the nearest of equals, looking at no more than `depth`
+  // chained positions and stopping at the first of `nice_length` bytes. Matches are longer than
+  // `min_length`, which is 2 or more. Positions must be entered one after another, each once.
+  Match Find(std::uint32_t position, std::uint32_t min_length, std::uint32_t max_length, int depth,
+             std::uint32_t nice_length);
+
+  // Enters positions first to end - 1 without looking for matches.
+  void Skip(std::uint32_t first, std::uint32_t end);
+
+ private:
+  // Fewer bits make more chance hits; more take longer to clear for each interval.
+  static constexpr int kHashBits = 15;
+  static constexpr int kShortHashBits = 13;
+
+  std::uint32_t Enter(std::uint32_t position, std::uint32_t& short_candidate);
+
+  const std::uint8_t* data_ = nullptr;
+  std::uint32_t last_hashed_ = 0;  // positions from here on have too few bytes left to hash
+  // Positions are stored plus 1; 0 ends a chain. The last three are never stored, so 16 bits hold.
+  std::vector<std::uint16_t> heads_;
+  std::vector<std::uint16_t> short_heads_;
+  std::vector<std::uint16_t> chain_;  // per position, the one before it in its chain
+};
+
+}  // namespace scrivo::chm
