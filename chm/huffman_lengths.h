@@ -20,7 +20,8 @@ void HuffmanLengths(std::span<const std::uint32_t> frequencies, int max_length,
                     std::span<std::uint8_t> lengths);
 
 // Sets codes[i] to the canonical code of each symbol with lengths[i] > 0: shorter codes first, then
-// by symbol, the first code all zeros. Lengths are at most 16. Codes of unused symbols are set to 0.
+// by symbol, the first code all zeros. Lengths are at most 16. Codes of unused symbols are set to
+// 0.
 void CanonicalCodes(std::span<const std::uint8_t> lengths, std::span<std::uint16_t> codes);
 
 }  // namespace scrivo::chm

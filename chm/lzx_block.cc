@@ -64,8 +64,7 @@ LzxBlock::LzxBlock(const LzxFrequencies& frequencies, std::uint32_t size,
   std::uint32_t aligned_count = 0;
   for (const std::uint32_t frequency : frequencies.aligned) aligned_count += frequency;
   const std::uint32_t plain = aligned_count * kLzxAlignedBits;
-  const std::uint32_t coded =
-      SymbolBits(frequencies.aligned, aligned_lengths_) + kAlignedTreeBits;
+  const std::uint32_t coded = SymbolBits(frequencies.aligned, aligned_lengths_) + kAlignedTreeBits;
   type_ = coded < plain ? LzxBlockType::kAligned : LzxBlockType::kVerbatim;
 
   header_bits_ = kLzxBlockTypeBits + kLzxBlockSizeBits;

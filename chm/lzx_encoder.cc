@@ -2,9 +2,7 @@
 
 #include <algorithm>
 
-#include "chm/bit_writer.h"
 #include "chm/lzx_block.h"
-#include "chm/lzx_constants.h"
 
 namespace scrivo::chm {
 namespace {
@@ -36,6 +34,11 @@ std::size_t FirstFrameTokens(std::span<const LzxToken> tokens) {
 }
 
 }  // namespace
+
+LzxEncoder::LzxEncoder() {
+  tokens_.reserve(kLzxUsualInterval);
+  padded_.reserve(kLzxUsualInterval);
+}
 
 void LzxEncoder::Encode(std::span<const std::uint8_t> input, LzxInterval& result) {
   const std::size_t frames = (input.size() + kLzxFrameSize - 1) / kLzxFrameSize;

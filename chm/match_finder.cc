@@ -3,27 +3,20 @@
 #include <algorithm>
 #include <bit>
 
+#include "chm/little_endian.h"
+
 namespace scrivo::chm {
 namespace {
 
 constexpr std::uint32_t kHashedBytes = 4;
 constexpr std::uint32_t kMaxDistance = LzxMaxDistance(kLzxUsualWindowBits);
 
-std::uint32_t Load4(const std::uint8_t* p) {
-  return std::uint32_t{p[0]} | std::uint32_t{p[1]} << 8 | std::uint32_t{p[2]} << 16 |
-         std::uint32_t{p[3]} << 24;
-}
-
-std::uint64_t Load8(const std::uint8_t* p) {
-  return Load4(p) | std::uint64_t{Load4(p + 4)} << 32;
-}
-
 }  // namespace
 
 std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t limit) {
   std::uint32_t length = 0;
   while (limit - length >= 8) {
-    const std::uint64_t difference = Load8(a + length) ^ Load8(b + length);
+    const std::uint64_t difference = LoadLe64(a + length) ^ LoadLe64(b + length);
     if (difference != 0) {
       return length + static_cast<std::uint32_t>(std::countr_zero(difference)) / 8;
     }
@@ -47,7 +40,7 @@ void MatchFinder::Start(std::span<const std::uint8_t> interval) {
 }
 
 std::uint32_t MatchFinder::Enter(std::uint32_t position, std::uint32_t& short_candidate) {
-  const std::uint32_t bytes = Load4(data_ + position);
+  const std::uint32_t bytes = LoadLe32(data_ + position);
   std::uint16_t& head = heads_[bytes * 0x9E3779B1u >> (32 - kHashBits)];
   std::uint16_t& short_head = short_heads_[(bytes << 8) * 0x9E3779B1u >> (32 - kShortHashBits)];
   const std::uint32_t candidate = head;
@@ -76,7 +69,7 @@ Match MatchFinder::Find(std::uint32_t position, std::uint32_t min_length, std::u
     const std::uint32_t distance = position + 1 - candidate;
     if (distance > kMaxDistance) break;
     // A longer match must agree in the byte after the best one so far, and in the hashed ones.
-    if (there[best.length] == here[best.length] && Load4(there) == Load4(here)) {
+    if (there[best.length] == here[best.length] && LoadLe32(there) == LoadLe32(here)) {
       const std::uint32_t length = MatchLength(here, there, max_length);
       if (length > best.length) best = {length, distance};
     }

@@ -1,0 +1,73 @@
+#pragma once
+
+// Compresses a stream interval by interval on several threads, and gives the results in order.
+
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <span>
+#include <thread>
+#include <vector>
+
+#include "chm/lzx_encoder.h"
+
+namespace scrivo::chm {
+
+// Bytes go in with Append and come out, compressed, through the consumer, which is only ever called
+// from within Append and Finish, on the caller's thread, one interval after another. The result is
+// the same for any number of threads. Memory is bounded: some 2 MiB for each thread, all of it
+// taken by the constructor; Append waits while that is full.
+class CompressPipeline {
+ public:
+  using Consumer = std::function<void(const LzxInterval&)>;
+
+  // `threads` is the number of threads that compress beside the caller's, 1 or more.
+  CompressPipeline(int threads, Consumer consumer);
+
+  // Drops what has not come out yet and ends the threads.
+  ~CompressPipeline();
+
+  CompressPipeline(const CompressPipeline&) = delete;
+  CompressPipeline& operator=(const CompressPipeline&) = delete;
+
+  void Append(std::span<const std::uint8_t> bytes);
+
+  // Brings out the rest; a last interval that is not full is compressed as it is. Call it once,
+  // after the last Append.
+  void Finish();
+
+ private:
+  // An interval on its way. Slots form a ring in the order of the stream.
+  struct Slot {
+    enum class State { kFilling, kWaiting, kDone };
+    State state = State::kFilling;
+    std::vector<std::uint8_t> input;
+    LzxInterval result;
+  };
+
+  void SubmitFilling();
+  void ConsumeOldest();
+  void Work(LzxEncoder& encoder);
+
+  Consumer consumer_;
+  std::vector<Slot> slots_;
+  std::vector<LzxEncoder> encoders_;
+
+  // Counts of slots since the start; a count modulo the ring's size is the slot's place.
+  // filling_ and oldest_ belong to the caller's thread.
+  std::size_t filling_ = 0;
+  std::size_t oldest_ = 0;
+
+  std::mutex mutex_;  // guards the slots' states and the members below
+  std::condition_variable work_ready_;
+  std::condition_variable result_ready_;
+  std::size_t submitted_ = 0;
+  std::size_t taken_ = 0;
+  bool stopping_ = false;
+
+  std::vector<std::thread> threads_;
+};
+
+}  // namespace scrivo::chm
