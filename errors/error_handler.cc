@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "errors/component_errors.h"
 #include "errors/log_file.h"
 #include "platform/seams/error.h"
 #include "platform/seams/services.h"
@@ -16,7 +17,7 @@ constexpr std::uint32_t kExtendedVersionRecord = 156;
 constexpr std::uint32_t kBasicVersionRecord = 148;
 
 [[noreturn]] void Raise(std::int32_t number, const char* description) {
-  throw Error(number, TheServices().system->ModuleName() + ".CErrorHandler", description);
+  RaiseComponentError("CErrorHandler", number, description);
 }
 
 std::string CheckedFileName(const std::string& name) {
@@ -24,14 +25,9 @@ std::string CheckedFileName(const std::string& name) {
   return name;
 }
 
-/// Runs a member's work; whatever fails in it reaches the caller as the component failure.
 template <typename Work>
 auto Guarded(Work work) {
-  try {
-    return work();
-  } catch (...) {
-    Raise(CErrorHandler::kComponentFailure, "CErrorHandler component failure");
-  }
+  return OrComponentFailure("CErrorHandler", CErrorHandler::kComponentFailure, work);
 }
 
 bool AskIsWindowsNt() {
@@ -52,11 +48,17 @@ ErrorHandlerResult ResultOf(const std::string& button_key) {
   return button_key == "RETRY" ? ehrRetry : ehrIgnore;
 }
 
+/// The failure that is being handled; outside of a catch clause there is none, number 0.
+Error CurrentError() {
+  const std::exception_ptr failure = std::current_exception();
+  return failure ? ErrorFrom(failure) : Error(0, "", "");
+}
+
 void RemoveQuietly(const std::string& path) {
   if (path.empty()) return;
   try {
     TheServices().files->Remove(path, true);
-  } catch (const Error&) {
+  } catch (...) {
     // A log that is missing or in use stays as it is.
   }
 }
@@ -120,7 +122,7 @@ void CErrorHandler::Clear(bool ClearLogFile, bool ClearTracingLogFile) {
 
 ErrorHandlerResult CErrorHandler::HandleError(const std::string& Procedure) {
   return Guarded([&] {
-    const Error error = ErrorFrom(std::current_exception());
+    const Error error = CurrentError();
     error_description_ = error.description;
     error_number_ = error.number;
     error_line_ = error.line;

@@ -34,6 +34,8 @@ class Steps {
  private:
   template <typename Body>
   friend void Procedure(const std::string& qualified_name, Body&& body);
+  template <typename Statement>
+  friend bool IgnoringErrors(Statement&& statement);
 
   /// Thrown to leave the procedure after an abort; never leaves Procedure.
   struct Abort {};
@@ -50,11 +52,10 @@ class Steps {
 };
 
 /// Runs `body`, which is called with a Steps object, as a procedure of the error-handling frame:
-/// its qualified name
-/// ("Kestrel." + module + "." + procedure) is pushed on the call stack first and popped on the
-/// normal way out. After an abort the call stack is cleared and the procedure returns as if done,
-/// its caller going on with whatever result had been reached. The one error that the caller sees is
-/// a failure inside the error handler itself.
+/// its qualified name ("Kestrel." + module + "." + procedure) is pushed on the call stack first and
+/// popped on the normal way out. After an abort the call stack is cleared and the procedure returns
+/// as if done, its caller going on with whatever result had been reached. The one error that the
+/// caller sees is a failure inside the error handler itself.
 template <typename Body>
 void Procedure(const std::string& qualified_name, Body&& body) {
   Steps step;
@@ -71,12 +72,14 @@ void Procedure(const std::string& qualified_name, Body&& body) {
 }
 
 /// Runs one statement of a stretch that ignores errors on purpose: a failing statement is skipped.
-/// False when it failed.
+/// False when it failed. (A step of a procedure inside it is handled as a step, abort included.)
 template <typename Statement>
 bool IgnoringErrors(Statement&& statement) {
   try {
     statement();
     return true;
+  } catch (const Steps::Abort&) {
+    throw;
   } catch (...) {
     return false;
   }

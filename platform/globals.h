@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "platform/path_style.h"
+#include "platform/seams/desktop.h"
 
 namespace scrivo {
 
@@ -33,6 +35,9 @@ struct GlobalState {
   PathStyle path_style;
   /// Makes the windows of the forms.
   std::shared_ptr<ViewFactory> views;
+  /// Gives the window that owns the help viewer: the compile dialog's, which is created without
+  /// being shown when it does not exist yet. Empty: the viewer has no owner.
+  std::function<WindowHandle()> help_owner;
 
   explicit GlobalState(PathStyle style = SystemPathStyle());
 };

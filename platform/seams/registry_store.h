@@ -19,8 +19,12 @@ constexpr RegistryStatus kRegistryFileNotFound = 2;
 constexpr RegistryStatus kRegistryAccessDenied = 5;
 constexpr RegistryStatus kRegistryInvalidHandle = 6;
 constexpr RegistryStatus kRegistryInvalidData = 13;
+constexpr RegistryStatus kRegistryInvalidParameter = 87;
+constexpr RegistryStatus kRegistryBadPath = 161;
 constexpr RegistryStatus kRegistryMoreData = 234;
 constexpr RegistryStatus kRegistryNoMoreItems = 259;
+constexpr RegistryStatus kRegistryCannotWrite = 1015;
+constexpr RegistryStatus kRegistryKeyDeleted = 1018;
 
 constexpr std::uint32_t kRightQueryValue = 0x1;
 constexpr std::uint32_t kRightSetValue = 0x2;

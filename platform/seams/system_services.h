@@ -29,8 +29,9 @@ class SystemServices {
   /// Creates or opens a named mutex and keeps it until the process ends.
   virtual void HoldMutex(const std::string& name) = 0;
 
-  /// The code page of ANSI text, such as 1252.
+  /// The code page of ANSI text, such as 1252: the system's own until another was chosen.
   virtual int AnsiCodePage() = 0;
+  virtual void SetAnsiCodePage(int code_page) = 0;
 };
 
 }  // namespace scrivo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ class FakeProcesses : public Processes {
   std::uint32_t error = 0;          ///< what LastError tells
   std::deque<std::string> outputs;  ///< one per successful read; a longer one takes several
   std::uint32_t exit_code = 0;
+  std::function<void()> on_start;  ///< what a child does besides writing, such as leaving a file
 
   std::vector<StartRequest> requests;
   std::vector<std::string> log;  ///< "pipe", "start", "read", "exit code", "wait 7", "close 7", …
@@ -34,6 +36,7 @@ class FakeProcesses : public Processes {
     requests.push_back(request);
     if (!starts) return false;
     *started = {NewHandle(), NewHandle(), 100, 101};
+    if (on_start) on_start();
     return true;
   }
   bool Read(SystemHandle, char* buffer, std::uint32_t size, std::uint32_t* got) override {

@@ -4,6 +4,7 @@
 
 #include "errors/error_handler.h"
 #include "platform/globals.h"
+#include "platform/memory_registry.h"
 #include "platform/seams/services.h"
 #include "tests/doubles/fake_desktop.h"
 #include "tests/doubles/fake_processes.h"
@@ -19,6 +20,7 @@ class WithFakeServices : public testing::Test {
  protected:
   WithFakeServices() {
     TheServices().files = files;
+    TheServices().registry = registry;
     TheServices().desktop = desktop;
     TheServices().system = system;
     TheServices().processes = processes;
@@ -37,6 +39,7 @@ class WithFakeServices : public testing::Test {
   std::string ErrorLog() { return files->files["/log/errors.txt"]; }
 
   std::shared_ptr<MemoryFiles> files = std::make_shared<MemoryFiles>();
+  std::shared_ptr<MemoryRegistry> registry = std::make_shared<MemoryRegistry>();
   std::shared_ptr<FakeDesktop> desktop = std::make_shared<FakeDesktop>();
   std::shared_ptr<FakeSystem> system = std::make_shared<FakeSystem>();
   std::shared_ptr<FakeProcesses> processes = std::make_shared<FakeProcesses>();

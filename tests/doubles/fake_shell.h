@@ -18,6 +18,7 @@ class FakeShell : public ShellServices {
   std::vector<ExtendedShellRequest> extended_requests;
   std::int32_t location_result = 0;
   std::vector<std::int32_t> asked_folders;
+  std::vector<WindowHandle> folder_owners;  ///< for whom each was asked
   std::vector<std::uintptr_t> freed;
 
   WindowHandle DesktopWindow() override { return kDesktopWindow; }
@@ -29,8 +30,9 @@ class FakeShell : public ShellServices {
     extended_requests.push_back(request);
     return result;
   }
-  std::int32_t SpecialFolderLocation(WindowHandle, std::int32_t folder_id,
+  std::int32_t SpecialFolderLocation(WindowHandle owner, std::int32_t folder_id,
                                      std::uintptr_t* item_list) override {
+    folder_owners.push_back(owner);
     asked_folders.push_back(folder_id);
     *item_list = location_result == 0 ? kItemList : 0;
     return location_result;

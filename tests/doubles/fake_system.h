@@ -36,6 +36,7 @@ class FakeSystem : public SystemServices {
   std::string ModuleFolder() override { return module_folder; }
   void HoldMutex(const std::string& name) override { mutexes.push_back(name); }
   int AnsiCodePage() override { return code_page; }
+  void SetAnsiCodePage(int value) override { code_page = value; }
 };
 
 }  // namespace scrivo

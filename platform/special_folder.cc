@@ -1,0 +1,24 @@
+#include "platform/special_folder.h"
+
+#include "errors/frame.h"
+#include "platform/seams/services.h"
+
+namespace scrivo {
+
+std::string GetSpecialFolder(WindowHandle window, std::int32_t folder_id) {
+  std::string path;
+  IgnoringErrors([&] {
+    std::uintptr_t item_list = 0;
+    if (TheServices().shell->SpecialFolderLocation(window, folder_id, &item_list) != 0) return;
+    IgnoringErrors([&] {
+      std::string buffer(260, '\0');
+      if (TheServices().desktop->PathFromItemList(item_list, buffer.data())) {
+        path = buffer.substr(0, buffer.find('\0'));
+      }
+    });
+    TheServices().shell->FreeItemList(item_list);
+  });
+  return path;
+}
+
+}  // namespace scrivo
