@@ -1,0 +1,151 @@
+#include "compiler/frm_hhc.h"
+
+#include "compiler/message_scan.h"
+#include "compiler/spawn_console_app.h"
+#include "errors/error_handler.h"
+#include "errors/frame.h"
+#include "generator/site/site.h"
+#include "platform/globals.h"
+#include "platform/registry.h"
+#include "platform/seams/services.h"
+
+namespace scrivo {
+namespace {
+
+constexpr const char* kLineBreak = "\r\n";
+
+std::unique_ptr<frmHHC>& DefaultInstance() {
+  static std::unique_ptr<frmHHC> form;
+  return form;
+}
+
+/// Makes the host show the files that a run has written.
+void RefreshHost() {
+  if (!Globals().HostApplication) return;
+  const std::shared_ptr<SiteWeb> web = Globals().HostApplication->CurrentWeb();
+  if (web) web->Refresh();
+}
+
+}  // namespace
+
+frmHHC& frmHHC::Load() {
+  if (!DefaultInstance()) DefaultInstance() = std::make_unique<frmHHC>();
+  return *DefaultInstance();
+}
+
+bool frmHHC::IsLoaded() { return DefaultInstance() != nullptr; }
+
+void frmHHC::Unload() {
+  if (!IsLoaded() || DefaultInstance()->running_) return;
+  IgnoringErrors([] { RefreshHost(); });
+  DefaultInstance().reset();
+}
+
+frmHHC::frmHHC() : view_(Globals().views->MakeRunView()), lines_(Globals().path_style) {}
+
+frmHHC::~frmHHC() = default;
+
+std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::string& Arguments) {
+  std::int32_t result = 0;
+  running_ = true;
+  messages_.clear();
+  exit_code_ = 0;
+  Procedure("Kestrel.frmHHC.Execute", [&](Steps& step) {
+    step([&] { view_->SetProgress("", 0); });
+    step([&] { ShowStart(); });
+    std::string tool;
+    step([&] { tool = FindTool(); });
+    if (!tool.empty()) {
+      RunTool("\"" + tool + "\" " + Arguments, WorkingDirectory);
+      result = exit_code_;
+      step([&] { AppendToTranscript(std::string(kLineBreak) + "Done!"); });
+      step([&] { messages_ = ScanForMessages(transcript_); });
+      if (!messages_.empty()) {
+        step([&] { TellMessages(); });
+        result = -1;
+      }
+      step([&] { ShowProgress(100); });
+    }
+    step([&] { ShowEnd(); });
+  });
+  if (running_) IgnoringErrors([&] { ShowEnd(); });  // a run that was left must not lock its window
+  return result;
+}
+
+void frmHHC::ShowStart() {
+  view_->ShowBusy(true);
+  view_->ShowModeless();
+  view_->EnableClose(false);
+  view_->Repaint();
+  TheServices().desktop->ProcessMessages();
+}
+
+void frmHHC::ShowEnd() {
+  view_->EnableClose(true);
+  view_->ShowBusy(false);
+  running_ = false;
+}
+
+std::string frmHHC::FindTool() {
+  CRegistry registry;
+  registry.Init(kHkeyCurrentUser);
+  const RegistryValue value =
+      registry.GetValue("Software\\Microsoft\\HTML Help Workshop", "InstallDir", std::string());
+  const std::string* text = std::get_if<std::string>(&value);
+  const std::string folder = text ? *text : "";
+  // The system finds the decompiler, through its search path; it needs no folder.
+  if (decompile_) return Globals().decompiler_file_name;
+  if (folder.empty()) {
+    TheServices().desktop->ShowMessage("Microsoft HTML Help WorkShop must be installed", kOkOnly,
+                                       kComponentTitle);
+    return "";
+  }
+  return folder + Separator(Globals().path_style) + Globals().compiler_file_name;
+}
+
+void frmHHC::RunTool(const std::string& command_line, const std::string& folder) {
+  try {
+    mHHC = std::make_unique<CSpawnConsoleApp>();
+    mHHC->OnProcessStarted = [this] { mHHC_OnProcessStarted(); };
+    mHHC->OnProcessOutputs = [this](const std::string& Output) { mHHC_OnProcessOutputs(Output); };
+    exit_code_ = mHHC->ExecuteApp(command_line, folder);
+  } catch (...) {
+    AppendToTranscript(kLineBreak + ("Error: " + ErrorFrom(std::current_exception()).description));
+  }
+  mHHC.reset();
+}
+
+void frmHHC::TellMessages() {
+  std::string text = "There are errors and warnings while compiling.";
+  for (const std::string& message : messages_) text += kLineBreak + message;
+  TheServices().desktop->ShowMessage(text, kInformation, kComponentTitle);
+}
+
+void frmHHC::ShowProgress(int percent) {
+  view_->SetProgress(std::to_string(percent) + " %", percent);
+}
+
+void frmHHC::AppendToTranscript(const std::string& text) {
+  transcript_ += text;
+  lines_.Add(text);
+  view_->AppendTranscript(text);
+}
+
+void frmHHC::mHHC_OnProcessStarted() {
+  ShowProgress(5);
+  // The same words whichever tool runs, on purpose.
+  transcript_ = std::string("Starting Microsoft HTML Help Workshop compiler") + kLineBreak;
+  lines_ = LineCount(Globals().path_style);
+  lines_.Add(transcript_);
+  view_->ReplaceTranscript(transcript_);
+  view_->Repaint();
+}
+
+void frmHHC::mHHC_OnProcessOutputs(const std::string& Output) {
+  IgnoringErrors([&] { ShowProgress(EstimateProgress(lines_.Breaks(), files_count_)); });
+  IgnoringErrors([&] { AppendToTranscript(Output); });
+  IgnoringErrors([&] { view_->Repaint(); });
+  IgnoringErrors([&] { TheServices().desktop->ProcessMessages(); });
+}
+
+}  // namespace scrivo

@@ -1,0 +1,32 @@
+#include "platform/seams/terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
+
+namespace scrivo {
+namespace {
+
+int Descriptor(StandardStream stream) {
+  return stream == StandardStream::kOutput ? STDOUT_FILENO : STDERR_FILENO;
+}
+
+}  // namespace
+
+bool IsTerminal(StandardStream stream) {
+  const char* kind = std::getenv("TERM");
+  const bool is_dumb = kind != nullptr && std::string_view(kind) == "dumb";
+  return isatty(Descriptor(stream)) != 0 && !is_dumb;
+}
+
+int TerminalColumns(StandardStream stream) {
+  winsize size{};
+  const bool tells = ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  return tells ? size.ws_col : 80;
+}
+
+int TerminalCodePage() { return 65001; }
+
+}  // namespace scrivo

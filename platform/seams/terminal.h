@@ -1,0 +1,19 @@
+#pragma once
+
+namespace scrivo {
+
+// What a command line program asks about the streams it talks through.
+
+enum class StandardStream { kOutput, kError };
+
+/// True when a person looks at the stream: it goes to a terminal and not to a file or a program.
+bool IsTerminal(StandardStream stream);
+
+/// How many characters a line of that terminal holds; 80 when it does not tell.
+int TerminalColumns(StandardStream stream);
+
+/// The code page of the text that programs of this system print and are given as arguments: UTF-8
+/// (65001) on POSIX, the ANSI code page on Windows.
+int TerminalCodePage();
+
+}  // namespace scrivo

@@ -1,0 +1,32 @@
+#include "platform/seams/terminal.h"
+
+#include "platform/win32/windows.h"
+
+namespace scrivo {
+namespace {
+
+HANDLE Handle(StandardStream stream) {
+  return GetStdHandle(stream == StandardStream::kOutput ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+}
+
+}  // namespace
+
+bool IsTerminal(StandardStream stream) {
+  DWORD mode = 0;
+  return GetConsoleMode(Handle(stream), &mode) != 0;
+}
+
+int TerminalColumns(StandardStream stream) {
+  CONSOLE_SCREEN_BUFFER_INFO info{};
+  if (!GetConsoleScreenBufferInfo(Handle(stream), &info)) return 80;
+  return info.srWindow.Right - info.srWindow.Left + 1;
+}
+
+int TerminalCodePage() {
+  // A console shows text in the OEM code page until it is told otherwise.
+  static const bool is_told = SetConsoleOutputCP(GetACP()) != 0;
+  (void)is_told;
+  return static_cast<int>(GetACP());
+}
+
+}  // namespace scrivo
