@@ -1,0 +1,343 @@
+#include "compiler/frm_hhc.h"
+
+#include "generator/site/site.h"
+#include "platform/registry.h"
+#include "tests/doubles/fake_run_view.h"
+#include "tests/doubles/fake_services.h"
+
+namespace scrivo {
+namespace {
+
+constexpr const char* kWorkshopKey = "Software\\Microsoft\\HTML Help Workshop";
+
+class FrmHHC : public WithFakeServices {
+ protected:
+  FrmHHC() {
+    Globals() = GlobalState(PathStyle::kWindows);
+    Globals().views = views;
+    frmHHC::Load();
+  }
+  ~FrmHHC() override {
+    frmHHC::Unload();
+    Globals() = GlobalState();
+  }
+
+  void Install(const std::string& folder) {
+    CRegistry keys;
+    keys.Init(kHkeyCurrentUser);
+    keys.SetValue(kWorkshopKey, "InstallDir", folder, kRegSz);
+  }
+  /// Runs an installed compiler that prints `outputs`.
+  std::int32_t Compile(std::deque<std::string> outputs) {
+    Install("C:\\HHW");
+    processes->outputs = std::move(outputs);
+    return frmHHC::Load().Execute("C:\\Webs\\site", "Scr1A2.hhp");
+  }
+  const ShownRun& Shown() const { return views->run; }
+
+  std::shared_ptr<FakeViews> views = std::make_shared<FakeViews>();
+};
+
+TEST_F(FrmHHC, RunsTheCompilerOfTheInstallFolderWithOnlyItsPathQuoted) {
+  Compile({});
+  ASSERT_EQ(processes->requests.size(), 1u);
+  EXPECT_EQ(processes->requests[0].command_line, "\"C:\\HHW\\hhc.exe\" Scr1A2.hhp");
+  EXPECT_EQ(processes->requests[0].folder, "C:\\Webs\\site");
+}
+
+TEST_F(FrmHHC, PassesArgumentsWithBlanksAsTheyAre) {
+  Install("C:\\HHW");
+  frmHHC::Load().Execute("C:\\", "my project.hhp");
+  EXPECT_EQ(processes->requests[0].command_line, "\"C:\\HHW\\hhc.exe\" my project.hhp");
+}
+
+TEST_F(FrmHHC, NamesTheCompilerAsTheSystemDoes) {
+  Globals() = GlobalState(PathStyle::kPosix);
+  Globals().views = views;
+  Install("/usr/bin");
+  frmHHC::Load().Execute("/srv/site", "Scr1A2.hhp");
+  EXPECT_EQ(processes->requests[0].command_line, "\"/usr/bin/hhc\" Scr1A2.hhp");
+}
+
+TEST_F(FrmHHC, ReturnsTheCompilersExitCodeWhenItGaveNoMessage) {
+  processes->exit_code = 1;
+  EXPECT_EQ(Compile({"Created C:\\a.chm\r\n"}), 1);
+  EXPECT_EQ(frmHHC::Load().ExitCode(), 1);
+  EXPECT_TRUE(desktop->messages.empty());
+  EXPECT_EQ(Shown().caption, "100 %");
+  EXPECT_EQ(Shown().flood, 100);
+}
+
+TEST_F(FrmHHC, TellsTheCompilersMessagesAndReturnsMinusOne) {
+  processes->exit_code = 1;
+  EXPECT_EQ(Compile({"HHC3004: Warning: a\r\nplain\r\nhhc5003: Error: b\r\n"}), -1);
+  ASSERT_EQ(desktop->messages.size(), 1u);
+  EXPECT_EQ(desktop->messages[0].text,
+            "There are errors and warnings while compiling.\r\nWarning: a\r\nError: b");
+  EXPECT_EQ(desktop->messages[0].style, 64u);
+  EXPECT_EQ(desktop->messages[0].caption, "Scrivo");
+  EXPECT_EQ(Shown().caption, "100 %");
+  EXPECT_EQ(frmHHC::Load().Messages(), (std::vector<std::string>{"Warning: a", "Error: b"}));
+  EXPECT_EQ(frmHHC::Load().ExitCode(), 1);
+}
+
+TEST_F(FrmHHC, FindsAMessageThatIsCutBetweenTwoReads) {
+  EXPECT_EQ(Compile({"01234567890123HH", "C30", "04: Warn", "ing: a\r", "\n"}), -1);
+  EXPECT_EQ(frmHHC::Load().Messages(), std::vector<std::string>{"Warning: a"});
+}
+
+TEST_F(FrmHHC, ShowsMessagesBeforeTheBarIsFull) {
+  std::string caption_at_message = "none";
+  class Watching : public FakeDesktop {
+   public:
+    Watching(std::string& caption, const ShownRun& shown) : caption_(caption), shown_(shown) {}
+    MessageAnswer ShowMessage(const std::string&, std::uint32_t, const std::string&) override {
+      caption_ = shown_.caption;
+      return MessageAnswer::kOk;
+    }
+
+   private:
+    std::string& caption_;
+    const ShownRun& shown_;
+  };
+  TheServices().desktop = std::make_shared<Watching>(caption_at_message, Shown());
+  frmHHC::Load().FilesCount(90);
+  Compile({"\r\nHHC1: a\r\n"});
+  EXPECT_EQ(caption_at_message, "3 %");
+}
+
+TEST_F(FrmHHC, FramesTheTranscriptWithItsOwnLines) {
+  Compile({"one\r\n", "two"});
+  const std::string expected =
+      "Starting Microsoft HTML Help Workshop compiler\r\none\r\ntwo\r\nDone!";
+  EXPECT_EQ(Shown().transcript, expected);
+  EXPECT_EQ(frmHHC::Load().Transcript(), expected);
+}
+
+TEST_F(FrmHHC, ReplacesTheTranscriptOfAnEarlierRun) {
+  Compile({"HHC1: a\r\n"});
+  EXPECT_EQ(Compile({"new"}), 0);
+  EXPECT_EQ(Shown().transcript, "Starting Microsoft HTML Help Workshop compiler\r\nnew\r\nDone!");
+  EXPECT_TRUE(frmHHC::Load().Messages().empty());
+}
+
+TEST_F(FrmHHC, GoesThroughBusyAndBackInOrder) {
+  Compile({"a"});
+  const std::vector<std::string> expected = {"progress |0",
+                                             "busy 1",
+                                             "show",
+                                             "close 0",
+                                             "repaint",  // start
+                                             "progress 5 %|5",
+                                             "replace",
+                                             "repaint",  // the child was started
+                                             "progress 10 %|10",
+                                             "append",
+                                             "repaint",  // its output
+                                             "progress 10 %|10",
+                                             "append",
+                                             "repaint",  // the end of it
+                                             "append",
+                                             "progress 100 %|100",
+                                             "close 1",
+                                             "busy 0"};  // Done!
+  EXPECT_EQ(Shown().log, expected);
+  EXPECT_TRUE(Shown().is_shown);
+}
+
+TEST_F(FrmHHC, LetsPendingMessagesBeProcessedBeforeItStarts) {
+  frmHHC::Load().Execute("C:\\", "a.hhp");  // no compiler: nothing else passes
+  EXPECT_EQ(desktop->message_passes, 1);
+}
+
+TEST_F(FrmHHC, CountsTheLinesBeforeTheNewOutputIsAppended) {
+  frmHHC::Load().FilesCount(90);
+  Compile({"a\r\nb\r\n", "c"});
+  std::vector<std::string> captions;
+  for (const std::string& entry : Shown().log) {
+    if (entry.starts_with("progress")) captions.push_back(entry.substr(9));
+  }
+  EXPECT_EQ(captions,
+            (std::vector<std::string>{"|0", "5 %|5", "1 %|1", "3 %|3", "3 %|3", "100 %|100"}));
+}
+
+TEST_F(FrmHHC, HoldsTheEstimateAt99) {
+  std::string lines;
+  for (int i = 0; i < 24; ++i) lines += "\r\n";
+  Compile({lines});
+  EXPECT_NE(std::find(Shown().log.begin(), Shown().log.end(), "progress 99 %|99"),
+            Shown().log.end());
+}
+
+TEST_F(FrmHHC, SaysThatNoCompilerIsInstalledAndRunsNothing) {
+  EXPECT_EQ(frmHHC::Load().Execute("C:\\", "a.hhp"), 0);
+  ASSERT_EQ(desktop->messages.size(), 1u);
+  EXPECT_EQ(desktop->messages[0].text, "Microsoft HTML Help WorkShop must be installed");
+  EXPECT_EQ(desktop->messages[0].style, 0u);
+  EXPECT_EQ(desktop->messages[0].caption, "Scrivo");
+  EXPECT_TRUE(processes->requests.empty());
+  EXPECT_EQ(Shown().caption, "");
+  EXPECT_EQ(Shown().transcript, "");
+  EXPECT_FALSE(Shown().is_busy);
+  EXPECT_TRUE(Shown().may_close);
+}
+
+TEST_F(FrmHHC, TakesAFolderThatIsNoTextForNone) {
+  CRegistry keys;
+  keys.Init(kHkeyCurrentUser);
+  keys.SetValue(kWorkshopKey, "InstallDir", std::int32_t{7}, kRegDword);
+  EXPECT_EQ(frmHHC::Load().Execute("C:\\", "a.hhp"), 0);
+  EXPECT_TRUE(processes->requests.empty());
+}
+
+TEST_F(FrmHHC, DecompilesThroughTheSearchPathWithoutAnInstalledCompiler) {
+  frmHHC::Load().Decompile(true);
+  frmHHC::Load().Execute("C:\\out", "-decompile C:\\out C:\\a.chm");
+  ASSERT_EQ(processes->requests.size(), 1u);
+  EXPECT_EQ(processes->requests[0].command_line, "\"hh.exe\" -decompile C:\\out C:\\a.chm");
+  EXPECT_TRUE(desktop->messages.empty());
+  EXPECT_TRUE(Shown().transcript.starts_with("Starting Microsoft HTML Help Workshop compiler\r\n"))
+      << "the same words for either tool";
+}
+
+TEST_F(FrmHHC, ReportsAToolThatCannotBeStartedAndFinishesTheRun) {
+  processes->starts = false;
+  processes->error = 2;
+  EXPECT_EQ(Compile({}), 0);
+  EXPECT_NE(ErrorLog().find("CreateProcess failed. Error: 2"), std::string::npos);
+  EXPECT_EQ(Shown().transcript, "\r\nDone!");
+  EXPECT_EQ(Shown().caption, "100 %");
+  EXPECT_TRUE(Shown().may_close);
+}
+
+TEST_F(FrmHHC, ShowsAnErrorThatReachesItInTheTranscript) {
+  // An error handler that fails itself lets its error through.
+  files->failures.emplace("append /log/errors.txt", Error(kDiskFull, "test", "full"));
+  processes->starts = false;
+  EXPECT_EQ(Compile({}), 0);
+  EXPECT_EQ(Shown().transcript, "\r\nError: CErrorHandler component failure\r\nDone!");
+  EXPECT_FALSE(Shown().is_busy);
+}
+
+TEST_F(FrmHHC, GoesOnWhenShowingOutputFails) {
+  class Stumbling : public FakeRunView {
+   public:
+    using FakeRunView::FakeRunView;
+    void SetProgress(const std::string& caption, int flood_percent) override {
+      if (caption == "10 %") throw Error(kInternalError, "test", "no bar");
+      FakeRunView::SetProgress(caption, flood_percent);
+    }
+  };
+  class StumblingViews : public ViewFactory {
+   public:
+    explicit StumblingViews(ShownRun& run) : run_(run) {}
+    std::unique_ptr<RunView> MakeRunView() override { return std::make_unique<Stumbling>(run_); }
+
+   private:
+    ShownRun& run_;
+  };
+  frmHHC::Unload();
+  Globals().views = std::make_shared<StumblingViews>(views->run);
+  processes->exit_code = 1;
+  EXPECT_EQ(Compile({"a"}), 1);
+  EXPECT_EQ(ErrorLog(), "");
+  EXPECT_TRUE(Shown().transcript.ends_with("a\r\nDone!"));
+}
+
+TEST_F(FrmHHC, CanBeClosedAfterARunThatWasLeft) {
+  // The message box fails, and the error handler's answer leaves the procedure.
+  class NoBoxes : public FakeDesktop {
+   public:
+    MessageAnswer ShowMessage(const std::string&, std::uint32_t, const std::string&) override {
+      throw Error(kOutOfMemory, "test", "no box");
+    }
+  };
+  TheServices().desktop = std::make_shared<NoBoxes>();
+  EXPECT_EQ(Compile({"HHC1: a"}), 0) << "the result reached so far is the exit code";
+  EXPECT_TRUE(Shown().may_close);
+  EXPECT_FALSE(Shown().is_busy);
+  frmHHC::Unload();
+  EXPECT_FALSE(frmHHC::IsLoaded());
+}
+
+TEST_F(FrmHHC, StaysLoadedWhileARunLasts) {
+  class Impatient : public FakeDesktop {
+   public:
+    void ProcessMessages() override { frmHHC::Unload(); }
+  };
+  TheServices().desktop = std::make_shared<Impatient>();
+  processes->exit_code = 1;
+  EXPECT_EQ(Compile({"a", "b"}), 1);
+  EXPECT_TRUE(frmHHC::IsLoaded());
+}
+
+TEST_F(FrmHHC, IsTracedUnderItsQualifiedName) {
+  ErrorHandler().TracingEnabled(true);
+  Compile({});
+  EXPECT_NE(files->files["/log/trace.txt"].find("Entered routine: Kestrel.frmHHC.Execute\r\n"),
+            std::string::npos);
+}
+
+TEST_F(FrmHHC, LoadsWithItsValuesReset) {
+  frmHHC& form = frmHHC::Load();
+  form.Decompile(true);
+  form.FilesCount(7);
+  form.ProjectPath("C:\\a.hhp");
+  EXPECT_EQ(&frmHHC::Load(), &form) << "loading twice keeps the window";
+  EXPECT_TRUE(form.Decompile());
+  EXPECT_EQ(form.ProjectPath(), "C:\\a.hhp");
+  frmHHC::Unload();
+  EXPECT_FALSE(Shown().exists);
+  EXPECT_FALSE(frmHHC::Load().Decompile());
+  EXPECT_EQ(frmHHC::Load().FilesCount(), 0);
+  EXPECT_EQ(frmHHC::Load().ProjectPath(), "");
+}
+
+/// A host with one web, or none, that counts its refreshes.
+class CountingHost : public HostApplication {
+ public:
+  class Web : public SiteWeb {
+   public:
+    int refreshes = 0;
+    bool fails = false;
+    std::string Url() override { return ""; }
+    std::shared_ptr<SiteFolder> BaseFolder() override { return nullptr; }
+    std::shared_ptr<SiteNode> NavigationRoot() override { return nullptr; }
+    std::shared_ptr<SiteNode> HomeNode() override { return nullptr; }
+    scrivo::OpenPages OpenPages() override { return {}; }
+    void Refresh() override {
+      ++refreshes;
+      if (fails) throw Error(kInternalError, "test", "no refresh");
+    }
+  };
+  std::shared_ptr<Web> web;
+
+  std::shared_ptr<SiteWeb> CurrentWeb() override { return web; }
+  std::string RelativeLocation(SiteWeb&, const std::string&) override { return ""; }
+  std::string Version() override { return ""; }
+};
+
+TEST_F(FrmHHC, RefreshesTheHostsWebWhenItIsUnloaded) {
+  auto host = std::make_shared<CountingHost>();
+  host->web = std::make_shared<CountingHost::Web>();
+  Globals().HostApplication = host;
+  frmHHC::Unload();
+  EXPECT_EQ(host->web->refreshes, 1);
+  frmHHC::Unload();
+  EXPECT_EQ(host->web->refreshes, 1) << "it is not loaded any more";
+}
+
+TEST_F(FrmHHC, IsUnloadedWithoutAWebOrWithOneThatCannotBeRefreshed) {
+  auto host = std::make_shared<CountingHost>();
+  Globals().HostApplication = host;
+  frmHHC::Unload();
+  EXPECT_FALSE(frmHHC::IsLoaded());
+  frmHHC::Load();
+  host->web = std::make_shared<CountingHost::Web>();
+  host->web->fails = true;
+  frmHHC::Unload();
+  EXPECT_FALSE(frmHHC::IsLoaded());
+}
+
+}  // namespace
+}  // namespace scrivo
