@@ -60,6 +60,9 @@ class Files {
   /// The short form of an existing path, a form that a command line takes without quotes; "" when
   /// there is none.
   virtual std::string ShortForm(const std::string& path) = 0;
+  /// The path with every symbolic link in it followed, so that two names of one folder give the
+  /// same; `path` itself where this cannot be found out.
+  virtual std::string RealPath(const std::string& path) { return path; }
 };
 
 /// Reads a file whole. Errors as Files::OpenForReading.

@@ -1,0 +1,119 @@
+#include "webs/disk_web.h"
+
+#include <algorithm>
+
+#include "platform/seams/error.h"
+#include "platform/seams/services.h"
+#include "webs/html_tag.h"
+#include "webs/web_snapshot.h"
+
+namespace scrivo {
+namespace {
+
+/// `path` with the separators of its style, none at its end.
+std::string FolderPathOf(std::string path, PathStyle style) {
+  const char separator = Separator(style);
+  if (style == PathStyle::kWindows) std::replace(path.begin(), path.end(), '/', separator);
+  while (path.size() > 1 && path.back() == separator) path.pop_back();
+  return path;
+}
+
+std::string UrlOf(const std::string& path, PathStyle style) {
+  if (style == PathStyle::kPosix) return "file://" + path;
+  std::string url = "file:///" + path;
+  std::replace(url.begin(), url.end(), '\\', '/');
+  return url;
+}
+
+class OpenedDiskWeb : public DiskWeb {
+ public:
+  explicit OpenedDiskWeb(std::shared_ptr<WebSource> source)
+      : source_(std::move(source)), snapshot_(std::make_shared<WebSnapshot>(source_)) {}
+
+  bool IsEmpty() const { return snapshot_->listing().FileCount() == 0; }
+
+  std::string Url() override { return source_->url; }
+  std::shared_ptr<SiteFolder> BaseFolder() override { return Now().Folder(0); }
+  std::shared_ptr<SiteNode> NavigationRoot() override { return Now().Node(0); }
+  std::shared_ptr<SiteNode> HomeNode() override {
+    const std::uint32_t home = Now().HomeNode();
+    return home == 0 ? nullptr : Now().Node(home);
+  }
+  /// Nothing edits a web on disk.
+  scrivo::OpenPages OpenPages() override { return {}; }
+  /// The folders are listed anew when something is next asked for, and what is wrong there is
+  /// reported again.
+  void Refresh() override { snapshot_ = nullptr; }
+
+  ContentsChoice ContentsUsed() override { return Now().TreeUsed(); }
+  SiteFiles PagesOutsideContents() override;
+  void ReportLostCharacters() override;
+
+ private:
+  WebSnapshot& Now() {
+    if (!snapshot_) snapshot_ = std::make_shared<WebSnapshot>(source_);
+    return *snapshot_;
+  }
+
+  const std::shared_ptr<WebSource> source_;
+  std::shared_ptr<WebSnapshot> snapshot_;  ///< null after a Refresh
+  bool has_reported_losses_ = false;
+};
+
+SiteFiles OpenedDiskWeb::PagesOutsideContents() {
+  SiteFiles pages = AllFiles(*this);
+  std::erase_if(pages, [](const std::shared_ptr<SiteFile>& file) {
+    const std::string extension = SmallAscii(file->Extension());
+    return (extension != "htm" && extension != "html") || file->NavigationEntry() != nullptr;
+  });
+  return pages;
+}
+
+void OpenedDiskWeb::ReportLostCharacters() {
+  const AnsiText& ansi = source_->ansi;
+  if (ansi.lost() == 0 || has_reported_losses_) return;
+  has_reported_losses_ = true;
+  std::string reason =
+      std::to_string(ansi.lost()) + (ansi.lost() == 1 ? " character was" : " characters were") +
+      " replaced by \"?\": code page " + std::to_string(ansi.code_page()) + " lacks them; ";
+  if (const auto code_page = ansi.CodePageForAll()) {
+    reason += "code page " + std::to_string(*code_page) + " has them all";
+  } else {
+    reason += "no code page has them all";
+  }
+  source_->report.Problem({source_->path, 0, std::move(reason)});
+}
+
+}  // namespace
+
+std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptions& options,
+                                     WebReport& report, PathStyle style) {
+  Services& services = TheServices();
+  const std::string folder = FolderPathOf(path, style);
+  if (!services.files->FolderExists(folder)) {
+    if (services.files->FileExists(folder)) {
+      throw Error(kPathNotFound, "DiskWeb",
+                  "The web " + folder + " is a file. Name the folder that the web lies in.");
+    }
+    throw Error(kPathNotFound, "DiskWeb",
+                "The web " + folder + " does not exist. Check the spelling of the path.");
+  }
+  const auto source = std::make_shared<WebSource>(
+      WebSource{services.files, folder, UrlOf(folder, style), style, options,
+                AnsiText(services.system->AnsiCodePage()), report});
+  std::shared_ptr<OpenedDiskWeb> web;
+  try {
+    web = std::make_shared<OpenedDiskWeb>(source);
+  } catch (const Error& error) {
+    throw Error(error.number, "DiskWeb",
+                "The web " + folder + " cannot be read (" + error.description +
+                    "). Ask for the right to read the folder.");
+  }
+  if (web->IsEmpty()) {
+    throw Error(kFileNotFound, "DiskWeb",
+                "The web " + folder + " has no files. Name the folder that holds its pages.");
+  }
+  return web;
+}
+
+}  // namespace scrivo

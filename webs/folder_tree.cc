@@ -1,0 +1,119 @@
+#include "webs/folder_tree.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "text/code_page.h"
+#include "webs/name_order.h"
+
+namespace scrivo {
+namespace {
+
+using Index = WebListing::Index;
+
+class FolderTreeBuilder {
+ public:
+  FolderTreeBuilder(const WebListing& listing, const std::function<std::string(Index)>& title,
+                    AnsiText* ansi)
+      : listing_(listing), title_(title), ansi_(*ansi) {}
+
+  ContentsTree Build() {
+    FindFoldersWithPages();
+    ContentsTree tree;
+    std::vector<Index> folders{0};  // of each node; kNone for a page
+    for (std::size_t i = 0; i < folders.size(); ++i) {
+      if (folders[i] == WebListing::kNone) continue;
+      std::vector<Entry> entries = EntriesOf(folders[i]);
+      tree.nodes[i].first_child = static_cast<std::uint32_t>(tree.nodes.size());
+      tree.nodes[i].child_count = static_cast<std::uint32_t>(entries.size());
+      for (Entry& entry : entries) {
+        tree.nodes.push_back(std::move(entry.node));
+        folders.push_back(entry.folder);
+      }
+    }
+    return tree;
+  }
+
+ private:
+  struct Entry {
+    std::string key;
+    ContentsNode node;
+    Index folder = WebListing::kNone;
+  };
+
+  void FindFoldersWithPages() {
+    has_pages_.resize(listing_.FolderCount());
+    // A folder stands before its subfolders in the listing.
+    for (Index folder = static_cast<Index>(listing_.FolderCount()); folder-- > 0;) {
+      const WebListing::Range files = listing_.FilesOf(folder);
+      for (Index file = files.begin; file != files.end && !has_pages_[folder]; ++file) {
+        has_pages_[folder] = IsHelpPage(listing_, file);
+      }
+      const WebListing::Range below = listing_.FoldersOf(folder);
+      for (Index sub = below.begin; sub != below.end && !has_pages_[folder]; ++sub) {
+        has_pages_[folder] = has_pages_[sub];
+      }
+    }
+  }
+
+  /// The index page of a folder, if a help file can show it.
+  Index Target(Index folder) const {
+    const Index page = WelcomePage(listing_, folder);
+    return page != WebListing::kNone && IsHelpPage(listing_, page) ? page : WebListing::kNone;
+  }
+
+  std::vector<Entry> EntriesOf(Index folder) const {
+    std::vector<Entry> entries;
+    const Index index_page = Target(folder);
+    const WebListing::Range files = listing_.FilesOf(folder);
+    for (Index file = files.begin; file != files.end; ++file) {
+      if (file != index_page && IsHelpPage(listing_, file)) entries.push_back(PageEntry(file));
+    }
+    const WebListing::Range below = listing_.FoldersOf(folder);
+    for (Index sub = below.begin; sub != below.end; ++sub) {
+      if (has_pages_[sub]) entries.push_back(FolderEntry(sub));
+    }
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const Entry& a, const Entry& b) { return a.key < b.key; });
+    if (folder == 0 && index_page != WebListing::kNone) {
+      entries.insert(entries.begin(), PageEntry(index_page));
+    }
+    return entries;
+  }
+
+  Entry PageEntry(Index file) const {
+    Entry entry;
+    entry.node.file = file;
+    entry.node.label = title_(file);
+    entry.key = PersonOrderKey(ToUtf8(entry.node.label, ansi_.code_page()));
+    return entry;
+  }
+
+  Entry FolderEntry(Index folder) const {
+    const Index target = Target(folder);
+    Entry entry;
+    if (target != WebListing::kNone) {
+      entry = PageEntry(target);
+    } else {
+      const std::string name = GuessedUtf8(listing_.FolderName(folder), ansi_.code_page());
+      entry.node.label = ansi_.From(name);
+      entry.key = PersonOrderKey(name);
+    }
+    entry.folder = folder;
+    return entry;
+  }
+
+  const WebListing& listing_;
+  const std::function<std::string(Index)>& title_;
+  AnsiText& ansi_;
+  std::vector<bool> has_pages_;  ///< by folder
+};
+
+}  // namespace
+
+ContentsTree BuildFolderTree(const WebListing& listing,
+                             const std::function<std::string(Index file)>& title, AnsiText* ansi) {
+  return FolderTreeBuilder(listing, title, ansi).Build();
+}
+
+}  // namespace scrivo

@@ -1,0 +1,256 @@
+#include "webs/web_snapshot.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/seams/error.h"
+#include "webs/folder_tree.h"
+#include "webs/html_tag.h"
+#include "webs/navigation_tree.h"
+#include "webs/structure_file.h"
+
+namespace scrivo {
+namespace {
+
+std::string ExtensionOf(const std::string& name) {
+  const std::size_t point = name.rfind('.');
+  return point == std::string::npos ? "" : name.substr(point + 1);
+}
+
+/// Whether a file with this extension holds HTML, with a title and meta tags.
+bool HoldsHtml(const std::string& extension) {
+  constexpr std::array<std::string_view, 8> kExtensions = {"htm", "html", "shtm", "shtml",
+                                                           "stm", "asp",  "aspx", "php"};
+  return std::find(kExtensions.begin(), kExtensions.end(), SmallAscii(extension)) !=
+         kExtensions.end();
+}
+
+}  // namespace
+
+class WebSnapshot::DiskFile : public SiteFile {
+ public:
+  DiskFile(WebSnapshot* web, Index index) : web_(*web), index_(index) {}
+
+  std::string Url() override {
+    return web_.source().url + "/" + web_.listing().FileLocation(index_);
+  }
+  std::string Extension() override { return ExtensionOf(web_.listing().FileName(index_)); }
+  std::string Property(const std::string& name) override {
+    const PageFacts& facts = web_.Facts(index_);
+    const std::string small = SmallAscii(name);
+    if (small == "keywords" && !facts.keywords.empty()) return facts.keywords;
+    for (const auto& [meta, content] : facts.metas) {
+      if (meta == small) return content;
+    }
+    throw Error(kObjectDoesNotSupportThis, "SiteFile",
+                "The page " + web_.listing().FilePath(index_) + " has no \"" + name + "\".");
+  }
+  std::shared_ptr<SiteNode> NavigationEntry() override {
+    const std::uint32_t node = web_.FirstNodeOf(index_);
+    return node == 0 ? nullptr : web_.Node(node);
+  }
+  std::string Title() override {
+    const std::string& title = web_.Facts(index_).title;
+    return title.empty() ? web_.listing().FileName(index_) : title;
+  }
+
+ private:
+  WebSnapshot& web_;
+  const Index index_;
+};
+
+class WebSnapshot::DiskFolder : public SiteFolder {
+ public:
+  DiskFolder(WebSnapshot* web, Index index) : web_(*web), index_(index) {}
+
+  SiteFiles Files() override {
+    const WebListing::Range range = web_.listing().FilesOf(index_);
+    SiteFiles files;
+    files.reserve(range.end - range.begin);
+    for (Index file = range.begin; file != range.end; ++file) files.push_back(web_.File(file));
+    return files;
+  }
+  SiteFolders Folders() override {
+    const WebListing::Range range = web_.listing().FoldersOf(index_);
+    SiteFolders folders;
+    folders.reserve(range.end - range.begin);
+    for (Index folder = range.begin; folder != range.end; ++folder) {
+      folders.push_back(web_.Folder(folder));
+    }
+    return folders;
+  }
+  std::string LocalPath() override { return web_.listing().FolderPath(index_); }
+
+ private:
+  WebSnapshot& web_;
+  const Index index_;
+};
+
+class WebSnapshot::DiskNode : public SiteNode {
+ public:
+  DiskNode(WebSnapshot* web, std::uint32_t index) : web_(*web), index_(index) {}
+
+  SiteNodes Children() override {
+    const ContentsNode& node = Self();
+    SiteNodes children;
+    children.reserve(node.child_count);
+    for (std::uint32_t i = 0; i < node.child_count; ++i) {
+      children.push_back(web_.Node(node.first_child + i));
+    }
+    return children;
+  }
+  std::shared_ptr<SiteFile> File() override {
+    const Index file = Self().file;
+    return file == WebListing::kNone ? nullptr : web_.File(file);
+  }
+  std::string Label() override { return Self().label; }
+  std::string Url() override {
+    const ContentsNode& node = Self();
+    if (node.file != WebListing::kNone) return web_.File(node.file)->Url();
+    // The address of a page elsewhere stands whole in the structure.
+    if (node.page.empty() || node.page.find(':') != std::string::npos) return node.page;
+    return web_.source().url + "/" + node.page;
+  }
+
+ private:
+  const ContentsNode& Self() { return web_.Tree().nodes[index_]; }
+
+  WebSnapshot& web_;
+  const std::uint32_t index_;
+};
+
+WebSnapshot::WebSnapshot(std::shared_ptr<WebSource> source)
+    : source_(std::move(source)),
+      listing_(*source_->files, source_->path, source_->style, source_->ansi.code_page(),
+               source_->report),
+      reader_(*source_->files, source_->options.index, &source_->ansi, source_->report),
+      facts_(listing_.FileCount()) {
+  file_objects_.reserve(listing_.FileCount());
+  for (Index file = 0; file < listing_.FileCount(); ++file) file_objects_.emplace_back(this, file);
+  folder_objects_.reserve(listing_.FolderCount());
+  for (Index folder = 0; folder < listing_.FolderCount(); ++folder) {
+    folder_objects_.emplace_back(this, folder);
+  }
+}
+
+WebSnapshot::~WebSnapshot() = default;
+
+const ContentsTree& WebSnapshot::Tree() {
+  if (!has_tree_) ReadTree();
+  return tree_;
+}
+
+ContentsChoice WebSnapshot::TreeUsed() {
+  Tree();
+  return tree_used_;
+}
+
+std::uint32_t WebSnapshot::FirstNodeOf(Index file) {
+  Tree();
+  return first_nodes_[file];
+}
+
+std::uint32_t WebSnapshot::HomeNode() {
+  const ContentsNode& root = Tree().nodes[0];
+  std::uint32_t home = 0;
+  int home_rank = -1;
+  for (std::uint32_t i = root.first_child; i < root.first_child + root.child_count; ++i) {
+    const Index file = tree_.nodes[i].file;
+    if (file == WebListing::kNone || listing_.FolderOf(file) != 0) continue;
+    const int rank = WelcomeRank(listing_.FileKey(file));
+    if (rank >= 0 && (home_rank < 0 || rank < home_rank)) {
+      home = i;
+      home_rank = rank;
+    }
+  }
+  return home;
+}
+
+const PageFacts& WebSnapshot::Facts(Index file) {
+  static const PageFacts kNone;
+  if (!HoldsHtml(ExtensionOf(listing_.FileName(file)))) return kNone;
+  std::unique_ptr<PageFacts>& facts = facts_[file];
+  if (!facts) {
+    const char separator = Separator(source_->style);
+    const Index folder = listing_.FolderOf(file);
+    std::string notes;
+    if (listing_.HasNotes(folder)) {
+      notes = listing_.FolderPath(folder) + separator + "_vti_cnf" + separator +
+              listing_.FileName(file);
+    }
+    facts = std::make_unique<PageFacts>(reader_.Read(listing_.FilePath(file), notes));
+  }
+  return *facts;
+}
+
+std::shared_ptr<SiteFile> WebSnapshot::File(Index file) {
+  return {shared_from_this(), &file_objects_[file]};
+}
+
+std::shared_ptr<SiteFolder> WebSnapshot::Folder(Index folder) {
+  return {shared_from_this(), &folder_objects_[folder]};
+}
+
+std::shared_ptr<SiteNode> WebSnapshot::Node(std::uint32_t node) {
+  Tree();
+  return {shared_from_this(), &node_objects_[node]};
+}
+
+ContentsTree WebSnapshot::ReadNavigation() {
+  const char separator = Separator(source_->style);
+  const std::string path = source_->path + separator + "_vti_pvt" + separator + "structure.cnf";
+  std::string text;
+  try {
+    if (source_->files->FileExists(path)) {
+      text = ReadWholeFile(*source_->files, path);
+    } else if (source_->options.contents == ContentsChoice::kNavigation) {
+      source_->report.Problem({path, 0, "the file does not exist: the web has no navigation"});
+    }
+  } catch (const Error& error) {
+    source_->report.Problem({path, 0, "the navigation could not be read: " + error.description});
+  }
+  return BuildNavigationTree(ParseStructure(text, path, source_->report), listing_, &source_->ansi,
+                             path, source_->report);
+}
+
+bool WebSnapshot::HoldsMoreThanHomePage(const ContentsTree& tree) const {
+  const Index home = WelcomePage(listing_, 0);
+  return std::any_of(tree.nodes.begin() + 1, tree.nodes.end(), [home](const ContentsNode& node) {
+    return node.file == WebListing::kNone || node.file != home;
+  });
+}
+
+void WebSnapshot::ReadTree() {
+  const ContentsChoice choice = source_->options.contents;
+  tree_used_ = ContentsChoice::kFolders;
+  if (choice != ContentsChoice::kFolders) {
+    tree_ = ReadNavigation();
+    if (choice == ContentsChoice::kNavigation || HoldsMoreThanHomePage(tree_)) {
+      tree_used_ = ContentsChoice::kNavigation;
+    }
+  }
+  if (tree_used_ == ContentsChoice::kFolders) {
+    tree_ = BuildFolderTree(
+        listing_, [this](Index file) { return File(file)->Title(); }, &source_->ansi);
+  }
+  node_objects_.reserve(tree_.nodes.size());
+  for (std::uint32_t i = 0; i < tree_.nodes.size(); ++i) node_objects_.emplace_back(this, i);
+  FindFirstNodes();
+  has_tree_ = true;
+}
+
+void WebSnapshot::FindFirstNodes() {
+  first_nodes_.assign(listing_.FileCount(), 0);
+  std::vector<std::uint32_t> pending{0};
+  while (!pending.empty()) {
+    const std::uint32_t i = pending.back();
+    pending.pop_back();
+    const ContentsNode& node = tree_.nodes[i];
+    if (node.file != WebListing::kNone && first_nodes_[node.file] == 0) {
+      first_nodes_[node.file] = i;
+    }
+    for (std::uint32_t c = node.child_count; c-- > 0;) pending.push_back(node.first_child + c);
+  }
+}
+
+}  // namespace scrivo
