@@ -5,6 +5,7 @@
 #include <bit>
 
 #include "chm/container_format.h"
+#include "chm/interval_search.h"
 #include "chm/little_endian.h"
 
 namespace scrivo::chm {
@@ -93,14 +94,24 @@ std::uint64_t ChooseLength(const Storage& storage, std::uint64_t by_table, std::
   return taken;
 }
 
+// SpanInfo, or else what the entries need.
+std::uint64_t LengthWithoutTable(const Storage& storage, const Directory& directory) {
+  std::array<std::uint8_t, 8> bytes;
+  if (storage.Read(kSpanInfoName, bytes)) return LoadLe64(bytes.data());
+  std::uint64_t length = 0;
+  for (const Entry& entry : directory.entries()) {
+    if (entry.section != kSectionCompressed) continue;
+    const std::uint64_t end = entry.offset + entry.length;
+    if (end >= entry.offset) length = std::max(length, end);
+  }
+  return length;
+}
+
 bool ReadResetTable(const ByteSource& source, const Storage& storage, CompressedSection* section,
                     Problems* problems) {
   const Entry* table = storage.Find(kResetTableName);
   std::array<std::uint8_t, reset_table::kHeaderLength> header;
-  if (table == nullptr || !storage.Read(kResetTableName, header)) {
-    AddProblem(problems, {ProblemKind::kResetTable});
-    return false;
-  }
+  if (table == nullptr || !storage.Read(kResetTableName, header)) return false;
   const auto check = [&](std::uint64_t value, std::uint64_t usual) {
     if (value != usual) AddProblem(problems, {ProblemKind::kResetTableHeader, value, usual});
   };
@@ -167,7 +178,11 @@ std::optional<CompressedSection> ReadCompressedSection(const ByteSource& source,
     AddProblem(problems, {ProblemKind::kContentCut, section.content_length, content->length});
   }
   ReadParameters(storage, &section, problems);
-  if (!ReadResetTable(source, storage, &section, problems)) return std::nullopt;
+  if (!ReadResetTable(source, storage, &section, problems)) {
+    AddProblem(problems, {ProblemKind::kResetTable});
+    section.length = LengthWithoutTable(storage, directory);
+    FindIntervals(source, &section);
+  }
   return section;
 }
 
@@ -179,12 +194,10 @@ std::size_t IntervalDecoder::Decode(std::size_t index, std::span<std::uint8_t> o
   const bool last = index + 1 == section_.starts.size();
   const std::uint64_t end = last ? section_.content_length : section_.starts[index + 1];
   if (start >= section_.content_length || end <= start) return 0;
-  // Raw blocks make an interval a little longer than its output; anything far longer is no
-  // interval.
-  const std::uint64_t most = 2 * section_.interval + kLzxFrameSize;
   const std::uint64_t stated = end - start;
   const std::uint64_t left = section_.content_length - start;
-  input_.resize(static_cast<std::size_t>(std::min({stated, left, most})));
+  input_.resize(
+      static_cast<std::size_t>(std::min({stated, left, section_.MaxCompressedInterval()})));
   if (!source_.ReadAt(section_.content_offset + start, input_)) return 0;
 
   const LzxResult result = decoder_.DecodeInterval(input_, output);

@@ -28,6 +28,9 @@ struct CompressedSection {
   std::uint64_t DecodableLength() const;
   // Bytes of output of interval `index`, which is below starts.size(), rounded up to whole frames.
   std::size_t PaddedLength(std::size_t index) const;
+  // No interval takes more bytes in the stream: uncompressed blocks make it a little longer than
+  // its output, and nothing makes it far longer.
+  std::uint64_t MaxCompressedInterval() const { return 2 * interval + kLzxFrameSize; }
 };
 
 // Finds out about the section through the entries that describe it; `*content_offset` is where

@@ -1,0 +1,84 @@
+#include "cli/hh_command.h"
+
+#include <filesystem>
+#include <memory>
+#include <ostream>
+#include <system_error>
+
+#include "chm/output_folder.h"
+#include "chm/problem.h"
+#include "chm/unpack.h"
+#include "cli/decompile_arguments.h"
+#include "cli/help_file.h"
+
+namespace scrivo {
+namespace {
+
+constexpr int kAllUnpacked = 0;
+constexpr int kNotAllUnpacked = 1;
+constexpr int kMisuse = 2;
+
+constexpr char kUsage[] =
+    "usage: hh -decompile [-v] [--internal] FOLDER FILE\n"
+    "Unpacks the compiled help file FILE into FOLDER, which is made if need be.\n"
+    "  -v          name every file that is written\n"
+    "  --internal  also write the streams of the help system (#SYSTEM, $FIftiMain, ...)\n"
+    "Exit status: 0 when all was unpacked, 1 when something was not or got another name,\n"
+    "2 when the command line is not understood.\n";
+
+std::filesystem::path ToPath(const std::string& utf8) {
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
+class Printer : public chm::UnpackListener {
+ public:
+  Printer(bool verbose, std::ostream& out, std::ostream& err)
+      : verbose_(verbose), out_(out), err_(err) {}
+
+  void OnFile(const chm::PlannedFile& file) override {
+    if (verbose_) out_ << chm::PrintableName(file.path) << '\n';
+  }
+  void OnProblem(const chm::Problem& problem) override {
+    err_ << "hh: " << chm::Describe(problem) << '\n';
+  }
+  void OnProgress(std::uint64_t, std::uint64_t) override {}
+
+ private:
+  bool verbose_;
+  std::ostream& out_;
+  std::ostream& err_;
+};
+
+}  // namespace
+
+int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+  std::error_code ignored;
+  const auto parsed = ParseDecompileArguments(
+      arguments,
+      [&](const std::string& path) {
+        return std::filesystem::is_regular_file(ToPath(path), ignored);
+      },
+      [&](const std::string& path) {
+        return std::filesystem::is_directory(ToPath(path), ignored);
+      });
+  if (!parsed) {
+    err << kUsage;
+    return kMisuse;
+  }
+  const HelpFile file = OpenHelpFile(parsed->file, "hh", err);
+  if (file.reader == nullptr) return kNotAllUnpacked;
+
+  std::error_code error;
+  const auto folder = chm::OpenOutputFolder(ToPath(parsed->folder), &error);
+  if (folder == nullptr) {
+    err << "hh: " << chm::PrintableName(parsed->folder) << ": " << error.message() << '\n';
+    return kNotAllUnpacked;
+  }
+  Printer printer(parsed->verbose, out, err);
+  chm::UnpackOptions options;
+  options.internal = parsed->internal;
+  const chm::UnpackResult result = chm::Unpack(*file.reader, *folder, options, printer);
+  return file.flawless && result.problems == 0 ? kAllUnpacked : kNotAllUnpacked;
+}
+
+}  // namespace scrivo
