@@ -36,6 +36,7 @@ class Steps {
   friend void Procedure(const std::string& qualified_name, Body&& body);
   template <typename Statement>
   friend bool IgnoringErrors(Statement&& statement);
+  friend class ProcedureLevel;
 
   /// Thrown to leave the procedure after an abort; never leaves Procedure.
   struct Abort {};

@@ -19,12 +19,12 @@ struct Item {
   std::string key;
   std::string caption;
   ItemKind kind;
-  std::string text;  ///< what is shown or typed (kText, kTextWithButton, kList)
-  std::string data;  ///< what is meant by it (kList: the chosen entry's key)
+  std::string text{};  ///< what is shown or typed (kText, kTextWithButton, kList)
+  std::string data{};  ///< what is meant by it (kList: the chosen entry's key)
   bool checked = false;
   float size = 0;        ///< layout value of a separator
   float edit_width = 0;  ///< width of the edit part, in twips
-  std::vector<ListEntry> entries;
+  std::vector<ListEntry> entries{};
 };
 
 /// The rows of a parameter dialog as plain data: the presenter fills and reads them, a view shows

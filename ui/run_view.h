@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "ui/main_view.h"
+
 namespace scrivo {
 
 /// What a compiler run shows itself through: a window, a terminal or a test.
@@ -29,6 +31,10 @@ class ViewFactory {
   virtual ~ViewFactory() = default;
 
   virtual std::unique_ptr<RunView> MakeRunView() = 0;
+  /// The window of the compile dialog, hidden; null in a program without windows. All three
+  /// arguments outlive it.
+  virtual std::unique_ptr<MainView> MakeMainView(MainViewEvents& events, ItemPanel& panel,
+                                                 ButtonStrip& strip);
 };
 
 }  // namespace scrivo

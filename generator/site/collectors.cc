@@ -10,30 +10,43 @@ void PushReversed(const Items& items, Items* pending) {
   pending->insert(pending->end(), items.rbegin(), items.rend());
 }
 
+template <typename Items>
+typename Items::value_type PopBack(Items* pending) {
+  typename Items::value_type item = std::move(pending->back());
+  pending->pop_back();
+  return item;
+}
+
 }  // namespace
 
-SiteFiles AllFiles(SiteWeb& web) {
+void RunDirectly(const std::function<void()>& statement) { statement(); }
+
+SiteFiles AllFiles(SiteWeb& web, const StatementRunner& run) {
   SiteFiles files;
-  SiteFolders pending{web.BaseFolder()};
+  SiteFolders pending;
+  run([&] { pending.push_back(web.BaseFolder()); });
   while (!pending.empty()) {
-    const std::shared_ptr<SiteFolder> folder = std::move(pending.back());
-    pending.pop_back();
-    const SiteFiles own = folder->Files();
-    files.insert(files.end(), own.begin(), own.end());
-    PushReversed(folder->Folders(), &pending);
+    const std::shared_ptr<SiteFolder> folder = PopBack(&pending);
+    run([&] {
+      const SiteFiles own = folder->Files();
+      files.insert(files.end(), own.begin(), own.end());
+    });
+    run([&] { PushReversed(folder->Folders(), &pending); });
   }
   return files;
 }
 
-SiteNodes AllNodes(SiteWeb& web) {
+SiteNodes AllNodes(SiteWeb& web, const StatementRunner& run) {
   SiteNodes nodes;
   SiteNodes pending;
-  PushReversed(web.NavigationRoot()->Children(), &pending);
+  run([&] {
+    const std::shared_ptr<SiteNode> root = web.NavigationRoot();
+    if (root) PushReversed(root->Children(), &pending);
+  });
   while (!pending.empty()) {
-    nodes.push_back(std::move(pending.back()));
-    pending.pop_back();
-    const SiteNodes children = nodes.back()->Children();
-    if (!children.empty()) PushReversed(children, &pending);
+    const std::shared_ptr<SiteNode> node = PopBack(&pending);
+    nodes.push_back(node);
+    run([&] { PushReversed(node->Children(), &pending); });
   }
   return nodes;
 }

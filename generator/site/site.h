@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -104,10 +105,18 @@ class HostApplication {
   virtual std::string Version() = 0;
 };
 
-/// Every file of the web: a folder's own files in order, then those of each subfolder the same way.
-SiteFiles AllFiles(SiteWeb& web);
+/// Runs one statement of a collector, which calls into the host; what it does about a failure is
+/// its own affair. A statement that it skips adds nothing.
+using StatementRunner = std::function<void(const std::function<void()>& statement)>;
 
-/// Every node below the root: a node, then its descendants. The root itself is not listed.
-SiteNodes AllNodes(SiteWeb& web);
+/// Lets a failure pass to the collector's caller.
+void RunDirectly(const std::function<void()>& statement);
+
+/// Every file of the web: a folder's own files in order, then those of each subfolder the same way.
+SiteFiles AllFiles(SiteWeb& web, const StatementRunner& run = RunDirectly);
+
+/// Every node below the root: a node, then its descendants. The root itself is not listed; a web
+/// without a root has no nodes.
+SiteNodes AllNodes(SiteWeb& web, const StatementRunner& run = RunDirectly);
 
 }  // namespace scrivo

@@ -1,0 +1,58 @@
+// The page that links the files of the "_derived" folder: frmMain::LinksToDerived.
+
+#include <algorithm>
+
+#include "errors/frame.h"
+#include "generator/frm_main.h"
+#include "generator/project_names.h"
+#include "platform/paths.h"
+#include "platform/seams/services.h"
+#include "platform/text_file.h"
+
+namespace scrivo {
+namespace {
+
+std::string LowerCase(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+  return text;
+}
+
+/// The names of a folder's own files, in name order without regard to case (bytes break ties), so
+/// that the same web always gives the same page.
+std::vector<std::string> FileNamesIn(const std::string& folder) {
+  std::vector<std::pair<std::string, std::string>> sorted;
+  for (const FolderEntry& entry : TheServices().files->List(folder)) {
+    if (!entry.is_folder) sorted.emplace_back(LowerCase(entry.name), entry.name);
+  }
+  std::sort(sorted.begin(), sorted.end());
+  std::vector<std::string> names;
+  for (auto& [key, name] : sorted) names.push_back(std::move(name));
+  return names;
+}
+
+}  // namespace
+
+void frmMain::LinksToDerived() {
+  Procedure("Kestrel.frmMain.LinksToDerived", [&](Steps& step) {
+    std::string path;
+    step([&] { path = NewTemporaryPath(); });
+    IgnoringErrors([&] { TheServices().files->Remove(path, false); });
+    derived_path_ = path + ".htm";  // the ".tmp" stays in the name on purpose
+
+    std::string text = "<HTML><HEAD><TITLE></TITLE></HEAD><BODY>\r\n";
+    std::string folder;
+    bool exists = false;
+    IgnoringErrors([&] {
+      folder = JoinPath(OpenWeb().BaseFolder()->LocalPath(), "_derived");
+      exists = TheServices().files->FolderExists(folder);
+    });
+    std::vector<std::string> names;
+    if (exists) step([&] { names = FileNamesIn(folder); });
+    for (const std::string& name : names) text += "<img src=\"_derived/" + name + "\">\r\n";
+    text += "</BODY></HTML>";  // the writer ends the line
+    step([&] { WriteTextFile(derived_path_, text); });
+  });
+}
+
+}  // namespace scrivo

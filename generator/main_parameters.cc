@@ -1,0 +1,164 @@
+// The values of the compile dialog: frmMain::BuildUI, which fills them, and their saving.
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "errors/error_handler.h"
+#include "errors/frame.h"
+#include "generator/frm_main.h"
+#include "generator/number_text.h"
+#include "platform/globals.h"
+#include "platform/paths.h"
+#include "platform/seams/error.h"
+#include "platform/seams/services.h"
+#include "platform/settings.h"
+
+namespace scrivo {
+namespace {
+
+constexpr float kSeparatorSize = 30;
+constexpr int kListEntryParameter = 900;
+
+struct CheckBoxDefault {
+  const char* key;
+  const char* saved_as;
+};
+constexpr CheckBoxDefault kCheckBoxes[] = {
+    {"USEKEYWORDS", "1"}, {"FAVORITES", "1"},        {"VIEWRESULT", "1"},
+    {"CLOSELOG", "1"},    {"LEAVEPROJECTFILE", "0"},
+};
+
+/// The web open in the host, null when none is open.
+std::shared_ptr<SiteWeb> CurrentWeb() {
+  const std::shared_ptr<HostApplication> host = Globals().HostApplication;
+  if (!host) throw Error(kObjectNotSet, "Scrivo.frmMain", "No host application is connected");
+  return host->CurrentWeb();
+}
+
+/// The label of the web's home page, else the last name of the web's address.
+std::string DefaultTitle(SiteWeb& web) {
+  const std::shared_ptr<SiteNode> home = web.HomeNode();
+  if (home) return home->Label();
+  const std::string address = web.Url();
+  return address.substr(address.rfind('/') + 1);
+}
+
+/// Only "/" and ":" are replaced in the file name, on purpose.
+std::string DefaultOutput(const std::string& folder, std::string title) {
+  std::replace(title.begin(), title.end(), '/', '_');
+  std::replace(title.begin(), title.end(), ':', '_');
+  return JoinPath(folder, title + ".CHM");
+}
+
+std::string CheckText(const Item& box) { return box.checked ? "1" : "0"; }
+
+}  // namespace
+
+SiteWeb& frmMain::OpenWeb() const {
+  if (!web_) throw Error(kObjectNotSet, "Scrivo.frmMain", "No web is open");
+  return *web_;
+}
+
+std::string frmMain::Setting(const std::string& key, const std::string& value_when_missing) const {
+  return GetSetting(kComponentTitle, OpenWeb().Url(), key, value_when_missing);
+}
+
+bool frmMain::BuildUI() {
+  bool ready = false;
+  Procedure("Kestrel.frmMain.BuildUI", [&](Steps& step) {
+    step([&] { web_ = CurrentWeb(); });
+    if (!web_) {
+      step([&] {
+        TheServices().desktop->ShowMessage("Open site first", kInformation | kOkOnly,
+                                           kComponentTitle);
+      });
+      return;
+    }
+    step([&] {
+      std::string address = web_->Url();
+      Globals().working_folder = UrlToPath(address);
+    });
+    step([&] { params_["SEP0"].size = kSeparatorSize; });
+    step([&] { params_["TITLE"].text = Setting("TITLE", DefaultTitle(*web_)); });
+    step([&] { params_["SEP1"].size = kSeparatorSize; });
+    FillDefaultPages(step);
+    step([&] { params_["SEP2"].size = kSeparatorSize; });
+    step([&] {
+      params_["OUTPUT"].text =
+          Setting("OUTPUT", DefaultOutput(Globals().working_folder, params_["TITLE"].text));
+    });
+    step([&] { params_["SEP3"].size = kSeparatorSize; });
+    for (const CheckBoxDefault& box : kCheckBoxes) {
+      step([&] { params_[box.key].checked = NumberFromText(Setting(box.key, box.saved_as)) == 1; });
+    }
+    ready = true;
+  });
+  return ready;
+}
+
+/// Statements of BuildUI.
+void frmMain::FillDefaultPages(Steps& step) {
+  Item& item = params_["DEFAULTPAGE"];
+  item.text.clear();
+  item.data.clear();
+  item.entries.clear();
+
+  std::string chosen;
+  step([&] { chosen = Setting("DEFAULTPAGE", ""); });
+  SiteNodes nodes;
+  step([&] { nodes = AllNodes(); });
+  std::unordered_set<std::string> listed;
+  for (const std::shared_ptr<SiteNode>& node : nodes) {
+    bool has_file = false;
+    step([&] { has_file = node->File() != nullptr; });
+    if (!has_file) continue;
+    step([&] {
+      const std::string address = node->Url();
+      const std::string label = node->Label();
+      if (chosen.empty() || chosen == address) {
+        item.text = label;
+        item.data = address;
+        chosen = address;
+      }
+      if (listed.insert(address).second) {
+        item.entries.push_back({label, address, kListEntryParameter});
+      }
+    });
+  }
+}
+
+void frmMain::SaveParameters() {
+  const auto save = [&](const char* key, const auto& text) {
+    IgnoringErrors([&] { SaveSetting(kComponentTitle, OpenWeb().Url(), key, text()); });
+  };
+  save("LEFT", [&] { return TextOfSingle(View().Left()); });
+  save("HEIGHT", [&] { return TextOfSingle(View().Height()); });
+  save("TOP", [&] { return TextOfSingle(View().Top()); });
+  save("WIDTH", [&] { return TextOfSingle(View().Width()); });
+  save("TITLE", [&] { return params_["TITLE"].text; });
+  save("USEKEYWORDS", [&] { return CheckText(params_["USEKEYWORDS"]); });
+  save("FAVORITES", [&] { return CheckText(params_["FAVORITES"]); });
+  save("DEFAULTPAGE", [&] { return params_["DEFAULTPAGE"].data; });
+  save("VIEWRESULT", [&] { return CheckText(params_["VIEWRESULT"]); });
+  save("OUTPUT", [&] { return params_["OUTPUT"].text; });
+  save("CLOSELOG", [&] { return CheckText(params_["CLOSELOG"]); });
+  save("LEAVEPROJECTFILE", [&] { return CheckText(params_["LEAVEPROJECTFILE"]); });
+}
+
+SiteFiles frmMain::AllFiles() {
+  SiteFiles files;
+  Procedure("Kestrel.frmMain.AllFiles", [&](Steps& step) {
+    files = scrivo::AllFiles(OpenWeb(), [&](const auto& statement) { step(statement); });
+  });
+  return files;
+}
+
+SiteNodes frmMain::AllNodes() {
+  SiteNodes nodes;
+  Procedure("Kestrel.frmMain.AllNodes", [&](Steps& step) {
+    nodes = scrivo::AllNodes(OpenWeb(), [&](const auto& statement) { step(statement); });
+  });
+  return nodes;
+}
+
+}  // namespace scrivo

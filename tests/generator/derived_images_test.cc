@@ -1,0 +1,111 @@
+#include "tests/generator/generator_test.h"
+
+namespace scrivo {
+namespace {
+
+constexpr char kStart[] = "<HTML><HEAD><TITLE></TITLE></HEAD><BODY>\r\n";
+constexpr char kEnd[] = "</BODY></HTML>\r\n";
+constexpr char kPage[] = "C:\\Webs\\site\\Scr1A2.tmp.htm";
+
+class DerivedImagesTest : public GeneratorTest {
+ protected:
+  void AddDerived(const std::string& name) {
+    files->folders.insert("C:\\Webs\\site\\_derived");
+    files->files["C:\\Webs\\site\\_derived\\" + name] = "image";
+  }
+  std::string Page() {
+    Form()->LinksToDerived();
+    EXPECT_EQ(Form()->DerivedPath(), kPage);
+    return Written(kPage);
+  }
+};
+
+TEST_F(DerivedImagesTest, EveryFileOfTheFolderIsLinkedOneALine) {
+  AddDerived("a.gif");
+  AddDerived("b.gif");
+  EXPECT_EQ(Page(), std::string(kStart) +
+                        "<img src=\"_derived/a.gif\">\r\n<img src=\"_derived/b.gif\">\r\n" + kEnd);
+}
+
+TEST_F(DerivedImagesTest, WithoutTheFolderThePageIsEmpty) {
+  EXPECT_EQ(Page(), std::string(kStart) + kEnd);
+  EXPECT_EQ(Reports(), 0);
+}
+
+TEST_F(DerivedImagesTest, FilesOfSubfoldersAreNotLinked) {
+  AddDerived("a.gif");
+  files->folders.insert("C:\\Webs\\site\\_derived\\sub");
+  files->files["C:\\Webs\\site\\_derived\\sub\\b.gif"] = "image";
+  EXPECT_EQ(Page(), std::string(kStart) + "<img src=\"_derived/a.gif\">\r\n" + kEnd);
+}
+
+TEST_F(DerivedImagesTest, NamesAreWrittenAsTheyAreWhateverTheirType) {
+  AddDerived("a \"b\" & <c>.txt");
+  EXPECT_EQ(Page(), std::string(kStart) + "<img src=\"_derived/a \"b\" & <c>.txt\">\r\n" + kEnd);
+}
+
+TEST_F(DerivedImagesTest, NamesComeInNameOrderWithoutRegardToCase) {
+  for (const char* name : {"b", "C", "A", "a"}) AddDerived(name);
+  EXPECT_EQ(Page(), std::string(kStart) +
+                        "<img src=\"_derived/A\">\r\n<img src=\"_derived/a\">\r\n"
+                        "<img src=\"_derived/b\">\r\n<img src=\"_derived/C\">\r\n" +
+                        kEnd);
+}
+
+TEST_F(DerivedImagesTest, TheTemporaryNameKeepsItsEndingAndIsFreed) {
+  Page();
+  EXPECT_EQ(files->files.count("C:\\Webs\\site\\Scr1A2.tmp"), 0U);
+}
+
+TEST_F(DerivedImagesTest, ABaseFolderThatFailsCountsAsNoImages) {
+  AddDerived("a.gif");
+  Form();
+  site.Fail("LocalPath", 1);
+  EXPECT_EQ(Page(), std::string(kStart) + kEnd);
+  EXPECT_EQ(Reports(), 0);
+}
+
+TEST_F(DerivedImagesTest, AFolderThatCannotBeListedIsAnsweredByTheUser) {
+  AddDerived("a.gif");
+  files->failures.emplace("list C:\\Webs\\site\\_derived",
+                          Error(kPermissionDenied, "", "Permission denied"));
+  dialog->answers = {"IGNORE"};
+  EXPECT_EQ(Page(), std::string(kStart) + kEnd);
+  EXPECT_TRUE(LastReportIsFrom("LinksToDerived"));
+}
+
+TEST_F(DerivedImagesTest, AnAbortLeavesNoPage) {
+  AddDerived("a.gif");
+  files->failures.emplace("list C:\\Webs\\site\\_derived",
+                          Error(kPermissionDenied, "", "Permission denied"));
+  Form()->LinksToDerived();
+  EXPECT_EQ(files->files.count(kPage), 0U);
+}
+
+TEST_F(DerivedImagesTest, APageThatCannotBeWrittenIsReported) {
+  Form();
+  files->failures.emplace(std::string("write ") + kPage, Error(kDiskFull, "", "disk full"));
+  Form()->LinksToDerived();
+  EXPECT_TRUE(LastReportIsFrom("LinksToDerived"));
+}
+
+TEST_F(DerivedImagesTest, AWebThatIsNotOnDiskIsReported) {
+  site.url = "http://example.com/site";
+  Form()->LinksToDerived();
+  EXPECT_EQ(Reports(), 1);
+  EXPECT_TRUE(files->files.empty());
+}
+
+TEST_F(DerivedImagesTest, PosixPathsFollowTheirOwnRules) {
+  Globals().path_style = PathStyle::kPosix;
+  site.url = "file:///srv/web";
+  site.local_path = "/srv/web";
+  files->folders = {"/srv/web", "/srv/web/_derived"};
+  files->files["/srv/web/_derived/a.gif"] = "image";
+  Form()->LinksToDerived();
+  EXPECT_EQ(Written("/srv/web/Scr1A2.tmp.htm"),
+            std::string(kStart) + "<img src=\"_derived/a.gif\">\r\n" + kEnd);
+}
+
+}  // namespace
+}  // namespace scrivo

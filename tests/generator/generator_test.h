@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "errors/error_handler.h"
+#include "generator/frm_main.h"
+#include "platform/memory_registry.h"
+#include "tests/doubles/fake_error_dialog.h"
+#include "tests/doubles/fake_services.h"
+#include "tests/doubles/memory_site.h"
+
+namespace scrivo {
+
+/// The registry key that tells where the help compiler is.
+inline constexpr char kWorkshopKey[] = "Software\\Microsoft\\HTML Help Workshop";
+
+/// A test of the generator over a web in memory, with Windows' path rules. Errors are answered by
+/// `dialog`, which aborts when it has no other answer.
+class GeneratorTest : public WithFakeServices {
+ protected:
+  GeneratorTest() {
+    Globals() = GlobalState(PathStyle::kWindows);
+    Globals().HostApplication = site.Host();
+    TheServices().registry = registry;
+    ErrorHandler().ErrorHandlerActions(ehaErrorDialog);
+    ErrorHandler().Dialog(dialog);
+    files->folders.insert("C:\\Webs\\site");
+  }
+  ~GeneratorTest() override {
+    frmMain::Unload();
+    Globals() = GlobalState();
+    ErrorHandler().Dialog(nullptr);
+  }
+
+  /// The loaded dialog, filled from the web.
+  std::shared_ptr<frmMain> Form() {
+    if (!frmMain::IsLoaded()) {
+      EXPECT_TRUE(frmMain::Load()->BuildUI());
+    }
+    return frmMain::Load();
+  }
+  /// The file written to this path; a missing one fails the test.
+  std::string Written(const std::string& path) {
+    EXPECT_TRUE(files->files.count(path)) << path << " was not written";
+    return files->files[path];
+  }
+  /// How many error reports the user has seen, and whether the last one is from this procedure.
+  int Reports() const { return static_cast<int>(dialog->reports.size()); }
+  bool LastReportIsFrom(const std::string& procedure) const {
+    return !dialog->reports.empty() &&
+           dialog->reports.back().find("\tin Kestrel.frmMain." + procedure + " at line ") !=
+               std::string::npos;
+  }
+
+  MemorySite site;
+  std::shared_ptr<MemoryRegistry> registry = std::make_shared<MemoryRegistry>();
+  std::shared_ptr<FakeErrorDialog> dialog = std::make_shared<FakeErrorDialog>();
+};
+
+}  // namespace scrivo

@@ -1,0 +1,160 @@
+#include "tests/generator/generator_test.h"
+
+namespace scrivo {
+namespace {
+
+std::string Entry(const std::string& keyword, const std::string& topic,
+                  const std::string& location) {
+  return "<LI><OBJECT TYPE=\"text/sitemap\">\r\n<PARAM NAME=\"Name\" VALUE=\"" + keyword +
+         "\"><PARAM NAME=\"Name\" VALUE=\"" + topic + "\"><PARAM NAME=\"Local\" VALUE=\"" +
+         location + "\">\r\n</OBJECT>\r\n";
+}
+
+std::string List(const std::string& entries) { return "<UL>\r\n" + entries + "</UL>\r\n"; }
+
+class IndexFileTest : public GeneratorTest {};
+
+TEST_F(IndexFileTest, AKeywordIsListedWithTopicAndLocationOnOneLine) {
+  site.AddPage("docs/install.htm", "Installing", "setup");
+  EXPECT_EQ(Form()->UseKeywords(),
+            "<UL>\r\n<LI><OBJECT TYPE=\"text/sitemap\">\r\n"
+            "<PARAM NAME=\"Name\" VALUE=\"setup\"><PARAM NAME=\"Name\" VALUE=\"Installing\">"
+            "<PARAM NAME=\"Local\" VALUE=\"docs/install.htm\">\r\n"
+            "</OBJECT>\r\n</UL>\r\n");
+}
+
+TEST_F(IndexFileTest, SemicolonsAndCommasSeparateAndBlanksStay) {
+  site.AddPage("a.htm", "T", "a;b, c");
+  EXPECT_EQ(Form()->UseKeywords(),
+            List(Entry("a", "T", "a.htm") + Entry("b", "T", "a.htm") + Entry(" c", "T", "a.htm")));
+}
+
+TEST_F(IndexFileTest, EmptyKeywordsAreKept) {
+  site.AddPage("a.htm", "T", ",a;;b;");
+  EXPECT_EQ(Form()->UseKeywords(),
+            List(Entry("", "T", "a.htm") + Entry("a", "T", "a.htm") + Entry("", "T", "a.htm") +
+                 Entry("b", "T", "a.htm") + Entry("", "T", "a.htm")));
+}
+
+TEST_F(IndexFileTest, ATopicIsThePagesLabelInTheStructureElseItsTitle) {
+  site.AddNode(nullptr, "Label", site.AddPage("in.htm", "Title in", "k"));
+  site.AddPage("out.htm", "Title out", "k");
+  EXPECT_EQ(Form()->UseKeywords(),
+            List(Entry("k", "Label", "in.htm") + Entry("k", "Title out", "out.htm")));
+}
+
+TEST_F(IndexFileTest, EntriesAreNeitherSortedNorMergedNorEscaped) {
+  site.AddPage("z.htm", "Z \"&<>", "same,b,same,\"<&>\"");
+  site.AddPage("sub/a.htm", "A", "a,same");
+  site.AddPage("y.htm", "Y", "c");
+  EXPECT_EQ(Form()->UseKeywords(),
+            List(Entry("same", "Z \"&<>", "z.htm") + Entry("b", "Z \"&<>", "z.htm") +
+                 Entry("same", "Z \"&<>", "z.htm") + Entry("\"<&>\"", "Z \"&<>", "z.htm") +
+                 Entry("c", "Y", "y.htm") + Entry("a", "A", "sub/a.htm") +
+                 Entry("same", "A", "sub/a.htm")));
+}
+
+TEST_F(IndexFileTest, AWebWithoutKeywordsGivesTheEmptyString) {
+  site.AddPage("a.htm", "A");
+  EXPECT_EQ(Form()->UseKeywords(), "");
+}
+
+TEST_F(IndexFileTest, KeywordsThatCannotBeReadAreNone) {
+  site.AddPage("a.htm", "A", "lost");
+  site.AddPage("b.htm", "B", "kept");
+  site.Fail("Property a.htm keywords", 1);
+  EXPECT_EQ(Form()->UseKeywords(), List(Entry("kept", "B", "b.htm")));
+  EXPECT_EQ(Reports(), 0);
+}
+
+TEST_F(IndexFileTest, TheFileIsWrittenIntoTheWorkingFolder) {
+  site.AddPage("a.htm", "A", "k");
+  EXPECT_TRUE(Form()->BuildIndexFile());
+  EXPECT_EQ(Form()->IndexPath(), "C:\\Webs\\site\\Scr1A2.hhk");
+  EXPECT_EQ(Written("C:\\Webs\\site\\Scr1A2.hhk"),
+            "<!DOCTYPE HTML PUBLIC \"-//IETF//DTD HTML//EN\">\r\n<HTML><HEAD></HEAD><BODY>\r\n" +
+                List(Entry("k", "A", "a.htm")) + "</BODY></HTML>\r\n");
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+TEST_F(IndexFileTest, WithoutKeywordsTheUserIsToldAndTheProjectHasNoIndex) {
+  site.AddPage("a.htm", "A");
+  Form()->UseIndex(true);
+  EXPECT_TRUE(Form()->BuildIndexFile());
+  EXPECT_FALSE(Form()->UseIndex());
+  EXPECT_EQ(Form()->IndexPath(), "");
+  ASSERT_EQ(desktop->messages.size(), 1U);
+  EXPECT_EQ(desktop->messages[0].text, "No keywords were found! No index was created!");
+  EXPECT_EQ(desktop->messages[0].style, 48U);
+  EXPECT_EQ(desktop->messages[0].caption, "Scrivo");
+  EXPECT_TRUE(files->files.empty());
+}
+
+TEST_F(IndexFileTest, AFoundKeywordLeavesTheUseIndexFlagAlone) {
+  site.AddPage("a.htm", "A", "k");
+  Form()->UseIndex(true);
+  EXPECT_TRUE(Form()->BuildIndexFile());
+  EXPECT_TRUE(Form()->UseIndex());
+}
+
+TEST_F(IndexFileTest, RetryRunsTheFailedStatementAgain) {
+  site.AddNode(nullptr, "Label", site.AddPage("a.htm", "A", "k"));
+  site.AddPage("b.htm", "B", "k");
+  Form();
+  for (const char* call :
+       {"Files", "NavigationEntry a.htm", "Label Label", "Title b.htm", "Url a.htm"}) {
+    site.Fail(call, 1);
+  }
+  dialog->answers.assign(5, "RETRY");
+  EXPECT_EQ(Form()->UseKeywords(), List(Entry("k", "Label", "a.htm") + Entry("k", "B", "b.htm")));
+  EXPECT_EQ(Reports(), 5);
+}
+
+TEST_F(IndexFileTest, IgnoreLeavesOutTheFailedStatementOnly) {
+  site.AddNode(nullptr, "Label", site.AddPage("a.htm", "A", "k,l"));
+  Form();
+  const auto with_ignored = [&](const std::string& call) {
+    site.Fail(call, 1);
+    dialog->answers = {"IGNORE"};
+    const std::string text = Form()->UseKeywords();
+    EXPECT_TRUE(LastReportIsFrom("UseKeywords")) << call;
+    return text;
+  };
+  EXPECT_EQ(with_ignored("NavigationEntry a.htm"),
+            List(Entry("k", "A", "a.htm") + Entry("l", "A", "a.htm")));
+  EXPECT_EQ(with_ignored("Label Label"), List(Entry("k", "", "a.htm") + Entry("l", "", "a.htm")));
+  EXPECT_EQ(with_ignored("Url a.htm"), List(Entry("l", "Label", "a.htm")));
+}
+
+TEST_F(IndexFileTest, AnAbortedCollectionGivesNoIndex) {
+  site.AddPage("a.htm", "A", "k");
+  site.AddPage("b.htm", "B", "k");
+  site.Fail("Url b.htm", 1);
+  Form()->UseIndex(true);
+  EXPECT_EQ(Form()->UseKeywords(), "");
+  EXPECT_TRUE(LastReportIsFrom("UseKeywords"));
+  site.Fail("Url b.htm", 1);
+  EXPECT_TRUE(Form()->BuildIndexFile());
+  EXPECT_FALSE(Form()->UseIndex());
+}
+
+TEST_F(IndexFileTest, AFailingWriteIsAnsweredByTheUser) {
+  site.AddPage("a.htm", "A", "k");
+  const auto form = Form();
+  files->failures.emplace("write C:\\Webs\\site\\Scr1A2.hhk", Error(kDiskFull, "", "disk full"));
+  EXPECT_FALSE(form->BuildIndexFile());
+  EXPECT_TRUE(LastReportIsFrom("BuildIndexFile"));
+  files->failures.emplace("write C:\\Webs\\site\\Scr1A3.hhk", Error(kDiskFull, "", "disk full"));
+  dialog->answers = {"IGNORE"};
+  EXPECT_TRUE(form->BuildIndexFile());
+}
+
+TEST_F(IndexFileTest, AWebThatIsNotOnDiskIsReported) {
+  site.url = "http://example.com/site";
+  site.AddPage("a.htm", "A", "k");
+  EXPECT_FALSE(Form()->BuildIndexFile());
+  EXPECT_TRUE(LastReportIsFrom("BuildIndexFile"));
+}
+
+}  // namespace
+}  // namespace scrivo
