@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "errors/frame.h"
-#include "generator/number_text.h"
+#include "ui/number_text.h"
 #include "platform/common_dialog.h"
 #include "platform/globals.h"
 #include "platform/help.h"

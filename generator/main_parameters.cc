@@ -6,7 +6,7 @@
 #include "errors/error_handler.h"
 #include "errors/frame.h"
 #include "generator/frm_main.h"
-#include "generator/number_text.h"
+#include "ui/number_text.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
 #include "platform/seams/error.h"

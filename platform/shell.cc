@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <iterator>
 
-#include "errors/component_errors.h"
 #include "platform/globals.h"
+#include "platform/seams/error.h"
 #include "platform/seams/services.h"
 
 namespace scrivo {
@@ -41,13 +41,18 @@ constexpr ShellFailure kFailures[] = {
 };
 
 [[noreturn]] void Raise(std::int32_t number, const char* text) {
-  RaiseComponentError("CShell", number, text);
+  throw Error(number, TheServices().system->ModuleName() + ".CShell", text);
 }
 
-/// Runs a member's work. Errors of a member's own are raised outside of it.
+/// Runs a member's work; whatever fails in it reaches the caller as the component failure. Errors
+/// of a member's own are raised outside.
 template <typename Work>
 auto Guarded(Work work) {
-  return OrComponentFailure("CShell", CShell::kComponentFailure, work);
+  try {
+    return work();
+  } catch (...) {
+    Raise(CShell::kComponentFailure, "CShell component failure");
+  }
 }
 
 void RaiseFailure(std::int32_t code) {

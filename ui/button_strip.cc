@@ -16,6 +16,10 @@ StripItem& ButtonStrip::operator[](const std::string& key) {
   return *found;
 }
 
+void ButtonStrip::Remove(const std::string& key) {
+  std::erase_if(items_, [&](const StripItem& item) { return item.key == key; });
+}
+
 float ButtonStrip::ItemsWidth() const {
   return std::accumulate(items_.begin(), items_.end(), 0.0F,
                          [](float sum, const StripItem& item) { return sum + item.width; });

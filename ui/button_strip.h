@@ -23,6 +23,8 @@ class ButtonStrip {
 
   /// The item with this key. Raises Error (kInvalidProcedureCall) when there is none.
   StripItem& operator[](const std::string& key);
+  /// Takes the item with this key out of the strip, if it is there.
+  void Remove(const std::string& key);
   /// All items, left to right.
   std::vector<StripItem>& Items() { return items_; }
   /// The sum of all items' widths, in twips.

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "ui/error_view.h"
 #include "ui/main_view.h"
 
 namespace scrivo {
@@ -35,6 +36,11 @@ class ViewFactory {
   /// arguments outlive it.
   virtual std::unique_ptr<MainView> MakeMainView(MainViewEvents& events, ItemPanel& panel,
                                                  ButtonStrip& strip);
+  /// The window of the decompile dialog, as above.
+  virtual std::unique_ptr<MainView> MakeDecompileView(MainViewEvents& events, ItemPanel& panel,
+                                                      ButtonStrip& strip);
+  /// The window of the error dialog, hidden; null in a program without windows.
+  virtual std::unique_ptr<ErrorView> MakeErrorView(ErrorViewEvents& events, ButtonStrip& strip);
 };
 
 }  // namespace scrivo

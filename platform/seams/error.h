@@ -13,6 +13,7 @@ constexpr std::int32_t kComponentErrorBase = -2147221504;  // 0x80040000
 /// them, such as kPermissionDenied.
 enum RunTimeError : std::int32_t {
   kInvalidProcedureCall = 5,
+  kOverflow = 6,
   kOutOfMemory = 7,
   kTypeMismatch = 13,
   kUserInterrupt = 18,

@@ -23,7 +23,7 @@ LRESULT ProgressPanel::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     return 0;
   }
   if (message == WM_ERASEBKGND) return 1;  // Paint covers everything
-  return Window::OnMessage(message, wparam, lparam);
+  return NativeWindow::OnMessage(message, wparam, lparam);
 }
 
 void ProgressPanel::Paint() {

@@ -2,12 +2,12 @@
 
 #include <string>
 
-#include "ui/win32/window.h"
+#include "ui/win32/native_window.h"
 
 namespace scrivo {
 
 /// A panel whose caption shows progress as text and whose fill shows it as an area from the left.
-class ProgressPanel : public Window {
+class ProgressPanel : public NativeWindow {
  public:
   explicit ProgressPanel(HWND parent);
 

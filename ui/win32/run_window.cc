@@ -146,7 +146,7 @@ LRESULT RunWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     }
   }
-  return Window::OnMessage(message, wparam, lparam);
+  return NativeWindow::OnMessage(message, wparam, lparam);
 }
 
 }  // namespace scrivo

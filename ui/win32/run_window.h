@@ -5,14 +5,14 @@
 #include <string>
 
 #include "ui/run_view.h"
+#include "ui/win32/native_window.h"
 #include "ui/win32/progress_panel.h"
-#include "ui/win32/window.h"
 
 namespace scrivo {
 
 /// The compiler run as a real window: the transcript, the progress panel and the Close button.
 /// Modeless.
-class RunWindow : public Window, public RunView {
+class RunWindow : public NativeWindow, public RunView {
  public:
   /// `on_close` is called when the user asks to close the window (button, Escape or title bar) and
   /// may; it unloads the form, which destroys this object.

@@ -1,0 +1,96 @@
+// Connect's popups and buttons on the host's command bars.
+
+#include "addin/connect.h"
+#include "errors/frame.h"
+#include "platform/seams/error.h"
+
+namespace scrivo {
+
+/// One button of both popups.
+struct Connect::ButtonRow {
+  using Reference = std::shared_ptr<CommandBarControl> ButtonReferences::*;
+  using Handler = void (Connect::*)(CommandBarControl&, bool&);
+
+  const char* caption;
+  bool begins_group;
+  std::int32_t face;
+  Reference on_tools;
+  Handler tools_click;
+  Reference on_standard;
+  Handler standard_click;
+};
+
+// "Compile" and "Decompile" share a face on purpose.
+const Connect::ButtonRow Connect::kButtonRows[] = {
+    {"Compile", false, 2138, &ButtonReferences::cbBtnKestrel, &Connect::cbBtnKestrel_Click,
+     &ButtonReferences::cbBtnPanelKestrel, &Connect::cbBtnPanelKestrel_Click},
+    {"Decompile", false, 2138, &ButtonReferences::cbBtnDecompile, &Connect::cbBtnDecompile_Click,
+     &ButtonReferences::cbBtnPanelDecompile, &Connect::cbBtnPanelDecompile_Click},
+    {"Scrivo Builder Sample Web", true, 23, &ButtonReferences::cbBtnOpenSample,
+     &Connect::cbBtnOpenSample_Click, &ButtonReferences::cbBtnPanelOpenSample,
+     &Connect::cbBtnPanelOpenSample_Click},
+    {"Help", false, 983, &ButtonReferences::cbBtnHelp, &Connect::cbBtnHelp_Click,
+     &ButtonReferences::cbBtnPanelHelp, &Connect::cbBtnPanelHelp_Click},
+    {"Scrivo Builder Web site", true, 1445, &ButtonReferences::cbBtnHome, &Connect::cbBtnHome_Click,
+     &ButtonReferences::cbBtnPanelHome, &Connect::cbBtnPanelHome_Click},
+};
+
+namespace {
+
+constexpr const char* kPopupCaption = "Scrivo";
+
+std::shared_ptr<CommandBarControls> AddPopup(CommandBar& bar) {
+  const std::shared_ptr<CommandBarControl> popup = bar.Controls()->Add(kControlPopup, true);
+  popup->Caption(kPopupCaption);
+  return popup->Controls();
+}
+
+/// Tells the host to load the add-in, if it is not loaded, before it delivers a click.
+std::string ActionOf(AddInInstance& instance) { return "!<" + instance.ProgId() + ">"; }
+
+}  // namespace
+
+void Connect::CreateToolsMenu(AddInInstance& AddInInst) {
+  bool is_there = false;
+  IgnoringErrors(
+      [&] { is_there = Host().Bar("Tools")->Controls()->Item(kPopupCaption)->Visible(); });
+  if (is_there) return;
+  std::shared_ptr<CommandBar> bar;
+  IgnoringErrors([&] { bar = Host().Bar("Tools"); });
+  if (!bar) return;
+  const std::shared_ptr<CommandBarControls> controls = AddPopup(*bar);
+  for (const ButtonRow& row : kButtonRows) {
+    std::shared_ptr<CommandBarControl>& button = buttons_.*row.on_tools;
+    button = controls->Add(kControlButton, std::nullopt);
+    if (!button) continue;
+    button->OnClick([this, &row](CommandBarControl& Ctrl, bool& CancelDefault) {
+      (this->*row.tools_click)(Ctrl, CancelDefault);
+    });
+    if (row.begins_group) button->BeginGroup(true);
+    button->Caption(row.caption);
+    button->OnAction(ActionOf(AddInInst));
+    button->FaceId(row.face);
+  }
+}
+
+void Connect::CreateStandardToolbarPopup(AddInInstance& AddInInst) {
+  std::shared_ptr<CommandBar> bar;
+  IgnoringErrors([&] { bar = Host().Bar("Standard"); });
+  if (!bar) throw Error(kObjectNotSet, "Scrivo.Connect", "There is no Standard bar");
+  // There is no look for an older popup here: each connection adds one more.
+  const std::shared_ptr<CommandBarControls> controls = AddPopup(*bar);
+  for (const ButtonRow& row : kButtonRows) {
+    std::shared_ptr<CommandBarControl>& button = buttons_.*row.on_standard;
+    button = controls->Add(kControlButton, std::nullopt);
+    if (!button) throw Error(kObjectNotSet, "Scrivo.Connect", "The host has made no button");
+    button->OnClick([this, &row](CommandBarControl& Ctrl, bool& CancelDefault) {
+      (this->*row.standard_click)(Ctrl, CancelDefault);
+    });
+    if (row.begins_group) button->BeginGroup(true);
+    button->Caption(row.caption);
+    button->OnAction(ActionOf(AddInInst));
+    button->FaceId(row.face);
+  }
+}
+
+}  // namespace scrivo

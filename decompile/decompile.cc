@@ -1,0 +1,55 @@
+// frmDecompile::Decompile, the action behind the "Decompile" button.
+
+#include "compiler/frm_hhc.h"
+#include "decompile/frm_decompile.h"
+#include "errors/error_handler.h"
+#include "errors/frame.h"
+#include "platform/seams/services.h"
+#include "platform/temp_files.h"
+
+namespace scrivo {
+
+void frmDecompile::Decompile() {
+  const std::shared_ptr<frmDecompile> alive = shared_from_this();
+  Procedure("Kestrel.frmDecompile.Decompile", [&](Steps& step) {
+    result_ = 0;
+    if (PathsAreUsable(step)) {
+      const std::string folder = params_["DIR"].text;
+      Hide();
+      step([&] { frmHHC::Load().Decompile(true); });
+      std::string arguments;
+      step([&] {
+        // The tool gets the paths without quotes, which only their short forms survive.
+        arguments = "-decompile " + GetShortPath(folder) + " " + GetShortPath(params_["FILE"].text);
+      });
+      step([&] { result_ = frmHHC::Load().Execute(folder, arguments); });
+      step([] { frmHHC::Unload(); });
+    }
+    // Also after a message about a wrong path, on purpose: the user opens the dialog again to
+    // correct it.
+    step([] { Unload(); });
+  });
+}
+
+bool frmDecompile::PathsAreUsable(Steps& step) {
+  Files& files = *TheServices().files;
+  Desktop& desktop = *TheServices().desktop;
+  const std::string folder = params_["DIR"].text;
+  bool file_exists = false;
+  step([&] { file_exists = files.FileExists(params_["FILE"].text); });
+  if (!file_exists) {
+    step([&] { desktop.ShowMessage("Can not find input file", kCritical, kComponentTitle); });
+    return false;
+  }
+  if (folder.empty()) {
+    step(
+        [&] { desktop.ShowMessage("Please, enter output folder", kInformation, kComponentTitle); });
+    return false;
+  }
+  bool folder_exists = false;
+  step([&] { folder_exists = files.FolderExists(folder); });
+  if (!folder_exists) step([&] { files.MakeFolder(folder); });
+  return true;
+}
+
+}  // namespace scrivo

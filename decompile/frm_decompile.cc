@@ -1,0 +1,170 @@
+#include "decompile/frm_decompile.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "compiler/frm_hhc.h"
+#include "errors/error_handler.h"
+#include "errors/frame.h"
+#include "platform/common_dialog.h"
+#include "platform/globals.h"
+#include "platform/help.h"
+#include "platform/seams/services.h"
+#include "platform/settings.h"
+#include "ui/number_text.h"
+#include "ui/run_view.h"
+
+namespace scrivo {
+namespace {
+
+constexpr char kSection[] = "Decompile";
+/// In twips: what the strip and the panel's rows need beside their spacer and edit parts.
+constexpr float kStripMargin = 90, kNarrowestSpacer = 15, kBesideEdit = 315;
+
+std::vector<Item> ParameterRows() {
+  return {
+      {.key = "SEP0", .caption = "", .kind = ItemKind::kSeparator, .size = 30},
+      {.key = "FILE", .caption = "Input file:", .kind = ItemKind::kTextWithButton},
+      {.key = "SEP1", .caption = "", .kind = ItemKind::kSeparator, .size = 30},
+      {.key = "DIR", .caption = "Output folder:", .kind = ItemKind::kTextWithButton},
+      {.key = "SEP2", .caption = "", .kind = ItemKind::kSeparator, .size = 30},
+      {.key = "TOFPSITE",
+       .caption = "Decompile into the open web site",
+       .kind = ItemKind::kCheckBox},
+  };
+}
+
+std::vector<StripItem> Buttons() {
+  return {
+      {.key = "SPACE"},
+      {.key = "DECOMPILE", .caption = "Decompile", .tip = "Take the help file apart"},
+      {.key = "HELP", .caption = "Help", .tip = "Show ScrivoBuilder help file"},
+      {.key = "CLOSE", .caption = "Close", .tip = "Close this window"},
+  };
+}
+
+std::shared_ptr<frmDecompile>& DefaultInstance() {
+  static std::shared_ptr<frmDecompile> form;
+  return form;
+}
+
+std::string Setting(const char* key, const std::string& value_when_missing) {
+  return GetSetting(kComponentTitle, kSection, key, value_when_missing);
+}
+
+void Remember(const char* key, const std::string& value) {
+  SaveSetting(kComponentTitle, kSection, key, value);
+}
+
+}  // namespace
+
+std::shared_ptr<frmDecompile> frmDecompile::Load() {
+  if (!DefaultInstance()) {
+    DefaultInstance() = std::make_shared<frmDecompile>();
+    DefaultInstance()->Restore();
+  }
+  return DefaultInstance();
+}
+
+bool frmDecompile::IsLoaded() { return DefaultInstance() != nullptr; }
+
+void frmDecompile::Unload() {
+  const std::shared_ptr<frmDecompile> form = std::exchange(DefaultInstance(), nullptr);
+  if (!form) return;
+  form->Save();
+  if (form->view_) IgnoringErrors([&] { form->view_->Close(); });
+}
+
+frmDecompile::frmDecompile() : params_(ParameterRows()), buttons_(Buttons()) {
+  if (Globals().views) view_ = Globals().views->MakeDecompileView(*this, params_, buttons_);
+}
+
+void frmDecompile::ShowModal() {
+  const std::shared_ptr<frmDecompile> alive = shared_from_this();  // the user may close the dialog
+  if (view_) IgnoringErrors([&] { view_->ShowModal(); });
+}
+
+void frmDecompile::Hide() {
+  if (view_) IgnoringErrors([&] { view_->Hide(); });
+}
+
+void frmDecompile::Restore() {
+  const auto saved = [](const char* key, float current) {
+    return static_cast<float>(NumberFromText(Setting(key, TextOfSingle(current))));
+  };
+  Procedure("Kestrel.frmDecompile.Form_Load", [&](Steps& step) {
+    if (view_) {
+      step([&] { view_->Left(saved("LEFT", view_->Left())); });
+      step([&] { view_->Top(saved("TOP", view_->Top())); });
+      step([&] { view_->Width(saved("WIDTH", view_->Width())); });
+      step([&] { view_->Height(saved("HEIGHT", view_->Height())); });
+    }
+    step([&] { params_["FILE"].text = Setting("FILE", ""); });
+    step([&] { params_["DIR"].text = Setting("DIR", ""); });
+    step([&] { params_["TOFPSITE"].checked = NumberFromText(Setting("TOFPSITE", "1")) != 0; });
+    if (!view_) return;
+    for (const char* key : {"FILE", "DIR", "TOFPSITE"}) {
+      step([&] { view_->ShowItem(key); });
+    }
+  });
+}
+
+void frmDecompile::Save() {
+  Procedure("Kestrel.frmDecompile.Form_Unload", [&](Steps& step) {
+    if (view_) {
+      step([&] { Remember("LEFT", TextOfSingle(view_->Left())); });
+      step([&] { Remember("HEIGHT", TextOfSingle(view_->Height())); });
+      step([&] { Remember("TOP", TextOfSingle(view_->Top())); });
+      step([&] { Remember("WIDTH", TextOfSingle(view_->Width())); });
+    }
+    step([&] { Remember("FILE", params_["FILE"].text); });
+    step([&] { Remember("DIR", params_["DIR"].text); });
+    step([&] { Remember("TOFPSITE", params_["TOFPSITE"].checked ? "1" : "0"); });
+  });
+}
+
+void frmDecompile::Resized(float strip_width, float panel_width) {
+  StripItem& space = buttons_["SPACE"];
+  space.width =
+      std::max(strip_width - buttons_.ItemsWidth() + space.width - kStripMargin, kNarrowestSpacer);
+  for (const char* key : {"FILE", "DIR"}) params_[key].edit_width = panel_width - kBesideEdit;
+}
+
+void frmDecompile::ButtonClicked(const std::string& key) {
+  Procedure("Kestrel.frmDecompile.suiButtons_ItemClick", [&](Steps& step) {
+    if (key == "DECOMPILE") step([&] { Decompile(); });
+    if (key == "HELP") step([&] { ShowHelp(); });
+    if (key == "CLOSE") step([] { Unload(); });
+  });
+}
+
+void frmDecompile::ItemButtonClicked(const std::string& key) {
+  Procedure("Kestrel.frmDecompile.suiParams_ItemClick", [&](Steps& step) {
+    if (key == "FILE") step([&] { ChooseFile(); });
+    if (key == "DIR") step([&] { ChooseFolder(); });
+  });
+}
+
+void frmDecompile::CloseRequested() { Unload(); }
+
+void frmDecompile::ChooseFile() {
+  FileDialogParameters dialog{.FileName = params_["FILE"].text,
+                              .FileTitle = "Input file",
+                              .FileMustExist = false,
+                              .Filter = "Microsoft HTML Help (*.CHM)|*.CHM|All(*.*)|*.*",
+                              .DlgTitle = "Select input file",
+                              .DefaultExt = "*.CHM",
+                              .Owner = view_ ? view_->Window() : kNoOwner};
+  if (!VBGetOpenFileName(&dialog)) return;
+  params_["FILE"].text = dialog.FileName;
+  if (view_) view_->ShowItem("FILE");
+}
+
+void frmDecompile::ChooseFolder() {
+  const std::string folder = BrowseFolder(view_ ? view_->Window() : 0, "Select output directory");
+  if (folder.empty()) return;
+  params_["DIR"].text = folder;
+  if (view_) view_->ShowItem("DIR");
+}
+
+}  // namespace scrivo

@@ -1,0 +1,159 @@
+#include "tests/addin/addin_test.h"
+
+namespace scrivo {
+namespace {
+
+class ConnectTest : public AddinTest {};
+
+TEST_F(ConnectTest, ConnectionPublishesTheHostAndItself) {
+  ConnectWith(0);
+  EXPECT_EQ(Globals().HostApplication, host);
+  EXPECT_EQ(Globals().ConnectInstance, connect.get());
+  EXPECT_EQ(system->mutexes, std::vector<std::string>{"Scrivo"});
+}
+
+TEST_F(ConnectTest, ConnectionConfiguresTheErrorHandler) {
+  ConnectWith(1);
+  EXPECT_EQ(ErrorHandler().ErrorHandlerActions(), 8);
+  EXPECT_EQ(ErrorHandler().ErrorLogFile(), "Error Log.txt");
+  EXPECT_TRUE(ErrorHandler().CallStackEnabled());
+  EXPECT_FALSE(ErrorHandler().TracingEnabled());
+  EXPECT_EQ(ErrorHandler().TracingFlags(), 2);
+  EXPECT_EQ(ErrorHandler().TracingLogFile(), "Tracing Log.txt");
+  EXPECT_EQ(ErrorHandler().SupportMail(), "support@scrivo.example");
+}
+
+TEST_F(ConnectTest, WithoutATraceSettingNothingIsTold) {
+  ConnectWith(0);
+  EXPECT_TRUE(desktop->messages.empty());
+  EXPECT_FALSE(ErrorHandler().TracingEnabled());
+}
+
+TEST_F(ConnectTest, ATraceSettingOfZeroKeepsTracingOff) {
+  SaveSetting("Scrivo", "Settings", "Trace", "0");
+  ConnectWith(0);
+  EXPECT_TRUE(desktop->messages.empty());
+  EXPECT_FALSE(ErrorHandler().TracingEnabled());
+}
+
+class TracingSettings : public ConnectTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(TracingSettings, AnyOtherIntegerSwitchesTracingOnAndSaysWhere) {
+  SaveSetting("Scrivo", "Settings", "Trace", GetParam());
+  ConnectWith(0);
+  ASSERT_EQ(desktop->messages.size(), 2u);
+  EXPECT_EQ(desktop->messages[0].text, "Trace enabled");
+  EXPECT_EQ(desktop->messages[1].text, "C:\\Scrivo\\Scrivo.trace");
+  for (const FakeDesktop::Shown& shown : desktop->messages) {
+    EXPECT_EQ(shown.style, kOkOnly);
+    EXPECT_EQ(shown.caption, "Scrivo");
+  }
+  EXPECT_TRUE(ErrorHandler().TracingEnabled());
+  EXPECT_EQ(ErrorHandler().TracingFlags(), 2);
+  EXPECT_EQ(ErrorHandler().TracingLogFile(), "C:\\Scrivo\\Scrivo.trace");
+}
+INSTANTIATE_TEST_SUITE_P(Integers, TracingSettings, testing::Values("1", "-1", "2", "1.0"));
+
+class BadTracingSettings : public ConnectTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(BadTracingSettings, ATextThatIsNoIntegerLeavesTracingOffSilently) {
+  SaveSetting("Scrivo", "Settings", "Trace", GetParam());
+  ConnectWith(0);
+  EXPECT_TRUE(desktop->messages.empty());
+  EXPECT_FALSE(ErrorHandler().TracingEnabled());
+  EXPECT_NE(Tools().Child("Scrivo"), nullptr) << "the steps behind it still run";
+}
+INSTANTIATE_TEST_SUITE_P(Texts, BadTracingSettings, testing::Values("abc", "yes", "99999999999"));
+
+TEST_F(ConnectTest, ConnectedByAnotherProgramItShowsTheCompileDialogAndNoButtons) {
+  host->web = site.Web();
+  ConnectWith(2);
+  EXPECT_EQ(views->main.times_shown, 1);
+  EXPECT_FALSE(frmMain::IsLoaded());
+  EXPECT_TRUE(Tools().children.empty());
+  EXPECT_TRUE(Standard().children.empty());
+  connect->AddinInstance_OnDisconnection();
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+TEST_F(ConnectTest, DisconnectionDeletesTheToolsPopupOnly) {
+  ConnectWith(0);
+  connect->AddinInstance_OnDisconnection();
+  EXPECT_EQ(Tools().Child("Scrivo"), nullptr);
+  EXPECT_NE(Standard().Child("Scrivo"), nullptr);
+  EXPECT_EQ(Globals().HostApplication, nullptr);
+  EXPECT_EQ(Globals().ConnectInstance, nullptr);
+}
+
+TEST_F(ConnectTest, DisconnectionReleasesEightButtonsAndKeepsFour) {
+  ConnectWith(0);
+  connect->AddinInstance_OnDisconnection();
+  const Connect::ButtonReferences& buttons = connect->Buttons();
+  EXPECT_EQ(buttons.cbBtnKestrel, nullptr);
+  EXPECT_EQ(buttons.cbBtnDecompile, nullptr);
+  EXPECT_EQ(buttons.cbBtnHelp, nullptr);
+  EXPECT_EQ(buttons.cbBtnOpenSample, nullptr);
+  EXPECT_EQ(buttons.cbBtnPanelKestrel, nullptr);
+  EXPECT_EQ(buttons.cbBtnPanelDecompile, nullptr);
+  EXPECT_EQ(buttons.cbBtnPanelHelp, nullptr);
+  EXPECT_EQ(buttons.cbBtnPanelOpenSample, nullptr);
+  EXPECT_NE(buttons.cbBtnHome, nullptr);
+  EXPECT_NE(buttons.cbBtnPanelHome, nullptr);
+  EXPECT_EQ(buttons.cbBtnCheckVersion, nullptr) << "there never was a button";
+  EXPECT_EQ(buttons.cbBtnPanelCheckVersion, nullptr) << "there never was a button";
+}
+
+TEST_F(ConnectTest, DisconnectionUnloadsTheRunWindowAndTheCompileDialogButNotTheDecompileDialog) {
+  ConnectWith(0);
+  frmHHC::Load();
+  frmMain::Load();
+  frmDecompile::Load();
+  connect->AddinInstance_OnDisconnection();
+  EXPECT_FALSE(frmHHC::IsLoaded());
+  EXPECT_FALSE(frmMain::IsLoaded());
+  EXPECT_TRUE(frmDecompile::IsLoaded());
+}
+
+TEST_F(ConnectTest, ReconnectingLeavesTwoPopupsOnTheToolbarAndOneInTheMenu) {
+  ConnectWith(0);
+  connect->AddinInstance_OnDisconnection();
+  ConnectWith(0);
+  const auto living = [](const FakeControl& bar) {
+    return std::count_if(bar.children.begin(), bar.children.end(),
+                         [](const auto& child) { return !child->deleted; });
+  };
+  EXPECT_EQ(living(Standard()), 2);
+  EXPECT_EQ(living(Tools()), 1);
+}
+
+TEST_F(ConnectTest, AThousandConnectionsLeaveNoReferenceToTheHost) {
+  for (int i = 0; i < 1000; ++i) {
+    ConnectWith(0);
+    connect->AddinInstance_OnDisconnection();
+  }
+  EXPECT_EQ(host->live_references, 2) << "the two buttons that stay until the object goes";
+  connect.reset();
+  EXPECT_EQ(host->live_references, 0);
+}
+
+TEST_F(ConnectTest, AHostThatFailsEveryNthCallIsSurvivedInSilence) {
+  for (int n = 1; n <= 50; ++n) {
+    host->fail_every = n;
+    host->calls = 0;
+    ConnectWith(0);
+    for (FakeControl* bar : {&Tools(), &Standard()}) {
+      if (FakeControl* popup = bar->Child("Scrivo")) {
+        for (const auto& button : popup->children) button->Click();
+      }
+    }
+    connect->AddinInstance_OnDisconnection();
+  }
+  connect.reset();
+  EXPECT_EQ(host->live_references, 0);
+  for (const FakeDesktop::Shown& shown : desktop->messages) {
+    EXPECT_EQ(shown.text, "Open site first");
+  }
+}
+
+}  // namespace
+}  // namespace scrivo

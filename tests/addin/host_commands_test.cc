@@ -1,0 +1,133 @@
+#include "tests/addin/addin_test.h"
+
+namespace scrivo {
+namespace {
+
+class HostCommandsTest : public AddinTest {
+ protected:
+  void SetUp() override { ConnectWith(0); }
+};
+
+TEST_F(HostCommandsTest, CompileShowsTheDialogAndUnloadsIt) {
+  host->web = site.Web();
+  for (FakeControl* bar : {&Tools(), &Standard()}) {
+    EXPECT_TRUE(Button(*bar, "Compile").Click());
+    EXPECT_FALSE(frmMain::IsLoaded());
+  }
+  EXPECT_EQ(views->main.times_shown, 2);
+}
+
+TEST_F(HostCommandsTest, CompileWithoutAnOpenWebTellsToOpenOneAndShowsNoDialog) {
+  Button(Tools(), "Compile").Click();
+  ASSERT_EQ(desktop->messages.size(), 1u);
+  EXPECT_EQ(desktop->messages[0].text, "Open site first");
+  EXPECT_EQ(views->main.times_shown, 0);
+  EXPECT_FALSE(frmMain::IsLoaded());
+}
+
+TEST_F(HostCommandsTest, HidingTheCompileDialogCreatesItFirst) {
+  connect->HideKestrel();
+  EXPECT_TRUE(frmMain::IsLoaded());
+  EXPECT_EQ(views->main.times_hidden, 1);
+}
+
+TEST_F(HostCommandsTest, DecompileShowsItsDialogAndKeepsItLoaded) {
+  for (FakeControl* bar : {&Tools(), &Standard()}) EXPECT_TRUE(Button(*bar, "Decompile").Click());
+  EXPECT_EQ(views->decompile.times_shown, 2);
+  EXPECT_TRUE(frmDecompile::IsLoaded());
+  connect->HideDecompile();
+  EXPECT_EQ(views->decompile.times_hidden, 1);
+}
+
+TEST_F(HostCommandsTest, TheSampleWebIsOpenedFromTheDocumentsFolderAndBroughtForward) {
+  desktop->browse_path = "C:\\Users\\Ann\\Documents";
+  views->main.window = 0x77;
+  for (FakeControl* bar : {&Tools(), &Standard()}) {
+    EXPECT_TRUE(Button(*bar, "Scrivo Builder Sample Web").Click());
+  }
+  EXPECT_EQ(shell->asked_folders, (std::vector<std::int32_t>{5, 5}));
+  EXPECT_EQ(shell->folder_owners, (std::vector<WindowHandle>{0x77, 0x77}));
+  const std::string opened = "C:\\Users\\Ann\\Documents\\Scrivo Builder sample web|||0";
+  EXPECT_EQ(host->opened, (std::vector<std::string>{opened, opened}));
+  EXPECT_EQ(host->activations, 2);
+  EXPECT_TRUE(frmMain::IsLoaded()) << "asking for its window creates the dialog";
+  EXPECT_EQ(views->main.times_shown, 0);
+}
+
+TEST_F(HostCommandsTest, AMissingSampleWebIsSilent) {
+  host->opens_webs = false;
+  connect->ShowExample();
+  EXPECT_EQ(host->activations, 0);
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+TEST_F(HostCommandsTest, HelpOpensTheHelpFileBesideTheLibrary) {
+  for (FakeControl* bar : {&Tools(), &Standard()}) EXPECT_TRUE(Button(*bar, "Help").Click());
+  ASSERT_EQ(desktop->help_calls.size(), 2u);
+  EXPECT_EQ(desktop->help_calls[0].file, "C:\\Scrivo\\Scrivo.CHM");
+  EXPECT_EQ(desktop->help_calls[0].command, kHelpDisplayTopic);
+  EXPECT_EQ(desktop->help_calls[0].data, "index.html");
+}
+
+TEST_F(HostCommandsTest, TheHomePageIsOpenedThroughTheShell) {
+  for (FakeControl* bar : {&Tools(), &Standard()}) {
+    EXPECT_TRUE(Button(*bar, "Scrivo Builder Web site").Click());
+  }
+  ASSERT_EQ(shell->requests.size(), 2u);
+  EXPECT_EQ(shell->requests[0].file, "http://www.scrivo.example/");
+  EXPECT_EQ(shell->requests[0].verb, "open");
+}
+
+TEST_F(HostCommandsTest, AFailingShellIsSilent) {
+  shell->result = 8;
+  Button(Tools(), "Scrivo Builder Web site").Click();
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+/// Writes down what the version check does.
+class RecordingChecker : public VersionChecker {
+ public:
+  explicit RecordingChecker(std::vector<std::string>& log) : log_(log) {}
+
+  void ProductName(const std::string& name) override { log_.push_back("product " + name); }
+  void Server(const std::string& host_name) override { log_.push_back("server " + host_name); }
+  std::string Result() override {
+    log_.push_back("result");
+    return "newer";
+  }
+  void Check() override { log_.push_back("check"); }
+
+ private:
+  std::vector<std::string>& log_;
+};
+
+TEST_F(HostCommandsTest, TheVersionCheckAsksTheComponentStepByStep) {
+  std::vector<std::string> log;
+  Connect checking([&] { return std::make_shared<RecordingChecker>(log); });
+  FakeControl untouched;
+  bool cancel = false;
+  untouched.handlers[0] = [&](CommandBarControl& control, bool& flag) {
+    checking.cbBtnCheckVersion_Click(control, flag);
+    cancel = flag;
+  };
+  EXPECT_TRUE(untouched.Click());
+  EXPECT_EQ(log, (std::vector<std::string>{"product ScrivoBuilder", "server www.scrivo.example",
+                                           "result", "check"}));
+  untouched.handlers[0] = [&](CommandBarControl& control, bool& flag) {
+    checking.cbBtnPanelCheckVersion_Click(control, flag);
+  };
+  EXPECT_TRUE(untouched.Click());
+  EXPECT_EQ(log.size(), 8u);
+}
+
+TEST_F(HostCommandsTest, AMissingVersionCheckComponentIsSilent) {
+  FakeControl untouched;
+  untouched.handlers[0] = [&](CommandBarControl& control, bool& flag) {
+    connect->cbBtnCheckVersion_Click(control, flag);
+  };
+  EXPECT_TRUE(untouched.Click());
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+}  // namespace
+}  // namespace scrivo

@@ -1,0 +1,82 @@
+#include "ui/win32/button_strip_control.h"
+
+#include <commctrl.h>
+
+namespace scrivo {
+namespace {
+
+constexpr double kButtonWidth = 1450, kButtonHeight = 375, kButtonGap = 90;
+constexpr int kFirstId = 2000;
+
+}  // namespace
+
+ButtonStripControl::ButtonStripControl(HWND parent, ButtonStrip& strip,
+                                       const std::vector<std::string>& captions,
+                                       const std::string& default_key,
+                                       const std::string& cancel_key,
+                                       std::function<void(const std::string& key)> clicked)
+    : strip_(strip),
+      default_key_(default_key),
+      cancel_key_(cancel_key),
+      clicked_(std::move(clicked)) {
+  Create("", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, parent, RECT{});
+  tips_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0,
+                          0, 0, handle(), nullptr, OwnModule(), nullptr);
+  for (std::size_t i = 0; i < strip_.Items().size(); ++i) {
+    StripItem& item = strip_.Items()[i];
+    HWND button = nullptr;
+    if (!item.caption.empty()) {
+      const DWORD kind = item.key == default_key ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+      button = CreateControl("BUTTON", captions[i], WS_VISIBLE | WS_TABSTOP | kind, 0, handle(),
+                             kFirstId + static_cast<int>(i), nullptr);
+      item.width = kButtonWidth + kButtonGap;
+      TOOLINFOA tip{};
+      tip.cbSize = TTTOOLINFOA_V2_SIZE;
+      tip.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+      tip.hwnd = handle();
+      tip.uId = reinterpret_cast<UINT_PTR>(button);
+      tip.lpszText = item.tip.data();
+      if (!item.tip.empty()) SendMessageA(tips_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tip));
+    }
+    buttons_.push_back(button);
+  }
+}
+
+void ButtonStripControl::LayOut() {
+  double left = 0;
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    const StripItem& item = strip_.Items()[i];
+    if (buttons_[i]) {
+      MoveWindow(buttons_[i], Pixels(left + kButtonGap), 0, Pixels(item.width - kButtonGap),
+                 Pixels(kButtonHeight), TRUE);
+      EnableWindow(buttons_[i], item.enabled);
+    }
+    left += item.width;
+  }
+}
+
+void ButtonStripControl::SetFont(HFONT font) {
+  for (HWND button : buttons_) {
+    if (button) SendMessageA(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  }
+}
+
+void ButtonStripControl::Click(const std::string& key) {
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    if (strip_.Items()[i].key == key && buttons_[i] && IsWindowEnabled(buttons_[i])) clicked_(key);
+  }
+}
+
+LRESULT ButtonStripControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_COMMAND && lparam && HIWORD(wparam) == BN_CLICKED) {
+    const auto index = static_cast<std::size_t>(LOWORD(wparam) - kFirstId);
+    if (index < buttons_.size()) {
+      const auto clicked = clicked_;  // this object may be gone once it was called
+      clicked(std::string(strip_.Items()[index].key));
+    }
+    return 0;
+  }
+  return NativeWindow::OnMessage(message, wparam, lparam);
+}
+
+}  // namespace scrivo

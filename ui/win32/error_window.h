@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "ui/error_view.h"
+#include "ui/win32/button_strip_control.h"
+#include "ui/win32/native_window.h"
+
+namespace scrivo {
+
+/// The error dialog as a real window: a title band, the report, and the buttons.
+class ErrorWindow : public NativeWindow, public ErrorView {
+ public:
+  /// The buttons and who hears the user; not owned, they outlive this.
+  ErrorWindow(ButtonStrip& strip, ErrorViewEvents& events);
+  ~ErrorWindow() override;
+
+  void SetTitle(const std::string& caption) override;
+  void SetMessage(const std::string& text) override;
+  std::string Message() override;
+  void ShowButtons() override;
+  void ShowModal() override;
+  void Hide() override;
+
+ protected:
+  LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  void MakeFonts();
+  void MakeStrip();
+  void LayOut();
+
+  ButtonStrip& buttons_;
+  ErrorViewEvents& events_;
+  HFONT font_ = nullptr;
+  HFONT title_font_ = nullptr;
+  HWND title_ = nullptr;
+  HWND message_ = nullptr;
+  std::unique_ptr<ButtonStripControl> strip_;
+  std::shared_ptr<bool> done_ = std::make_shared<bool>(true);
+};
+
+}  // namespace scrivo

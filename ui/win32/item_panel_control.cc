@@ -1,0 +1,231 @@
+#include "ui/win32/item_panel_control.h"
+
+#include <algorithm>
+
+namespace scrivo {
+namespace {
+
+// In twips.
+constexpr double kMargin = 75, kGap = 60, kCaptionHeight = 240, kEditHeight = 315,
+                 kCheckHeight = 270, kListHeight = 3000;
+
+// A row's controls have the identifiers kFirstId + 2 × row, and one more for the browse button.
+constexpr int kFirstId = 1000;
+
+/// A browse button: the place that the edit part leaves is too narrow for the themed button's own
+/// margins.
+void DrawBrowseButton(const DRAWITEMSTRUCT& draw) {
+  RECT place = draw.rcItem;
+  const UINT pressed = draw.itemState & ODS_SELECTED ? DFCS_PUSHED : 0u;
+  DrawFrameControl(draw.hDC, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pressed);
+  const int dot = std::max<int>((place.bottom - place.top) / 12, 1);
+  const int left = (place.left + place.right - 5 * dot) / 2, top = (place.top + place.bottom) / 2;
+  for (int i = 0; i < 3; ++i) {
+    const RECT square{left + 2 * i * dot, top, left + (2 * i + 1) * dot, top + dot};
+    FillRect(draw.hDC, &square, GetSysColorBrush(COLOR_BTNTEXT));
+  }
+  InflateRect(&place, -2, -2);
+  if (draw.itemState & ODS_FOCUS) DrawFocusRect(draw.hDC, &place);
+}
+
+void Move(HWND control, int left, int top, int width, int height) {
+  MoveWindow(control, left, top, std::max(width, 0), height, TRUE);
+}
+
+}  // namespace
+
+ItemPanelControl::ItemPanelControl(HWND parent, ItemPanel& panel,
+                                   const std::vector<std::string>& captions, Told changed,
+                                   Told button_clicked)
+    : panel_(panel), changed_(std::move(changed)), button_clicked_(std::move(button_clicked)) {
+  Create("", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, parent, RECT{});
+  for (std::size_t i = 0; i < panel_.Rows().size(); ++i) MakeRow(panel_.Rows()[i], captions[i]);
+  for (const Row& row : rows_) Fill(row);
+}
+
+void ItemPanelControl::MakeRow(Item& item, const std::string& caption) {
+  const int id = kFirstId + 2 * static_cast<int>(rows_.size());
+  Row row{&item};
+  const auto make = [&](const char* kind, const std::string& text, DWORD style, DWORD extended,
+                        int control_id) {
+    return CreateControl(kind, text, WS_VISIBLE | style, extended, handle(), control_id, font_);
+  };
+  switch (item.kind) {
+    case ItemKind::kSeparator:
+      row.caption = make("STATIC", "", SS_ETCHEDHORZ, 0, -1);
+      break;
+    case ItemKind::kGroup:
+      row.caption = make("STATIC", caption, SS_LEFT, 0, -1);
+      break;
+    case ItemKind::kCheckBox:
+      row.edit = make("BUTTON", caption, WS_TABSTOP | BS_AUTOCHECKBOX, 0, id);
+      break;
+    case ItemKind::kList:
+      row.caption = make("STATIC", caption, SS_LEFT, 0, -1);
+      row.edit = make("COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0, id);
+      break;
+    case ItemKind::kText:
+    case ItemKind::kTextWithButton:
+      row.caption = make("STATIC", caption, SS_LEFT, 0, -1);
+      row.edit = make("EDIT", "", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, id);
+      if (item.kind == ItemKind::kTextWithButton) {
+        row.button = make("BUTTON", "...", WS_TABSTOP | BS_OWNERDRAW, 0, id + 1);
+      }
+      break;
+  }
+  rows_.push_back(row);
+}
+
+int ItemPanelControl::NeededHeight() const {
+  int top = Pixels(kMargin);
+  for (const Row& row : rows_) top = PlaceRow(row, top, false);
+  return top;
+}
+
+void ItemPanelControl::LayOut() {
+  int top = Pixels(kMargin);
+  for (const Row& row : rows_) top = PlaceRow(row, top, true);
+}
+
+int ItemPanelControl::PlaceRow(const Row& row, int top, bool move) const {
+  RECT client;
+  GetClientRect(handle(), &client);
+  const int margin = Pixels(kMargin), inner = client.right - 2 * margin;
+  switch (row.item->kind) {
+    case ItemKind::kSeparator: {
+      const int height = std::max(Pixels(row.item->size), 2);
+      if (move) Move(row.caption, margin, top + Pixels(kGap), inner, height);
+      return top + height + 2 * Pixels(kGap);
+    }
+    case ItemKind::kGroup:
+      if (move) Move(row.caption, margin, top, inner, Pixels(kCaptionHeight));
+      return top + Pixels(kCaptionHeight) + Pixels(kGap);
+    case ItemKind::kCheckBox:
+      if (move) Move(row.edit, 3 * margin, top, inner - 2 * margin, Pixels(kCheckHeight));
+      return top + Pixels(kCheckHeight) + Pixels(kGap);
+    default:
+      return PlaceEdit(row, top, move);
+  }
+}
+
+int ItemPanelControl::PlaceEdit(const Row& row, int top, bool move) const {
+  RECT client;
+  GetClientRect(handle(), &client);
+  const int margin = Pixels(kMargin);
+  const int room = client.right - 2 * margin;
+  int width = row.item->edit_width > 0 ? Pixels(row.item->edit_width) : room;
+  width = std::min(width, room);
+  // The caption stands beside the edit part where that leaves room for it, else above.
+  const int left_over = room - width - (row.button ? Pixels(kEditHeight) : 0);
+  const bool beside = left_over >= CaptionWidth(row);
+  const int left = beside ? client.right - margin - width : margin;
+  if (move) {
+    const int caption_top = beside ? top + Pixels(45) : top;
+    Move(row.caption, margin, caption_top, beside ? left - margin : room, Pixels(kCaptionHeight));
+  }
+  if (!beside) top += Pixels(kCaptionHeight);
+  if (move) {
+    const int height =
+        row.item->kind == ItemKind::kList ? Pixels(kListHeight) : Pixels(kEditHeight);
+    Move(row.edit, left, top, width, height);
+    if (row.button) {
+      Move(row.button, left + width, top, client.right - margin - left - width,
+           Pixels(kEditHeight));
+    }
+  }
+  return top + Pixels(kEditHeight) + Pixels(kGap);
+}
+
+int ItemPanelControl::CaptionWidth(const Row& row) const {
+  HDC device = GetDC(handle());
+  HGDIOBJ old_font = font_ ? SelectObject(device, font_) : nullptr;
+  SIZE size{};
+  const std::string& text = row.item->caption;
+  GetTextExtentPoint32A(device, text.c_str(), static_cast<int>(text.size()), &size);
+  if (old_font) SelectObject(device, old_font);
+  ReleaseDC(handle(), device);
+  return size.cx;
+}
+
+void ItemPanelControl::ShowItem(const std::string& key) {
+  for (const Row& row : rows_) {
+    if (row.item->key == key) Fill(row);
+  }
+}
+
+void ItemPanelControl::Fill(const Row& row) {
+  if (!row.edit) return;
+  filling_ = true;
+  const Item& item = *row.item;
+  if (item.kind == ItemKind::kCheckBox) {
+    SendMessageA(row.edit, BM_SETCHECK, item.checked ? BST_CHECKED : BST_UNCHECKED, 0);
+  } else if (item.kind == ItemKind::kList) {
+    SendMessageA(row.edit, WM_SETREDRAW, FALSE, 0);
+    SendMessageA(row.edit, CB_RESETCONTENT, 0, 0);
+    int chosen = -1;
+    for (const ListEntry& entry : item.entries) {
+      const auto at = static_cast<int>(
+          SendMessageA(row.edit, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.text.c_str())));
+      if (chosen < 0 && entry.text == item.text) chosen = at;
+    }
+    SendMessageA(row.edit, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+    SendMessageA(row.edit, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(row.edit, nullptr, TRUE);
+  } else {
+    SetWindowTextA(row.edit, item.text.c_str());
+  }
+  filling_ = false;
+}
+
+void ItemPanelControl::SetFont(HFONT font) {
+  font_ = font;
+  for (const Row& row : rows_) {
+    for (HWND control : {row.caption, row.edit, row.button}) {
+      if (control) SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    }
+  }
+}
+
+LRESULT ItemPanelControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_COMMAND && lparam) {
+    OnCommand(LOWORD(wparam), HIWORD(wparam));
+    return 0;
+  }
+  if (message == WM_DRAWITEM) {
+    DrawBrowseButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lparam));
+    return TRUE;
+  }
+  return NativeWindow::OnMessage(message, wparam, lparam);
+}
+
+void ItemPanelControl::OnCommand(int id, int notification) {
+  const std::size_t index = static_cast<std::size_t>(id - kFirstId) / 2;
+  if (filling_ || id < kFirstId || index >= rows_.size()) return;
+  const Row& row = rows_[index];
+  if ((id - kFirstId) % 2 == 1) {
+    if (notification == BN_CLICKED) button_clicked_(row.item->key);
+    return;
+  }
+  const bool is_edit =
+      row.item->kind == ItemKind::kText || row.item->kind == ItemKind::kTextWithButton;
+  if ((is_edit && notification == EN_CHANGE) ||
+      (row.item->kind == ItemKind::kList && notification == CBN_SELCHANGE) ||
+      (row.item->kind == ItemKind::kCheckBox && notification == BN_CLICKED)) {
+    Take(row);
+    changed_(row.item->key);
+  }
+}
+
+void ItemPanelControl::Take(const Row& row) {
+  Item& item = *row.item;
+  if (item.kind == ItemKind::kCheckBox) {
+    item.checked = SendMessageA(row.edit, BM_GETCHECK, 0, 0) == BST_CHECKED;
+  } else if (item.kind == ItemKind::kList) {
+    const auto chosen = static_cast<std::size_t>(SendMessageA(row.edit, CB_GETCURSEL, 0, 0));
+    if (chosen < item.entries.size()) item.text = item.entries[chosen].text;
+  } else {
+    item.text = TextOf(row.edit);
+  }
+}
+
+}  // namespace scrivo

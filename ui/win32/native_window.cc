@@ -1,0 +1,158 @@
+#include "ui/win32/native_window.h"
+
+#include "platform/seams/error.h"
+
+namespace scrivo {
+namespace {
+
+constexpr char kClassName[] = "ScrivoWindow";
+constexpr int kDefaultDpi = 96;
+constexpr double kTwipsPerInch = 1440;
+
+void RegisterOnce(WNDPROC procedure) {
+  WNDCLASSA existing;
+  if (GetClassInfoA(OwnModule(), kClassName, &existing)) return;
+  WNDCLASSA window_class{};
+  window_class.lpfnWndProc = procedure;
+  window_class.hInstance = OwnModule();
+  window_class.hCursor = LoadCursor(nullptr, IDC_ARROW);
+  window_class.hIcon = LoadIcon(nullptr, IDI_APPLICATION);
+  window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+  window_class.lpszClassName = kClassName;
+  RegisterClassA(&window_class);
+}
+
+/// GetDpiForWindow where the system has it (from Windows 10), else 0.
+int MonitorDpi(HWND handle) {
+  using GetDpiForWindowFunction = UINT(WINAPI*)(HWND);
+  static const auto function = reinterpret_cast<GetDpiForWindowFunction>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), "GetDpiForWindow")));
+  return handle && function ? static_cast<int>(function(handle)) : 0;
+}
+
+int SystemDpi() {
+  HDC screen = GetDC(nullptr);
+  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+  ReleaseDC(nullptr, screen);
+  return dpi > 0 ? dpi : kDefaultDpi;
+}
+
+}  // namespace
+
+int PixelsFromTwips(double twips, int dpi) {
+  const double pixels = twips * dpi / kTwipsPerInch;
+  return static_cast<int>(pixels < 0 ? pixels - 0.5 : pixels + 0.5);
+}
+
+double TwipsFromPixels(int pixels, int dpi) { return pixels * kTwipsPerInch / dpi; }
+
+NativeWindow::~NativeWindow() {
+  if (!handle_) return;
+  SetWindowLongPtrA(handle_, GWLP_USERDATA, 0);  // the derived class is gone already
+  DestroyWindow(handle_);
+}
+
+int NativeWindow::Dpi() const {
+  const int dpi = MonitorDpi(handle_);
+  return dpi > 0 ? dpi : SystemDpi();
+}
+
+void NativeWindow::Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
+                          const RECT& bounds) {
+  RegisterOnce(&NativeWindow::Procedure);
+  HWND created = CreateWindowExA(extended_style, kClassName, title.c_str(), style, bounds.left,
+                                 bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top,
+                                 parent, nullptr, OwnModule(), this);
+  if (!created) throw Error(kOutOfMemory, "Scrivo.Window", "The window cannot be created");
+}
+
+LRESULT NativeWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  return DefWindowProcA(handle_, message, wparam, lparam);
+}
+
+LRESULT CALLBACK NativeWindow::Procedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_NCCREATE) {
+    auto* window =
+        static_cast<NativeWindow*>(reinterpret_cast<CREATESTRUCTA*>(lparam)->lpCreateParams);
+    window->handle_ = handle;
+    SetWindowLongPtrA(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
+  }
+  auto* window = reinterpret_cast<NativeWindow*>(GetWindowLongPtrA(handle, GWLP_USERDATA));
+  if (!window) return DefWindowProcA(handle, message, wparam, lparam);
+  try {
+    if (message == WM_NCDESTROY) {
+      SetWindowLongPtrA(handle, GWLP_USERDATA, 0);
+      window->handle_ = nullptr;
+      return DefWindowProcA(handle, message, wparam, lparam);
+    }
+    return window->OnMessage(message, wparam, lparam);
+  } catch (...) {
+    return 0;  // the presenters report their errors themselves; nothing may cross into the system
+  }
+}
+
+void RunModal(HWND window, HWND owner, const std::shared_ptr<const bool>& done) {
+  const bool disable_owner = owner && IsWindowEnabled(owner);
+  if (disable_owner) EnableWindow(owner, FALSE);
+  ShowWindow(window, SW_SHOW);
+  SetForegroundWindow(window);
+  MSG message;
+  while (!*done) {
+    const BOOL got = GetMessageA(&message, nullptr, 0, 0);
+    if (got <= 0) {
+      if (got == 0) PostQuitMessage(static_cast<int>(message.wParam));
+      break;
+    }
+    if (IsFormKey(&message)) continue;
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+  }
+  // The owner must be enabled before the window goes, or another program's window comes to the
+  // front.
+  if (disable_owner) EnableWindow(owner, TRUE);
+}
+
+bool IsFormKey(MSG* message) {
+  HWND form = message->hwnd ? GetAncestor(message->hwnd, GA_ROOT) : nullptr;
+  if (!form) return false;
+  char class_name[32] = "";
+  GetClassNameA(form, class_name, sizeof class_name);
+  return lstrcmpA(class_name, kClassName) == 0 && IsDialogMessageA(form, message);
+}
+
+HFONT CreateMessageFont(int dpi) {
+  NONCLIENTMETRICSA metrics{};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
+  metrics.lfMessageFont.lfHeight = MulDiv(metrics.lfMessageFont.lfHeight, dpi, SystemDpi());
+  return CreateFontIndirectA(&metrics.lfMessageFont);
+}
+
+HWND CreateControl(const char* class_name, const std::string& text, DWORD style,
+                   DWORD extended_style, HWND parent, int id, HFONT font) {
+  HWND control = CreateWindowExA(extended_style, class_name, text.c_str(), WS_CHILD | style, 0, 0,
+                                 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                 OwnModule(), nullptr);
+  if (!control) throw Error(kOutOfMemory, "Scrivo.Window", "The control cannot be created");
+  SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  return control;
+}
+
+std::string TextOf(HWND control) {
+  std::string text(static_cast<std::size_t>(GetWindowTextLengthA(control)), '\0');
+  if (!text.empty()) {
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextA(control, text.data(), static_cast<int>(text.size() + 1))));
+  }
+  return text;
+}
+
+HINSTANCE OwnModule() {
+  HMODULE module = nullptr;
+  GetModuleHandleExA(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      reinterpret_cast<LPCSTR>(&kClassName), &module);
+  return module;
+}
+
+}  // namespace scrivo

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/win32/windows.h"
+
+namespace scrivo {
+
+/// Length of a form measure in pixels at a resolution. Forms are measured in twips, 1440 to the
+/// inch.
+int PixelsFromTwips(double twips, int dpi);
+double TwipsFromPixels(int pixels, int dpi);
+
+/// A window of our own: creates it, routes its messages to OnMessage and lets no exception out into
+/// the system. Destroying the object destroys the window.
+class NativeWindow {
+ public:
+  NativeWindow() = default;
+  virtual ~NativeWindow();
+  NativeWindow(const NativeWindow&) = delete;
+  NativeWindow& operator=(const NativeWindow&) = delete;
+
+  HWND handle() const { return handle_; }
+  /// Dots per inch of the monitor that the window is on.
+  int Dpi() const;
+  int Pixels(double twips) const { return PixelsFromTwips(twips, Dpi()); }
+  double Twips(int pixels) const { return TwipsFromPixels(pixels, Dpi()); }
+
+ protected:
+  /// Creates the window hidden, at `bounds` in pixels of the screen (child windows: of the parent's
+  /// client area).
+  void Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
+              const RECT& bounds);
+  /// Handles one message. What is not handled goes to NativeWindow::OnMessage, the system's
+  /// default.
+  virtual LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam);
+
+  HWND handle_ = nullptr;
+};
+
+/// Shows `window` until *done, its owner disabled meanwhile; a quit message ends the display too
+/// and is passed on. Tab, Enter, Escape and access keys work as in a dialog. The window may be
+/// destroyed while it is shown, provided that *done is set then.
+void RunModal(HWND window, HWND owner, const std::shared_ptr<const bool>& done);
+
+/// Hands a message to the dialog keys of the form that it belongs to; true when it was one.
+bool IsFormKey(MSG* message);
+
+/// The font that the system uses in message boxes, at a resolution. Owned by the caller
+/// (DeleteObject).
+HFONT CreateMessageFont(int dpi);
+
+/// Creates a child control of a system class ("BUTTON", "EDIT", …) with a font, at no place yet.
+HWND CreateControl(const char* class_name, const std::string& text, DWORD style,
+                   DWORD extended_style, HWND parent, int id, HFONT font);
+
+/// A control's text.
+std::string TextOf(HWND control);
+
+/// The module (program or library) that holds this code.
+HINSTANCE OwnModule();
+
+}  // namespace scrivo

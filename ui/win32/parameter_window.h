@@ -1,0 +1,68 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "ui/main_view.h"
+#include "ui/win32/button_strip_control.h"
+#include "ui/win32/item_panel_control.h"
+#include "ui/win32/native_window.h"
+
+namespace scrivo {
+
+/// What a parameter dialog looks like before anybody has moved it. Measures in twips.
+struct ParameterDesign {
+  std::string title;
+  std::string default_key;  ///< the button that Enter presses
+  std::string cancel_key;   ///< the button that Escape presses
+  double width;
+  double smallest_width;
+};
+
+/// A parameter dialog as a real window: a panel of items above a strip of buttons.
+class ParameterWindow : public NativeWindow, public MainView {
+ public:
+  /// The items, the buttons and who hears what the user does to them; not owned, they outlive this.
+  ParameterWindow(const ParameterDesign& design, ItemPanel& panel, ButtonStrip& strip,
+                  MainViewEvents& events);
+  ~ParameterWindow() override;
+
+  void ShowModal() override;
+  void Hide() override;
+  void Close() override;
+  WindowHandle Window() override;
+  float Left() override;
+  void Left(float twips) override;
+  float Top() override;
+  void Top(float twips) override;
+  float Width() override;
+  void Width(float twips) override;
+  float Height() override;
+  void Height(float twips) override;
+  void ShowItem(const std::string& key) override;
+
+ protected:
+  LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  void MakeFonts();
+  void LayOut();
+  /// The outer height at which every item is seen.
+  int NeededHeight();
+  RECT Place() const;
+  void MoveTo(const RECT& place);
+  void Activate(HWND other);
+  void PullIntoView();
+  bool OnKeyCommand(WPARAM wparam, LPARAM lparam);
+
+  ParameterDesign design_;
+  ButtonStrip& strip_data_;
+  MainViewEvents& events_;
+  HFONT font_ = nullptr;
+  std::unique_ptr<ItemPanelControl> panel_;
+  std::unique_ptr<ButtonStripControl> strip_;
+  std::shared_ptr<bool> done_ = std::make_shared<bool>(true);
+  bool just_shown_ = false;
+};
+
+}  // namespace scrivo
