@@ -17,7 +17,9 @@ constexpr std::size_t kChunkSize = itsp::kUsualChunkSize;
 constexpr std::size_t kQuickStep = 1 + (1 << itsp::kUsualDensity);
 
 constexpr std::size_t kMaxEncint = 10;
-static_assert(pmgl::kEntries + kMaxEntryName + 4 * kMaxEncint + kEntryCountSize < kChunkSize);
+static_assert(pmgl::kEntries + kMaxEntryName + 4 * kMaxEncint + kEntryCountSize <= kChunkSize);
+static_assert(pmgi::kEntries + 2 * (kMaxEntryName + 2 * kMaxEncint) + kEntryCountSize <=
+              kChunkSize);
 
 // A chunk while it fills. Entries start after the header, and offsets are counted from there.
 class Chunk {

@@ -16,8 +16,8 @@ struct DirectoryEntry {
   std::uint64_t length = 0;
 };
 
-// Bytes of the longest name that fits into a listing chunk, whatever the numbers beside it.
-inline constexpr std::size_t kMaxEntryName = 4000;
+// Bytes of the longest name. Two of them fit into an index chunk, or the levels would have no end.
+inline constexpr std::size_t kMaxEntryName = 2000;
 
 // The directory, from its ITSP header to the last chunk: listing chunks in the order of the names,
 // then as many levels of index chunks as it takes to get to one. `entries` are in the order of

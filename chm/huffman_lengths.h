@@ -12,10 +12,11 @@ namespace scrivo::chm {
 inline constexpr int kHuffmanMaxSymbols = 1024;
 
 // Sets lengths[i] to the code length, 1 to max_length, of every symbol with frequencies[i] > 0, and
-// to 0 for all others. The code is complete and, unless max_length forces longer ones, of the
-// smallest total size. A single used symbol gets a second one beside it, since readers reject a
-// tree of one code; no used symbol at all leaves an empty tree. Both spans have the same size, at
-// most kHuffmanMaxSymbols and at most 1 << max_length; the sum of the frequencies is below 2^22.
+// to 0 for all others. The code is complete and of the smallest total size, or close to it where
+// max_length forces another one. A single used symbol gets a second one beside it, since readers
+// reject a tree of one code; no used symbol at all leaves an empty tree. Both spans have the same
+// size, at most kHuffmanMaxSymbols and at most 1 << max_length; the sum of the frequencies is below
+// 2^22.
 void HuffmanLengths(std::span<const std::uint32_t> frequencies, int max_length,
                     std::span<std::uint8_t> lengths);
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <iterator>
 
+#include "errors/component_errors.h"
 #include "platform/globals.h"
-#include "platform/seams/error.h"
 #include "platform/seams/services.h"
 
 namespace scrivo {
@@ -41,18 +41,13 @@ constexpr ShellFailure kFailures[] = {
 };
 
 [[noreturn]] void Raise(std::int32_t number, const char* text) {
-  throw Error(number, TheServices().system->ModuleName() + ".CShell", text);
+  RaiseComponentError("CShell", number, text);
 }
 
-/// Runs a member's work; whatever fails in it reaches the caller as the component failure. Errors
-/// of a member's own are raised outside.
+/// Runs a member's work. Errors of a member's own are raised outside of it.
 template <typename Work>
 auto Guarded(Work work) {
-  try {
-    return work();
-  } catch (...) {
-    Raise(CShell::kComponentFailure, "CShell component failure");
-  }
+  return OrComponentFailure("CShell", CShell::kComponentFailure, work);
 }
 
 void RaiseFailure(std::int32_t code) {

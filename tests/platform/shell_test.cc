@@ -80,6 +80,28 @@ class ShellTest : public WithFakeServices {
     }
   }
 
+  /// Registers a text as the default value of a key below HKEY_LOCAL_MACHINE\SOFTWARE\Classes.
+  void Register(const std::string& key_path, const std::string& text) {
+    RegistryHandle key = 0;
+    ASSERT_EQ(registry->CreateKey(kHkeyLocalMachine, "SOFTWARE\\Classes\\" + key_path,
+                                  kRightAllAccess, &key),
+              kRegistrySuccess);
+    if (!text.empty()) {
+      registry->SetValue(key, "", kRegSz, reinterpret_cast<const std::uint8_t*>(text.c_str()),
+                         static_cast<std::uint32_t>(text.size() + 1));
+    }
+    registry->CloseKey(key);
+  }
+
+  /// The verb that a document is opened with.
+  std::string VerbOf(const std::string& path) {
+    files->files[path] = "";
+    shell->requests.clear();
+    subject.OpenDocument(path);
+    EXPECT_EQ(registry->OpenKeys(), 0u);
+    return shell->requests.at(0).verb;
+  }
+
   const ShellRequest& Request() { return shell->requests.at(0); }
 
   CShell subject;
@@ -224,6 +246,66 @@ TEST_F(ShellTest, TheWorkingFolderIsTheDocumentsOwnAndARootKeepsItsSeparator) {
   subject.OpenDocument("/a/x");
   EXPECT_EQ(shell->requests[2].folder, "/");
   EXPECT_EQ(shell->requests[3].folder, "/a");
+}
+
+TEST_F(ShellTest, ADocumentWithoutARegisteredTypeIsOpened) {
+  EXPECT_EQ(VerbOf("C:\\readme"), "open");
+  EXPECT_EQ(VerbOf("C:\\readme.zzz"), "open");
+  Register(".yyy", "");
+  EXPECT_EQ(VerbOf("C:\\readme.yyy"), "open");
+  Register(".xxx", "xxxfile");
+  EXPECT_EQ(VerbOf("C:\\readme.xxx"), "open");
+}
+
+TEST_F(ShellTest, TheVerbThatATypeNamesIsTaken) {
+  Register(".htm", "htmlfile");
+  Register("htmlfile\\Shell", "edit");
+  Register("htmlfile\\Shell\\open", "");
+  EXPECT_EQ(VerbOf("C:\\site\\index.htm"), "edit");
+  EXPECT_EQ(VerbOf("index.htm"), "edit");
+}
+
+TEST_F(ShellTest, OpenIsTakenWhereverItStandsInTheListOfVerbs) {
+  Register(".htm", "htmlfile");
+  Register("htmlfile\\Shell\\edit", "");
+  Register("htmlfile\\Shell\\OPEN", "");
+  Register("htmlfile\\Shell\\print", "");
+  EXPECT_EQ(VerbOf("a.htm"), "OPEN");
+}
+
+TEST_F(ShellTest, AnAcceleratorMarkDoesNotHideOpen) {
+  Register(".htm", "htmlfile");
+  Register("htmlfile\\Shell\\#first", "");
+  Register("htmlfile\\Shell\\&Open", "");
+  EXPECT_EQ(VerbOf("a.htm"), "&Open");
+}
+
+TEST_F(ShellTest, WithoutOpenTheFirstVerbListedIsTaken) {
+  Register(".htm", "htmlfile");
+  Register("htmlfile\\Shell\\edit", "");
+  Register("htmlfile\\Shell\\print", "");
+  EXPECT_EQ(VerbOf("a.htm"), "edit");
+}
+
+TEST_F(ShellTest, TheExtensionBeginsAtTheLastPoint) {
+  Register(".gz", "gzfile");
+  Register("gzfile\\Shell", "unpack");
+  EXPECT_EQ(VerbOf("C:\\a.tar.gz"), "unpack");
+  EXPECT_EQ(VerbOf("C:\\a.gz.tar"), "open");
+}
+
+TEST_F(ShellTest, ALongVerbIsReadWhole) {
+  const std::string verb(200, 'v');
+  Register(".htm", "htmlfile");
+  Register("htmlfile\\Shell\\" + verb, "");
+  EXPECT_EQ(VerbOf("a.htm"), verb);
+}
+
+TEST_F(ShellTest, ADocumentIsOpenedInItsFolderWithoutParameters) {
+  subject.OpenDocument("C:\\a\\tool.exe");
+  EXPECT_EQ(Request().file, "C:\\a\\tool.exe");
+  EXPECT_EQ(Request().folder, "C:\\a");
+  EXPECT_EQ(Request().parameters, "");
 }
 
 TEST_F(ShellTest, PropertiesNeedAnExistingFileOrFolder) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tests/doubles/fake_services.h"
+#include "tests/webs/reported.h"
 #include "webs/disk_web.h"
 
 namespace scrivo {
@@ -58,14 +59,7 @@ class WithMemoryWeb : public WithFakeServices {
     Draw(*web.NavigationRoot(), "", web.Url() + "/", &text);
     return text;
   }
-  /// The problems reported, one to a line: "file:line: reason".
-  std::string Reported() const {
-    std::string text;
-    for (const WebProblem& problem : report.problems) {
-      text += problem.file + ":" + std::to_string(problem.line) + ": " + problem.reason + "\n";
-    }
-    return text;
-  }
+  std::string Reported() const { return scrivo::Reported(report); }
   /// How often the path was opened.
   int TimesOpened(const std::string& path) const {
     int times = 0;

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/seams/error.h"
+#include "platform/seams/interruption.h"
+
+namespace scrivo {
+
+/// A descriptor that can be read from once an interruption has come; -1 while none are caught.
+int InterruptionDescriptor();
+
+/// Throws Error kUserInterrupt when an interruption has come.
+void ThrowIfInterrupted();
+
+}  // namespace scrivo

@@ -1,0 +1,195 @@
+#include "platform/posix/processes.h"
+
+#include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "platform/command_line.h"
+#include "platform/posix/interruption.h"
+#include "platform/posix/spawn.h"
+
+namespace scrivo {
+namespace {
+
+/// How long a child that closed its output may take until its end is reported, in milliseconds.
+/// Longer makes a run whose child really lives on end later; shorter mistakes the slow end of an
+/// ordinary child (a core dump, a loaded machine) for life.
+constexpr int kGrace = 1000;
+/// How long an interrupted child may take to put its things in order before it is killed.
+constexpr int kEndingTime = 2000;
+
+constexpr std::uint32_t kInvalidHandleCode = 6;
+constexpr std::uint32_t kBrokenPipeCode = 109;
+constexpr std::uint32_t kInvalidFolderCode = 267;
+constexpr std::uint32_t kOperationAbortedCode = 995;
+
+/// The Windows code of an errno value.
+std::uint32_t WindowsCode(int error) {
+  switch (error) {
+    case ENOENT:
+      return 2;  // file not found
+    case ENOTDIR:
+      return 3;  // path not found
+    case EMFILE:
+    case ENFILE:
+      return 4;  // too many open files
+    case EACCES:
+    case EPERM:
+      return 5;  // access denied
+    case ENOMEM:
+    case EAGAIN:
+      return 8;  // not enough memory
+    case ENOEXEC:
+    case ELIBBAD:
+      return 193;  // not a program
+    case E2BIG:
+    case ENAMETOOLONG:
+      return 206;  // too long
+    default:
+      return 31;  // general failure
+  }
+}
+
+}  // namespace
+
+bool PosixProcesses::Fail(std::uint32_t windows_code) {
+  last_error_ = windows_code;
+  return false;
+}
+
+bool PosixProcesses::FailWith(int error) { return Fail(WindowsCode(error)); }
+
+int PosixProcesses::DescriptorOf(SystemHandle pipe) const {
+  const auto found = pipes_.find(pipe);
+  return found == pipes_.end() ? -1 : found->second.get();
+}
+
+bool PosixProcesses::OpenPipe(SystemHandle* read_end, SystemHandle* write_end) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return FailWith(errno);
+  Descriptor reading = AboveStandardStreams(Descriptor(ends[0]));
+  Descriptor writing = AboveStandardStreams(Descriptor(ends[1]));
+  if (reading.get() == -1 || writing.get() == -1) return FailWith(EMFILE);
+  *read_end = next_handle_++;
+  *write_end = next_handle_++;
+  pipes_.emplace(*read_end, std::move(reading));
+  pipes_.emplace(*write_end, std::move(writing));
+  return true;
+}
+
+bool PosixProcesses::Start(const StartRequest& request, StartedProcess* started) {
+  std::erase_if(left_alone_, [](Child& child) { return Reap(&child); });
+  if (Interrupted()) return Fail(kOperationAbortedCode);
+  SpawnRequest spawn;
+  spawn.arguments = SplitCommandLine(request.command_line);
+  spawn.folder = request.folder;
+  if (request.start_flags & kStartUseStandardHandles) {
+    spawn.streams[STDIN_FILENO] = DescriptorOf(request.standard_input);
+    spawn.streams[STDOUT_FILENO] = DescriptorOf(request.standard_output);
+    spawn.streams[STDERR_FILENO] = DescriptorOf(request.standard_error);
+  } else {
+    for (int stream = 0; stream < 3; ++stream) spawn.streams[stream] = stream;
+  }
+  const SpawnResult result = Spawn(spawn);
+  if (result.error != 0) {
+    return result.in_folder ? Fail(kInvalidFolderCode) : FailWith(result.error);
+  }
+  started->process = next_handle_++;
+  started->thread = next_handle_++;
+  started->process_id = started->thread_id = static_cast<std::uint32_t>(result.process);
+  children_[started->process] = {result.process};
+  return true;
+}
+
+bool PosixProcesses::Read(SystemHandle pipe, char* buffer, std::uint32_t size, std::uint32_t* got) {
+  *got = 0;
+  const int descriptor = DescriptorOf(pipe);
+  if (descriptor == -1) return Fail(kInvalidHandleCode);
+  for (;;) {
+    pollfd waits[] = {{descriptor, POLLIN, 0}, {InterruptionDescriptor(), POLLIN, 0}};
+    const int ready = poll(waits, 2, -1);
+    if (Interrupted()) {
+      EndChildren();
+      return Fail(kOperationAbortedCode);
+    }
+    if (ready == -1 && errno != EINTR) return FailWith(errno);
+    if (ready == -1) continue;
+    const ssize_t count = read(descriptor, buffer, size);
+    if (count == 0) return Fail(kBrokenPipeCode);
+    if (count > 0) {
+      *got = static_cast<std::uint32_t>(count);
+      return true;
+    }
+    if (errno != EINTR) return FailWith(errno);
+  }
+}
+
+bool PosixProcesses::Reap(Child* child) {
+  if (child->ended) return true;
+  int status = 0;
+  const pid_t reaped = waitpid(child->process, &status, WNOHANG);
+  if (reaped == 0 || (reaped == -1 && errno == EINTR)) return false;
+  child->ended = true;
+  if (reaped == -1) {
+    child->exit_code = 0;  // somebody else has taken its exit code
+  } else if (WIFSIGNALED(status)) {
+    child->exit_code = 128 + static_cast<std::uint32_t>(WTERMSIG(status));
+  } else {
+    child->exit_code = static_cast<std::uint32_t>(WEXITSTATUS(status));
+  }
+  return true;
+}
+
+bool PosixProcesses::ReapWithin(Child* child, int milliseconds) {
+  for (int waited = 0;; ++waited) {
+    if (Reap(child)) return true;
+    if (waited == milliseconds) return false;
+    poll(nullptr, 0, 1);
+  }
+}
+
+void PosixProcesses::EndChildren() {
+  for (auto& [handle, child] : children_) {
+    // A child that has ended but was not reaped yet may have left others in its group.
+    if (!child.ended) kill(-child.process, SIGTERM);
+  }
+  for (auto& [handle, child] : children_) {
+    if (ReapWithin(&child, kEndingTime)) continue;
+    kill(-child.process, SIGKILL);
+    ReapWithin(&child, kEndingTime);
+  }
+}
+
+std::uint32_t PosixProcesses::ExitCode(SystemHandle process) {
+  const auto found = children_.find(process);
+  if (found == children_.end()) return kStillActive;
+  ReapWithin(&found->second, kGrace);
+  return found->second.exit_code;
+}
+
+void PosixProcesses::WaitForEnd(SystemHandle process) {
+  const auto found = children_.find(process);
+  if (found == children_.end()) return;
+  Child& child = found->second;
+  while (!child.ended) {
+    siginfo_t ended = {};
+    const bool interrupted =
+        waitid(P_PID, static_cast<id_t>(child.process), &ended, WEXITED | WNOWAIT) == -1 &&
+        errno == EINTR && Interrupted();
+    if (interrupted) EndChildren();
+    Reap(&child);
+  }
+}
+
+void PosixProcesses::Close(SystemHandle handle) {
+  pipes_.erase(handle);
+  const auto found = children_.find(handle);
+  if (found == children_.end()) return;
+  if (!Reap(&found->second)) left_alone_.push_back(found->second);
+  children_.erase(found);
+}
+
+}  // namespace scrivo

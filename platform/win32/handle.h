@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/win32/windows.h"
+
+namespace scrivo {
+
+/// Owns a file handle, whose invalid value is INVALID_HANDLE_VALUE, and closes it.
+class FileHandle {
+ public:
+  explicit FileHandle(HANDLE handle) : handle_(handle) {}
+  ~FileHandle() {
+    if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
+  }
+  FileHandle(FileHandle&& other) noexcept : handle_(other.handle_) {
+    other.handle_ = INVALID_HANDLE_VALUE;
+  }
+  FileHandle& operator=(FileHandle&&) = delete;
+
+  HANDLE get() const { return handle_; }
+  bool is_valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+
+ private:
+  HANDLE handle_;
+};
+
+}  // namespace scrivo

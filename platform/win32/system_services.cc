@@ -1,0 +1,22 @@
+#include "platform/seams/services.h"
+#include "platform/win32/win32_desktop.h"
+#include "platform/win32/win32_files.h"
+#include "platform/win32/win32_processes.h"
+#include "platform/win32/win32_registry.h"
+#include "platform/win32/win32_shell.h"
+#include "platform/win32/win32_system.h"
+
+namespace scrivo {
+
+Services CreateSystemServices() {
+  Services services;
+  services.files = std::make_shared<Win32Files>();
+  services.registry = std::make_shared<Win32Registry>();
+  services.processes = std::make_shared<Win32Processes>();
+  services.desktop = std::make_shared<Win32Desktop>();
+  services.shell = std::make_shared<Win32Shell>();
+  services.system = std::make_shared<Win32System>();
+  return services;
+}
+
+}  // namespace scrivo

@@ -1,0 +1,169 @@
+#include "platform/win32/win32_files.h"
+
+#include <algorithm>
+
+#include "platform/win32/handle.h"
+#include "platform/win32/system_error.h"
+#include "platform/win32/windows.h"
+
+namespace scrivo {
+namespace {
+
+/// One call moves at most this many bytes, as its count has 32 bits.
+constexpr std::size_t kLargestTransfer = 1u << 30;
+
+FileHandle Open(const std::string& path, DWORD access, DWORD sharing, DWORD disposition) {
+  FileHandle file(CreateFileA(path.c_str(), access, sharing, nullptr, disposition,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file.is_valid()) RaiseSystemError(GetLastError(), path);
+  return file;
+}
+
+void WriteAll(HANDLE file, const std::string& path, const std::string& bytes) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const auto part = static_cast<DWORD>(std::min(bytes.size() - done, kLargestTransfer));
+    DWORD written = 0;
+    if (!WriteFile(file, bytes.data() + done, part, &written, nullptr)) {
+      RaiseSystemError(GetLastError(), path);
+    }
+    done += written;
+  }
+}
+
+class Win32Reader : public FileReader {
+ public:
+  explicit Win32Reader(const std::string& path)
+      : path_(path),
+        file_(Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                   OPEN_EXISTING)) {}
+
+  std::size_t Read(char* buffer, std::size_t size) override {
+    DWORD got = 0;
+    if (!ReadFile(file_.get(), buffer, static_cast<DWORD>(std::min(size, kLargestTransfer)), &got,
+                  nullptr)) {
+      RaiseSystemError(GetLastError(), path_);
+    }
+    return got;
+  }
+
+ private:
+  std::string path_;
+  FileHandle file_;
+};
+
+bool IsFolder(DWORD attributes) { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
+
+/// Closes a search on destruction.
+class Search {
+ public:
+  Search(const std::string& pattern, WIN32_FIND_DATAA* found)
+      : handle_(FindFirstFileA(pattern.c_str(), found)) {}
+  ~Search() {
+    if (is_valid()) FindClose(handle_);
+  }
+  Search(const Search&) = delete;
+  Search& operator=(const Search&) = delete;
+
+  bool is_valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+  bool Next(WIN32_FIND_DATAA* found) { return FindNextFileA(handle_, found) != FALSE; }
+
+ private:
+  HANDLE handle_;
+};
+
+}  // namespace
+
+bool Win32Files::FileExists(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && !IsFolder(attributes);
+}
+
+bool Win32Files::FolderExists(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && IsFolder(attributes);
+}
+
+std::uint64_t Win32Files::Size(const std::string& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data;
+  if (!GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data)) {
+    RaiseSystemError(GetLastError(), path);
+  }
+  if (IsFolder(data.dwFileAttributes)) RaiseSystemError(ERROR_FILE_NOT_FOUND, path);
+  return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+}
+
+std::unique_ptr<FileReader> Win32Files::OpenForReading(const std::string& path) {
+  return std::make_unique<Win32Reader>(path);
+}
+
+void Win32Files::Write(const std::string& path, const std::string& bytes) {
+  // Opening and cutting, rather than CREATE_ALWAYS, which refuses a file that is hidden.
+  const FileHandle file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS);
+  if (!SetEndOfFile(file.get())) RaiseSystemError(GetLastError(), path);
+  WriteAll(file.get(), path, bytes);
+}
+
+void Win32Files::Append(const std::string& path, const std::string& bytes) {
+  const FileHandle file = Open(path, FILE_APPEND_DATA,
+                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_ALWAYS);
+  WriteAll(file.get(), path, bytes);
+}
+
+void Win32Files::Remove(const std::string& path, bool forced) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) RaiseSystemError(GetLastError(), path);
+  if (IsFolder(attributes)) RaiseSystemError(ERROR_FILE_NOT_FOUND, path);
+  const bool unprotect = forced && (attributes & FILE_ATTRIBUTE_READONLY);
+  if (unprotect) SetFileAttributesA(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
+  if (DeleteFileA(path.c_str())) return;
+  const DWORD code = GetLastError();
+  if (unprotect) SetFileAttributesA(path.c_str(), attributes);
+  RaiseSystemError(code, path);
+}
+
+void Win32Files::Replace(const std::string& from, const std::string& to) {
+  if (!MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+    RaiseSystemError(GetLastError(), to);
+  }
+}
+
+void Win32Files::MakeFolder(const std::string& path) {
+  if (!CreateDirectoryA(path.c_str(), nullptr)) RaiseSystemError(GetLastError(), path);
+}
+
+std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
+  std::string pattern = folder;
+  if (!pattern.empty() && pattern.back() != '\\' && pattern.back() != '/') pattern += '\\';
+  pattern += '*';
+
+  std::vector<FolderEntry> entries;
+  WIN32_FIND_DATAA found;
+  Search search(pattern, &found);
+  if (!search.is_valid()) {
+    const DWORD code = GetLastError();
+    // A drive's root without files says "file not found"; so does a folder that is none.
+    if (code == ERROR_FILE_NOT_FOUND && FolderExists(folder)) return entries;
+    RaiseSystemError(code == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : code, folder);
+  }
+  do {
+    const std::string name = found.cFileName;
+    if (name != "." && name != "..") entries.push_back({name, IsFolder(found.dwFileAttributes)});
+  } while (search.Next(&found));
+  if (GetLastError() != ERROR_NO_MORE_FILES) RaiseSystemError(GetLastError(), folder);
+  return entries;
+}
+
+std::string Win32Files::MakeUniqueFile(const std::string& folder, const std::string& prefix) {
+  char path[MAX_PATH + 1] = "";
+  return GetTempFileNameA(folder.c_str(), prefix.c_str(), 0, path) != 0 ? path : "";
+}
+
+std::string Win32Files::ShortForm(const std::string& path) {
+  constexpr DWORD kLimit = 260;
+  char form[kLimit + 1] = "";
+  const DWORD length = GetShortPathNameA(path.c_str(), form, kLimit);
+  return length <= kLimit ? std::string(form, length) : "";
+}
+
+}  // namespace scrivo

@@ -1,0 +1,72 @@
+#include "platform/win32/win32_processes.h"
+
+#include "platform/win32/windows.h"
+
+namespace scrivo {
+namespace {
+
+HANDLE HandleOf(SystemHandle handle) { return reinterpret_cast<HANDLE>(handle); }
+
+SystemHandle NumberOf(HANDLE handle) { return reinterpret_cast<SystemHandle>(handle); }
+
+SECURITY_ATTRIBUTES Inheritable() { return {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE}; }
+
+}  // namespace
+
+bool Win32Processes::Done(bool success) {
+  if (!success) last_error_ = GetLastError();
+  return success;
+}
+
+bool Win32Processes::OpenPipe(SystemHandle* read_end, SystemHandle* write_end) {
+  SECURITY_ATTRIBUTES attributes = Inheritable();
+  HANDLE reading = nullptr;
+  HANDLE writing = nullptr;
+  if (!Done(CreatePipe(&reading, &writing, &attributes, 0))) return false;
+  *read_end = NumberOf(reading);
+  *write_end = NumberOf(writing);
+  return true;
+}
+
+bool Win32Processes::Start(const StartRequest& request, StartedProcess* started) {
+  STARTUPINFOA start_up{};
+  start_up.cb = sizeof start_up;
+  start_up.dwFlags = request.start_flags;
+  start_up.wShowWindow = request.show_window;
+  start_up.hStdInput = HandleOf(request.standard_input);
+  start_up.hStdOutput = HandleOf(request.standard_output);
+  start_up.hStdError = HandleOf(request.standard_error);
+  SECURITY_ATTRIBUTES attributes = Inheritable();
+  std::string command_line = request.command_line;  // the system writes into it
+  PROCESS_INFORMATION process{};
+  if (!Done(CreateProcessA(nullptr, command_line.data(), &attributes, &attributes,
+                           request.inherit_handles, request.creation_flags, nullptr,
+                           request.folder.empty() ? nullptr : request.folder.c_str(), &start_up,
+                           &process))) {
+    return false;
+  }
+  *started = {NumberOf(process.hProcess), NumberOf(process.hThread), process.dwProcessId,
+              process.dwThreadId};
+  return true;
+}
+
+bool Win32Processes::Read(SystemHandle pipe, char* buffer, std::uint32_t size, std::uint32_t* got) {
+  DWORD count = 0;
+  const bool success = Done(ReadFile(HandleOf(pipe), buffer, size, &count, nullptr));
+  *got = success ? count : 0;
+  return success;
+}
+
+std::uint32_t Win32Processes::ExitCode(SystemHandle process) {
+  DWORD code = 0;
+  Done(GetExitCodeProcess(HandleOf(process), &code));
+  return code;
+}
+
+void Win32Processes::WaitForEnd(SystemHandle process) {
+  Done(WaitForSingleObject(HandleOf(process), INFINITE) != WAIT_FAILED);
+}
+
+void Win32Processes::Close(SystemHandle handle) { Done(CloseHandle(HandleOf(handle))); }
+
+}  // namespace scrivo

@@ -1,0 +1,54 @@
+#include "platform/win32/win32_shell.h"
+
+#include "platform/win32/shell_api.h"
+
+namespace scrivo {
+namespace {
+
+HWND WindowOf(WindowHandle handle) { return reinterpret_cast<HWND>(handle); }
+
+/// The shell's results are small numbers in the shape of a module handle.
+std::int32_t CodeOf(HINSTANCE instance) {
+  return static_cast<std::int32_t>(reinterpret_cast<INT_PTR>(instance));
+}
+
+}  // namespace
+
+WindowHandle Win32Shell::DesktopWindow() {
+  return reinterpret_cast<WindowHandle>(GetDesktopWindow());
+}
+
+std::int32_t Win32Shell::Execute(const ShellRequest& request) {
+  return CodeOf(ShellExecuteA(WindowOf(request.owner), request.verb.c_str(), request.file.c_str(),
+                              request.parameters.c_str(), request.folder.c_str(),
+                              request.show_command));
+}
+
+std::int32_t Win32Shell::ExecuteExtended(const ExtendedShellRequest& request) {
+  SHELLEXECUTEINFOA record{};
+  record.cbSize = sizeof record;  // 60 for 32-bit programs
+  record.fMask = request.mask;
+  record.hwnd = WindowOf(request.request.owner);
+  record.lpVerb = request.request.verb.c_str();
+  record.lpFile = request.request.file.c_str();
+  record.lpParameters = request.request.parameters.c_str();
+  record.lpDirectory = request.request.folder.c_str();
+  record.nShow = request.request.show_command;
+  ShellExecuteExA(&record);
+  if (record.hProcess) CloseHandle(record.hProcess);
+  return CodeOf(record.hInstApp);
+}
+
+std::int32_t Win32Shell::SpecialFolderLocation(WindowHandle owner, std::int32_t folder_id,
+                                               std::uintptr_t* item_list) {
+  LPITEMIDLIST location = nullptr;
+  const HRESULT result = SHGetSpecialFolderLocation(WindowOf(owner), folder_id, &location);
+  *item_list = reinterpret_cast<std::uintptr_t>(location);
+  return result;
+}
+
+void Win32Shell::FreeItemList(std::uintptr_t item_list) {
+  CoTaskMemFree(reinterpret_cast<void*>(item_list));
+}
+
+}  // namespace scrivo

@@ -1,0 +1,77 @@
+#include "platform/win32/win32_system.h"
+
+#include "platform/win32/system_error.h"
+#include "platform/win32/windows.h"
+
+namespace scrivo {
+namespace {
+
+/// The event log takes texts of up to 31,839 characters and refuses longer ones whole.
+constexpr std::size_t kLongestEventText = 31839;
+
+std::string ModulePath() {
+  HMODULE module = nullptr;
+  GetModuleHandleExA(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      reinterpret_cast<LPCSTR>(&ModulePath), &module);
+  char path[MAX_PATH + 1] = "";
+  GetModuleFileNameA(module, path, MAX_PATH);
+  return path;
+}
+
+}  // namespace
+
+std::string Win32System::DateText() {
+  char text[128] = "";
+  GetDateFormatA(LOCALE_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, text, sizeof text);
+  return text;
+}
+
+std::string Win32System::TimeText() {
+  char text[128] = "";
+  GetTimeFormatA(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, text, sizeof text);
+  return text;
+}
+
+bool Win32System::PlatformId(std::uint32_t record_size, std::uint32_t* platform_id) {
+  OSVERSIONINFOEXA record{};
+  record.dwOSVersionInfoSize = record_size;
+  if (!GetVersionExA(reinterpret_cast<OSVERSIONINFOA*>(&record))) return false;
+  *platform_id = record.dwPlatformId;
+  return true;
+}
+
+void Win32System::WriteErrorEvent(const std::string& source, const std::string& text) {
+  const HANDLE log = RegisterEventSourceA(nullptr, source.c_str());
+  if (!log) RaiseSystemError(GetLastError(), "the event log");
+  const std::string shortened = text.substr(0, kLongestEventText);
+  const char* strings[] = {shortened.c_str()};
+  const bool written =
+      ReportEventA(log, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0, strings, nullptr) != FALSE;
+  const DWORD code = GetLastError();
+  DeregisterEventSource(log);
+  if (!written) RaiseSystemError(code, "the event log");
+}
+
+std::string Win32System::ModuleName() {
+  const std::string path = ModulePath();
+  const std::string name = path.substr(path.find_last_of("\\/") + 1);
+  return name.substr(0, name.rfind('.'));
+}
+
+std::string Win32System::ModuleFolder() {
+  const std::string path = ModulePath();
+  const std::size_t separator = path.find_last_of("\\/");
+  return separator == std::string::npos ? "" : path.substr(0, separator);
+}
+
+void Win32System::HoldMutex(const std::string& name) {
+  // The handle is left to the end of the process, which is how long the mutex is to be held.
+  if (!CreateMutexA(nullptr, FALSE, name.c_str())) RaiseSystemError(GetLastError(), name);
+}
+
+int Win32System::AnsiCodePage() {
+  return code_page_ != 0 ? code_page_ : static_cast<int>(GetACP());
+}
+
+}  // namespace scrivo

@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# usage: tests/run_windows.sh win-x64|win-x86 [GTEST OPTION…]
+#
+# Runs every *_tests.exe of a preset under Wine: in a fresh prefix under build/, on a display of its own, each program
+# with a hard time limit; when one hangs, a screenshot is kept beside its log. Installs what is missing (Debian). The
+# last line is the sum: N passed, N failed, N skipped
+#
+#   SCRIVO_WINDOWS_SECONDS   the time limit of one program (default 300)
+#   SCRIVO_WINE32_ROOT       the i386 root for 32-bit Wine (default build/wine32-root)
+set -u
+cd "$(dirname "$(readlink -f "$0")")/.." || exit 1
+. tools/packages.sh
+. tests/wine/wine.sh
+
+preset=${1:?usage: tests/run_windows.sh win-x64|win-x86}
+shift
+limit=${SCRIVO_WINDOWS_SECONDS:-300}
+work=$PWD/build/wine/$preset
+passed=0 failed=0 skipped=0
+
+finish() {
+  echo "$passed passed, $failed failed, $skipped skipped"
+  [ "$failed" -eq 0 ]
+  exit
+}
+
+# count PATTERN LOG: the figure of a line such as "[  PASSED  ] 12 tests."
+count() { sed -n "s/^\[  $1 *\] \([0-9]*\) test.*/\1/p" "$2" | tail -n 1; }
+
+# run_program PROGRAM: runs it within the time limit and adds its figures to the sum.
+run_program() {
+  local name log status=0 good bad over runner sleeper
+  name=$(basename "$1" .exe)
+  log=$work/$name.log
+  shift
+  run_wine "build/$preset/bin/$name.exe" "$@" >"$log.raw" 2>&1 </dev/null &
+  runner=$!
+  sleep "$limit" &
+  sleeper=$!
+  wait -n "$runner" "$sleeper"
+  status=$?
+  local hung=false
+  if kill -0 "$runner" 2>/dev/null; then
+    hung=true
+    import -display "$DISPLAY" -window root "$work/$name.png"
+    stop_wine
+    kill -KILL "$runner" 2>/dev/null
+  fi
+  kill "$sleeper" 2>/dev/null
+  wait "$runner" "$sleeper" 2>/dev/null
+  tr -d '\r' <"$log.raw" >"$log" && rm -f "$log.raw"
+
+  good=$(count PASSED "$log") bad=$(count FAILED "$log") over=$(count SKIPPED "$log")
+  if [ -z "$good" ]; then  # it did not come to its own sum
+    good=$(grep -c '^\[       OK \]' "$log")
+    bad=$(($(grep -c '^\[  FAILED  \]' "$log") + 1))
+  fi
+  passed=$((passed + good)) failed=$((failed + ${bad:-0})) skipped=$((skipped + ${over:-0}))
+  printf '%-28s %5d passed, %d failed, %d skipped\n' "$preset/$name" "$good" "${bad:-0}" "${over:-0}"
+  if $hung; then
+    echo "FAILED: $name did not end within $limit seconds, in: $(grep '^\[ RUN ' "$log" | tail -n 1)"
+    echo "        the screen is kept in ${work#"$PWD"/}/$name.png"
+  elif [ "$status" -ne 0 ] && [ -z "$(count FAILED "$log")" ]; then
+    echo "FAILED: $name ended with status $status"
+    tail -n 20 "$log"
+  elif [ "${bad:-0}" -gt 0 ]; then
+    grep -E -B 12 '^\[  FAILED  \].*ms\)' "$log" | head -n 80
+  fi
+}
+
+mkdir -p "$work"
+exec 9>"$work/lock"
+flock 9
+if ! prepare_wine "$preset" "$work"; then
+  skipped=1
+  finish
+fi
+trap stop_all EXIT
+shopt -s nullglob
+for program in build/"$preset"/bin/*_tests.exe; do
+  run_program "$program" "$@"
+done
+if [ $((passed + failed)) -eq 0 ]; then
+  echo "FAILED: there are no tests in build/$preset/bin"
+  failed=1
+fi
+finish

@@ -1,0 +1,156 @@
+# Wine for the tests: installing it, a fresh prefix, a display of its own. Sourced, from the top folder, after
+# tools/packages.sh. What is said to the user goes to standard error or, as a reason for skipping, to standard output.
+
+wine_packages=(wine wine64 xvfb imagemagick)
+
+# prepare_wine PRESET WORK: makes everything ready for run_wine; false, with one line that says why, when this machine
+# cannot have it. WORK is the folder for prefix and logs.
+prepare_wine() {
+  local preset=$1 work=$2
+  wine_root=
+  case $preset in
+    win-x64)
+      install_missing "Wine for the Windows tests" "${wine_packages[@]}" || return 1
+      wine_loader=/usr/lib/wine/wine64 wine_server=/usr/lib/wine/wineserver64
+      ;;
+    win-x86)
+      install_missing "a display for the Windows tests" xvfb imagemagick || return 1
+      wine_loader=/usr/lib/wine/wine wine_server=/usr/lib/wine/wineserver32
+      have_wine32 || make_wine32_root || return 1
+      ;;
+    *)
+      echo "skipped: $preset is no preset for Windows"
+      return 1
+      ;;
+  esac
+  start_display "$work" || return 1
+  make_prefix "$work"
+}
+
+have_wine32() {
+  [ "$(dpkg-query -W -f '${db:Status-Status}' wine32:i386 2>/dev/null)" = installed ] && return 0
+  [ -e "$(wine32_root)/.complete" ] && { enter_wine32_root; return; }
+  install_wine32
+}
+
+# The i386 packages beside the machine's own, when apt can resolve that; the architecture is taken away again otherwise.
+install_wine32() {
+  [ "$(id -u)" -eq 0 ] || return 1
+  local added=false
+  if ! dpkg --print-foreign-architectures | grep -qx i386; then
+    dpkg --add-architecture i386 || return 1
+    added=true
+  fi
+  if { apt-get update && apt-get install -s --no-install-recommends wine32:i386; } >/dev/null 2>&1 </dev/null; then
+    echo "Installing 32-bit Wine for the Windows tests: wine32:i386" >&2
+    DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends wine32:i386 >/dev/null 2>&1 </dev/null &&
+      return 0
+  fi
+  if $added; then
+    dpkg --remove-architecture i386
+    apt-get update >/dev/null 2>&1 </dev/null
+  fi
+  return 1
+}
+
+wine32_root() { readlink -m "${SCRIVO_WINE32_ROOT:-build/wine32-root}"; }
+
+# An i386 Debian of its own, where the packages do not go beside the machine's.
+make_wine32_root() {
+  local root suite log=$PWD/build/wine32-root.log
+  root=$(wine32_root)
+  if [ "$(id -u)" -ne 0 ]; then
+    echo "skipped: 32-bit Wine is not installed, and only root can make an i386 root for it"
+    return 1
+  fi
+  if ! unshare --mount true 2>/dev/null; then
+    echo "skipped: 32-bit Wine is not installed, and an i386 root for it cannot be entered here (no mounts)"
+    return 1
+  fi
+  install_missing "the maker of an i386 root for 32-bit Wine" debootstrap || return 1
+  mkdir -p "$(dirname "$root")"
+  exec 8>"$root.lock"
+  flock 8
+  if [ ! -e "$root/.complete" ]; then
+    echo "Installing 32-bit Wine in an i386 root of its own: $root" >&2
+    suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    rm -rf --one-file-system "$root"
+    if ! debootstrap --arch=i386 --variant=minbase --include=wine,wine32 "$suite" "$root" >"$log" 2>&1 </dev/null; then
+      echo "skipped: 32-bit Wine can be installed neither from i386 packages nor in an i386 root: $(tail -n 1 "$log")"
+      return 1
+    fi
+    rm -rf "$root"/var/cache/apt/archives/*.deb
+    touch "$root/.complete"
+  fi
+  exec 8>&-
+  enter_wine32_root
+}
+
+# From here on Wine runs in the i386 root.
+enter_wine32_root() {
+  wine_root=$(wine32_root)
+  mkdir -p "$wine_root$PWD" "$wine_root/tmp/.X11-unix" "$wine_root/proc" "$wine_root/dev"
+}
+
+# in_wine_root COMMAND…: runs a command where Wine is. The mounts end with the command.
+in_wine_root() {
+  if [ -z "$wine_root" ]; then
+    "$@"
+    return
+  fi
+  unshare --mount -- sh -c '
+    root=$1 here=$2
+    shift 2
+    mount --bind "$here" "$root$here" && mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix" &&
+      mount --rbind /proc "$root/proc" && mount --rbind /dev "$root/dev" || exit 125
+    exec chroot "$root" sh -c '\''cd "$1" && shift && exec "$@"'\'' sh "$here" "$@"
+  ' sh "$wine_root" "$PWD" "$@"
+}
+
+# A display that nobody else uses; DISPLAY names it.
+start_display() {
+  local number
+  mkdir -p /tmp/.X11-unix
+  rm -f "$1/display"
+  mkfifo "$1/display"
+  Xvfb -displayfd 7 -screen 0 1280x1024x24 -nolisten tcp 7>"$1/display" >"$1/xvfb.log" 2>&1 9>&- &
+  display_process=$!
+  read -r -t 30 number <"$1/display"
+  rm -f "$1/display"
+  if [ -z "${number:-}" ]; then
+    echo "skipped: no display can be started: $(tail -n 1 "$1/xvfb.log")"
+    return 1
+  fi
+  export DISPLAY=:$number
+}
+
+# A fresh copy of a prefix that was made once. Wine's own offers to download parts of itself are off.
+make_prefix() {
+  local work=$1
+  export HOME=$work/home WINEPREFIX=$work/prefix WINEDEBUG=-all
+  export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+  mkdir -p "$HOME"
+  if [ ! -e "$work/template/.complete" ]; then
+    rm -rf "$work/template"
+    if ! WINEPREFIX=$work/template in_wine_root "$wine_loader" wineboot.exe --init >"$work/wineboot.log" 2>&1 </dev/null 9>&-; then
+      echo "skipped: Wine cannot make a prefix: $(tail -n 1 "$work/wineboot.log")"
+      return 1
+    fi
+    WINEPREFIX=$work/template in_wine_root "$wine_server" --wait
+    touch "$work/template/.complete"
+  fi
+  rm -rf "$WINEPREFIX"
+  cp -a "$work/template" "$WINEPREFIX"
+  in_wine_root "$wine_server" --persistent 9>&-
+}
+
+# run_wine PROGRAM ARGUMENT…
+run_wine() { in_wine_root "$wine_loader" "$@" 9>&-; }
+
+# Ends every program of the prefix.
+stop_wine() { in_wine_root "$wine_server" --kill; }
+
+stop_all() {
+  stop_wine
+  kill "$display_process" 2>/dev/null
+}
