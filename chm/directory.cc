@@ -16,6 +16,9 @@ namespace {
 constexpr std::uint32_t kMinChunkSize = 0x40;
 constexpr std::uint32_t kMaxChunkSize = 0x100000;
 
+// Density 2 is usual; one that no chunk could make use of says nothing.
+constexpr std::uint32_t kMaxDensity = 16;
+
 constexpr unsigned char Fold(char c) {
   return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
 }
@@ -26,10 +29,12 @@ bool HasSignature(std::span<const std::uint8_t> chunk, std::string_view signatur
 
 // Where the chunks are.
 struct ChunkLayout {
-  std::uint64_t offset;    // of the first chunk, in the file
-  std::uint32_t size;      // of each
-  std::uint64_t count;     // that the directory should have
-  std::uint64_t possible;  // that it has if the larger of two contradicting numbers is right
+  std::uint64_t offset;        // of the first chunk, in the file
+  std::uint32_t size;          // of each
+  std::uint64_t count;         // that the directory should have
+  std::uint64_t possible;      // that it has if the larger of two contradicting numbers is right
+  std::uint64_t last_listing;  // chunks up to this one list entries, those after it are index
+  std::size_t reference_step;  // entries from one quick reference to the next
 };
 
 std::optional<ChunkLayout> ReadLayout(const ByteSource& source, const ContainerHeader& header,
@@ -49,13 +54,21 @@ std::optional<ChunkLayout> ReadLayout(const ByteSource& source, const ContainerH
   ChunkLayout layout;
   layout.offset = header.directory_offset + itsp::kLength;
   layout.size = LoadLe32(bytes.data() + itsp::kChunkSize);
-  if (layout.size < kMinChunkSize || layout.size > kMaxChunkSize) {
+  layout.last_listing = LoadLe32(bytes.data() + itsp::kLastListing);
+  // With a step beyond all reason the references are not used.
+  layout.reference_step =
+      1 + (std::size_t{1} << std::min(LoadLe32(bytes.data() + itsp::kDensity), kMaxDensity));
+  const std::uint64_t stated = LoadLe32(bytes.data() + itsp::kChunkCount);
+  const std::uint64_t length =
+      std::max<std::uint64_t>(header.directory_length, itsp::kLength) - itsp::kLength;
+  const bool possible = layout.size >= kMinChunkSize && layout.size <= kMaxChunkSize;
+  const bool usual_fits_better =
+      length != stated * layout.size && length == stated * itsp::kUsualChunkSize;
+  if (!possible || usual_fits_better) {
     AddProblem(problems, {ProblemKind::kChunkSize, layout.size, itsp::kUsualChunkSize});
     layout.size = itsp::kUsualChunkSize;
   }
-  const std::uint64_t stated = LoadLe32(bytes.data() + itsp::kChunkCount);
-  const std::uint64_t length = std::max<std::uint64_t>(header.directory_length, itsp::kLength);
-  layout.count = (length - itsp::kLength) / layout.size;
+  layout.count = length / layout.size;
   layout.possible = std::max(stated, layout.count);
   if (stated != layout.count) {
     AddProblem(problems, {ProblemKind::kChunkCount, stated, layout.count});
@@ -79,6 +92,18 @@ bool TakeEntry(std::span<const std::uint8_t>* bytes, Entry* entry) {
   entry->offset = *offset;
   entry->length = *size;
   return true;
+}
+
+// The number (from 1) of the first quick reference of a listing chunk that points beyond `at`; 0
+// when there is none. Reference i is that of entry i * step.
+std::size_t NextReference(std::span<const std::uint8_t> chunk, std::size_t at, std::size_t count,
+                          std::size_t step) {
+  const std::size_t end = chunk.size() - kEntryCountSize;
+  for (std::size_t i = 1; i * step < count && (i + 1) * kQuickReferenceSize < end; ++i) {
+    const std::size_t place = LoadLe16(chunk.data() + end - i * kQuickReferenceSize);
+    if (place + pmgl::kEntries > at && place + pmgl::kEntries < end) return i;
+  }
+  return 0;
 }
 
 }  // namespace
@@ -113,8 +138,8 @@ std::optional<Directory> Directory::Read(const ByteSource& source, const Contain
       break;
     }
     if (HasSignature(chunk, pmgl::kSignature)) {
-      directory.AddListing(std::move(chunk), number, problems);
-    } else if (!HasSignature(chunk, pmgi::kSignature)) {
+      directory.AddListing({std::move(chunk), number, layout->reference_step}, problems);
+    } else if (!HasSignature(chunk, pmgi::kSignature) || number <= layout->last_listing) {
       // Past the number that both statements agree on, the first stranger ends the directory.
       if (number >= layout->count) break;
       AddProblem(problems, {ProblemKind::kChunkUnknown, number, 0});
@@ -124,33 +149,37 @@ std::optional<Directory> Directory::Read(const ByteSource& source, const Contain
   return directory;
 }
 
-void Directory::AddListing(std::vector<std::uint8_t> chunk, std::uint64_t number,
-                           Problems* problems) {
-  const std::span<const std::uint8_t> bytes = chunks_.emplace_back(std::move(chunk));
-  const std::size_t count = LoadLe16(bytes.data() + bytes.size() - kEntryCountSize);
-  const std::uint32_t free_length = LoadLe32(bytes.data() + pmgl::kFreeLength);
+void Directory::AddListing(Listing listing, Problems* problems) {
+  const std::span<const std::uint8_t> chunk = chunks_.emplace_back(std::move(listing.bytes));
+  const std::size_t count = LoadLe16(chunk.data() + chunk.size() - kEntryCountSize);
+  const std::uint32_t free_length = LoadLe32(chunk.data() + pmgl::kFreeLength);
   // Both the count and the free length tell where the entries end. As long as one of them says that
   // there is another one, try to read it.
-  std::span<const std::uint8_t> rest =
-      bytes.subspan(pmgl::kEntries, bytes.size() - kEntryCountSize - pmgl::kEntries);
-  const std::size_t free_left =
-      free_length >= kEntryCountSize && free_length - kEntryCountSize <= rest.size()
-          ? free_length - kEntryCountSize
-          : rest.size();
+  const std::size_t end = chunk.size() - kEntryCountSize;
+  const bool end_stated = free_length >= kEntryCountSize && free_length <= end - pmgl::kEntries;
+  const std::size_t entries_end = end_stated ? chunk.size() - free_length : pmgl::kEntries;
+  std::size_t at = pmgl::kEntries;
   std::size_t read = 0;
-  for (; read < count || rest.size() > free_left; ++read) {
-    const std::size_t left = rest.size();
+  while (read < count || at < entries_end) {
+    std::span<const std::uint8_t> rest = chunk.subspan(at, end - at);
     Entry entry;
-    if (!TakeEntry(&rest, &entry)) {
-      // Nothing after the place where the free space should start: the count is wrong.
-      if (left == free_left) break;
-      AddProblem(problems, {ProblemKind::kEntryBroken, number, read});
-      return;
+    if (TakeEntry(&rest, &entry)) {
+      entries_.push_back(entry);
+      at = end - rest.size();
+      ++read;
+      continue;
     }
-    entries_.push_back(entry);
+    // Nothing after the place where the free space should start: the count is wrong.
+    if (at == entries_end) break;
+    const std::size_t next = NextReference(chunk, at, count, listing.reference_step);
+    AddProblem(problems, {ProblemKind::kEntryBroken, listing.number, read});
+    if (next == 0) return;
+    // Goes on where the directory has a mark; the entries skipped count as read.
+    at = pmgl::kEntries + LoadLe16(chunk.data() + end - next * kQuickReferenceSize);
+    read = next * listing.reference_step;
   }
   if (read != count) {
-    AddProblem(problems, {ProblemKind::kEntryCount, count, read, std::to_string(number)});
+    AddProblem(problems, {ProblemKind::kEntryCount, count, read, std::to_string(listing.number)});
   }
 }
 

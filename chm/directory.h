@@ -58,7 +58,13 @@ class Directory {
  private:
   Directory() = default;
 
-  void AddListing(std::vector<std::uint8_t> chunk, std::uint64_t number, Problems* problems);
+  struct Listing {
+    std::vector<std::uint8_t> bytes;
+    std::uint64_t number;        // of the chunk
+    std::size_t reference_step;  // entries from one quick reference to the next
+  };
+
+  void AddListing(Listing listing, Problems* problems);
   void IndexNames();
 
   std::vector<std::vector<std::uint8_t>> chunks_;  // hold the names

@@ -71,17 +71,17 @@ std::string_view Pattern(ProblemKind kind) {
     case ProblemKind::kDirectoryHeader:
       return "directory: header length %n is wrong; taken as %o";
     case ProblemKind::kChunkSize:
-      return "directory: chunk size %n is impossible; taken as %o";
+      return "directory: chunk size %n cannot be right; taken as %o";
     case ProblemKind::kChunkCount:
-      return "directory: said to have %n chunks, but has the length of %o";
+      return "directory: it is said to have %n chunks, and to be as long as %o";
     case ProblemKind::kChunksMissing:
       return "directory: the file ends before chunk %n of %o; the names from there on are lost";
     case ProblemKind::kChunkUnknown:
-      return "directory: chunk %n is neither a list nor an index; its names are lost";
+      return "directory: chunk %n is no list of names, where one should be; its names are lost";
     case ProblemKind::kEntryCount:
       return "directory: chunk %e is said to have %n entries, but has %o";
     case ProblemKind::kEntryBroken:
-      return "directory: chunk %n is damaged from entry %o on; its names from there on are lost";
+      return "directory: chunk %n is damaged at entry %o; names are lost";
     case ProblemKind::kNoContent:
       return "the compressed content is not in the directory";
     case ProblemKind::kContentOutside:

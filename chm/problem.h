@@ -19,24 +19,25 @@ enum class ProblemKind {
 
   // Something is wrong, and the reader goes on. `number` is what the file says, `other` what it
   // should be or what is taken instead.
-  kUnknownVersion,      // taken as version 3
-  kFileCut,             // the file has only `number` bytes of `other`
-  kDirectoryMoved,      // the directory is at `other`, not at `number`
-  kContentOffset,       // content section 0 cannot be at `number`; taken to be at `other`
-  kDirectoryVersion,    // version of the directory
-  kDirectoryHeader,     // length of its header
-  kChunkSize,           // impossible chunk size
-  kChunkCount,          // chunks by the header, chunks by the directory's length
-  kChunksMissing,       // the file ends before chunk `number` of `other`
-  kChunkUnknown,        // chunk `number` is neither a listing nor an index
-  kEntryCount,          // chunk `name` says it has `number` entries and has `other`
-  kEntryBroken,         // chunk `number`, entry `other`: it and the rest of the chunk are lost
-  kNoContent,           // the compressed content is not listed
-  kContentOutside,      // it lies outside the file, from offset `number` on
-  kContentCut,          // the file holds only `number` of its `other` bytes
-  kControlData,         // missing or impossible; the usual parameters are taken
-  kResetTable,          // missing or too short for its header
-  kResetTableHeader,    // a field is `number` and not `other`, which is taken
+  kUnknownVersion,    // taken as version 3
+  kFileCut,           // the file has only `number` bytes of `other`
+  kDirectoryMoved,    // the directory is at `other`, not at `number`
+  kContentOffset,     // content section 0 cannot be at `number`; taken to be at `other`
+  kDirectoryVersion,  // version of the directory
+  kDirectoryHeader,   // length of its header
+  kChunkSize,         // impossible chunk size
+  kChunkCount,        // chunks by the header, chunks by the directory's length
+  kChunksMissing,     // the file ends before chunk `number` of `other`
+  kChunkUnknown,      // chunk `number` is neither a listing nor an index
+  kEntryCount,        // chunk `name` says it has `number` entries and has `other`
+  kEntryBroken,       // chunk `number`, entry `other`: it and those after it are lost, at the most
+                      // up to the next quick reference
+  kNoContent,         // the compressed content is not listed
+  kContentOutside,    // it lies outside the file, from offset `number` on
+  kContentCut,        // the file holds only `number` of its `other` bytes
+  kControlData,       // missing or impossible; the usual parameters are taken
+  kResetTable,        // missing or too short for its header
+  kResetTableHeader,  // a field is `number` and not `other`, which is taken
   kUncompressedLength,  // ResetTable and SpanInfo differ: `number` is taken, not `other`
   kResetTableShort,     // it has entries for `number` frames of `other`
   kMoreProblems,        // `number` further problems of the kinds above
