@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 
 #include "platform/command_line.h"
 #include "platform/posix/descriptor.h"
@@ -96,10 +97,12 @@ std::uint64_t PosixFiles::Size(const std::string& path) {
 
 std::unique_ptr<FileReader> PosixFiles::OpenForReading(const std::string& path) {
   ThrowIfInterrupted();
-  Descriptor file = Open(path, O_RDONLY);
+  // Without waiting: a pipe with a name, met among the files of a folder, may have no writer.
+  Descriptor file = Open(path, O_RDONLY | O_NONBLOCK);
   struct stat status = {};
   if (fstat(file.get(), &status) != 0) throw SystemError(errno, path);
   if (S_ISDIR(status.st_mode)) throw SystemError(EISDIR, path);
+  if (S_ISFIFO(status.st_mode)) throw SystemError(EINVAL, path);
   return std::make_unique<PosixReader>(std::move(file), path);
 }
 
@@ -169,6 +172,11 @@ std::string PosixFiles::MakeUniqueFile(const std::string& folder, const std::str
 std::string PosixFiles::ShortForm(const std::string& path) {
   struct stat status = {};
   return stat(path.c_str(), &status) == 0 ? EscapeWord(path) : "";
+}
+
+std::string PosixFiles::RealPath(const std::string& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), std::free);
+  return real ? std::string(real.get()) : path;
 }
 
 }  // namespace scrivo

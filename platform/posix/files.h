@@ -28,6 +28,7 @@ class PosixFiles : public Files {
   std::vector<FolderEntry> List(const std::string& folder) override;
   std::string MakeUniqueFile(const std::string& folder, const std::string& prefix) override;
   std::string ShortForm(const std::string& path) override;
+  std::string RealPath(const std::string& path) override;
 
  private:
   std::uint32_t next_number_;  ///< of unique files; begins anywhere, so that programs seldom meet
