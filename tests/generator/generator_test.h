@@ -3,10 +3,12 @@
 #include <memory>
 #include <string>
 
+#include "compiler/frm_hhc.h"
 #include "errors/error_handler.h"
 #include "generator/frm_main.h"
-#include "platform/memory_registry.h"
+#include "platform/registry.h"
 #include "tests/doubles/fake_error_dialog.h"
+#include "tests/doubles/fake_main_view.h"
 #include "tests/doubles/fake_services.h"
 #include "tests/doubles/memory_site.h"
 
@@ -22,13 +24,14 @@ class GeneratorTest : public WithFakeServices {
   GeneratorTest() {
     Globals() = GlobalState(PathStyle::kWindows);
     Globals().HostApplication = site.Host();
-    TheServices().registry = registry;
+    Globals().views = views;
     ErrorHandler().ErrorHandlerActions(ehaErrorDialog);
     ErrorHandler().Dialog(dialog);
     files->folders.insert("C:\\Webs\\site");
   }
   ~GeneratorTest() override {
     frmMain::Unload();
+    frmHHC::Unload();
     Globals() = GlobalState();
     ErrorHandler().Dialog(nullptr);
   }
@@ -53,8 +56,16 @@ class GeneratorTest : public WithFakeServices {
                std::string::npos;
   }
 
+  /// Registers a help compiler in this folder and puts it there.
+  void InstallCompiler(const std::string& folder = "C:\\HHW") {
+    CRegistry keys;
+    keys.Init(static_cast<std::uint32_t>(kHkeyCurrentUser));
+    keys.SetValue(kWorkshopKey, "InstallDir", folder, kRegSz);
+    files->files[folder + "\\hhc.exe"] = "compiler";
+  }
+
   MemorySite site;
-  std::shared_ptr<MemoryRegistry> registry = std::make_shared<MemoryRegistry>();
+  std::shared_ptr<FakeMainViews> views = std::make_shared<FakeMainViews>();
   std::shared_ptr<FakeErrorDialog> dialog = std::make_shared<FakeErrorDialog>();
 };
 

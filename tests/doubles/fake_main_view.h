@@ -1,0 +1,83 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/seams/error.h"
+#include "tests/doubles/fake_run_view.h"
+#include "ui/main_view.h"
+
+namespace scrivo {
+
+/// What the compile dialog's window shows, and the order in which it was told so. It outlives the
+/// window.
+struct ShownMain {
+  MainViewEvents* events = nullptr;  ///< null once the window is gone
+  ItemPanel* panel = nullptr;
+  ButtonStrip* strip = nullptr;
+  float left = 100, top = 200, width = 5000, height = 6000.5F;
+  WindowHandle window = 77;
+  std::function<void()> on_show;  ///< what the user does while the dialog is shown
+  bool fails = false;             ///< every place and size fails
+  std::vector<std::string> log;   ///< "show", "hide", "close", "left 5", "item OUTPUT", …
+};
+
+class FakeMainView : public MainView {
+ public:
+  FakeMainView(ShownMain& shown, MainViewEvents& events, ItemPanel& panel, ButtonStrip& strip)
+      : shown_(shown) {
+    shown_.events = &events;
+    shown_.panel = &panel;
+    shown_.strip = &strip;
+  }
+  ~FakeMainView() override { shown_.events = nullptr; }
+
+  void ShowModal() override {
+    shown_.log.push_back("show");
+    if (shown_.on_show) shown_.on_show();
+    shown_.log.push_back("shown");  // still there, whatever happened meanwhile
+  }
+  void Hide() override { shown_.log.push_back("hide"); }
+  void Close() override { shown_.log.push_back("close"); }
+  WindowHandle Window() override { return shown_.window; }
+
+  float Left() override { return Get(shown_.left); }
+  void Left(float twips) override { Set("left", twips, &shown_.left); }
+  float Top() override { return Get(shown_.top); }
+  void Top(float twips) override { Set("top", twips, &shown_.top); }
+  float Width() override { return Get(shown_.width); }
+  void Width(float twips) override { Set("width", twips, &shown_.width); }
+  float Height() override { return Get(shown_.height); }
+  void Height(float twips) override { Set("height", twips, &shown_.height); }
+
+  void ShowItem(const std::string& key) override { shown_.log.push_back("item " + key); }
+
+ private:
+  float Get(float value) const {
+    if (shown_.fails) throw Error(kInternalError, "FakeMainView", "The window is in a bad way");
+    return value;
+  }
+  void Set(const char* what, float twips, float* value) {
+    *value = Get(twips);
+    shown_.log.push_back(std::string(what) + " " + std::to_string(static_cast<int>(twips)));
+  }
+
+  ShownMain& shown_;
+};
+
+/// Makes run windows that show themselves in `run` and a compile dialog that does in `main`.
+class FakeMainViews : public FakeViews {
+ public:
+  ShownMain main;
+  bool has_windows = true;
+
+  std::unique_ptr<MainView> MakeMainView(MainViewEvents& events, ItemPanel& panel,
+                                         ButtonStrip& strip) override {
+    if (!has_windows) return nullptr;
+    return std::make_unique<FakeMainView>(main, events, panel, strip);
+  }
+};
+
+}  // namespace scrivo

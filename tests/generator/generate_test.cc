@@ -1,0 +1,397 @@
+#include "compiler/frm_hhc.h"
+#include "tests/generator/generator_test.h"
+
+namespace scrivo {
+namespace {
+
+constexpr char kOutput[] = "C:\\Webs\\site\\site.CHM";
+
+/// A web of one page with a keyword, and a compiler that makes the output file.
+class GenerateTest : public GeneratorTest {
+ protected:
+  GenerateTest() {
+    site.AddNode(nullptr, "Start", site.AddPage("start.htm", "Start", "word"));
+    InstallCompiler();
+    processes->on_start = [&] { files->files[kOutput] = "compiled"; };
+  }
+
+  ItemPanel& Params() { return Form()->suiParams(); }
+  void Generate() { Form()->Generate(); }
+  bool HasCompiled() const { return !processes->requests.empty(); }
+  bool ProjectFilesAreLeft() const {
+    for (const auto& [path, content] : files->files) {
+      if (path.find("\\Scr") != std::string::npos) return true;
+    }
+    return false;
+  }
+  /// The run ended as every run does: with a refreshed host and without the dialog.
+  void ExpectEnded() {
+    EXPECT_GE(site.CountOf("Refresh"), 1);
+    EXPECT_FALSE(frmMain::IsLoaded());
+  }
+  std::vector<std::string> Removals() const {
+    std::vector<std::string> removals;
+    for (const std::string& entry : files->log) {
+      if (entry.compare(0, 8, "remove! ") == 0 && entry.find(".tmp") + 4 != entry.size()) {
+        removals.push_back(entry.substr(8));
+      }
+    }
+    return removals;
+  }
+};
+
+TEST_F(GenerateTest, OneWholeRun) {
+  Generate();
+  ASSERT_EQ(processes->requests.size(), 1U);
+  EXPECT_EQ(processes->requests[0].command_line, "\"C:\\HHW\\hhc.exe\" Scr1A5.hhp");
+  EXPECT_EQ(processes->requests[0].folder, "C:\\Webs\\site");
+  EXPECT_FALSE(ProjectFilesAreLeft());
+  ASSERT_EQ(desktop->help_calls.size(), 1U);
+  EXPECT_EQ(desktop->help_calls[0].owner, 77U);
+  EXPECT_EQ(desktop->help_calls[0].file, kOutput);
+  EXPECT_EQ(desktop->help_calls[0].command, 1U);
+  EXPECT_EQ(desktop->help_calls[0].data, "start.htm");
+  EXPECT_TRUE(desktop->messages.empty());
+  EXPECT_EQ(Reports(), 0);
+  ExpectEnded();
+}
+
+TEST_F(GenerateTest, TheRunWindowExpectsAsManyFilesAsTheWebHas) {
+  site.AddPage("image.gif");
+  site.AddPage("sub/page.htm");
+  Generate();
+  EXPECT_EQ(frmHHC::Load().FilesCount(), 3);
+}
+
+TEST_F(GenerateTest, ProjectFilesAreWrittenBeforeTheCompilerRuns) {
+  std::vector<std::string> seen;
+  processes->on_start = [&] {
+    for (const auto& [path, content] : files->files) seen.push_back(path);
+  };
+  Generate();
+  EXPECT_EQ(seen,
+            (std::vector<std::string>{
+                "C:\\HHW\\hhc.exe", "C:\\Webs\\site\\Scr1A2.hhk", "C:\\Webs\\site\\Scr1A3.hhc",
+                "C:\\Webs\\site\\Scr1A4.tmp.htm", "C:\\Webs\\site\\Scr1A5.hhp"}));
+}
+
+TEST_F(GenerateTest, CleaningUpRemovesReadOnlyFilesTooInItsOrder) {
+  processes->on_start = [&] {
+    for (const auto& [path, content] : files->files) files->read_only.insert(path);
+  };
+  Generate();
+  EXPECT_FALSE(ProjectFilesAreLeft());
+  EXPECT_EQ(Removals(), (std::vector<std::string>{
+                            "C:\\Webs\\site\\Scr1A5.hhp", "C:\\Webs\\site\\Scr1A3.hhc",
+                            "C:\\Webs\\site\\Scr1A2.hhk", "C:\\Webs\\site\\Scr1A4.tmp.htm"}));
+}
+
+TEST_F(GenerateTest, AFileThatCannotBeRemovedIsLeftQuietly) {
+  processes->on_start = [&] { files->locked.insert("C:\\Webs\\site\\Scr1A5.hhp"); };
+  Generate();
+  EXPECT_TRUE(files->FileExists("C:\\Webs\\site\\Scr1A5.hhp"));
+  EXPECT_FALSE(files->FileExists("C:\\Webs\\site\\Scr1A3.hhc"));
+  EXPECT_EQ(Reports(), 0);
+}
+
+TEST_F(GenerateTest, ProjectFilesAreKeptOnRequest) {
+  Params()["LEAVEPROJECTFILE"].checked = true;
+  Generate();
+  for (const char* name : {"Scr1A2.hhk", "Scr1A3.hhc", "Scr1A4.tmp.htm", "Scr1A5.hhp"}) {
+    EXPECT_TRUE(files->FileExists(std::string("C:\\Webs\\site\\") + name)) << name;
+  }
+  ExpectEnded();
+}
+
+TEST_F(GenerateTest, TheRunWindowStaysOpenOnRequest) {
+  Generate();
+  EXPECT_TRUE(frmHHC::IsLoaded());
+}
+
+TEST_F(GenerateTest, TheRunWindowIsClosedOtherwise) {
+  Params()["CLOSELOG"].checked = false;
+  Generate();
+  EXPECT_FALSE(frmHHC::IsLoaded());
+}
+
+TEST_F(GenerateTest, TheResultIsShownOnRequestOnly) {
+  Params()["VIEWRESULT"].checked = false;
+  Generate();
+  EXPECT_TRUE(desktop->help_calls.empty());
+}
+
+TEST_F(GenerateTest, AResultThatIsNotThereIsNotShown) {
+  processes->on_start = nullptr;
+  Generate();
+  EXPECT_TRUE(HasCompiled());
+  EXPECT_TRUE(desktop->help_calls.empty());
+}
+
+TEST_F(GenerateTest, CompilerMessagesKeepTheRunWindowAndShowNoResult) {
+  Params()["CLOSELOG"].checked = false;
+  processes->outputs = {"HHC5003: Error: Compilation failed\r\n"};
+  Generate();
+  EXPECT_TRUE(frmHHC::IsLoaded());
+  EXPECT_TRUE(desktop->help_calls.empty());
+  EXPECT_FALSE(ProjectFilesAreLeft());
+  ExpectEnded();
+}
+
+TEST_F(GenerateTest, CompilerMessagesLeaveTheProjectFilesOnRequest) {
+  Params()["LEAVEPROJECTFILE"].checked = true;
+  processes->outputs = {"HHC5003: Error: Compilation failed\r\n"};
+  Generate();
+  EXPECT_TRUE(ProjectFilesAreLeft());
+}
+
+TEST_F(GenerateTest, ACompilersExitCodeAloneIsNoFailure) {
+  processes->exit_code = 1;
+  Generate();
+  EXPECT_EQ(desktop->help_calls.size(), 1U);
+}
+
+TEST_F(GenerateTest, WithoutACompilerNothingIsWrittenAndTheDialogCloses) {
+  registry->tree = {};
+  Generate();
+  ASSERT_EQ(desktop->messages.size(), 1U);
+  EXPECT_FALSE(ProjectFilesAreLeft());
+  EXPECT_FALSE(HasCompiled());
+  ExpectEnded();
+}
+
+TEST_F(GenerateTest, AWronglyNamedCompilerStopsTheRun) {
+  InstallCompiler("C:\\gone");
+  files->files.erase("C:\\gone\\hhc.exe");
+  desktop->file_result = 1;
+  desktop->file_answer.file_buffer = std::string("C:\\HHW\\HHC.EXE\0", 15);
+  Generate();
+  ASSERT_EQ(desktop->messages.size(), 1U);
+  EXPECT_EQ(desktop->messages[0].text, "Wrong file name!");
+  EXPECT_FALSE(HasCompiled());
+  ExpectEnded();
+}
+
+TEST_F(GenerateTest, TheOldOutputIsRemovedFirst) {
+  files->files[kOutput] = "old";
+  processes->on_start = [&] { EXPECT_FALSE(files->FileExists(kOutput)); };
+  Generate();
+  EXPECT_TRUE(HasCompiled());
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+TEST_F(GenerateTest, AnyOtherFailureToRemoveTheOldOutputIsIgnored) {
+  files->files[kOutput] = "old";
+  files->failures.emplace(std::string("remove ") + kOutput, Error(kDeviceIoError, "", "I/O"));
+  Generate();
+  EXPECT_TRUE(HasCompiled());
+  EXPECT_TRUE(desktop->messages.empty());
+  EXPECT_EQ(Reports(), 0);
+}
+
+TEST_F(GenerateTest, ALockedOutputIsFreedByClosingItsViewer) {
+  files->files[kOutput] = "old";
+  files->locked.insert(kOutput);
+  desktop->windows["HH Parent|site"] = 5;
+  desktop->answers = {MessageAnswer::kYes};
+  Generate();
+  ASSERT_EQ(desktop->messages.size(), 1U);
+  EXPECT_EQ(desktop->sent, (std::vector<std::pair<WindowHandle, std::uint32_t>>{{5, 16}}));
+  EXPECT_TRUE(HasCompiled());
+}
+
+TEST_F(GenerateTest, ALockedOutputWithoutItsViewerStopsTheRun) {
+  files->files[kOutput] = "old";
+  files->read_only.insert(kOutput);
+  desktop->windows["HH Parent|another title"] = 5;
+  desktop->answers = {MessageAnswer::kYes};
+  Generate();
+  EXPECT_EQ(desktop->messages.size(), 2U);
+  EXPECT_TRUE(desktop->sent.empty());
+  EXPECT_FALSE(HasCompiled());
+  EXPECT_FALSE(ProjectFilesAreLeft());
+  EXPECT_EQ(files->files[kOutput], "old");
+  ExpectEnded();
+}
+
+TEST_F(GenerateTest, WithoutAnIndexTheIndexFileIsNotWritten) {
+  Params()["USEKEYWORDS"].checked = false;
+  Params()["LEAVEPROJECTFILE"].checked = true;
+  Generate();
+  EXPECT_FALSE(Written("C:\\Webs\\site\\Scr1A4.hhp").empty());
+  EXPECT_EQ(files->files["C:\\Webs\\site\\Scr1A4.hhp"].find("Index File"), std::string::npos);
+  EXPECT_EQ(site.CountOf("Property start.htm keywords"), 0);
+}
+
+TEST_F(GenerateTest, AWebWithoutKeywordsIsCompiledWithoutAnIndex) {
+  site.PageAt("start.htm").properties.clear();
+  Params()["LEAVEPROJECTFILE"].checked = true;
+  Generate();
+  ASSERT_EQ(desktop->messages.size(), 1U);
+  EXPECT_EQ(desktop->messages[0].text, "No keywords were found! No index was created!");
+  EXPECT_TRUE(HasCompiled());
+  const std::string project = Written("C:\\Webs\\site\\Scr1A4.hhp");
+  EXPECT_EQ(project.find("Index File"), std::string::npos);
+}
+
+TEST_F(GenerateTest, AFileThatIsNotWrittenStopsTheRunAndTheRestIsCleanedUp) {
+  for (const char* name : {"Scr1A2.hhk", "Scr1A3.hhc", "Scr1A5.hhp"}) {
+    *files = MemoryFiles();
+    files->folders.insert("C:\\Webs\\site");
+    InstallCompiler();
+    Form();
+    files->failures.emplace(std::string("write C:\\Webs\\site\\") + name,
+                            Error(kDiskFull, "", "disk full"));
+    site.calls.clear();
+    dialog->reports.clear();
+    Generate();
+    EXPECT_EQ(Reports(), 1) << name;
+    EXPECT_FALSE(HasCompiled()) << name;
+    EXPECT_FALSE(ProjectFilesAreLeft()) << name;
+    ExpectEnded();
+  }
+}
+
+TEST_F(GenerateTest, AnAbortInTheDriverItselfLeavesItAtOnce) {
+  Form();
+  site.Fail("Refresh", 1);
+  Generate();
+  EXPECT_TRUE(LastReportIsFrom("Generate"));
+  EXPECT_TRUE(frmMain::IsLoaded());
+}
+
+TEST_F(GenerateTest, RetryAndIgnoreGoOnInTheDriver) {
+  Form();
+  site.Fail("Refresh", 2);
+  dialog->answers = {"RETRY", "IGNORE"};
+  Generate();
+  EXPECT_EQ(site.CountOf("Refresh"), 2);
+  EXPECT_FALSE(frmMain::IsLoaded());
+}
+
+TEST_F(GenerateTest, AnAbortedFileCountStillCompiles) {
+  Form();
+  // The collector is asked by the index, the project and the count, in this order.
+  site.Fail("Files", 3);
+  dialog->answers = {"RETRY", "RETRY", "RETRY"};
+  Generate();
+  EXPECT_EQ(Reports(), 3);
+  EXPECT_TRUE(HasCompiled());
+}
+
+TEST_F(GenerateTest, TheCallStackIsEmptyAfterARun) {
+  ErrorHandler().TracingEnabled(true);
+  Generate();
+  const std::string& trace = files->files["/log/trace.txt"];
+  EXPECT_NE(trace.find("Entered routine: Kestrel.frmMain.Generate\r\n"), std::string::npos);
+  EXPECT_TRUE(trace.ends_with("Exited routine: Kestrel.frmMain.Generate\r\n")) << trace;
+}
+
+TEST_F(GenerateTest, PagesWithUnsavedChangesAreSavedWhenTheUserAgrees) {
+  site.open = {{"a", false}, {"b", true}, {"c", true}};
+  desktop->answers = {MessageAnswer::kYes};
+  Form()->SaveModifiedPages();
+  ASSERT_EQ(desktop->messages.size(), 1U);
+  EXPECT_EQ(desktop->messages[0].text, "There are unsaved documents. Would you like to save it?");
+  EXPECT_EQ(desktop->messages[0].style, 4U + 32U);
+  EXPECT_EQ(desktop->messages[0].caption, "Save documents");
+  EXPECT_EQ(site.CountOf("Save a overwrite"), 0);
+  EXPECT_EQ(site.CountOf("Save b overwrite"), 1);
+  EXPECT_EQ(site.CountOf("Save c overwrite"), 1);
+}
+
+TEST_F(GenerateTest, TheFirstPageWithUnsavedChangesIsEnoughToAsk) {
+  site.open = {{"a", true}, {"b", true}};
+  desktop->answers = {MessageAnswer::kNo};
+  Form()->SaveModifiedPages();
+  EXPECT_EQ(site.CountOf("IsModified a"), 1);
+  EXPECT_EQ(site.CountOf("IsModified b"), 0);
+}
+
+TEST_F(GenerateTest, OnNoNothingIsSavedAndTheRunGoesOn) {
+  site.open = {{"a", true}};
+  desktop->answers = {MessageAnswer::kNo};
+  Generate();
+  EXPECT_EQ(site.CountOf("Save a overwrite"), 0);
+  EXPECT_TRUE(HasCompiled());
+}
+
+TEST_F(GenerateTest, WithoutUnsavedChangesNothingIsAsked) {
+  site.open = {{"a", false}};
+  Form()->SaveModifiedPages();
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+TEST_F(GenerateTest, APageThatCannotBeSavedIsAnsweredByTheUser) {
+  site.open = {{"a", true}, {"b", true}, {"c", true}};
+  desktop->answers = {MessageAnswer::kYes};
+  Form();
+  site.Fail("Save a overwrite", 1);
+  site.Fail("Save b overwrite", 1);
+  dialog->answers = {"RETRY", "IGNORE"};
+  Form()->SaveModifiedPages();
+  EXPECT_EQ(site.CountOf("Save a overwrite"), 2);
+  EXPECT_EQ(site.CountOf("Save b overwrite"), 1);
+  EXPECT_EQ(site.CountOf("Save c overwrite"), 1);
+  EXPECT_TRUE(LastReportIsFrom("SaveModifiedPages"));
+}
+
+TEST_F(GenerateTest, SavingAbortedTheRunGoesOn) {
+  Form();
+  site.Fail("OpenPages", 1);
+  Generate();
+  EXPECT_TRUE(LastReportIsFrom("SaveModifiedPages"));
+  EXPECT_TRUE(HasCompiled());
+}
+
+TEST_F(GenerateTest, ClosingTheViewerAsksFirst) {
+  desktop->answers = {MessageAnswer::kNo};
+  EXPECT_TRUE(Form()->CloseHelpViewer("Title"));
+  ASSERT_EQ(desktop->messages.size(), 1U);
+  EXPECT_EQ(desktop->messages[0].text,
+            "Output file is locked. Possibly this file opened by HTMLHelp Viewer.\r\n"
+            "Can I try to close it?");
+  EXPECT_EQ(desktop->messages[0].style, 4U + 64U);
+  EXPECT_EQ(desktop->messages[0].caption, "Scrivo");
+}
+
+TEST_F(GenerateTest, TheViewerWithTheTitleIsSentTheCloseMessage) {
+  desktop->windows["HH Parent|Title"] = 9;
+  desktop->answers = {MessageAnswer::kYes};
+  EXPECT_FALSE(Form()->CloseHelpViewer("Title"));
+  EXPECT_EQ(desktop->sent, (std::vector<std::pair<WindowHandle, std::uint32_t>>{{9, 16}}));
+  EXPECT_EQ(desktop->messages.size(), 1U);
+}
+
+TEST_F(GenerateTest, WithoutTheViewerTheUserIsToldThatTheRunStops) {
+  desktop->answers = {MessageAnswer::kYes};
+  EXPECT_TRUE(Form()->CloseHelpViewer("Title"));
+  ASSERT_EQ(desktop->messages.size(), 2U);
+  EXPECT_EQ(desktop->messages[1].text,
+            "The appropriate HTMLHelp Viewer was not found.\r\n"
+            "Please, close it manualy. Compilation stopped");
+  EXPECT_EQ(desktop->messages[1].style, 16U);
+  EXPECT_EQ(desktop->messages[1].caption, "Scrivo");
+}
+
+TEST_F(GenerateTest, WritingTheProjectAloneCompilesNothingAndKeepsTheFiles) {
+  const auto form = Form();
+  EXPECT_TRUE(form->WriteProject());
+  for (const std::string& path :
+       {form->IndexPath(), form->ContentsPath(), form->DerivedPath(), form->ProjectPath()}) {
+    EXPECT_TRUE(files->FileExists(path)) << path;
+  }
+  EXPECT_FALSE(HasCompiled());
+  form->RemoveProjectFiles();
+  EXPECT_FALSE(ProjectFilesAreLeft());
+  EXPECT_TRUE(frmMain::IsLoaded());
+}
+
+TEST_F(GenerateTest, AProjectThatCannotBeWrittenIsFalse) {
+  Form();
+  site.Fail("NavigationRoot", 1);
+  EXPECT_FALSE(Form()->WriteProject());
+  EXPECT_EQ(Form()->ProjectPath(), "");
+}
+
+}  // namespace
+}  // namespace scrivo
