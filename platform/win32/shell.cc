@@ -1,4 +1,4 @@
-#include "platform/win32/win32_shell.h"
+#include "platform/win32/shell.h"
 
 #include "platform/win32/shell_api.h"
 

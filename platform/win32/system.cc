@@ -1,4 +1,4 @@
-#include "platform/win32/win32_system.h"
+#include "platform/win32/system.h"
 
 #include "platform/win32/system_error.h"
 #include "platform/win32/windows.h"

@@ -1,4 +1,4 @@
-#include "platform/win32/win32_files.h"
+#include "platform/win32/files.h"
 
 #include <algorithm>
 
@@ -142,9 +142,9 @@ std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
   Search search(pattern, &found);
   if (!search.is_valid()) {
     const DWORD code = GetLastError();
-    // A drive's root without files says "file not found"; so does a folder that is none.
-    if (code == ERROR_FILE_NOT_FOUND && FolderExists(folder)) return entries;
-    RaiseSystemError(code == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : code, folder);
+    if (!FolderExists(folder)) RaiseSystemError(ERROR_PATH_NOT_FOUND, folder);
+    if (code == ERROR_FILE_NOT_FOUND) return entries;  // the root of an empty drive
+    RaiseSystemError(code, folder);
   }
   do {
     const std::string name = found.cFileName;

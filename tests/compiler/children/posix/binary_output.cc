@@ -1,0 +1,3 @@
+#include "tests/compiler/children/binary_output.h"
+
+void UseBinaryOutput() {}
