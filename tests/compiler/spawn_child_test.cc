@@ -27,6 +27,10 @@ class SpawnChild : public WithRealServices {
   std::int32_t Run(const std::string& arguments) {
     return app.ExecuteApp('"' + Child() + '"' + ' ' + arguments, folder);
   }
+  /// A path in the test's folder as an argument that needs no quotes.
+  std::string UnquotedInFolder(const std::string& name) const {
+    return GetShortPath(folder) + Separator(SystemPathStyle()) + name;
+  }
   std::string Text() const {
     std::string text;
     for (const std::string& output : outputs) text += output;
@@ -67,11 +71,18 @@ TEST_F(SpawnChild, AChildRunsInTheGivenFolder) {
 }
 
 TEST_F(SpawnChild, AChildThatClosesItsOutputAndLivesOnIsStillActive) {
-  const std::string stop = GetShortPath(folder) + Separator(SystemPathStyle()) + "stop";
-  EXPECT_EQ(Run("close " + stop), 259);
+  EXPECT_EQ(Run("close " + UnquotedInFolder("stop")), 259);
   EXPECT_EQ(Text(), "bye");
   EXPECT_EQ(outputs.back(), "");
-  TheServices().files->Write(stop, "");
+  TheServices().files->Write(InFolder("stop"), "");
+}
+
+TEST_F(SpawnChild, ShortFormsNeedNoQuotes) {
+  TheServices().files->Write(InFolder("two words.txt"), "");
+  const std::string form = GetShortPath(InFolder("two words.txt"));
+  EXPECT_EQ(app.ExecuteApp(GetShortPath(Child()) + " count " + form, folder), 3);
+  EXPECT_EQ(app.ExecuteApp(GetShortPath(Child()) + " append " + form, folder), 0);
+  EXPECT_EQ(ReadWholeFile(*TheServices().files, InFolder("two words.txt")), "x");
 }
 
 TEST_F(SpawnChild, AMissingProgramIsReportedWithItsMisspeltSource) {
@@ -108,9 +119,8 @@ TEST_F(SpawnChild, AFloodArrivesWhole) {
 
 TEST_F(SpawnChild, LaunchProgramWithWaitingReturnsWhenTheProgramHasEnded) {
   // Neither program nor parameters are quoted, so both take their short forms.
-  const std::string made = GetShortPath(folder) + Separator(SystemPathStyle()) + "made";
-  CShell().LaunchProgram(GetShortPath(Child()), "touch " + made, true);
-  EXPECT_TRUE(TheServices().files->FileExists(made));
+  CShell().LaunchProgram(Child(), "append " + UnquotedInFolder("made"), true);
+  EXPECT_TRUE(TheServices().files->FileExists(InFolder("made")));
 }
 
 }  // namespace

@@ -43,6 +43,13 @@ int CloseAndLiveOn(const char* stop) {
   return 9;
 }
 
+int AppendTo(const char* path) {
+  std::FILE* file = std::fopen(path, "ab");
+  if (!file) return 1;
+  std::fputc('x', file);
+  return std::fclose(file);
+}
+
 int Flood(long long bytes) {
   const std::string line = "0123456789 0123456789 0123456789 0123456789 0123456789 1234567\r\n";
   const std::string block = [&] {
@@ -68,10 +75,8 @@ int main(int count, char** arguments) {
   if (behaviour == "split") return SplitLineBreak();
   if (behaviour == "interleave") return Interleave();
   if (behaviour == "folder") return Print(stdout, std::filesystem::current_path().string()), 0;
-  if (behaviour == "touch" && count > 2) {
-    std::FILE* file = std::fopen(arguments[2], "wb");
-    return file ? std::fclose(file) : 1;
-  }
+  if (behaviour == "count") return count;
+  if (behaviour == "append" && count > 2) return AppendTo(arguments[2]);
   if (behaviour == "close" && count > 2) return CloseAndLiveOn(arguments[2]);
   if (behaviour == "flood" && count > 2) return Flood(std::atoll(arguments[2]));
   std::fprintf(stderr, "spawn_child: unknown behaviour: %s\n", behaviour.c_str());
