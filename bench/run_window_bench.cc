@@ -1,0 +1,78 @@
+// What one piece of compiler output costs in the run window, from a short transcript to one of 100
+// MB. The time for each byte must stay the same: nothing may look at the whole transcript again
+// when a piece arrives.
+
+#include <benchmark/benchmark.h>
+
+#include <sstream>
+
+#include "compiler/frm_hhc.h"
+#include "errors/error_handler.h"
+#include "platform/globals.h"
+#include "platform/memory_registry.h"
+#include "platform/registry.h"
+#include "platform/seams/services.h"
+#include "tests/doubles/fake_desktop.h"
+#include "tests/doubles/fake_system.h"
+#include "ui/console/console_run_view.h"
+
+namespace scrivo {
+namespace {
+
+/// A compiler that prints one line again and again, up to a number of bytes.
+class PrintingProcesses : public Processes {
+ public:
+  explicit PrintingProcesses(std::uint64_t bytes) : left_(bytes) {}
+
+  bool OpenPipe(SystemHandle* read_end, SystemHandle* write_end) override {
+    *read_end = 1;
+    *write_end = 2;
+    return true;
+  }
+  bool Start(const StartRequest&, StartedProcess*) override { return true; }
+  bool Read(SystemHandle, char* buffer, std::uint32_t size, std::uint32_t* got) override {
+    static const std::string line = "HHC3004: Warning: folder/some_page.htm : a tag\r\n";
+    *got = 0;
+    for (; *got < size && left_ > 0; ++*got, --left_) {
+      buffer[*got] = line[at_];
+      at_ = at_ + 1 == line.size() ? 0 : at_ + 1;
+    }
+    return *got > 0;
+  }
+  std::uint32_t ExitCode(SystemHandle) override { return 1; }
+  void WaitForEnd(SystemHandle) override {}
+  void Close(SystemHandle) override {}
+  std::uint32_t LastError() override { return 0; }
+
+ private:
+  std::uint64_t left_;
+  std::size_t at_ = 0;
+};
+
+void ShowTranscript(benchmark::State& state) {
+  const std::uint64_t bytes = static_cast<std::uint64_t>(state.range(0)) << 20;
+  std::ostringstream out, err;
+  ConsoleOptions options;
+  options.clock = [] { return 0.0; };
+  Console console(out, err, options);
+  for (auto _ : state) {
+    TheServices().desktop = std::make_shared<FakeDesktop>();
+    TheServices().system = std::make_shared<FakeSystem>();
+    TheServices().registry = std::make_shared<MemoryRegistry>();
+    TheServices().processes = std::make_shared<PrintingProcesses>(bytes);
+    CRegistry registry;
+    registry.Init(kHkeyCurrentUser);
+    registry.SetValue("Software\\Microsoft\\HTML Help Workshop", "InstallDir", std::string("/bin"),
+                      kRegSz);
+    Globals().views = std::make_shared<ConsoleViews>(console, "Compiling");
+    frmHHC::Load().FilesCount(1000);
+    if (frmHHC::Load().Execute("/", "a.hhp") != -1) state.SkipWithError("the messages are missing");
+    frmHHC::Unload();
+  }
+  TheServices() = {};
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
+}
+BENCHMARK(ShowTranscript)->ArgName("MB")->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace scrivo
