@@ -69,14 +69,6 @@ TEST_F(ConsoleDesktopTest, CancelsEveryFileDialog) {
       "scrivo: error: Select a folder: nothing was chosen, since nobody can be asked here\n");
 }
 
-TEST_F(ConsoleDesktopTest, CallsWhoeverWatchesTheMessagePasses) {
-  nobody.ProcessMessages();
-  int passes = 0;
-  nobody.on_message_pass = [&] { ++passes; };
-  nobody.ProcessMessages();
-  EXPECT_EQ(passes, 1);
-}
-
 TEST_F(ConsoleDesktopTest, FindsNoWindows) {
   EXPECT_EQ(nobody.FindTopLevelWindow("HH Parent", "Help"), 0u);
 }

@@ -34,8 +34,8 @@ TEST_F(ConsoleTest, PrintsStepsAsPlainLinesWhereNobodyLooks) {
   console.ShowProgress("5 %", "a.htm");
   console.BeginStep("Compiling");
   console.EndSteps();
-  EXPECT_EQ(out.str(), "Reading\nCompiling\n");
-  EXPECT_EQ(err.str(), "");
+  EXPECT_EQ(out.str(), "");
+  EXPECT_EQ(err.str(), "Reading\nCompiling\n");
 }
 
 TEST_F(ConsoleTest, PrintsOnlyResultsAndErrorsWhenQuiet) {

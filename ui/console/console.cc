@@ -69,7 +69,7 @@ void Console::BeginStep(const std::string& what) {
   step_ = what;
   percentage_.clear();
   detail_.clear();
-  if (!options_.live) Note(what);
+  if (!options_.live && !options_.quiet) err_ << what << "\n" << std::flush;
   Draw();
 }
 

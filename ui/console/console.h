@@ -16,8 +16,8 @@ struct ConsoleOptions {
 };
 
 /// A terminal, or the two streams of a program whose output goes elsewhere. Results and notes go to
-/// the output stream; warnings, errors and, where somebody looks, one status line that is rewritten
-/// in place go to the error stream. Whatever else is printed stands above that line.
+/// the output stream; warnings, errors and the steps of a run go to the error stream: where somebody
+/// looks, as one status line that is rewritten in place. Whatever else is printed stands above that line.
 class Console {
  public:
   /// Both streams must outlive the console.
@@ -37,7 +37,7 @@ class Console {
   void Fail(const std::string& text);
 
   /// Begins a step of the run, such as "Compiling". A live console shows it in the status line,
-  /// any other prints it as a line, unless quiet.
+  /// any other prints it as a line on the error stream, unless quiet.
   void BeginStep(const std::string& what);
   /// The status line's percentage and what is just being worked on. Only a live console shows it,
   /// and only when something that shows has changed.

@@ -40,10 +40,6 @@ MessageAnswer ConsoleDesktop::ShowMessage(const std::string& text, std::uint32_t
   return answer;
 }
 
-void ConsoleDesktop::ProcessMessages() {
-  if (on_message_pass) on_message_pass();
-}
-
 std::int32_t ConsoleDesktop::OpenFileDialog(FileDialogRecord* record) {
   SayThatNothingWasChosen(record->dialog_title);
   return 0;

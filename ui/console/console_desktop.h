@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
 
@@ -19,13 +18,11 @@ class ConsoleDesktop : public Desktop {
 
   /// Lines added to messages: the message's text → what its reader can do.
   std::map<std::string, std::string> hints;
-  /// Called at each pass of the message loop, which is when a run can be interrupted. May be empty.
-  std::function<void()> on_message_pass;
 
   MessageAnswer ShowMessage(const std::string& text, std::uint32_t style,
                             const std::string& caption) override;
   void Beep() override {}
-  void ProcessMessages() override;
+  void ProcessMessages() override {}
   WindowHandle FindTopLevelWindow(const std::string&, const std::string&) override { return 0; }
   void SendToWindow(WindowHandle, std::uint32_t) override {}
   std::int32_t OpenFileDialog(FileDialogRecord* record) override;
