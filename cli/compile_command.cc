@@ -1,0 +1,171 @@
+#include "cli/compile_command.h"
+
+#include "cli/compile_form.h"
+#include "cli/compiler_choice.h"
+#include "cli/open_web.h"
+#include "cli/output_guard.h"
+#include "cli/run_summary.h"
+#include "compiler/frm_hhc.h"
+#include "generator/relative_location.h"
+#include "platform/globals.h"
+#include "platform/seams/error.h"
+#include "platform/seams/interruption.h"
+#include "platform/seams/services.h"
+
+namespace scrivo {
+namespace {
+
+/// What the run window knows of a run that is over.
+struct RunFacts {
+  bool has_run = false;
+  std::int32_t exit_code = 0;
+  bool has_messages = false;
+  std::string transcript;
+};
+
+RunFacts TakeRunFacts() {
+  RunFacts facts;
+  if (!frmHHC::IsLoaded()) return facts;
+  const frmHHC& run = frmHHC::Load();
+  facts.has_run = true;
+  facts.exit_code = run.ExitCode();
+  facts.has_messages = !run.Messages().empty();
+  facts.transcript = run.Transcript();
+  frmHHC::Unload();
+  return facts;
+}
+
+/// How a run ended, for a compiler that did not do its job.
+std::string EndingText(std::int32_t exit_code) {
+  constexpr std::int32_t kFirstSignal = 129;
+  constexpr std::int32_t kLastSignal = 128 + 64;
+  if (exit_code == static_cast<std::int32_t>(kStillActive)) {
+    return "closed its output and has not ended";
+  }
+  if (exit_code < 0 || (exit_code >= kFirstSignal && exit_code <= kLastSignal)) {
+    return "crashed (exit status " + std::to_string(exit_code) + ")";
+  }
+  return "ended with exit status " + std::to_string(exit_code);
+}
+
+/// The last lines that the compiler printed, each on a line of its own behind a line break.
+std::string LastLines(const std::string& transcript) {
+  constexpr std::size_t kLines = 5;
+  const std::size_t first = transcript.find("\r\n");  // where the run window's own line ends
+  std::size_t end = transcript.rfind("\r\nDone!");
+  std::vector<std::string> lines;
+  while (lines.size() < kLines && end != std::string::npos && end > first) {
+    const std::size_t line_break = transcript.find_last_of("\r\n", end - 1);
+    if (line_break + 1 < end) {
+      lines.push_back(transcript.substr(line_break + 1, end - line_break - 1));
+    }
+    end = line_break;
+  }
+  std::string text;
+  for (auto line = lines.rbegin(); line != lines.rend(); ++line) text.append("\n").append(*line);
+  return text;
+}
+
+void TellWhyNothingWasMade(Console& console, const RunFacts& run, const OutputGuard& output) {
+  std::string text;
+  if (!run.has_run) {
+    text = "no help file was made";
+  } else if (TheServices().files->FileExists(output.path())) {
+    text = output.path() + ": this is no whole help file; it was removed. " +
+           Globals().compiler_path + " " + EndingText(run.exit_code);
+  } else {
+    text = output.path() + ": no help file was made; " + Globals().compiler_path + " " +
+           EndingText(run.exit_code);
+  }
+  if (output.HoldsEarlierFile()) text += "; the earlier file is kept";
+  // What was told in messages already need not be told again.
+  if (run.has_run && !run.has_messages) text += LastLines(run.transcript);
+  console.Fail(text);
+}
+
+void ThrowIfInterrupted() {
+  if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+}
+
+WebCounts ReadPages(SiteWeb& web, const CompileOptions& options, Console& console) {
+  return CountWeb(web, options.use_index, [&](std::size_t done, std::size_t all) {
+    console.ShowProgress(std::to_string(100 * done / all) + " %", "");
+  });
+}
+
+/// Takes the dialog and its project files away when the run is left before Generate could.
+class FormCleaner {
+ public:
+  FormCleaner(std::shared_ptr<frmMain> form, bool keep_project)
+      : form_(std::move(form)), keep_project_(keep_project) {}
+  ~FormCleaner() {
+    if (!keep_project_) form_->RemoveProjectFiles();
+    frmMain::Unload();
+  }
+  void KeepProject() { keep_project_ = true; }
+
+ private:
+  std::shared_ptr<frmMain> form_;
+  bool keep_project_;
+};
+
+}  // namespace
+
+int CompileWeb(const CompileOptions& options, Console& console) {
+  WebWarnings warnings(console);
+  console.BeginStep("Reading " + options.web);
+  const std::shared_ptr<DiskWeb> web = OpenWebOf(options, warnings);
+  ChooseCompiler(options.compiler);
+  const std::shared_ptr<frmMain> form = LoadCompileForm(options);
+  FormCleaner cleaner(form, options.keep_project);
+  ThrowUnlessWritable(Globals().working_folder,
+                      "the project files cannot be written; copy the web to another place");
+  OutputGuard output(form->suiParams()["OUTPUT"].text);
+  const std::string default_page = form->suiParams()["DEFAULTPAGE"].data;
+  const WebCounts counts = ReadPages(*web, options, console);
+
+  form->Generate();
+  console.EndSteps();
+  const RunFacts run = TakeRunFacts();
+  ThrowIfInterrupted();
+  web->ReportLostCharacters();
+  warnings.Sum();
+  if (!output.HasHelpFile()) {
+    TellWhyNothingWasMade(console, run, output);
+    return 1;
+  }
+  output.Accept();
+  console.Note("Made " + output.path() + ": " + CountsText(counts) + ", " +
+               SizeText(TheServices().files->Size(output.path())) + ", " +
+               DurationText(console.Seconds()));
+  if (options.view) {
+    TheServices().desktop->HtmlHelp(0, output.path(), kHelpDisplayToc,
+                                    RelativeLocation(default_page));
+  }
+  return options.strict && run.has_messages ? 1 : 0;
+}
+
+int WriteProjectOf(const CompileOptions& options, Console& console) {
+  WebWarnings warnings(console);
+  console.BeginStep("Reading " + options.web);
+  const std::shared_ptr<DiskWeb> web = OpenWebOf(options, warnings);
+  UseRegistryInMemory();
+  const std::shared_ptr<frmMain> form = LoadCompileForm(options);
+  FormCleaner cleaner(form, false);
+  ThrowUnlessWritable(Globals().working_folder,
+                      "the project files cannot be written; copy the web to another place");
+  const bool written = form->WriteProject();
+  console.EndSteps();
+  ThrowIfInterrupted();
+  web->ReportLostCharacters();
+  warnings.Sum();
+  if (!written) return 1;
+  cleaner.KeepProject();
+  for (const std::string& path :
+       {form->ProjectPath(), form->ContentsPath(), form->IndexPath(), form->DerivedPath()}) {
+    if (!path.empty()) console.Print(path);
+  }
+  return 0;
+}
+
+}  // namespace scrivo

@@ -1,0 +1,106 @@
+#include "cli/compile_options.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "cli/suggestion.h"
+#include "text/code_page.h"
+
+namespace scrivo {
+namespace {
+
+constexpr const char* kContentsNames[] = {"auto", "navigation", "folders"};
+constexpr ContentsChoice kContentsChoices[] = {ContentsChoice::kAuto, ContentsChoice::kNavigation,
+                                               ContentsChoice::kFolders};
+constexpr const char* kSourceNames[] = {"keywords", "titles", "headings"};
+constexpr IndexSource kSources[] = {IndexSource::kKeywords, IndexSource::kTitles,
+                                    IndexSource::kHeadings};
+
+/// The place of `value` among three names.
+std::size_t OneOf(const std::string& option, const char* const (&names)[3],
+                  const std::string& value) {
+  for (std::size_t i = 0; i < 3; ++i) {
+    if (value == names[i]) return i;
+  }
+  const std::string suggestion = Suggest(value, {names[0], names[1], names[2]});
+  throw UsageError(option + " does not know \"" + value + "\"; " +
+                   (suggestion.empty()
+                        ? std::string("it takes ") + names[0] + ", " + names[1] + " or " + names[2]
+                        : "did you mean " + suggestion + "?"));
+}
+
+std::vector<IndexSource> SourcesFrom(const std::string& list) {
+  std::vector<IndexSource> sources;
+  for (std::size_t at = 0; at <= list.size();) {
+    const std::size_t end = std::min(list.find(',', at), list.size());
+    sources.push_back(kSources[OneOf("--index", kSourceNames, list.substr(at, end - at))]);
+    at = end + 1;
+  }
+  return sources;
+}
+
+int CodePageFrom(const std::string& value) {
+  std::optional<int> code_page = CodePageFromName(value);
+  if (!code_page) code_page = CodePageFromName("cp" + value);
+  if (!code_page) {
+    throw UsageError("--code-page does not know \"" + value +
+                     "\"; it takes a number such as 1251 or a name such as koi8-r");
+  }
+  return *code_page;
+}
+
+Option Switch(const std::string& name, const std::string& help, bool* target, bool value) {
+  return {name, "", "", help, [=](const std::string&) { *target = value; }};
+}
+
+Option Text(const std::string& name, const std::string& short_name, const std::string& value_name,
+            const std::string& help, std::string* target) {
+  return {name, short_name, value_name, help, [=](const std::string& value) {
+            if (value.empty()) throw UsageError(name + " is given an empty " + value_name);
+            *target = value;
+          }};
+}
+
+}  // namespace
+
+Syntax::Operand WebOperand(CompileOptions* options) {
+  return {"WEB", "the folder of a FrontPage web", &options->web};
+}
+
+std::vector<Option> ReadingOptions(CompileOptions* options) {
+  return {
+      {"--contents", "", "FROM", "contents from: navigation, folders, auto (default)",
+       [=](const std::string& value) {
+         options->reading.contents = kContentsChoices[OneOf("--contents", kContentsNames, value)];
+       }},
+      {"--code-page", "", "CP", "code page of the texts (default: the system's)",
+       [=](const std::string& value) { options->code_page = CodePageFrom(value); }},
+      {"--quiet", "-q", "", "say nothing but errors",
+       [=](const std::string&) { options->quiet = true; }},
+  };
+}
+
+std::vector<Option> AllCompileOptions(CompileOptions* options) {
+  std::vector<Option> all = {
+      Text("--output", "-o", "FILE", "the help file to make (default: WEB/title.CHM)",
+           &options->output),
+      Text("--title", "", "TEXT", "its title (default: the home page's label)", &options->title),
+      Text("--default-page", "", "ADDRESS", "the page it opens with (default: the first one)",
+           &options->default_page),
+      {"--index", "", "LIST",
+       "index from: keywords (default), titles, headings,\nor several of them, with commas",
+       [=](const std::string& value) { options->reading.index = SourcesFrom(value); }},
+      Switch("--no-index", "make no index", &options->use_index, false),
+      Switch("--no-favorites", "no Favorites tab in the viewer", &options->favorites, false),
+      Switch("--keep-project", "keep the project files in the web's folder", &options->keep_project,
+             true),
+      Text("--compiler", "", "FILE", "the compiler to run (default: the installed one)",
+           &options->compiler),
+      Switch("--view", "open the help file when it is made", &options->view, true),
+      Switch("--strict", "exit with status 1 on compiler messages", &options->strict, true),
+  };
+  for (Option& option : ReadingOptions(options)) all.push_back(std::move(option));
+  return all;
+}
+
+}  // namespace scrivo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+
+#include "cli/compile_options.h"
+#include "ui/console/console.h"
+#include "webs/disk_web.h"
+
+namespace scrivo {
+
+/// Warns of what is wrong with a web: "FILE:LINE: reason". After a number of warnings it only
+/// counts; Sum tells how many there were more.
+class WebWarnings : public WebReport {
+ public:
+  explicit WebWarnings(Console& console) : console_(console) {}
+  void Problem(const WebProblem& problem) override;
+  void Sum();
+
+ private:
+  static constexpr int kMostShown = 20;
+
+  Console& console_;
+  int problems_ = 0;
+};
+
+/// Opens the web that the options name and makes it the open web of a host application
+/// (Globals().HostApplication). The warnings must outlive the web. Throws Error with a text for the
+/// user.
+std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings);
+
+/// `path` as it is on its own, whatever folder is current.
+std::string AbsolutePath(const std::string& path);
+
+}  // namespace scrivo

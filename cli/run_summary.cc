@@ -1,0 +1,72 @@
+#include "cli/run_summary.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+#include "errors/frame.h"
+#include "platform/seams/error.h"
+#include "platform/seams/interruption.h"
+
+namespace scrivo {
+namespace {
+
+std::string LowerCase(std::string text) {
+  for (char& c : text) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return text;
+}
+
+/// Keywords are parted by ";" and ","; empty ones count.
+std::size_t CountKeywords(SiteFile& file) {
+  std::string keywords;
+  IgnoringErrors([&] { keywords = file.Property("keywords"); });
+  if (keywords.empty()) return 0;
+  return 1 + static_cast<std::size_t>(std::count_if(keywords.begin(), keywords.end(),
+                                                    [](char c) { return c == ';' || c == ','; }));
+}
+
+std::string Counted(std::size_t number, const std::string& one, const std::string& several) {
+  if (number == 0) return "no " + several;
+  return std::to_string(number) + " " + (number == 1 ? one : several);
+}
+
+}  // namespace
+
+WebCounts CountWeb(SiteWeb& web, bool with_index,
+                   const std::function<void(std::size_t done, std::size_t all)>& on_file) {
+  WebCounts counts;
+  const SiteFiles files = AllFiles(web);
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+    on_file(i, files.size());
+    const std::string extension = LowerCase(files[i]->Extension());
+    if (extension == "htm" || extension == "html") ++counts.pages;
+    if (with_index) counts.index_entries += CountKeywords(*files[i]);
+  }
+  counts.contents_entries = AllNodes(web).size();
+  return counts;
+}
+
+std::string CountsText(const WebCounts& counts) {
+  return Counted(counts.pages, "page", "pages") + ", " +
+         Counted(counts.contents_entries, "contents entry", "contents entries") + ", " +
+         Counted(counts.index_entries, "index entry", "index entries");
+}
+
+std::string SizeText(std::uint64_t bytes) {
+  if (bytes < 1000) return std::to_string(bytes) + " bytes";
+  const char* const units[] = {"kB", "MB", "GB", "TB"};
+  double size = static_cast<double>(bytes) / 1000;
+  std::size_t unit = 0;
+  while (size >= 999.5 && unit + 1 < std::size(units)) {
+    size /= 1000;
+    ++unit;
+  }
+  char text[32];
+  std::snprintf(text, sizeof text, size < 9.95 ? "%.1f %s" : "%.0f %s", size, units[unit]);
+  return text;
+}
+
+}  // namespace scrivo

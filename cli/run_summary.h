@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "generator/site/site.h"
+
+namespace scrivo {
+
+/// What went into a help file.
+struct WebCounts {
+  std::size_t pages = 0;
+  std::size_t contents_entries = 0;
+  std::size_t index_entries = 0;
+};
+
+/// Counts the web's pages, the nodes of its contents and, `with_index`, the index entries that an
+/// index file gets; for these it reads the pages, which a web on disk keeps in mind for those who
+/// ask next. `on_file` is told how many of the files are done. Throws Error (kUserInterrupt) when
+/// the program is to end.
+WebCounts CountWeb(SiteWeb& web, bool with_index,
+                   const std::function<void(std::size_t done, std::size_t all)>& on_file);
+
+/// "46 pages, 1 contents entry, no index entries".
+std::string CountsText(const WebCounts& counts);
+
+/// A file's size for people: "812 bytes", "1.4 MB".
+std::string SizeText(std::uint64_t bytes);
+
+}  // namespace scrivo

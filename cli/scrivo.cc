@@ -1,0 +1,154 @@
+#include "cli/scrivo.h"
+
+#include <algorithm>
+
+#include "cli/compile_command.h"
+#include "cli/console_errors.h"
+#include "cli/suggestion.h"
+#include "cli/tree_command.h"
+#include "errors/error_handler.h"
+#include "platform/globals.h"
+#include "platform/seams/interruption.h"
+#include "platform/seams/services.h"
+#include "ui/console/console_desktop.h"
+#include "ui/console/console_run_view.h"
+
+namespace scrivo {
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kNotDone = 1;
+constexpr int kWrongUsage = 2;
+constexpr int kInterrupted = 130;
+
+/// One command: what it takes, and what it does once its options are read.
+struct Command {
+  Syntax syntax;
+  int (*run)(const CompileOptions& options, Console& console);
+};
+
+std::vector<Command> MakeCommands(CompileOptions* options) {
+  const Syntax::Operand web = WebOperand(options);
+  return {
+      {{"compile",
+        "Compiles a FrontPage web into a help file (.chm).",
+        {web},
+        AllCompileOptions(options)},
+       CompileWeb},
+      {{"project",
+        "Writes the project files of a web only, keeps them and prints their paths.",
+        {web},
+        AllCompileOptions(options)},
+       WriteProjectOf},
+      {{"tree",
+        "Prints a web's contents: labels, pages, and the pages outside them.",
+        {web},
+        ReadingOptions(options)},
+       PrintTree},
+  };
+}
+
+std::string Overview(const std::vector<Command>& commands) {
+  std::string text =
+      "usage: scrivo COMMAND ...\n\n"
+      "Turns a FrontPage web on disk into a compiled help file.\n\n"
+      "commands:\n";
+  for (const Command& command : commands) {
+    text += "  " + command.syntax.command + std::string(12 - command.syntax.command.size(), ' ') +
+            command.syntax.summary + "\n";
+  }
+  return text +
+         "\nscrivo COMMAND --help tells more about one command, scrivo --version which scrivo this "
+         "is.\n";
+}
+
+const Command& FindCommand(const std::vector<Command>& commands, const std::string& name) {
+  std::vector<std::string> names;
+  for (const Command& command : commands) {
+    if (command.syntax.command == name) return command;
+    names.push_back(command.syntax.command);
+  }
+  const std::string suggestion = Suggest(name, names);
+  const std::string kind = name.starts_with("-") ? "option" : "command";
+  throw UsageError(
+      "there is no " + kind + " " + name +
+      (suggestion.empty() ? "; see scrivo --help" : "; did you mean " + suggestion + "?"));
+}
+
+bool AsksForHelp(const std::vector<std::string>& arguments) {
+  const auto end = std::find(arguments.begin(), arguments.end(), "--");
+  return std::any_of(arguments.begin(), end, [](const std::string& argument) {
+    return argument == "--help" || argument == "-h";
+  });
+}
+
+/// Puts the terminal where the windows of the forms and the boxes of the desktop would be.
+void UseConsole(Console& console) {
+  auto desktop = std::make_shared<ConsoleDesktop>(console);
+  desktop->hints["No keywords were found! No index was created!"] =
+      "The pages' titles or headings can make an index: --index titles, --index headings or "
+      "--index keywords,titles,headings.";
+  TheServices().desktop = desktop;
+  Globals().views = std::make_shared<ConsoleViews>(console, "Compiling");
+  ErrorHandler().Dialog(std::make_shared<ConsoleErrors>(console));
+  ErrorHandler().ErrorHandlerActions(ehaErrorDialog);
+  ErrorHandler().CallStackEnabled(true);
+}
+
+int RunCommand(const Command& command, const CompileOptions& options, const Streams& streams) {
+  ConsoleOptions console_options;
+  console_options.live = streams.live;
+  console_options.quiet = options.quiet;
+  console_options.columns = streams.columns;
+  console_options.clock = streams.clock;
+  Console console(streams.out, streams.err, console_options);
+  int status = kNotDone;
+  try {
+    UseConsole(console);
+    status = command.run(options, console);
+  } catch (...) {
+    const Error error = ErrorFrom(std::current_exception());
+    console.EndSteps();
+    if (error.number != kUserInterrupt) console.Fail(ErrorText(error));
+  }
+  ErrorHandler().Dialog(nullptr);
+  Globals() = GlobalState();
+  return Interrupted() ? kInterrupted : status;
+}
+
+}  // namespace
+
+int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams) {
+  CompileOptions options;
+  const std::vector<Command> commands = MakeCommands(&options);
+  try {
+    if (arguments.empty()) {
+      streams.err << Overview(commands);
+      return kWrongUsage;
+    }
+    if (arguments[0] == "--help" || arguments[0] == "-h" || arguments[0] == "help") {
+      streams.out << Overview(commands);
+      return kDone;
+    }
+    if (arguments[0] == "--version") {
+      streams.out << "scrivo " << SCRIVO_VERSION << "\n";
+      return kDone;
+    }
+    const Command& command = FindCommand(commands, arguments[0]);
+    const std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
+    if (AsksForHelp(rest)) {
+      streams.out << HelpText(command.syntax);
+      return kDone;
+    }
+    ParseArguments(rest, command.syntax);
+    return RunCommand(command, options, streams);
+  } catch (const UsageError& error) {
+    streams.err << "scrivo: " << error.what() << "\n";
+    return kWrongUsage;
+  } catch (const std::exception& error) {
+    streams.err << "scrivo: error: " << error.what() << "\n";
+    return kNotDone;
+  }
+}
+
+}  // namespace scrivo

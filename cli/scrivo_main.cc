@@ -1,0 +1,41 @@
+// The program scrivo: a FrontPage web on disk becomes a compiled help file.
+
+#include <chrono>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/scrivo.h"
+#include "platform/seams/interruption.h"
+#include "platform/seams/services.h"
+#include "platform/seams/terminal.h"
+
+namespace {
+
+double SecondsNow() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration<double>(now).count();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    scrivo::TerminalCodePage();  // on Windows: from now on the console shows the ANSI code page
+    scrivo::CatchInterruptions();
+    scrivo::TheServices() = scrivo::CreateSystemServices();
+    const scrivo::Streams streams = {
+        std::cout, std::cerr, scrivo::IsTerminal(scrivo::StandardStream::kError),
+        scrivo::TerminalColumns(scrivo::StandardStream::kError), SecondsNow};
+    const int status = scrivo::RunScrivo(std::vector<std::string>(argv + 1, argv + argc), streams);
+    std::cout.flush();
+    if (!std::cout && status == 0) {
+      std::cerr << "scrivo: error: the results could not be written to the output\n";
+      return 1;
+    }
+    return status;
+  } catch (const std::exception& exception) {
+    std::cerr << "scrivo: error: " << exception.what() << "\n";
+    return 1;
+  }
+}
