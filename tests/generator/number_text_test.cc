@@ -1,4 +1,4 @@
-#include "generator/number_text.h"
+#include "ui/number_text.h"
 
 #include <gtest/gtest.h>
 
