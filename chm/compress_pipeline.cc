@@ -4,23 +4,22 @@
 #include <system_error>
 #include <utility>
 
-#include "chm/lzx_constants.h"
-
 namespace scrivo::chm {
 namespace {
 
-// Enough for the compressing threads to go on while the caller reads and scans a few large files.
-constexpr std::size_t kSlotsPerThread = 12;
+// Enough for the compressing threads to go on while the caller reads and scans some files; more
+// only takes memory.
+constexpr std::size_t kSlotsPerThread = 6;
 
 }  // namespace
 
-CompressPipeline::CompressPipeline(int threads, Consumer consumer)
-    : consumer_(std::move(consumer)),
-      slots_(kSlotsPerThread * static_cast<std::size_t>(threads)),
-      encoders_(static_cast<std::size_t>(threads)) {
+CompressPipeline::CompressPipeline(std::size_t interval, int threads, Consumer consumer)
+    : interval_(interval),
+      consumer_(std::move(consumer)),
+      slots_(kSlotsPerThread * static_cast<std::size_t>(threads)) {
+  for (int i = 0; i < threads; ++i) encoders_.emplace_back(interval);
   for (Slot& slot : slots_) {
-    slot.input.reserve(kLzxUsualInterval);
-    slot.result.bytes.reserve(kLzxMaxEncodedSize);
+    slot.input.reserve(interval);
   }
   try {
     for (LzxEncoder& encoder : encoders_) {
@@ -43,10 +42,10 @@ CompressPipeline::~CompressPipeline() {
 void CompressPipeline::Append(std::span<const std::uint8_t> bytes) {
   while (!bytes.empty()) {
     std::vector<std::uint8_t>& input = slots_[filling_ % slots_.size()].input;
-    const std::size_t size = std::min(bytes.size(), kLzxUsualInterval - input.size());
+    const std::size_t size = std::min(bytes.size(), interval_ - input.size());
     input.insert(input.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size));
     bytes = bytes.subspan(size);
-    if (input.size() == kLzxUsualInterval) SubmitFilling();
+    if (input.size() == interval_) SubmitFilling();
   }
 }
 

@@ -17,14 +17,15 @@ namespace scrivo::chm {
 
 // Bytes go in with Append and come out, compressed, through the consumer, which is only ever called
 // from within Append and Finish, on the caller's thread, one interval after another. The result is
-// the same for any number of threads. Memory is bounded: some 2 MiB for each thread, all of it
-// taken by the constructor; Append waits while that is full.
+// the same for any number of threads. Memory is bounded: some twenty times the interval for each
+// thread, taken by the constructor; Append waits while that is full.
 class CompressPipeline {
  public:
   using Consumer = std::function<void(const LzxInterval&)>;
 
-  // `threads` is the number of threads that compress beside the caller's, 1 or more.
-  CompressPipeline(int threads, Consumer consumer);
+  // `interval` is the size of an interval, as for LzxEncoder; `threads` the number of threads that
+  // compress beside the caller's, 1 or more.
+  CompressPipeline(std::size_t interval, int threads, Consumer consumer);
 
   // Drops what has not come out yet and ends the threads.
   ~CompressPipeline();
@@ -51,6 +52,7 @@ class CompressPipeline {
   void ConsumeOldest();
   void Work(LzxEncoder& encoder);
 
+  std::size_t interval_;
   Consumer consumer_;
   std::vector<Slot> slots_;
   std::vector<LzxEncoder> encoders_;

@@ -20,8 +20,7 @@ constexpr std::size_t kDirectoryStart = itsf::kLengthVersion3 + size_section::kL
 // How much of the content is moved at a time.
 constexpr std::size_t kMoveSize = std::size_t{1} << 20;
 
-// ControlData counts the reset interval and the window in these units.
-constexpr std::uint32_t kIntervalUnits = kLzxUsualInterval / control_data::kUnit;
+// ControlData counts the window, and the reset interval, in units.
 constexpr std::uint32_t kWindowUnits = (1u << kLzxUsualWindowBits) / control_data::kUnit;
 
 void PutUtf16(std::string_view ascii, ByteWriter& out) {
@@ -55,13 +54,14 @@ std::vector<std::uint8_t> SpanInfo(std::uint64_t uncompressed_size) {
   return out.Take();
 }
 
-std::vector<std::uint8_t> ControlData() {
+std::vector<std::uint8_t> ControlData(std::size_t interval) {
   ByteWriter out;
   out.PadTo(control_data::kLength);
   out.Set32(control_data::kWords, control_data::kLength / 4 - 1);
   out.SetText(control_data::kSignatureOffset, control_data::kSignature);
   out.Set32(control_data::kVersion, 2);
-  out.Set32(control_data::kResetInterval, kIntervalUnits);
+  out.Set32(control_data::kResetInterval,
+            static_cast<std::uint32_t>(interval / control_data::kUnit));
   out.Set32(control_data::kWindow, kWindowUnits);
   out.Set32(control_data::kCacheSize, 1);
   return out.Take();
@@ -95,7 +95,8 @@ std::vector<std::uint8_t> Header(const ContainerOptions& options, std::uint64_t 
 ContainerWriter::ContainerWriter(ByteStore& store, const ContainerOptions& options)
     : store_(store),
       options_(options),
-      pipeline_(options.threads, [this](const LzxInterval& interval) { TakeInterval(interval); }) {}
+      pipeline_(options.interval, options.threads,
+                [this](const LzxInterval& interval) { TakeInterval(interval); }) {}
 
 void ContainerWriter::Fail(ContainerStatus status, const std::string& name) {
   if (status_ != ContainerStatus::kOk) return;
@@ -132,8 +133,7 @@ void ContainerWriter::AddPlain(std::string name, std::vector<std::uint8_t> bytes
 
 void ContainerWriter::TakeInterval(const LzxInterval& interval) {
   if (status_ != ContainerStatus::kOk) return;
-  frames_.push_back(content_size_);
-  if (interval.second_frame != 0) frames_.push_back(content_size_ + interval.second_frame);
+  for (const std::size_t frame : interval.frames) frames_.push_back(content_size_ + frame);
   if (!store_.WriteAt(content_size_, interval.bytes)) Fail(ContainerStatus::kWriteFailed);
   content_size_ += interval.bytes.size();
 }
@@ -176,7 +176,7 @@ void ContainerWriter::CollectStorageEntries() {
   all.push_back({std::string(kNameListName), NameList()});
   all.push_back({std::string(kTransformListName), TransformList()});
   all.push_back({std::string(kSpanInfoName), SpanInfo(uncompressed_size_)});
-  all.push_back({std::string(kControlDataName), ControlData()});
+  all.push_back({std::string(kControlDataName), ControlData(options_.interval)});
   (frames_.size() == 1 ? behind_ : all).push_back({std::string(kResetTableName), ResetTable()});
   std::move(plain_.begin(), plain_.end(), std::back_inserter(all));
   plain_ = std::move(all);

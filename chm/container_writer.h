@@ -11,6 +11,7 @@
 #include "chm/byte_store.h"
 #include "chm/compress_pipeline.h"
 #include "chm/directory_writer.h"
+#include "chm/lzx_constants.h"
 
 namespace scrivo::chm {
 
@@ -18,6 +19,10 @@ struct ContainerOptions {
   std::uint32_t language = 0x409;  // LCID in the header: the compiling machine's, for information
   std::uint32_t timestamp = 0;     // low half of the FILETIME of the compile
   int threads = 1;                 // that compress, 1 or more
+  // Bytes that are compressed together: kLzxUsualInterval times a power of two, at most
+  // kLzxMaxInterval. The original compiler knows the usual one only; larger ones make smaller
+  // files, since a match cannot reach into the interval before.
+  std::size_t interval = kLzxUsualInterval;
 };
 
 enum class ContainerStatus {

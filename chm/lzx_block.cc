@@ -51,9 +51,10 @@ void LzxFrequencies::Count(std::span<const LzxToken> tokens) {
   }
 }
 
-LzxBlock::LzxBlock(const LzxFrequencies& frequencies, std::uint32_t size,
-                   const LzxTreeLengths& previous)
-    : size_(size) {
+LzxBlock::LzxBlock(std::span<const LzxToken> tokens, const LzxTreeLengths& previous)
+    : tokens_(tokens) {
+  LzxFrequencies frequencies;
+  frequencies.Count(tokens);
   HuffmanLengths(frequencies.main, kLzxMaxCodeLength, lengths_.main);
   HuffmanLengths(frequencies.length, kLzxMaxCodeLength, lengths_.length);
   HuffmanLengths(frequencies.aligned, kMaxAlignedLength, aligned_lengths_);
@@ -77,7 +78,9 @@ LzxBlock::LzxBlock(const LzxFrequencies& frequencies, std::uint32_t size,
 
 void LzxBlock::WriteHeader(const LzxTreeLengths& previous, BitWriter& out) const {
   out.Put(static_cast<std::uint32_t>(type_), kLzxBlockTypeBits);
-  out.Put(size_, kLzxBlockSizeBits);
+  std::uint32_t size = 0;
+  for (const LzxToken token : tokens_) size += token.size();
+  out.Put(size, kLzxBlockSizeBits);
   if (type_ == LzxBlockType::kAligned) {
     for (const std::uint8_t length : aligned_lengths_) out.Put(length, kLzxAlignedLengthBits);
   }

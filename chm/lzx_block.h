@@ -27,13 +27,15 @@ struct LzxTreeLengths {
   std::array<std::uint8_t, kLzxLengthSymbols> length{};
 };
 
-// A block that is ready to be written. It refers to nothing outside, so the tokens may go.
+// A block that is ready to be written.
 class LzxBlock {
  public:
-  // `size` is the number of output bytes that the counted tokens stand for, at least 1.
-  LzxBlock(const LzxFrequencies& frequencies, std::uint32_t size, const LzxTreeLengths& previous);
+  // Of at least one token; they must outlive the block. `previous` are the code lengths of the
+  // block before it in the interval.
+  LzxBlock(std::span<const LzxToken> tokens, const LzxTreeLengths& previous);
 
   LzxBlockType type() const { return type_; }
+  std::span<const LzxToken> tokens() const { return tokens_; }
   const LzxTreeLengths& lengths() const { return lengths_; }
 
   // Bits of header, trees and tokens, without padding at frame ends.
@@ -42,15 +44,15 @@ class LzxBlock {
   // Writes the header with the trees; `previous` as given to the constructor.
   void WriteHeader(const LzxTreeLengths& previous, BitWriter& out) const;
 
-  // Writes some of the tokens that were counted.
+  // Writes some of its tokens.
   void WriteTokens(std::span<const LzxToken> tokens, BitWriter& out) const;
 
  private:
   template <bool kIsAligned>
   void WriteTokensAs(std::span<const LzxToken> tokens, BitWriter& out) const;
 
+  std::span<const LzxToken> tokens_;
   LzxBlockType type_;
-  std::uint32_t size_;
   LzxTreeLengths lengths_;
   std::array<std::uint8_t, kLzxAlignedSymbols> aligned_lengths_;
   std::array<std::uint16_t, kLzxUsualMainSymbols> main_codes_;

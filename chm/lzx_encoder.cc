@@ -1,14 +1,14 @@
 #include "chm/lzx_encoder.h"
 
-#include <algorithm>
-
-#include "chm/lzx_block.h"
+#include <array>
 
 namespace scrivo::chm {
 namespace {
 
 // Translation of machine code, which help files never use.
 constexpr std::uint32_t kNoTranslation = 0;
+
+constexpr std::uint32_t kMaxFramePadding = 15;
 
 // The whole interval as one uncompressed block.
 void WriteRaw(std::span<const std::uint8_t> input, LzxInterval& result) {
@@ -18,26 +18,58 @@ void WriteRaw(std::span<const std::uint8_t> input, LzxInterval& result) {
   out.Put(static_cast<std::uint32_t>(input.size()), kLzxBlockSizeBits);
   out.AlignToWord();
   for (const std::uint32_t offset : kLzxFirstRecentOffsets) {
-    const auto low = static_cast<std::uint8_t>(offset);
-    out.PutBytes(std::array<std::uint8_t, 4>{low, 0, 0, 0});
+    out.PutBytes(std::array<std::uint8_t, 4>{static_cast<std::uint8_t>(offset), 0, 0, 0});
   }
-  result.second_frame = input.size() > kLzxFrameSize ? out.size() + kLzxFrameSize : 0;
+  // The first frame includes the header.
+  for (std::size_t frame = kLzxFrameSize; frame < input.size(); frame += kLzxFrameSize) {
+    result.frames.push_back(out.size() + frame);
+  }
   out.PutBytes(input);
   result.bytes.resize(out.size());
 }
 
-// The number of tokens that make up the first frame.
-std::size_t FirstFrameTokens(std::span<const LzxToken> tokens) {
-  std::size_t count = 0;
-  for (std::size_t size = 0; size < kLzxFrameSize; ++count) size += tokens[count].size();
-  return count;
-}
+// Writes the tokens of blocks one after another, and pads at the ends of frames on the way.
+class IntervalWriter {
+ public:
+  IntervalWriter(std::size_t size, LzxInterval& result)
+      : size_(size), result_(result), out_(result.bytes.data()) {
+    out_.Put(kNoTranslation, 1);
+  }
+
+  void Write(const LzxBlock& block) {
+    block.WriteHeader(previous_, out_);
+    previous_ = block.lengths();
+    std::span<const LzxToken> tokens = block.tokens();
+    while (!tokens.empty()) {
+      const std::size_t frame_end = result_.frames.size() * kLzxFrameSize;
+      std::size_t count = 0;
+      while (position_ < frame_end && count < tokens.size()) position_ += tokens[count++].size();
+      block.WriteTokens(tokens.first(count), out_);
+      tokens = tokens.subspan(count);
+      if (position_ == frame_end) EndFrame();
+    }
+  }
+
+  void Finish() { result_.bytes.resize(out_.size()); }
+
+ private:
+  void EndFrame() {
+    out_.AlignToWord();
+    if (position_ < size_) result_.frames.push_back(out_.size());
+  }
+
+  std::size_t size_;
+  std::size_t position_ = 0;  // in the interval
+  LzxInterval& result_;
+  BitWriter out_;
+  LzxTreeLengths previous_;
+};
 
 }  // namespace
 
-LzxEncoder::LzxEncoder() {
-  tokens_.reserve(kLzxUsualInterval);
-  padded_.reserve(kLzxUsualInterval);
+LzxEncoder::LzxEncoder(std::size_t max_interval) {
+  tokens_.reserve(max_interval);
+  padded_.reserve(max_interval);
 }
 
 void LzxEncoder::Encode(std::span<const std::uint8_t> input, LzxInterval& result) {
@@ -49,26 +81,25 @@ void LzxEncoder::Encode(std::span<const std::uint8_t> input, LzxInterval& result
   }
   const std::size_t raw_size = input.size() + kLzxMaxExpansion;
   result.bytes.resize(raw_size + BitWriter::kSlack);
+  result.frames.assign(1, 0);
 
   parser_.Parse(input, tokens_);
-  LzxFrequencies frequencies;
-  frequencies.Count(tokens_);
-  const LzxTreeLengths nothing;
-  const LzxBlock block(frequencies, static_cast<std::uint32_t>(input.size()), nothing);
-  // One bit for the translation flag, and each frame may end with up to 15 bits of padding.
-  if ((1 + block.bits() + 15 * frames) / 8 >= raw_size) return WriteRaw(input, result);
+  splitter_.Split(tokens_);
+  blocks_.clear();
+  LzxTreeLengths previous;
+  std::uint64_t bits = 1 + frames * kMaxFramePadding;
+  std::size_t start = 0;
+  for (const std::size_t end : splitter_.ends()) {
+    blocks_.emplace_back(std::span(tokens_).subspan(start, end - start), previous);
+    previous = blocks_.back().lengths();
+    bits += blocks_.back().bits();
+    start = end;
+  }
+  if (bits / 8 >= raw_size) return WriteRaw(input, result);
 
-  BitWriter out(result.bytes.data());
-  out.Put(kNoTranslation, 1);
-  block.WriteHeader(nothing, out);
-  const std::span<const LzxToken> tokens = tokens_;
-  const std::size_t first = FirstFrameTokens(tokens);
-  block.WriteTokens(tokens.first(first), out);
-  out.AlignToWord();
-  result.second_frame = frames > 1 ? out.size() : 0;
-  block.WriteTokens(tokens.subspan(first), out);
-  out.AlignToWord();
-  result.bytes.resize(out.size());
+  IntervalWriter writer(input.size(), result);
+  for (const LzxBlock& block : blocks_) writer.Write(block);
+  writer.Finish();
 }
 
 }  // namespace scrivo::chm

@@ -7,42 +7,48 @@
 #include <span>
 #include <vector>
 
-#include "chm/bit_writer.h"
+#include "chm/lzx_block.h"
 #include "chm/lzx_constants.h"
 #include "chm/lzx_parser.h"
+#include "chm/lzx_splitter.h"
 #include "chm/lzx_token.h"
 
 namespace scrivo::chm {
 
-// One reset interval, decodable without the others.
-struct LzxInterval {
-  std::vector<std::uint8_t> bytes;
-  std::size_t second_frame = 0;  // where in bytes the second frame starts; 0 when there is none
-};
+// A block header tells its size in this many bits, and an interval may be a single block.
+inline constexpr std::size_t kLzxMaxInterval = std::size_t{1} << (kLzxBlockSizeBits - 1);
 
 // What an interval that cannot be compressed takes more than its bytes: 28 bits of header, four of
 // padding, and the recent offsets.
 inline constexpr std::size_t kLzxMaxExpansion = 4 + kLzxRawHeaderSize;
 
-// Memory that a result takes while it is written; reserving it beforehand saves the allocation.
-inline constexpr std::size_t kLzxMaxEncodedSize =
-    kLzxUsualInterval + kLzxMaxExpansion + BitWriter::kSlack;
+// One reset interval, decodable without the others.
+struct LzxInterval {
+  std::vector<std::uint8_t> bytes;
+  std::vector<std::size_t> frames;  // where in bytes each frame starts
+};
 
 // Sees memory only. The result depends on the input alone, not on intervals encoded before, so
-// intervals may be shared out between encoders in any way. An encoder keeps about 0.8 MiB of
-// tables, cannot fail, and serves one thread at a time.
+// intervals may be shared out between encoders in any way. An encoder keeps tables of 0.2 MiB and
+// about five times the memory of an interval, cannot fail, and serves one thread at a time.
 class LzxEncoder {
  public:
-  LzxEncoder();
+  // For intervals of up to `max_interval` bytes, a whole number of frames and at most
+  // kLzxMaxInterval. Larger ones compress better, but a reader must decode half of one, on average,
+  // to get at a page.
+  explicit LzxEncoder(std::size_t max_interval);
 
-  // Encodes 1 to kLzxUsualInterval bytes; zero bytes are added up to a whole number of frames, as
-  // readers decode whole frames. `result` is replaced (its memory is used again) and never grows
-  // beyond the padded input plus kLzxMaxExpansion.
+  // Encodes 1 to max_interval bytes; zero bytes are added up to a whole number of frames, as
+  // readers decode whole frames. `result` is replaced (its memory is used again); its bytes never
+  // grow beyond the padded input plus kLzxMaxExpansion.
   void Encode(std::span<const std::uint8_t> input, LzxInterval& result);
 
  private:
   LzxParser parser_;
+  LzxSplitter splitter_;
   std::vector<LzxToken> tokens_;
+  std::vector<LzxBlock> blocks_;
   std::vector<std::uint8_t> padded_;
 };
+
 }  // namespace scrivo::chm

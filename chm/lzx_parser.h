@@ -15,9 +15,9 @@ namespace scrivo::chm {
 // next position saves more. It keeps its tables for any number of intervals and serves one thread.
 class LzxParser {
  public:
-  // Sets `tokens` to the parse of `interval`: a whole number of frames, at most kLzxUsualInterval
-  // bytes. No match reaches past the end of a frame or before the start of the interval. The
-  // recent offsets start as kLzxFirstRecentOffsets.
+  // Sets `tokens` to the parse of `interval`, a whole number of frames. No match reaches past the
+  // end of a frame or before the start of the interval. The recent offsets start as
+  // kLzxFirstRecentOffsets.
   void Parse(std::span<const std::uint8_t> interval, std::vector<LzxToken>& tokens);
 
  private:

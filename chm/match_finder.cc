@@ -9,7 +9,9 @@ namespace scrivo::chm {
 namespace {
 
 constexpr std::uint32_t kHashedBytes = 4;
-constexpr std::uint32_t kMaxDistance = LzxMaxDistance(kLzxUsualWindowBits);
+
+// 2^32 over the golden ratio spreads the bytes over the upper bits.
+constexpr std::uint32_t kHashFactor = 0x9E3779B1;
 
 }  // namespace
 
@@ -29,59 +31,64 @@ std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uin
 MatchFinder::MatchFinder()
     : heads_(std::size_t{1} << kHashBits),
       short_heads_(std::size_t{1} << kShortHashBits),
-      chain_(kLzxUsualInterval) {}
+      chain_(std::size_t{1} << kLzxUsualWindowBits) {}
 
 void MatchFinder::Start(std::span<const std::uint8_t> interval) {
   data_ = interval.data();
   last_hashed_ = static_cast<std::uint32_t>(
       interval.size() < kHashedBytes ? 0 : interval.size() - kHashedBytes + 1);
-  std::fill(heads_.begin(), heads_.end(), std::uint16_t{0});
-  std::fill(short_heads_.begin(), short_heads_.end(), std::uint16_t{0});
+  std::fill(heads_.begin(), heads_.end(), Place{0});
+  std::fill(short_heads_.begin(), short_heads_.end(), Place{0});
 }
 
-std::uint32_t MatchFinder::Enter(std::uint32_t position, std::uint32_t& short_candidate) {
+MatchFinder::Places MatchFinder::Enter(std::uint32_t position) {
   const std::uint32_t bytes = LoadLe32(data_ + position);
-  std::uint16_t& head = heads_[bytes * 0x9E3779B1u >> (32 - kHashBits)];
-  std::uint16_t& short_head = short_heads_[(bytes << 8) * 0x9E3779B1u >> (32 - kShortHashBits)];
-  const std::uint32_t candidate = head;
-  short_candidate = short_head;
-  chain_[position] = head;
-  head = short_head = static_cast<std::uint16_t>(position + 1);
-  return candidate;
+  Place& head = heads_[bytes * kHashFactor >> (32 - kHashBits)];
+  Place& short_head = short_heads_[(bytes << 8) * kHashFactor >> (32 - kShortHashBits)];
+  const Places found = {head, short_head};
+  const Place place = static_cast<Place>(position);
+  chain_[place] = head;
+  head = short_head = place;
+  return found;
 }
 
 Match MatchFinder::Find(std::uint32_t position, std::uint32_t min_length, std::uint32_t max_length,
                         int depth, std::uint32_t nice_length) {
   if (position >= last_hashed_) return {};
-  std::uint32_t short_candidate;
-  std::uint32_t candidate = Enter(position, short_candidate);
+  const Places found = Enter(position);
   const std::uint8_t* const here = data_ + position;
   Match best{min_length, 0};
   if (best.length >= max_length) return {};
+  const auto distance_to = [position](Place place) -> std::uint32_t {
+    return static_cast<Place>(position - place);
+  };
 
-  if (min_length < 3 && short_candidate != 0 && position + 1 - short_candidate <= kMaxDistance) {
-    const std::uint32_t length = MatchLength(here, data_ + short_candidate - 1, max_length);
-    if (length > best.length) best = {length, position + 1 - short_candidate};
+  const std::uint32_t short_distance = distance_to(found.newest_short);
+  if (min_length < 3 && short_distance != 0 && short_distance <= kLzxMaxUsedDistance) {
+    const std::uint32_t length = MatchLength(here, here - short_distance, max_length);
+    if (length > best.length) best = {length, short_distance};
   }
   const std::uint32_t good_enough = std::min(nice_length, max_length);
-  for (; candidate != 0 && depth > 0 && best.length < good_enough; --depth) {
-    const std::uint8_t* const there = data_ + candidate - 1;
-    const std::uint32_t distance = position + 1 - candidate;
-    if (distance > kMaxDistance) break;
+  std::uint32_t before = 0;
+  std::uint32_t distance = distance_to(found.newest);
+  for (; depth > 0 && best.length < good_enough; --depth) {
+    // Distances rise along a chain, until it goes on with something from before the window.
+    if (distance <= before || distance > kLzxMaxUsedDistance) break;
+    const std::uint8_t* const there = here - distance;
     // A longer match must agree in the byte after the best one so far, and in the hashed ones.
     if (there[best.length] == here[best.length] && LoadLe32(there) == LoadLe32(here)) {
       const std::uint32_t length = MatchLength(here, there, max_length);
       if (length > best.length) best = {length, distance};
     }
-    candidate = chain_[candidate - 1];
+    before = distance;
+    distance = distance_to(chain_[static_cast<Place>(position - distance)]);
   }
   return best.distance == 0 ? Match{} : best;
 }
 
 void MatchFinder::Skip(std::uint32_t first, std::uint32_t end) {
   end = std::min(end, last_hashed_);
-  std::uint32_t ignored;
-  for (std::uint32_t position = first; position < end; ++position) Enter(position, ignored);
+  for (std::uint32_t position = first; position < end; ++position) Enter(position);
 }
 
 }  // namespace scrivo::chm

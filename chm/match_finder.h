@@ -11,6 +11,11 @@
 
 namespace scrivo::chm {
 
+// The largest distance of a match. The format allows window - 3, but 7-Zip takes wrong bytes for
+// matches that far back; this one keeps even the longest match clear of what it overwrites in a
+// decoder whose buffer is a ring of just the window.
+inline constexpr std::uint32_t kLzxMaxUsedDistance = (1u << kLzxUsualWindowBits) - kLzxMaxMatch;
+
 // An earlier occurrence: `length` bytes, `distance` bytes back. Length 0 means none.
 struct Match {
   std::uint32_t length = 0;
@@ -21,13 +26,13 @@ struct Match {
 std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t limit);
 
 // Chains the positions whose next four bytes hash alike, newest first, and keeps the last position
-// of every hash of three bytes. It holds its tables (about 0.4 MiB) for any number of intervals
-// and serves one thread.
+// of every hash of three bytes. It reaches back over one window, kLzxUsualWindowBits wide. It holds
+// its tables (about 0.2 MiB) for any number of intervals and serves one thread.
 class MatchFinder {
  public:
   MatchFinder();
 
-  // Starts with a new interval of at most kLzxUsualInterval bytes, which must outlive its use.
+  // Starts with a new interval, which must outlive its use.
   void Start(std::span<const std::uint8_t> interval);
 
   // Enters `position` into the tables and gives the longest match there with at most `max_length`
@@ -45,14 +50,23 @@ class MatchFinder {
   static constexpr int kHashBits = 15;
   static constexpr int kShortHashBits = 13;
 
-  std::uint32_t Enter(std::uint32_t position, std::uint32_t& short_candidate);
+  // A position as the tables hold it: modulo the window, in half the memory of a whole one. An
+  // entry from before the window looks like one within it, and a table that was just cleared like
+  // one full of position 0; neither does harm, since every match is checked against the bytes.
+  using Place = std::uint16_t;
+  static_assert(1 << kLzxUsualWindowBits == 1 << 8 * sizeof(Place));
+
+  struct Places {
+    Place newest;        // start of the chain
+    Place newest_short;  // for three bytes
+  };
+  Places Enter(std::uint32_t position);
 
   const std::uint8_t* data_ = nullptr;
   std::uint32_t last_hashed_ = 0;  // positions from here on have too few bytes left to hash
-  // Positions are stored plus 1; 0 ends a chain. The last three are never stored, so 16 bits hold.
-  std::vector<std::uint16_t> heads_;
-  std::vector<std::uint16_t> short_heads_;
-  std::vector<std::uint16_t> chain_;  // per position, the one before it in its chain
+  std::vector<Place> heads_;
+  std::vector<Place> short_heads_;
+  std::vector<Place> chain_;  // by place, the one before it in its chain
 };
 
 }  // namespace scrivo::chm

@@ -15,8 +15,9 @@ using Bytes = std::vector<std::uint8_t>;
 // What comes out when `input` goes in with pieces of `step` bytes.
 std::vector<Bytes> Compress(const Bytes& input, int threads, std::size_t step) {
   std::vector<Bytes> results;
-  CompressPipeline pipeline(
-      threads, [&results](const LzxInterval& interval) { results.push_back(interval.bytes); });
+  CompressPipeline pipeline(kLzxUsualInterval, threads, [&results](const LzxInterval& interval) {
+    results.push_back(interval.bytes);
+  });
   for (std::size_t at = 0; at < input.size(); at += step) {
     pipeline.Append(std::span(input).subspan(at, std::min(step, input.size() - at)));
   }
@@ -27,7 +28,7 @@ std::vector<Bytes> Compress(const Bytes& input, int threads, std::size_t step) {
 // The same, without a pipeline.
 std::vector<Bytes> CompressAlone(const Bytes& input) {
   std::vector<Bytes> results;
-  LzxEncoder encoder;
+  LzxEncoder encoder(kLzxUsualInterval);
   LzxInterval interval;
   for (std::size_t at = 0; at < input.size(); at += kLzxUsualInterval) {
     const std::size_t size = std::min(kLzxUsualInterval, input.size() - at);
@@ -67,7 +68,8 @@ TEST(CompressPipelineTest, TakesAStreamThatEndsWithAnInterval) {
 TEST(CompressPipelineTest, StopsAtAnyMomentWithoutFinish) {
   int consumed = 0;
   for (const std::size_t intervals : {0, 1, 5, 60}) {
-    CompressPipeline pipeline(2, [&consumed](const LzxInterval&) { ++consumed; });
+    CompressPipeline pipeline(kLzxUsualInterval, 2,
+                              [&consumed](const LzxInterval&) { ++consumed; });
     pipeline.Append(PageBytes(intervals * kLzxUsualInterval, 5));
   }
   EXPECT_LT(consumed, 66);

@@ -22,9 +22,9 @@ struct Input {
   Bytes bytes;
 };
 
-Bytes Write(const std::vector<Input>& inputs, int threads = 2) {
+Bytes Write(const std::vector<Input>& inputs, const ContainerOptions& options = {}) {
   MemoryStore store;
-  ContainerWriter writer(store, {.threads = threads});
+  ContainerWriter writer(store, options);
   for (const Input& input : inputs) writer.AddCompressed(input.name, input.bytes);
   writer.AddPlain("/#SYSTEM", ToBytes("system"));
   writer.AddPlain("/#ITBITS", {});
@@ -305,6 +305,24 @@ TEST(ContainerWriterTest, ListsWhereEveryFrameStarts) {
   EXPECT_LT(before, reader->Find(kContentName)->length);
 }
 
+TEST(ContainerWriterTest, CompressesInLargerIntervalsWhenAsked) {
+  std::vector<Input> inputs;
+  const Bytes page = PageBytes(40000, 1);  // any two together do not fit into the usual interval
+  for (int i = 0; i < 30; ++i) inputs.push_back({Numbered("/", i, ".htm"), page});
+  const std::size_t usual = Write(inputs).size();
+  std::size_t before = usual;
+  for (const std::size_t factor : {2, 4, 8}) {
+    const Bytes file = Write(inputs, {.threads = 2, .interval = factor * kLzxUsualInterval});
+    EXPECT_LT(file.size(), before);
+    before = file.size();
+    ExpectReadable(file, inputs);
+    const auto reader = Open(file);
+    const Bytes control = *reader->ReadWhole(*reader->Find(kControlDataName));
+    EXPECT_EQ(LoadLe32(&control[control_data::kResetInterval]), 2 * factor);
+    EXPECT_EQ(LoadLe32(&control[control_data::kWindow]), 2u);
+  }
+}
+
 TEST(ContainerWriterTest, NeverEndsTheSectionWithAFullFrame) {
   const auto span = [](std::size_t size) {
     const auto reader = Open(Write({{"/a", PageBytes(size, 7)}}));
@@ -337,9 +355,9 @@ TEST(ContainerWriterTest, GivesTheSameBytesForAnyNumberOfThreads) {
   for (int i = 0; i < 60; ++i) {
     inputs.push_back({Numbered("/page", i, ".htm"), PageBytes(30000 + 997u * i, i)});
   }
-  const Bytes expected = Write(inputs, 1);
-  EXPECT_EQ(Write(inputs, 2), expected);
-  EXPECT_EQ(Write(inputs, 8), expected);
+  const Bytes expected = Write(inputs, {.threads = 1});
+  EXPECT_EQ(Write(inputs, {.threads = 2}), expected);
+  EXPECT_EQ(Write(inputs, {.threads = 8}), expected);
   ExpectReadable(expected, inputs);
 }
 

@@ -33,13 +33,14 @@ class LzxEncoderTest : public testing::Test {
     EXPECT_EQ(result.consumed, interval.bytes.size());
     EXPECT_TRUE(output == expected);
 
-    // The first frame alone ends where the second one is said to start.
-    if (frames == 2) {
-      result = decoder_.DecodeInterval(interval.bytes, std::span(output).first(kLzxFrameSize));
+    // The frames before one end where that one is said to start.
+    EXPECT_EQ(interval.frames.size(), frames);
+    EXPECT_EQ(interval.frames[0], 0u);
+    for (std::size_t frame = 1; frame < interval.frames.size(); ++frame) {
+      const std::span before = std::span(output).first(frame * kLzxFrameSize);
+      result = decoder_.DecodeInterval(interval.bytes, before);
       EXPECT_EQ(result.status, LzxStatus::kOk);
-      EXPECT_EQ(result.consumed, interval.second_frame);
-    } else {
-      EXPECT_EQ(interval.second_frame, 0u);
+      EXPECT_EQ(result.consumed, interval.frames[frame]);
     }
     return interval;
   }
@@ -48,7 +49,9 @@ class LzxEncoderTest : public testing::Test {
     return static_cast<LzxBlockType>(interval.bytes[1] >> 4 & 7);
   }
 
-  LzxEncoder encoder_;
+  static constexpr std::size_t kLargeInterval = 8 * kLzxUsualInterval;
+
+  LzxEncoder encoder_{kLargeInterval};
   LzxDecoder decoder_{kLzxUsualWindowBits};
 };
 
@@ -109,6 +112,32 @@ TEST_F(LzxEncoderTest, CutsMatchesAtTheEndOfAFrame) {
   }
 }
 
+TEST_F(LzxEncoderTest, MatchesReachBackOverAWindowInALargerInterval) {
+  // Noise that comes back after a distance can only be shortened when a match may be that far.
+  for (const std::size_t distance : {65278, 65279, 65280, 65533, 65536, 65537, 131072}) {
+    SCOPED_TRACE(distance);
+    Bytes input = RandomBytes(kLargeInterval, 8);
+    for (std::size_t i = distance; i < input.size(); ++i) input[i] = input[i - distance];
+    const std::size_t size = RoundTrip(input).bytes.size();
+    if (distance <= kLzxMaxUsedDistance) {
+      EXPECT_LT(size, 70000u);
+    } else {
+      EXPECT_EQ(size, input.size() + kLzxMaxExpansion);
+    }
+  }
+}
+
+TEST_F(LzxEncoderTest, GivesPartsOfAnIntervalTheirOwnTrees) {
+  // Two kinds of noise: six bits a byte with codes for each, seven with codes for both.
+  constexpr int kPart = 30000;
+  Bytes input;
+  std::mt19937 random(5);
+  for (int i = 0; i < 2 * kPart; ++i) {
+    input.push_back(static_cast<std::uint8_t>(random() % 64 + (i < kPart ? 0 : 128)));
+  }
+  EXPECT_LT(RoundTrip(input).bytes.size(), 2 * kPart * 6.3 / 8);
+}
+
 TEST_F(LzxEncoderTest, CompressesPages) {
   const Bytes page = PageBytes(kLzxUsualInterval, 2);
   EXPECT_LT(RoundTrip(page).bytes.size(), page.size() / 4);
@@ -157,7 +186,7 @@ TEST_F(LzxEncoderTest, KeepsMixturesOfEveryKind) {
   for (int round = 0; round < 200; ++round) {
     SCOPED_TRACE(round);
     Bytes input;
-    const std::size_t size = 1 + random() % kLzxUsualInterval;
+    const std::size_t size = 1 + random() % (round % 4 == 0 ? kLargeInterval : kLzxUsualInterval);
     while (input.size() < size) {
       const std::size_t part = 1 + random() % 3000;
       switch (random() % 5) {
@@ -194,7 +223,7 @@ TEST_F(LzxEncoderTest, KeepsMixturesOfEveryKind) {
 TEST_F(LzxEncoderTest, GivesTheSameWhateverItEncodedBefore) {
   const Bytes page = PageBytes(50000, 4);
   LzxInterval first;
-  LzxEncoder().Encode(page, first);
+  LzxEncoder(kLzxUsualInterval).Encode(page, first);
   const LzxInterval again = RoundTrip(page);
   EXPECT_EQ(again.bytes, first.bytes);
   RoundTrip(RandomBytes(60000, 1));

@@ -1,0 +1,94 @@
+#include "chm/lzx_splitter.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+namespace scrivo::chm {
+namespace {
+
+// Blocks end at multiples of this many tokens. Smaller units find the place of a change better, but
+// their statistics are poorer and each takes an estimate.
+constexpr std::size_t kUnitTokens = 2048;
+
+// Bits that a block header takes before and for each used symbol, about.
+constexpr std::uint64_t kHeaderBits = 240;
+constexpr std::uint64_t kSymbolBits = 3;
+
+// Sizes are estimated in 1/256 bit, with integers, so that every machine splits alike.
+constexpr int kFraction = 8;
+
+// log2(1 + i / 256) in that unit, by squaring: each time the value passes 2, the next bit is 1.
+constexpr std::array<std::uint32_t, 256> kLog2Table = [] {
+  std::array<std::uint32_t, 256> table{};
+  for (std::uint64_t i = 0; i < table.size(); ++i) {
+    std::uint64_t value = (256 + i) << 22;  // 1.0 is 1 << 30
+    for (int bit = 0; bit < kFraction; ++bit) {
+      value = value * value >> 30;
+      const std::uint32_t passed = value >> 31 != 0;
+      table[i] = table[i] << 1 | passed;
+      value >>= passed;
+    }
+  }
+  return table;
+}();
+
+std::uint64_t Log2(std::uint32_t value) {
+  const int top = std::bit_width(value) - 1;
+  const std::uint32_t mantissa = top >= 8 ? value >> (top - 8) : value << (8 - top);
+  return (static_cast<std::uint64_t>(top) << kFraction) + kLog2Table[mantissa & 0xFF];
+}
+
+// What the symbols take with the best code for them, and the code itself in a block header.
+std::uint64_t EstimateSize(std::span<const std::uint32_t> frequencies) {
+  std::uint32_t total = 0;
+  std::uint64_t saved = 0;
+  std::uint64_t used = 0;
+  for (const std::uint32_t frequency : frequencies) {
+    if (frequency == 0) continue;
+    total += frequency;
+    saved += frequency * Log2(frequency);
+    ++used;
+  }
+  if (total == 0) return 0;
+  return total * Log2(total) - saved + (used * kSymbolBits << kFraction);
+}
+
+std::uint64_t EstimateSize(const LzxFrequencies& frequencies) {
+  return EstimateSize(frequencies.main) + EstimateSize(frequencies.length) +
+         (kHeaderBits << kFraction);
+}
+
+template <std::size_t kSize>
+void Add(const std::array<std::uint32_t, kSize>& from, std::array<std::uint32_t, kSize>& to) {
+  for (std::size_t i = 0; i < kSize; ++i) to[i] += from[i];
+}
+
+}  // namespace
+
+void LzxSplitter::Split(std::span<const LzxToken> tokens) {
+  ends_.clear();
+  LzxFrequencies block;
+  std::uint64_t block_size = 0;
+  for (std::size_t start = 0; start < tokens.size(); start += kUnitTokens) {
+    const std::size_t count = std::min(kUnitTokens, tokens.size() - start);
+    LzxFrequencies unit;
+    unit.Count(tokens.subspan(start, count));
+    const std::uint64_t unit_size = EstimateSize(unit);
+    LzxFrequencies both = block;
+    Add(unit.main, both.main);
+    Add(unit.length, both.length);
+    const std::uint64_t both_size = EstimateSize(both);
+    if (start > 0 && block_size + unit_size < both_size) {
+      ends_.push_back(start);
+      block = unit;
+      block_size = unit_size;
+    } else {
+      block = both;
+      block_size = both_size;
+    }
+  }
+  ends_.push_back(tokens.size());
+}
+
+}  // namespace scrivo::chm
