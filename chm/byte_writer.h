@@ -58,8 +58,7 @@ class ByteWriter {
 
  private:
   void PutLow(std::uint64_t value, std::size_t count) {
-    bytes_.resize(bytes_.size() + count);
-    SetLow(bytes_.size() - count, value, count);
+    for (std::size_t i = 0; i < count; ++i) Put8(static_cast<std::uint8_t>(value >> 8 * i));
   }
 
   void SetLow(std::size_t offset, std::uint64_t value, std::size_t count) {

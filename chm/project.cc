@@ -1,0 +1,244 @@
+#include "chm/project.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "chm/ascii_text.h"
+#include "chm/project_lines.h"
+#include "chm/text_charset.h"
+
+namespace scrivo::chm {
+namespace {
+
+bool IsYes(std::string_view value) {
+  return EqualsIgnoringCase(value, "yes") || EqualsIgnoringCase(value, "true") || value == "1";
+}
+
+struct TextOption {
+  std::string_view key;
+  std::string Project::*field;
+};
+
+constexpr TextOption kTextOptions[] = {
+    {"compiled file", &Project::compiled_file},
+    {"contents file", &Project::contents_file},
+    {"index file", &Project::index_file},
+    {"default topic", &Project::default_topic},
+    {"default window", &Project::default_window},
+    {"default font", &Project::default_font},
+    {"title", &Project::title},
+    {"error log file", &Project::error_log_file},
+    {"full text search stop list file", &Project::stop_list_file},
+};
+
+struct SwitchOption {
+  std::string_view key;
+  bool Project::*field;
+};
+
+constexpr SwitchOption kSwitchOptions[] = {
+    {"binary index", &Project::binary_index},
+    {"binary toc", &Project::binary_toc},
+    {"full-text search", &Project::full_text_search},
+    {"full text search", &Project::full_text_search},
+    {"auto index", &Project::auto_index},
+    {"create chi file", &Project::create_chi},
+    {"flat", &Project::flat},
+    {"display compile progress", &Project::display_progress},
+    {"display compile notes", &Project::display_notes},
+};
+
+// Known, but without an effect on the file.
+constexpr std::string_view kIdleOptions[] = {"enhanced decompilation",
+                                             "dbcs",
+                                             "citation",
+                                             "copyright",
+                                             "compress",
+                                             "ignore",
+                                             "prefix",
+                                             "tmpdir",
+                                             "sample staging path",
+                                             "sample list file"};
+
+enum class Section {
+  kNone,
+  kOptions,
+  kWindows,
+  kFiles,
+  kAlias,
+  kMap,
+  kTextPopups,
+  kMergeFiles,
+  kIdle,
+  kUnknown
+};
+
+struct NamedSection {
+  std::string_view name;
+  Section section;
+};
+
+constexpr NamedSection kSections[] = {
+    {"options", Section::kOptions},
+    {"windows", Section::kWindows},
+    {"files", Section::kFiles},
+    {"alias", Section::kAlias},
+    {"map", Section::kMap},
+    {"text popups", Section::kTextPopups},
+    {"merge files", Section::kMergeFiles},
+    {"infotypes", Section::kIdle},
+    {"subsets", Section::kIdle},
+};
+
+class Reader {
+ public:
+  Project Read(std::string_view bytes);
+
+ private:
+  void Header(const ProjectLine& line);
+  void Line(const ProjectLine& line);
+  void Option(const ProjectLine& line);
+  bool KnownOption(std::string_view key, std::string_view value);
+  void Window(std::string_view line);
+
+  Project project_;
+  Section section_ = Section::kNone;
+};
+
+void AddOnce(const ProjectLine& line, std::vector<ProjectLine>* lines) {
+  const bool known = std::any_of(lines->begin(), lines->end(), [&](const ProjectLine& other) {
+    return EqualsIgnoringCase(other.text, line.text);
+  });
+  // Nobody reads a longer list, and looking through it for each line would cost too much.
+  constexpr std::size_t kMost = 100;
+  if (!known && lines->size() < kMost) lines->push_back(line);
+}
+
+Project Reader::Read(std::string_view bytes) {
+  if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
+  ProjectLines lines(bytes);
+  ProjectLine line;
+  while (lines.Next(&line)) {
+    if (line.text[0] == '[' && line.text.find(']') != std::string::npos) {
+      Header(line);
+    } else {
+      Line(line);
+    }
+  }
+  return std::move(project_);
+}
+
+void Reader::Header(const ProjectLine& line) {
+  const std::string_view name =
+      Trimmed(std::string_view(line.text).substr(1, line.text.find(']') - 1));
+  section_ = Section::kUnknown;
+  for (const NamedSection& known : kSections) {
+    if (EqualsIgnoringCase(name, known.name)) section_ = known.section;
+  }
+  if (section_ == Section::kUnknown) {
+    AddOnce({std::string(name), line.line}, &project_.unknown_sections);
+  }
+}
+
+void Reader::Line(const ProjectLine& line) {
+  switch (section_) {
+    case Section::kOptions:
+      Option(line);
+      break;
+    case Section::kWindows:
+      Window(line.text);
+      break;
+    case Section::kFiles:
+      project_.files.push_back(line);
+      break;
+    case Section::kAlias:
+      if (const auto include = IncludedFile(line.text)) {
+        project_.alias_includes.push_back({*include, line.line});
+      } else if (auto alias = AliasOfLine(line)) {
+        project_.aliases.push_back(std::move(*alias));
+      }
+      break;
+    case Section::kMap:
+      if (const auto include = IncludedFile(line.text)) {
+        project_.map_includes.push_back({*include, line.line});
+      } else if (auto entry = MapEntryOfLine(line.text)) {
+        project_.map.push_back(std::move(*entry));
+      }
+      break;
+    case Section::kTextPopups:
+      project_.text_popups.push_back(line);
+      break;
+    case Section::kMergeFiles:
+      project_.merge_files.push_back(line);
+      break;
+    case Section::kNone:
+    case Section::kIdle:
+    case Section::kUnknown:
+      break;
+  }
+}
+
+void Reader::Option(const ProjectLine& line) {
+  const std::size_t equals = line.text.find('=');
+  if (equals == std::string::npos) {
+    project_.lines_without_equals.push_back(line);
+    return;
+  }
+  const std::string_view text = line.text;
+  const std::string_view key = Trimmed(text.substr(0, equals));
+  if (!KnownOption(AsciiLowered(key), Trimmed(text.substr(equals + 1)))) {
+    AddOnce({std::string(key), line.line}, &project_.unknown_options);
+  }
+}
+
+bool Reader::KnownOption(std::string_view key, std::string_view value) {
+  for (const TextOption& option : kTextOptions) {
+    if (key == option.key) {
+      project_.*option.field = value;
+      return true;
+    }
+  }
+  for (const SwitchOption& option : kSwitchOptions) {
+    if (key == option.key) {
+      project_.*option.field = IsYes(value);
+      return true;
+    }
+  }
+  if (key == "language") {
+    if (const std::uint32_t number = ProjectNumber(value)) project_.language = number;
+  } else if (key == "compatibility") {
+    project_.compatibility_1_0 = value.starts_with("1.0");
+  } else if (key == "auto toc") {
+    project_.auto_toc = IsYes(value) ? 9 : static_cast<int>(std::min(ProjectNumber(value), 9u));
+  } else if (key == "custom tab") {
+    const std::vector<std::string> parts = SplitQuoted(value);
+    if (parts.size() >= 2) project_.custom_tabs.push_back({parts[0], parts[1]});
+  } else {
+    return std::find(std::begin(kIdleOptions), std::end(kIdleOptions), key) !=
+           std::end(kIdleOptions);
+  }
+  return true;
+}
+
+void Reader::Window(std::string_view line) {
+  const std::size_t equals = line.find('=');
+  if (equals == std::string_view::npos) return;
+  ProjectWindow window;
+  window.name = Trimmed(line.substr(0, equals));
+  window.arguments = SplitQuoted(line.substr(equals + 1));
+  // Of two lines for one window the later counts, in the place of the first: generators write an
+  // incomplete line before the real one.
+  for (ProjectWindow& other : project_.windows) {
+    if (EqualsIgnoringCase(other.name, window.name)) {
+      other = std::move(window);
+      return;
+    }
+  }
+  project_.windows.push_back(std::move(window));
+}
+
+}  // namespace
+
+Project ReadProject(std::string_view bytes) { return Reader().Read(bytes); }
+
+}  // namespace scrivo::chm

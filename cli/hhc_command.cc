@@ -1,0 +1,151 @@
+#include "cli/hhc_command.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cstdint>
+#include <fstream>
+#include <string_view>
+#include <thread>
+
+#include "chm/compiler.h"
+#include "cli/hhc_output.h"
+
+namespace scrivo {
+namespace {
+
+constexpr char kName[] = "Scrivo HTML Help Compiler " SCRIVO_VERSION;
+
+constexpr char kUsage[] =
+    "Usage: hhc [options] project.hhp\n"
+    "\n"
+    "Compiles an HTML Help project. The exit status is 1 when the help file was made and 0 when "
+    "not,\n"
+    "as scripts expect of a help compiler.\n"
+    "\n"
+    "  --gnu        exit status 0 when the file was made, 1 when not, 2 for wrong usage\n"
+    "               (also when the environment variable HHC_GNU is set)\n"
+    "  --timestamp  put the time of the compile into the file; without it the same input gives "
+    "the\n"
+    "               same file. SOURCE_DATE_EPOCH, when set, is the time to put in\n"
+    "  --jobs N     threads to use; the file does not depend on it\n"
+    "  --version    print name and version\n"
+    "  --help       print this text\n";
+
+struct Options {
+  std::string project;
+  bool gnu = false, timestamp = false, help = false, version = false;
+  int jobs = 0;       // 0: one for each core
+  std::string wrong;  // why the command line cannot be used
+};
+
+// The whole of `text` as a number from `least` on; nothing otherwise.
+template <typename Number>
+bool ReadNumber(std::string_view text, Number least, Number* number) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), *number);
+  return error == std::errc() && end == text.data() + text.size() && *number >= least;
+}
+
+Options ReadArguments(const std::vector<std::string>& arguments) {
+  Options options;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string_view argument = arguments[i];
+    if (argument == "--gnu") {
+      options.gnu = true;
+    } else if (argument == "--timestamp") {
+      options.timestamp = true;
+    } else if (argument == "--help" || argument == "-h" || argument == "/?") {
+      options.help = true;
+    } else if (argument == "--version") {
+      options.version = true;
+    } else if (argument == "--jobs") {
+      ++i;
+      if (i >= arguments.size() || !ReadNumber(arguments[i], 1, &options.jobs)) {
+        options.wrong = "--jobs needs a number";
+      }
+    } else if (argument.starts_with("--")) {
+      options.wrong = "unknown option " + std::string(argument);
+    } else if (!options.project.empty()) {
+      options.wrong = "more than one project named";
+    } else {
+      options.project = argument;
+    }
+  }
+  if (options.project.empty() && options.wrong.empty()) options.wrong = "no project named";
+  return options;
+}
+
+// The time to record in the file, 0 for none. False when SOURCE_DATE_EPOCH is no time.
+bool TimeToRecord(const Options& options, const std::string& epoch, std::int64_t* time) {
+  *time = 0;
+  if (!epoch.empty()) return ReadNumber(epoch, std::int64_t{0}, time);
+  if (options.timestamp) {
+    *time = std::chrono::duration_cast<std::chrono::seconds>(
+                std::chrono::system_clock::now().time_since_epoch())
+                .count();
+  }
+  return true;
+}
+
+// Quotes around the name, as some callers pass them on, are no part of it.
+std::string WithoutQuotes(const std::string& name) {
+  if (name.size() < 2 || name.front() != '"' || name.back() != '"') return name;
+  return name.substr(1, name.size() - 2);
+}
+
+bool Compile(const Options& options, const std::string& working_folder, std::int64_t time,
+             std::ostream& out, std::ostream& err) {
+  chm::CompileRequest request;
+  request.project_path = WithoutQuotes(options.project);
+  request.working_folder = working_folder;
+  request.compiler_name = kName;
+  request.time = time;
+  const unsigned cores = std::max(1u, std::thread::hardware_concurrency());
+  request.threads = options.jobs > 0 ? options.jobs : static_cast<int>(cores);
+
+  HhcOutput output(out, kName);
+  const auto start = std::chrono::steady_clock::now();
+  const chm::DiskFiles files;
+  const chm::CompileResult result = chm::CompileProject(request, files, &output);
+  if (!result.project_found) {
+    out << kName << "\n\nUnable to open " << options.project << ".\n" << std::flush;
+    return false;
+  }
+  const auto seconds =
+      std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
+  output.Finish(result, static_cast<int>(seconds.count()));
+  if (!result.error_log.empty()) {
+    std::ofstream log(chm::SystemPath(result.error_log), std::ios::binary);
+    if (!(log << output.text() << std::flush)) {
+      err << "hhc: cannot write the log file \"" << result.error_log << "\"\n";
+    }
+  }
+  return result.made;
+}
+
+}  // namespace
+
+int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& surroundings,
+           std::ostream& out, std::ostream& err) {
+  Options options = ReadArguments(arguments);
+  options.gnu = options.gnu || surroundings.gnu;
+  if (options.help) {
+    out << kUsage;
+    return 0;
+  }
+  if (options.version) {
+    out << kName << '\n';
+    return 0;
+  }
+  std::int64_t time = 0;
+  if (options.wrong.empty() && !TimeToRecord(options, surroundings.source_date_epoch, &time)) {
+    options.wrong = "SOURCE_DATE_EPOCH is no number of seconds";
+  }
+  if (!options.wrong.empty()) {
+    err << "hhc: " << options.wrong << "\n\n" << kUsage;
+    return options.gnu ? 2 : 0;
+  }
+  return Compile(options, surroundings.working_folder, time, out, err) != options.gnu ? 1 : 0;
+}
+
+}  // namespace scrivo

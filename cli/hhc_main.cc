@@ -1,0 +1,38 @@
+// The program hhc: compiles help projects.
+
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "chm/source_files.h"
+#include "cli/code_page_stream.h"
+#include "cli/hhc_command.h"
+#include "platform/seams/terminal.h"
+#include "text/code_page.h"
+
+int main(int argc, char** argv) {
+  const int code_page = scrivo::TerminalCodePage();
+  try {
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) {
+      // Where arguments are UTF-8 anyway, they are taken as they are: a path may be malformed.
+      const bool utf8 = code_page == scrivo::kUtf8CodePage;
+      arguments.push_back(utf8 ? argv[i] : scrivo::ToUtf8(argv[i], code_page));
+    }
+    scrivo::HhcSurroundings surroundings;
+    surroundings.working_folder = scrivo::chm::PortablePath(std::filesystem::current_path());
+    surroundings.gnu = std::getenv("HHC_GNU") != nullptr;
+    if (const char* epoch = std::getenv("SOURCE_DATE_EPOCH")) {
+      surroundings.source_date_epoch = epoch;
+    }
+    scrivo::CodePageStream out(std::cout, code_page);
+    scrivo::CodePageStream err(std::cerr, code_page);
+    return scrivo::RunHhc(arguments, surroundings, out, err);
+  } catch (const std::exception& exception) {
+    std::cerr << "hhc: " << exception.what() << '\n';
+    return 0;
+  }
+}
