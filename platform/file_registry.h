@@ -21,6 +21,9 @@ class FileRegistry : public RegistryStore {
   FileRegistry(std::shared_ptr<Files> files, const std::string& folder,
                const std::string& file_name);
 
+  /// How many keys are open.
+  std::size_t OpenKeys() const { return memory_.OpenKeys(); }
+
   RegistryStatus OpenKey(RegistryHandle parent, const std::string& path, std::uint32_t rights,
                          RegistryHandle* key) override;
   RegistryStatus CreateKey(RegistryHandle parent, const std::string& path, std::uint32_t rights,
