@@ -71,8 +71,11 @@ class BitReader {
     valid_ = 0;
   }
 
-  // Whether bits from past the end of the input have been used.
-  bool Overrun() const { return 8 * position_ > 8 * size_ + static_cast<std::size_t>(valid_); }
+  // Whether bits from past the end of the input have been used. Of a word of which the input has
+  // only the first byte, the bits that come first are missing, so that none of it counts.
+  bool Overrun() const {
+    return 8 * position_ > 8 * (size_ - size_ % 2) + static_cast<std::size_t>(valid_);
+  }
 
  private:
   // The next four words, the first one on top.

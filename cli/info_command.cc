@@ -1,0 +1,90 @@
+#include "cli/info_command.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iomanip>
+#include <ostream>
+#include <sstream>
+#include <string_view>
+
+#include "chm/problem.h"
+#include "chm/sitemap.h"
+#include "chm/system_info.h"
+#include "cli/help_file.h"
+#include "cli/language_name.h"
+
+namespace scrivo {
+namespace {
+
+// Deeper levels are shown at this one, so that a line stays readable whatever the file holds.
+constexpr int kDeepest = 40;
+
+void PrintField(std::string_view label, const std::string& value, std::ostream& out) {
+  out << std::left << std::setw(16) << label << (value.empty() ? "-" : chm::PrintableName(value))
+      << '\n';
+}
+
+std::string LanguageText(const chm::SystemInfo& info) {
+  if (!info.language) return {};
+  std::ostringstream text;
+  text << "0x" << std::hex << *info.language << std::dec;
+  if (const std::string_view name = LanguageName(*info.language); !name.empty()) {
+    text << ' ' << name;
+  }
+  text << ", code page " << info.code_page;
+  return text.str();
+}
+
+void PrintContents(const chm::Sitemap& contents, std::ostream& out) {
+  for (const chm::SitemapItem& item : contents.items) {
+    out << std::string(static_cast<std::size_t>(2 * std::min(item.level + 1, kDeepest)), ' ')
+        << chm::PrintableName(item.name);
+    if (!item.targets.empty() && !item.targets.front().local.empty()) {
+      out << "  [" << chm::PrintableName(item.targets.front().local) << ']';
+    }
+    out << '\n';
+  }
+}
+
+// Returns whether there was nothing to complain about.
+bool PrintContentsFile(const chm::SystemInfo& info, chm::ChmReader& reader, std::ostream& out,
+                       std::ostream& err) {
+  PrintField("Contents:", info.contents_file, out);
+  if (info.contents_file.empty()) return true;
+  const auto bytes = reader.ReadWhole(*reader.Find(info.contents_file));
+  if (!bytes) {
+    err << "scrivo: " << chm::PrintableName(info.contents_file) << ": cannot be read\n";
+    return false;
+  }
+  const std::string_view text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+  PrintContents(chm::ReadSitemap(text, info.code_page), out);
+  return true;
+}
+
+}  // namespace
+
+int RunInfo(const std::string& path, std::ostream& out, std::ostream& err) {
+  const HelpFile file = OpenHelpFile(path, "scrivo", err);
+  if (file.reader == nullptr) return 1;
+  const auto info = chm::ReadSystemInfo(*file.reader);
+  if (!info) {
+    err << "scrivo: " << chm::PrintableName(path) << ": /#SYSTEM is missing or damaged\n";
+    return 1;
+  }
+  const auto& entries = file.reader->entries();
+  const auto files = std::count_if(entries.begin(), entries.end(), [](const chm::Entry& entry) {
+    return chm::KindOf(entry.name) == chm::EntryKind::kUser;
+  });
+  PrintField("Title:", info->title, out);
+  PrintField("Default topic:", info->default_topic, out);
+  PrintField("Language:", LanguageText(*info), out);
+  PrintField("Window:", info->window, out);
+  PrintField("Window title:", info->window_title, out);
+  PrintField("Compiler:", info->compiler, out);
+  PrintField("Files:", std::to_string(files), out);
+  PrintField("Index:", info->index_file, out);
+  const bool complete = PrintContentsFile(*info, *file.reader, out, err);
+  return file.flawless && complete ? 0 : 1;
+}
+
+}  // namespace scrivo
