@@ -1,7 +1,11 @@
 #!/usr/bin/env python3
 """Writes the expected project files of the webs described here, from the rules of their formats.
 
-    make_golden.py          writes NAME.hhc, .hhk, .hhp and .htm for every NAME.site beside this script
+    make_golden.py                           writes NAME.hhc, .hhk, .hhp and .htm for every NAME.site
+                                             beside this script, and those of the sample web
+    make_golden.py --check WEB PROJECT.hhp   compares the files of a project that was made from the web
+                                             in the folder WEB with all its defaults; status 1 when one
+                                             differs
 
 A .site file has one statement a line, its fields separated by tabs:
 
@@ -18,8 +22,15 @@ Nothing here is shared with the program that is tested. Python 3, standard libra
 """
 
 import pathlib
+import re
+import sys
+
+sys.dont_write_bytecode = True  # nothing but the golden files appears beside this script
+
+import web_on_disk
 
 HERE = pathlib.Path(__file__).resolve().parent
+SAMPLE = HERE.parents[2] / "samples" / "Scrivo Builder sample web"
 EOL = "\r\n"
 DOCUMENT_START = ('<!DOCTYPE HTML PUBLIC "-//IETF//DTD HTML//EN">' + EOL
                   + "<HTML><HEAD></HEAD><BODY>" + EOL)
@@ -133,7 +144,7 @@ def index_file(site):
 
 def derived_page(site):
     lines = ["<HTML><HEAD><TITLE></TITLE></HEAD><BODY>"]
-    lines += [f'<img src="_derived/{name}">' for name in sorted(site.derived, key=str.lower)]
+    lines += [f'<img src="_derived/{name}">' for name in web_on_disk.in_name_order(site.derived)]
     lines.append("</BODY></HTML>")
     return "".join(line + EOL for line in lines)
 
@@ -178,21 +189,72 @@ def temporary_names(with_index):
     return {kind: f"Scr{0x1A2 + number:X}{endings[kind]}" for number, kind in enumerate(kinds)}
 
 
-def golden_files(site):
-    """The expected files by ending."""
+def golden_files(site, names=None):
+    """The expected files by ending; `names` are those that the project names, by ending."""
     files = {"hhc": contents_file(site), "htm": derived_page(site)}
     index = index_file(site) if site.index else None
     if index is not None:
         files["hhk"] = index
-    files["hhp"] = project_file(site, temporary_names(index is not None))
+    files["hhp"] = project_file(site, names or temporary_names(index is not None))
     return files
 
 
-def main():
+def web_at(root, folder):
+    """The web in the folder `root`, as if it lay in `folder`."""
+    site = Site()
+    site.address, site.folder = "file://" + folder, folder
+    web_on_disk.read_web(site, str(root))
+    return site
+
+
+def first_difference(actual, expected):
+    lines = zip(actual.split(b"\r\n"), expected.split(b"\r\n"))
+    for number, (got, want) in enumerate(lines, 1):
+        if got != want:
+            return f"line {number} is {got!r}, should be {want!r}"
+    return f"{len(actual)} bytes, should be {len(expected)}"
+
+
+def check(root, project):
+    """True when the project's files are as they should be; says where not."""
+    text = project.read_bytes().decode("latin-1")
+    names = {"hhp": project.name, "htm": text.rstrip("\r\n").rsplit("/", 1)[-1]}
+    for ending, pattern in (("hhc", r"^Contents file=.*/(.*)\r$"), ("hhk", r"^Index File = .*/(.*)\r$")):
+        found = re.search(pattern, text, re.MULTILINE)
+        if found:
+            names[ending] = found.group(1)
+    site = web_at(root, web_on_disk.as_bytes(str(project.parent)))
+    site.index = "hhk" in names
+    site.output = re.search(r"^Compiled file=(.*)\r$", text, re.MULTILINE).group(1)
+    right = True
+    for ending, expected in golden_files(site, names).items():
+        path = project.parent / names.get(ending, "(no index)")
+        actual = path.read_bytes() if path.exists() else b""
+        if actual == expected.encode("latin-1"):
+            print(f"{path}: as expected, {len(actual)} bytes")
+            continue
+        right = False
+        print(f"{path}: {first_difference(actual, expected.encode('latin-1'))}")
+    return right
+
+
+def write_golden(stem, site):
+    for ending, text in golden_files(site).items():
+        (HERE / f"{stem}.{ending}").write_bytes(text.encode("latin-1"))
+
+
+def main(arguments):
+    if len(arguments) == 3 and arguments[0] == "--check":
+        return 0 if check(pathlib.Path(arguments[1]), pathlib.Path(arguments[2]).resolve()) else 1
+    if arguments:
+        print(__doc__, file=sys.stderr)
+        return 2
     for path in sorted(HERE.glob("*.site")):
-        for ending, text in golden_files(read_site(path)).items():
-            path.with_suffix("." + ending).write_bytes(text.encode("latin-1"))
+        write_golden(path.stem, read_site(path))
+    if SAMPLE.is_dir():
+        write_golden("sample", web_at(SAMPLE, "/webs/" + SAMPLE.name))
+    return 0
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main(sys.argv[1:]))

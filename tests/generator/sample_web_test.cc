@@ -1,0 +1,73 @@
+// The sample web's project against golden files that make_golden.py writes from the web's own
+// files (see there).
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "generator/frm_main.h"
+#include "tests/doubles/fake_services.h"
+#include "webs/disk_host.h"
+#include "webs/disk_web.h"
+
+namespace scrivo {
+namespace {
+
+constexpr char kFolder[] = "/webs/Scrivo Builder sample web";
+
+std::string ReadFile(const std::filesystem::path& path) {
+  std::ifstream stream(path, std::ios::binary);
+  EXPECT_TRUE(stream) << path;
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+class SampleWebTest : public WithFakeServices {
+ protected:
+  SampleWebTest() {
+    Globals() = GlobalState(PathStyle::kPosix);
+    CopySample();
+  }
+  ~SampleWebTest() override {
+    frmMain::Unload();
+    Globals() = GlobalState();
+  }
+
+  void Expect(const std::string& path, const std::string& extension) {
+    const auto golden = std::filesystem::path(GENERATOR_TEST_DATA) / ("sample" + extension);
+    EXPECT_EQ(files->files[path], ReadFile(golden)) << path;
+  }
+
+ private:
+  /// The sample's files, in memory: nothing is written into the real folder.
+  void CopySample() {
+    const std::filesystem::path sample = SAMPLE_WEB;
+    files->folders.insert(kFolder);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(sample)) {
+      const std::string path =
+          std::string(kFolder) + "/" + entry.path().lexically_relative(sample).generic_string();
+      if (entry.is_directory()) {
+        files->folders.insert(path);
+      } else {
+        files->files[path] = ReadFile(entry.path());
+      }
+    }
+  }
+};
+
+TEST_F(SampleWebTest, TheProjectIsThatOfTheIndependentScript) {
+  WebProblemList problems;
+  Globals().HostApplication =
+      std::make_shared<DiskHost>(OpenDiskWeb(kFolder, DiskWebOptions(), problems));
+  const std::shared_ptr<frmMain> form = frmMain::Load();
+  ASSERT_TRUE(form->BuildUI());
+  ASSERT_TRUE(form->WriteProject());
+  EXPECT_TRUE(problems.problems.empty());
+  EXPECT_EQ(ErrorLog(), "");
+  Expect(form->ContentsPath(), ".hhc");
+  Expect(form->IndexPath(), ".hhk");
+  Expect(form->DerivedPath(), ".htm");
+  Expect(form->ProjectPath(), ".hhp");
+}
+
+}  // namespace
+}  // namespace scrivo
