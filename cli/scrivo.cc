@@ -2,14 +2,18 @@
 
 #include <algorithm>
 
+#include "cli/code_page_stream.h"
 #include "cli/compile_command.h"
 #include "cli/console_errors.h"
+#include "cli/list_command.h"
 #include "cli/suggestion.h"
 #include "cli/tree_command.h"
 #include "errors/error_handler.h"
 #include "platform/globals.h"
 #include "platform/seams/interruption.h"
 #include "platform/seams/services.h"
+#include "platform/seams/terminal.h"
+#include "text/code_page.h"
 #include "ui/console/console_desktop.h"
 #include "ui/console/console_run_view.h"
 
@@ -21,30 +25,54 @@ constexpr int kNotDone = 1;
 constexpr int kWrongUsage = 2;
 constexpr int kInterrupted = 130;
 
+/// What the command line says about reading a help file.
+struct HelpFileOptions {
+  std::string file;
+  bool internal = false;
+};
+
 /// One command: what it takes, and what it does once its options are read.
 struct Command {
   Syntax syntax;
-  int (*run)(const CompileOptions& options, Console& console);
+  std::function<int(const Streams& streams)> run;
 };
 
-std::vector<Command> MakeCommands(CompileOptions* options) {
-  const Syntax::Operand web = WebOperand(options);
+using WebCommand = int (*)(const CompileOptions& options, Console& console);
+
+int RunOnConsole(WebCommand command, const CompileOptions& options, const Streams& streams);
+
+/// Runs a command that reads a help file and prints UTF-8.
+int RunListing(const HelpFileOptions& options, const Streams& streams) {
+  CodePageStream out(streams.out, TerminalCodePage());
+  CodePageStream err(streams.err, TerminalCodePage());
+  return RunList(ToUtf8(options.file, TerminalCodePage()), options.internal, out, err);
+}
+
+std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_file) {
+  const auto on_console = [web](WebCommand command) {
+    return [=](const Streams& streams) { return RunOnConsole(command, *web, streams); };
+  };
+  const Syntax::Operand file = {"FILE", "a compiled help file (.chm)", &help_file->file};
+  const Option internal = {"--internal", "", "", "also the streams of the help system itself",
+                           [=](const std::string&) { help_file->internal = true; }};
   return {
       {{"compile",
         "Compiles a FrontPage web into a help file (.chm).",
-        {web},
-        AllCompileOptions(options)},
-       CompileWeb},
+        {WebOperand(web)},
+        AllCompileOptions(web)},
+       on_console(CompileWeb)},
       {{"project",
         "Writes the project files of a web only, keeps them and prints their paths.",
-        {web},
-        AllCompileOptions(options)},
-       WriteProjectOf},
+        {WebOperand(web)},
+        AllCompileOptions(web)},
+       on_console(WriteProjectOf)},
       {{"tree",
         "Prints a web's contents: labels, pages, and the pages outside them.",
-        {web},
-        ReadingOptions(options)},
-       PrintTree},
+        {WebOperand(web)},
+        ReadingOptions(web)},
+       on_console(PrintTree)},
+      {{"list", "Prints the files in a help file and their sizes.", {file}, {internal}},
+       [=](const Streams& streams) { return RunListing(*help_file, streams); }},
   };
 }
 
@@ -95,7 +123,7 @@ void UseConsole(Console& console) {
   ErrorHandler().CallStackEnabled(true);
 }
 
-int RunCommand(const Command& command, const CompileOptions& options, const Streams& streams) {
+int RunOnConsole(WebCommand command, const CompileOptions& options, const Streams& streams) {
   ConsoleOptions console_options;
   console_options.live = streams.live;
   console_options.quiet = options.quiet;
@@ -105,7 +133,7 @@ int RunCommand(const Command& command, const CompileOptions& options, const Stre
   int status = kNotDone;
   try {
     UseConsole(console);
-    status = command.run(options, console);
+    status = command(options, console);
   } catch (...) {
     const Error error = ErrorFrom(std::current_exception());
     console.EndSteps();
@@ -119,8 +147,9 @@ int RunCommand(const Command& command, const CompileOptions& options, const Stre
 }  // namespace
 
 int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams) {
-  CompileOptions options;
-  const std::vector<Command> commands = MakeCommands(&options);
+  CompileOptions web;
+  HelpFileOptions help_file;
+  const std::vector<Command> commands = MakeCommands(&web, &help_file);
   try {
     if (arguments.empty()) {
       streams.err << Overview(commands);
@@ -141,7 +170,7 @@ int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams)
       return kDone;
     }
     ParseArguments(rest, command.syntax);
-    return RunCommand(command, options, streams);
+    return command.run(streams);
   } catch (const UsageError& error) {
     streams.err << "scrivo: " << error.what() << "\n";
     return kWrongUsage;
