@@ -130,6 +130,7 @@ int RunOnConsole(WebCommand command, const CompileOptions& options, const Stream
   console_options.columns = streams.columns;
   console_options.clock = streams.clock;
   Console console(streams.out, streams.err, console_options);
+  const Services services = TheServices();
   int status = kNotDone;
   try {
     UseConsole(console);
@@ -141,6 +142,7 @@ int RunOnConsole(WebCommand command, const CompileOptions& options, const Stream
   }
   ErrorHandler().Dialog(nullptr);
   Globals() = GlobalState();
+  TheServices() = services;
   return Interrupted() ? kInterrupted : status;
 }
 

@@ -18,8 +18,8 @@ struct Streams {
   std::function<double()> clock;
 };
 
-/// Runs the command line program with the arguments after its name; TheServices() must be filled,
-/// and is changed. Returns the exit status: 0 done, 1 not done, 2 wrong usage, 130 interrupted.
+/// Runs the command line program with the arguments after its name; TheServices() must be filled.
+/// Returns the exit status: 0 done, 1 not done, 2 wrong usage, 130 interrupted.
 /// Never throws.
 int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams);
 

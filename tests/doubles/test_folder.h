@@ -18,7 +18,7 @@ class TestFolder {
     const std::string temporary = std::filesystem::temp_directory_path().string();
     reserved_ = files.MakeUniqueFile(temporary, "tst");
     path_ = reserved_;
-    path_ += " folder";  // a blank in the path, as users have them
+    path_.replace_extension(" folder");  // a blank, as in users' paths, and no ".tmp"
     std::filesystem::create_directories(path_);
   }
   ~TestFolder() {

@@ -1,0 +1,300 @@
+// Whole compiles through the command line, with a compiler that does as it is told.
+
+#include "platform/registry.h"
+#include "platform/seams/error.h"
+#include "tests/cli/scrivo_run.h"
+
+namespace scrivo {
+namespace {
+
+class CompileCommand : public ScrivoRun {};
+
+TEST_F(CompileCommand, MakesTheFileAndTellsWhatIsInIt) {
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_EQ(Plain(out),
+            "Made OUT/a.chm: 2 pages, 2 contents entries, 3 index entries, 120 bytes, 0:00\n");
+  EXPECT_EQ(Plain(err), "Reading WEB\nCompiling\n");
+  EXPECT_TRUE(output.Has("a.chm"));
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(CompileCommand, SaysNothingWhenQuiet) {
+  EXPECT_EQ(Compile("make", {"-q"}), 0);
+  EXPECT_EQ(out + err, "");
+}
+
+TEST_F(CompileCommand, TakesACompilerThatPrintsNothing) {
+  EXPECT_EQ(Compile("make silently"), 0);
+  EXPECT_TRUE(output.Has("a.chm"));
+}
+
+TEST_F(CompileCommand, TellsTheCompilersWarningsOnTheErrorStream) {
+  EXPECT_EQ(Compile("make with warnings"), 0);
+  EXPECT_NE(err.find("scrivo: warning: There are errors and warnings while compiling.\n"
+                     "  Warning: a\n  Warning: b\n"),
+            std::string::npos);
+  EXPECT_EQ(Compile("make with warnings", {"-q"}), 0);
+  EXPECT_EQ(err, "");
+}
+
+TEST_F(CompileCommand, TellsTheCompilersErrorsEvenWhenQuiet) {
+  EXPECT_EQ(Compile("make with errors", {"-q"}), 0);
+  EXPECT_EQ(err,
+            "scrivo: error: There are errors and warnings while compiling.\n"
+            "  Error: Compilation failed while compiling x.gif.\n");
+}
+
+TEST_F(CompileCommand, ExitsWithOneOnMessagesWhenStrictAndKeepsTheFile) {
+  EXPECT_EQ(Compile("make with warnings", {"--strict"}), 1);
+  EXPECT_TRUE(output.Has("a.chm"));
+  EXPECT_EQ(Compile("make", {"--strict"}), 0);
+}
+
+TEST_F(CompileCommand, KeepsTheEarlierFileWhenTheCompilerRefuses) {
+  output.Write("a.chm", "old");
+  EXPECT_EQ(Compile("refuse"), 1);
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_NE(Plain(err).find("scrivo: error: OUT/a.chm: no help file was made; HHC ended with exit "
+                            "status 0; the earlier file is kept\n"),
+            std::string::npos)
+      << err;
+  EXPECT_EQ(out, "");
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(CompileCommand, ShowsTheLastLinesOfACompilerThatFailsWithoutAMessage) {
+  EXPECT_EQ(Compile("fail without a message"), 1);
+  EXPECT_NE(Plain(err).find("HHC ended with exit status 0\n  one\n  two\n  Unable to open it.\n"),
+            std::string::npos)
+      << err;
+}
+
+TEST_F(CompileCommand, SaysSoWhenTheCompilerDoesNothing) {
+  EXPECT_EQ(Compile("do nothing"), 1);
+  EXPECT_NE(Plain(err).find("no help file was made; HHC ended with exit status 0\n"),
+            std::string::npos);
+}
+
+TEST_F(CompileCommand, RemovesAFileThatIsCutShort) {
+  EXPECT_EQ(Compile("cut the file short"), 1);
+  EXPECT_FALSE(output.Has("a.chm"));
+  EXPECT_NE(Plain(err).find("scrivo: error: OUT/a.chm: this is no whole help file; it was removed. "
+                            "HHC ended with exit status 1\n"),
+            std::string::npos)
+      << err;
+}
+
+TEST_F(CompileCommand, PutsTheEarlierFileBackAfterACrash) {
+  output.Write("a.chm", "old");
+  EXPECT_EQ(Compile("crash"), 1);
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_TRUE(ProjectFiles().empty());
+  EXPECT_NE(Plain(err).find("this is no whole help file; it was removed. HHC "), std::string::npos);
+}
+
+TEST_F(CompileCommand, DoesNotWaitForACompilerThatClosesItsOutputAndLivesOn) {
+  EXPECT_EQ(Compile("live on"), 1);
+  EXPECT_NE(Plain(err).find("HHC closed its output and has not ended\n"), std::string::npos) << err;
+}
+
+TEST_F(CompileCommand, BearsACompilerThatPrintsMuch) {
+  EXPECT_EQ(Compile("print much", {"-q"}), 0);
+  EXPECT_EQ(out + err, "");
+}
+
+TEST_F(CompileCommand, SaysWhatIsWrongWithACompilerThatCannotBeRun) {
+  const std::string missing = web.PathOf("none");
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", Output(), "--compiler", missing}), 1);
+  EXPECT_EQ(Plain(err),
+            "Reading WEB\nscrivo: error: WEB/none: the compiler cannot be run: there is "
+            "no such file\n");
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", Output(), "--compiler", WebPath()}), 1);
+  EXPECT_EQ(Plain(err),
+            "Reading WEB\nscrivo: error: WEB: the compiler cannot be run: it is a "
+            "folder; name the program itself\n");
+}
+
+TEST_F(CompileCommand, SaysSoWhenTheCompilerIsNoProgram) {
+  output.Write("a.chm", "old");
+  web.Write("hhc", "no program");
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", Output(), "--compiler", web.PathOf("hhc")}), 1);
+  EXPECT_NE(Plain(err).find("scrivo: error: WEB/hhc: the compiler could not be started: it "),
+            std::string::npos)
+      << err;
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(CompileCommand, RefusesAnOutputThatCannotBeMade) {
+  const std::string none = output.PathOf("none");
+  EXPECT_EQ(Compile("make", {"-o", JoinPath(none, "a.chm")}), 1);
+  EXPECT_NE(Plain(err).find("OUT/none/a.chm: the help file cannot be made: there is no folder "
+                            "OUT/none; make it first"),
+            std::string::npos)
+      << err;
+  EXPECT_EQ(Compile("make", {"-o", output.path().string()}), 1);
+  EXPECT_NE(Plain(err).find("OUT: the help file cannot be made: this is a folder"),
+            std::string::npos);
+}
+
+TEST_F(CompileCommand, NamesTheDefaultOutputAfterTheTitle) {
+  web.Write("behaviour.txt", "make");
+  EXPECT_EQ(Run({"compile", WebPath(), "--compiler", TestProgram("test_fake_hhc")}), 0);
+  EXPECT_TRUE(web.Has("Home.CHM"));
+  EXPECT_EQ(
+      Run({"compile", WebPath(), "--compiler", TestProgram("test_fake_hhc"), "--title", "A/B: C"}),
+      0);
+  EXPECT_TRUE(web.Has("A_B_ C.CHM"));
+}
+
+TEST_F(CompileCommand, GivesTheCompilerTheProjectThatTheOptionsDescribe) {
+  EXPECT_EQ(Compile("make and show the project", {"--title", "My help", "--default-page",
+                                                  "docs/a.htm", "--no-index", "--no-favorites"}),
+            0);
+  const std::string project = web.Read("project.txt");
+  EXPECT_NE(project.find("Title=My help"), std::string::npos) << project;
+  EXPECT_NE(project.find("Default topic=docs/a.htm"), std::string::npos);
+  EXPECT_NE(project.find("Compiled file=" + Output()), std::string::npos);
+  EXPECT_NE(project.find("0x22520"), std::string::npos);
+  EXPECT_EQ(project.find("Index File"), std::string::npos);
+  EXPECT_EQ(Compile("make and show the project"), 0);
+  const std::string usual = web.Read("project.txt");
+  EXPECT_NE(usual.find("Default topic=index.htm"), std::string::npos);
+  EXPECT_NE(usual.find("0x23520"), std::string::npos);
+  EXPECT_NE(usual.find("Index File = "), std::string::npos);
+}
+
+TEST_F(CompileCommand, RefusesADefaultPageThatTheWebDoesNotHave) {
+  EXPECT_EQ(Compile("make", {"--default-page", "docs/b.htm"}), 1);
+  EXPECT_NE(
+      err.find("docs/b.htm: the default page is no file of this web; did you mean docs/a.htm?"),
+      std::string::npos)
+      << err;
+  EXPECT_FALSE(output.Has("a.chm"));
+}
+
+TEST_F(CompileCommand, KeepsTheProjectWhenAsked) {
+  EXPECT_EQ(Compile("make", {"--keep-project"}), 0);
+  EXPECT_EQ(ProjectFiles().size(), 4u);
+}
+
+TEST_F(CompileCommand, NamesTheOptionThatMakesAnIndexWhenThereAreNoKeywords) {
+  web.Write("docs/a.htm", "<title>A</title>");
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_NE(err.find("scrivo: warning: No keywords were found! No index was created!\n"
+                     "  The pages' titles or headings can make an index: --index titles, "),
+            std::string::npos);
+  EXPECT_NE(out.find("no index entries"), std::string::npos);
+  EXPECT_EQ(Compile("make", {"--index", "titles"}), 0);
+  EXPECT_NE(out.find("2 index entries"), std::string::npos) << out;
+}
+
+TEST_F(CompileCommand, ShowsTheResultThroughTheShellWhenAsked) {
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_TRUE(shell->requests.empty());
+  EXPECT_EQ(Compile("make with warnings", {"--view"}), 0);
+  ASSERT_EQ(shell->requests.size(), 1u);
+  EXPECT_EQ(shell->requests[0].file, Output());
+  UseServices();
+  EXPECT_EQ(Compile("refuse", {"--view"}), 1);
+  EXPECT_EQ(shell->requests.size(), 1u) << "there is nothing to show";
+}
+
+TEST_F(CompileCommand, RemembersNothingBetweenRuns) {
+  EXPECT_EQ(Compile("make", {"--title", "Once", "--no-favorites"}), 0);
+  EXPECT_EQ(Compile("make and show the project"), 0);
+  EXPECT_NE(web.Read("project.txt").find("Title=Home\r"), std::string::npos);
+  std::vector<std::string> keys;
+  TheServices().registry = registry;
+  CRegistry users;
+  users.Init(static_cast<std::uint32_t>(kHkeyCurrentUser));
+  EXPECT_EQ(users.GetAllSubKeys("", &keys), 0) << "the user's registry is as it was";
+}
+
+TEST_F(CompileCommand, RunsTheCompilerThatIsRegisteredForTheUser) {
+  std::filesystem::copy_file(TestProgram("test_fake_hhc"),
+                             output.PathOf(GlobalState().compiler_file_name));
+  CRegistry users;
+  users.Init(static_cast<std::uint32_t>(kHkeyCurrentUser));
+  users.SetValue("Software\\Microsoft\\HTML Help Workshop", "InstallDir", output.path().string(),
+                 kRegSz);
+  web.Write("behaviour.txt", "make");
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", Output()}), 0);
+  EXPECT_TRUE(output.Has("a.chm"));
+}
+
+TEST_F(CompileCommand, CompilesAWebWhoseNamesHoldBlanksQuotesAndOtherLetters) {
+  web.Write("s p a c e/it's \u00fc\u043f.htm", "<title>Page</title>");
+  EXPECT_EQ(
+      Compile("make and show the project", {"-o", output.PathOf("it's m\u00fc\u043f file.chm")}), 0)
+      << err;
+  EXPECT_NE(web.Read("project.txt").find("s p a c e/it's \u00fc\u043f.htm"), std::string::npos);
+  EXPECT_TRUE(output.Has("it's m\u00fc\u043f file.chm"));
+}
+
+TEST_F(CompileCommand, RefusesATitleThatTheCodePageCannotHold) {
+  EXPECT_EQ(Compile("make", {"--title", "\u043f"}), 1);
+  EXPECT_NE(err.find("holds characters that the code page of the help file lacks"),
+            std::string::npos)
+      << err;
+  EXPECT_EQ(Compile("make", {"--title", "\u043f", "--code-page", "1251"}), 0) << err;
+}
+
+TEST_F(CompileCommand, SaysWhatIsWrongWithAWebThatCannotBeOpened) {
+  EXPECT_EQ(Run({"compile", web.PathOf("none"), "-o", Output()}), 1);
+  EXPECT_NE(Plain(err).find("WEB/none"), std::string::npos);
+  EXPECT_EQ(Run({"compile", web.PathOf("index.htm"), "-o", Output()}), 1);
+  EXPECT_NE(Plain(err).find("WEB/index.htm"), std::string::npos);
+}
+
+TEST_F(CompileCommand, WarnsOfADamagedStructureAndGoesOn) {
+  web.Write("_vti_pvt/structure.cnf",
+            "3.0.0.507\r\n1002\r\n1000,index.htm,0,Home,0,100,0\r\nno node\r\n");
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:4: "), std::string::npos)
+      << err;
+}
+
+TEST_F(CompileCommand, KeepsTheEarlierFileWhenTheDiskIsFull) {
+  class FullDisk : public Files {
+   public:
+    explicit FullDisk(std::shared_ptr<Files> disk) : disk_(std::move(disk)) {}
+    bool FileExists(const std::string& path) override { return disk_->FileExists(path); }
+    bool FolderExists(const std::string& path) override { return disk_->FolderExists(path); }
+    std::uint64_t Size(const std::string& path) override { return disk_->Size(path); }
+    std::unique_ptr<FileReader> OpenForReading(const std::string& path) override {
+      return disk_->OpenForReading(path);
+    }
+    void Write(const std::string& path, const std::string&) override {
+      throw Error(kDiskFull, "", "Disk full: " + path);
+    }
+    void Append(const std::string& path, const std::string& bytes) override { Write(path, bytes); }
+    void Remove(const std::string& path, bool forced) override { disk_->Remove(path, forced); }
+    void Replace(const std::string& from, const std::string& to) override {
+      disk_->Replace(from, to);
+    }
+    void MakeFolder(const std::string& path) override { disk_->MakeFolder(path); }
+    std::vector<FolderEntry> List(const std::string& folder) override {
+      return disk_->List(folder);
+    }
+    std::string MakeUniqueFile(const std::string& folder, const std::string& prefix) override {
+      return disk_->MakeUniqueFile(folder, prefix);
+    }
+    std::string ShortForm(const std::string& path) override { return disk_->ShortForm(path); }
+
+   private:
+    std::shared_ptr<Files> disk_;
+  };
+  output.Write("a.chm", "old");
+  TheServices().files = std::make_shared<FullDisk>(TheServices().files);
+  EXPECT_EQ(Compile("make"), 1);
+  EXPECT_NE(err.find("scrivo: error: Disk full: "), std::string::npos) << err;
+  EXPECT_NE(err.find("; free some space and run again\n"), std::string::npos);
+  EXPECT_NE(err.find("scrivo: error: no help file was made; the earlier file is kept\n"),
+            std::string::npos);
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+}  // namespace
+}  // namespace scrivo

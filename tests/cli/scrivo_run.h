@@ -1,0 +1,92 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli/scrivo.h"
+#include "platform/memory_registry.h"
+#include "platform/seams/services.h"
+#include "tests/doubles/fake_shell.h"
+#include "tests/doubles/test_folder.h"
+
+namespace scrivo {
+
+/// Runs of the command line, inside the test, over real files and real children. The registry and
+/// the shell are doubles: nothing of the user's is read or changed.
+class ScrivoRun : public testing::Test {
+ protected:
+  ScrivoRun() {
+    web.Write("index.htm", "<html><head><title>Home page</title></head></html>");
+    web.Write(
+        "docs/a.htm",
+        "<html><head><title>A</title><meta name=\"keywords\" content=\"x;y,z\"></head></html>");
+    web.Write("picture.gif", "GIF");
+    web.Write("_vti_pvt/structure.cnf",
+              "3.0.0.507\r\n1002\r\n1000,index.htm,0,Home,0,100,0\r\n"
+              "1001,docs/a.htm,0,First,1000,100,0");
+    UseServices();
+  }
+  ~ScrivoRun() override { TheServices() = {}; }
+
+  void UseServices() {
+    TheServices() = CreateSystemServices();
+    TheServices().registry = registry;
+    TheServices().shell = shell;
+  }
+  /// Runs the program; what it printed is in `out` and `err`.
+  int Run(const std::vector<std::string>& arguments) {
+    std::ostringstream out_stream, err_stream;
+    const int status =
+        RunScrivo(arguments, {out_stream, err_stream, false, 80, [] { return 0.0; }});
+    out = out_stream.str();
+    err = err_stream.str();
+    return status;
+  }
+  /// Compiles the web with the fake compiler, which does what `behaviour` says.
+  int Compile(const std::string& behaviour, std::vector<std::string> more = {}) {
+    web.Write("behaviour.txt", behaviour);
+    std::vector<std::string> arguments = {"compile", WebPath(),    "-o",
+                                          Output(),  "--compiler", TestProgram("test_fake_hhc")};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return Run(arguments);
+  }
+  std::string WebPath() const { return web.path().string(); }
+  std::string Output() const { return output.PathOf("a.chm"); }
+  /// The names of the project files in the web's folder.
+  std::vector<std::string> ProjectFiles() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(web.path())) {
+      const std::string name = entry.path().filename().string();
+      if (name.starts_with("Scr")) names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+  /// `text` with what differs from run to run, folders and numbers of temporary names, replaced.
+  std::string Plain(std::string text) const {
+    ReplaceAll(&text, WebPath(), "WEB");
+    ReplaceAll(&text, output.path().string(), "OUT");
+    ReplaceAll(&text, TestProgram("test_fake_hhc"), "HHC");
+    ReplaceAll(&text, "\\", "/");
+    return text;
+  }
+
+  TestFolder web, output;
+  std::shared_ptr<MemoryRegistry> registry = std::make_shared<MemoryRegistry>();
+  std::shared_ptr<FakeShell> shell = std::make_shared<FakeShell>();
+  std::string out, err;
+
+ private:
+  static void ReplaceAll(std::string* text, const std::string& from, const std::string& to) {
+    for (std::size_t at = 0; (at = text->find(from, at)) != std::string::npos; at += to.size()) {
+      text->replace(at, from.size(), to);
+    }
+  }
+};
+
+}  // namespace scrivo
