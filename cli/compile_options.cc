@@ -69,7 +69,7 @@ Syntax::Operand WebOperand(CompileOptions* options) {
 
 std::vector<Option> ReadingOptions(CompileOptions* options) {
   return {
-      {"--contents", "", "FROM", "from auto (default), navigation, folders",
+      {"--contents", "", "FROM", "contents by: auto (default), navigation, folders",
        [=](const std::string& value) {
          options->reading.contents = kContentsChoices[OneOf("--contents", kContentsNames, value)];
        }},
@@ -88,7 +88,7 @@ std::vector<Option> AllCompileOptions(CompileOptions* options) {
       Text("--default-page", "", "ADDRESS", "the page it opens with (default: the first one)",
            &options->default_page),
       {"--index", "", "LIST",
-       "from keywords (default), titles, headings\nor several of them, with commas",
+       "entries by: keywords (default), titles, headings\nor several of them, with commas",
        [=](const std::string& value) { options->reading.index = SourcesFrom(value); }},
       Switch("--no-index", "make no index", &options->use_index, false),
       Switch("--no-favorites", "no Favorites tab in the viewer", &options->favorites, false),
