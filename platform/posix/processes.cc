@@ -5,7 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 
 #include "platform/command_line.h"
 #include "platform/posix/interruption.h"
@@ -20,6 +22,10 @@ namespace {
 constexpr int kGrace = 1000;
 /// How long an interrupted child may take to put its things in order before it is killed.
 constexpr int kEndingTime = 2000;
+/// How often a wait without a limit looks for an interruption, in milliseconds.
+constexpr int kWaitPiece = 100;
+/// The longest pause between two looks at a child: what its end may be noticed too late.
+constexpr int kLongestPause = 20;
 
 constexpr std::uint32_t kInvalidHandleCode = 6;
 constexpr std::uint32_t kBrokenPipeCode = 109;
@@ -144,10 +150,12 @@ bool PosixProcesses::Reap(Child* child) {
 }
 
 bool PosixProcesses::ReapWithin(Child* child, int milliseconds) {
-  for (int waited = 0;; ++waited) {
+  using Clock = std::chrono::steady_clock;
+  const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
+  for (int pause = 1;; pause = std::min(2 * pause, kLongestPause)) {
     if (Reap(child)) return true;
-    if (waited == milliseconds) return false;
-    poll(nullptr, 0, 1);
+    if (Clock::now() >= end) return false;
+    poll(nullptr, 0, pause);
   }
 }
 
@@ -173,14 +181,8 @@ std::uint32_t PosixProcesses::ExitCode(SystemHandle process) {
 void PosixProcesses::WaitForEnd(SystemHandle process) {
   const auto found = children_.find(process);
   if (found == children_.end()) return;
-  Child& child = found->second;
-  while (!child.ended) {
-    siginfo_t ended = {};
-    const bool interrupted =
-        waitid(P_PID, static_cast<id_t>(child.process), &ended, WEXITED | WNOWAIT) == -1 &&
-        errno == EINTR && Interrupted();
-    if (interrupted) EndChildren();
-    Reap(&child);
+  while (!ReapWithin(&found->second, kWaitPiece)) {
+    if (Interrupted()) EndChildren();
   }
 }
 
