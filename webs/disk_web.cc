@@ -105,6 +105,7 @@ std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptio
   try {
     web = std::make_shared<OpenedDiskWeb>(source);
   } catch (const Error& error) {
+    if (error.number == kUserInterrupt) throw;
     throw Error(error.number, "DiskWeb",
                 "The web " + folder + " cannot be read (" + error.description +
                     "). Ask for the right to read the folder.");

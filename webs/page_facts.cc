@@ -79,7 +79,8 @@ class Notes {
       }
       text.resize(size);
       return ParseVtiNotes(text);
-    } catch (const Error&) {
+    } catch (const Error& error) {
+      if (error.number == kUserInterrupt) throw;
       return {};  // the notes only fill in for the page
     }
   }
@@ -190,7 +191,7 @@ PageHead PageReader::ReadHead(const std::string& path) {
   try {
     return ReadPageHead(*files_.OpenForReading(path), headings_);
   } catch (const Error& error) {
-    report_.Problem({path, 0, "the page could not be read: " + error.description});
+    ReportFailure(path, "the page could not be read", error, report_);
     return {};
   }
 }

@@ -36,7 +36,7 @@ class WebListing::Lister {
       try {
         List(folder, files_.List(path));
       } catch (const Error& error) {
-        report_.Problem({path, 0, "the folder was left out: " + error.description});
+        ReportFailure(path, "the folder was left out", error, report_);
       }
     }
   }

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/seams/error.h"
+
 namespace scrivo {
 
 /// Something in a web on disk that is not as it should be, and that reading went on without.
@@ -19,6 +21,11 @@ class WebReport {
   virtual ~WebReport() = default;
   virtual void Problem(const WebProblem& problem) = 0;
 };
+
+/// Reports that `what` failed, which reading goes on without, and why. A user's interruption ends
+/// all reading: it is thrown on.
+void ReportFailure(const std::string& file, const std::string& what, const Error& error,
+                   WebReport& report);
 
 /// A report that keeps everything.
 class WebProblemList : public WebReport {

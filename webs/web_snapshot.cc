@@ -207,7 +207,7 @@ ContentsTree WebSnapshot::ReadNavigation() {
       source_->report.Problem({path, 0, "the file does not exist: the web has no navigation"});
     }
   } catch (const Error& error) {
-    source_->report.Problem({path, 0, "the navigation could not be read: " + error.description});
+    ReportFailure(path, "the navigation could not be read", error, source_->report);
   }
   return BuildNavigationTree(ParseStructure(text, path, source_->report), listing_, &source_->ansi,
                              path, source_->report);

@@ -199,6 +199,24 @@ TEST_F(DiskWebTest, ASubfolderThatCannotBeReadIsReportedAndLeftOut) {
   EXPECT_EQ(Reported(), "/web/docs:0: the folder was left out: Permission denied: x\n");
 }
 
+TEST_F(DiskWebTest, AnInterruptionEndsReadingWhereverItComes) {
+  Put("docs/a.htm", "<html>");
+  Put("docs/_vti_cnf/a.htm", "vti_title:SR|T");
+  PutStructure("1000,docs/a.htm,0,A,0,1,0\n");
+  for (const char* operation : {"list /web", "list /web/docs", "open /web/_vti_pvt/structure.cnf",
+                                "open /web/docs/a.htm", "open /web/docs/_vti_cnf/a.htm"}) {
+    disk->failures = {{operation, Error(kUserInterrupt, "", "Interrupted")}};
+    try {
+      AllNodes(*Open()).at(0)->File()->Title();
+      ADD_FAILURE() << operation;
+    } catch (const Error& error) {
+      EXPECT_EQ(error.number, kUserInterrupt) << operation;
+      EXPECT_EQ(error.description, "Interrupted") << operation;
+    }
+  }
+  EXPECT_EQ(Reported(), "");
+}
+
 TEST_F(DiskWebTest, ALinkToAFolderAboveItIsReportedAndNotFollowed) {
   Put("a.htm", "");
   disk->folders.insert({"/web/docs", "/web/docs/up"});
