@@ -1,0 +1,120 @@
+// What Windows tells of itself, and its shell.
+
+#include <functional>
+#include <string>
+
+#include "platform/seams/error.h"
+#include "platform/shell.h"
+#include "platform/special_folder.h"
+#include "platform/win32/windows.h"
+#include "tests/doubles/real_services.h"
+
+namespace scrivo {
+namespace {
+
+class Win32SystemTest : public WithRealServices {
+ protected:
+  SystemServices& system = *TheServices().system;
+
+  static std::int32_t NumberOf(const std::function<void()>& call) {
+    try {
+      call();
+      return 0;
+    } catch (const Error& error) {
+      EXPECT_EQ(error.source, "platform_tests.CShell");
+      return error.number;
+    }
+  }
+};
+
+TEST_F(Win32SystemTest, TheModuleIsTheProgramThatHoldsThisCode) {
+  char path[MAX_PATH] = "";
+  GetModuleFileNameA(nullptr, path, MAX_PATH);
+  EXPECT_EQ(system.ModuleName(), "platform_tests");
+  EXPECT_EQ(system.ModuleFolder() + "\\platform_tests.exe", path);
+}
+
+TEST_F(Win32SystemTest, ThePlatformAnswersBothRecordsAndNoOther) {
+  std::uint32_t platform = 0;
+  EXPECT_TRUE(system.PlatformId(156, &platform));
+  EXPECT_EQ(platform, 2u);
+  platform = 0;
+  EXPECT_TRUE(system.PlatformId(148, &platform));
+  EXPECT_EQ(platform, 2u);
+  EXPECT_FALSE(system.PlatformId(20, &platform));
+}
+
+TEST_F(Win32SystemTest, DateAndTimeAreTheUsersShortTexts) {
+  SYSTEMTIME now;
+  GetLocalTime(&now);
+  const std::string date = system.DateText();
+  EXPECT_NE(date.find(std::to_string(now.wYear % 100)), std::string::npos) << date;
+  EXPECT_NE(date.find(std::to_string(now.wDay)), std::string::npos) << date;
+  const std::string time = system.TimeText();
+  EXPECT_EQ(std::count(time.begin(), time.end(), ':'), 2) << time;
+}
+
+TEST_F(Win32SystemTest, TheEventLogTakesAnEntryHoweverLong) {
+  EXPECT_NO_THROW(system.WriteErrorEvent("Scrivo", "a test entry"));
+  EXPECT_NO_THROW(system.WriteErrorEvent("Scrivo", std::string(100'000, 'x')));
+}
+
+TEST_F(Win32SystemTest, AMutexIsHeldAndMayBeHeldTwice) {
+  const char* name = "ScrivoTestMutex";
+  EXPECT_EQ(OpenMutexA(SYNCHRONIZE, FALSE, name), nullptr);
+  system.HoldMutex(name);
+  system.HoldMutex(name);
+  const HANDLE mutex = OpenMutexA(SYNCHRONIZE, FALSE, name);
+  EXPECT_NE(mutex, nullptr);
+  CloseHandle(mutex);
+}
+
+TEST_F(Win32SystemTest, AMutexWhoseNameIsTakenByAnotherThingIsAnError) {
+  const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, "ScrivoTestEvent");
+  EXPECT_THROW(system.HoldMutex("ScrivoTestEvent"), Error);
+  CloseHandle(event);
+}
+
+TEST_F(Win32SystemTest, TheCodePageIsTheSystemsUntilAnotherIsChosen) {
+  EXPECT_EQ(system.AnsiCodePage(), static_cast<int>(GetACP()));
+  system.SetAnsiCodePage(1251);
+  EXPECT_EQ(system.AnsiCodePage(), 1251);
+}
+
+TEST_F(Win32SystemTest, TheDocumentsFolderIsThere) {
+  const std::string documents = GetSpecialFolder(0, 5);
+  EXPECT_TRUE(TheServices().files->FolderExists(documents)) << documents;
+}
+
+TEST_F(Win32SystemTest, AnUnknownSpecialFolderIsNothing) {
+  EXPECT_EQ(GetSpecialFolder(0, 999), "");
+}
+
+TEST_F(Win32SystemTest, TheShellTellsAMissingFileAndFolder) {
+  CShell shell;
+  EXPECT_EQ(NumberOf([&] { shell.OpenFolder(InFolder("none")); }), CShell::kFileNotFound);
+  EXPECT_EQ(NumberOf([&] { shell.ExploreFolder(InFolder("none")); }), CShell::kFileNotFound);
+  EXPECT_EQ(NumberOf([&] { shell.OpenUrl(InFolder("none.htm")); }), 0);
+}
+
+TEST_F(Win32SystemTest, ADocumentOfAnUnknownTypeHasNoAssociation) {
+  TheServices().files->Write(InFolder("a.scrivo-unknown"), "");
+  EXPECT_EQ(NumberOf([&] { CShell().OpenDocument(InFolder("a.scrivo-unknown")); }),
+            CShell::kNoAssociation);
+}
+
+TEST_F(Win32SystemTest, AFileThatIsNoProgramCannotBeLaunched) {
+  TheServices().files->Write(InFolder("fake.exe"), "this is no program");
+  EXPECT_EQ(NumberOf([&] { CShell().LaunchProgram(InFolder("fake.exe"), "", true); }),
+            CShell::kCannotCreateProcess);
+  EXPECT_NE(NumberOf([&] { CShell().LaunchProgram(InFolder("fake.exe"), "", false); }), 0);
+}
+
+TEST_F(Win32SystemTest, AProgramIsLaunchedWithItsParametersInItsFolder) {
+  CShell().LaunchProgram("C:\\windows\\system32\\cmd.exe",
+                         "/c echo done> \"" + InFolder("made.txt") + "\"");
+  while (!TheServices().files->FileExists(InFolder("made.txt"))) Sleep(5);
+}
+
+}  // namespace
+}  // namespace scrivo
