@@ -224,6 +224,7 @@ def check(root, project):
         if found:
             names[ending] = found.group(1)
     site = web_at(root, web_on_disk.as_bytes(str(project.parent)))
+    site.pages = [page for page in site.pages if page[0] not in names.values()]  # made by the run
     site.index = "hhk" in names
     site.output = re.search(r"^Compiled file=(.*)\r$", text, re.MULTILINE).group(1)
     right = True
