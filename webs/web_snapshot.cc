@@ -209,8 +209,9 @@ ContentsTree WebSnapshot::ReadNavigation() {
   } catch (const Error& error) {
     ReportFailure(path, "the navigation could not be read", error, source_->report);
   }
-  return BuildNavigationTree(ParseStructure(text, path, source_->report), listing_, &source_->ansi,
-                             path, source_->report);
+  std::vector<StructureNode> nodes = ParseStructure(text, path, source_->report);
+  std::string().swap(text);  // as large as the tree itself
+  return BuildNavigationTree(std::move(nodes), listing_, &source_->ansi, path, source_->report);
 }
 
 bool WebSnapshot::HoldsMoreThanHomePage(const ContentsTree& tree) const {
