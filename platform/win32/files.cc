@@ -1,6 +1,7 @@
 #include "platform/win32/files.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "platform/win32/handle.h"
 #include "platform/win32/system_error.h"
@@ -164,6 +165,21 @@ std::string Win32Files::ShortForm(const std::string& path) {
   char form[kLimit + 1] = "";
   const DWORD length = GetShortPathNameA(path.c_str(), form, kLimit);
   return length <= kLimit ? std::string(form, length) : "";
+}
+
+std::string Win32Files::RealPath(const std::string& path) {
+  const FileHandle opened(CreateFileA(path.c_str(), 0,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  if (!opened.is_valid()) return path;
+  constexpr DWORD kLimit = 32768;
+  std::string real(kLimit, '\0');
+  const DWORD length = GetFinalPathNameByHandleA(opened.get(), real.data(), kLimit, 0);
+  if (length == 0 || length >= kLimit) return path;
+  real.resize(length);
+  constexpr std::string_view kShare = "\\\\?\\UNC\\", kDrive = "\\\\?\\";
+  if (real.starts_with(kShare)) return "\\\\" + real.substr(kShare.size());
+  return real.starts_with(kDrive) ? real.substr(kDrive.size()) : real;
 }
 
 }  // namespace scrivo

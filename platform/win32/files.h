@@ -23,6 +23,7 @@ class Win32Files : public Files {
   std::vector<FolderEntry> List(const std::string& folder) override;
   std::string MakeUniqueFile(const std::string& folder, const std::string& prefix) override;
   std::string ShortForm(const std::string& path) override;
+  std::string RealPath(const std::string& path) override;
 };
 
 }  // namespace scrivo
