@@ -19,6 +19,8 @@ struct RegistryStoreKind {
   std::function<std::shared_ptr<RegistryStore>()> make;
   /// How many keys are open in it; empty where nobody can tell.
   std::function<std::size_t(RegistryStore&)> open_keys;
+  /// The longest key path that it takes in one call.
+  std::size_t longest_path = 10'000;
 };
 
 inline void PrintTo(const RegistryStoreKind& kind, std::ostream* out) { *out << kind.name; }

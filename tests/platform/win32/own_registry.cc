@@ -4,7 +4,8 @@
 namespace scrivo {
 
 std::vector<RegistryStoreKind> OwnRegistryStoreKind() {
-  return {{"System", [] { return CreateSystemServices().registry; }, nullptr}};
+  // The ANSI functions turn a path into wide characters in a buffer of 260.
+  return {{"System", [] { return CreateSystemServices().registry; }, nullptr, 260}};
 }
 
 }  // namespace scrivo
