@@ -60,3 +60,11 @@ function(scrivo_fuzzer)
     target_link_options(fuzz_${FUZZ_NAME} PRIVATE -fsanitize=fuzzer)
   endif()
 endfunction()
+
+# Gives a Windows program version 6 of the common controls.
+function(scrivo_use_common_controls target)
+  enable_language(RC)
+  target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/ui/win32/program.rc")
+  set_source_files_properties("${PROJECT_SOURCE_DIR}/ui/win32/program.rc" PROPERTIES
+    COMPILE_OPTIONS "-I${PROJECT_SOURCE_DIR}")
+endfunction()

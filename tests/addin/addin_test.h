@@ -9,7 +9,7 @@
 #include "generator/frm_main.h"
 #include "platform/settings.h"
 #include "tests/doubles/fake_addin_host.h"
-#include "tests/doubles/fake_main_view.h"
+#include "tests/doubles/fake_form_views.h"
 #include "tests/doubles/fake_services.h"
 #include "tests/doubles/memory_site.h"
 

@@ -68,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, BadTracingSettings, testing::Values("abc", "yes"
 TEST_F(ConnectTest, ConnectedByAnotherProgramItShowsTheCompileDialogAndNoButtons) {
   host->web = site.Web();
   ConnectWith(2);
-  EXPECT_EQ(views->main.times_shown, 1);
+  EXPECT_EQ(CountOf(views->main, "show"), 1);
   EXPECT_FALSE(frmMain::IsLoaded());
   EXPECT_TRUE(Tools().children.empty());
   EXPECT_TRUE(Standard().children.empty());

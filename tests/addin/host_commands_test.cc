@@ -14,29 +14,29 @@ TEST_F(HostCommandsTest, CompileShowsTheDialogAndUnloadsIt) {
     EXPECT_TRUE(Button(*bar, "Compile").Click());
     EXPECT_FALSE(frmMain::IsLoaded());
   }
-  EXPECT_EQ(views->main.times_shown, 2);
+  EXPECT_EQ(CountOf(views->main, "show"), 2);
 }
 
 TEST_F(HostCommandsTest, CompileWithoutAnOpenWebTellsToOpenOneAndShowsNoDialog) {
   Button(Tools(), "Compile").Click();
   ASSERT_EQ(desktop->messages.size(), 1u);
   EXPECT_EQ(desktop->messages[0].text, "Open site first");
-  EXPECT_EQ(views->main.times_shown, 0);
+  EXPECT_EQ(CountOf(views->main, "show"), 0);
   EXPECT_FALSE(frmMain::IsLoaded());
 }
 
 TEST_F(HostCommandsTest, HidingTheCompileDialogCreatesItFirst) {
   connect->HideKestrel();
   EXPECT_TRUE(frmMain::IsLoaded());
-  EXPECT_EQ(views->main.times_hidden, 1);
+  EXPECT_EQ(CountOf(views->main, "hide"), 1);
 }
 
 TEST_F(HostCommandsTest, DecompileShowsItsDialogAndKeepsItLoaded) {
   for (FakeControl* bar : {&Tools(), &Standard()}) EXPECT_TRUE(Button(*bar, "Decompile").Click());
-  EXPECT_EQ(views->decompile.times_shown, 2);
+  EXPECT_EQ(CountOf(views->decompile, "show"), 2);
   EXPECT_TRUE(frmDecompile::IsLoaded());
   connect->HideDecompile();
-  EXPECT_EQ(views->decompile.times_hidden, 1);
+  EXPECT_EQ(CountOf(views->decompile, "hide"), 1);
 }
 
 TEST_F(HostCommandsTest, TheSampleWebIsOpenedFromTheDocumentsFolderAndBroughtForward) {
@@ -51,7 +51,7 @@ TEST_F(HostCommandsTest, TheSampleWebIsOpenedFromTheDocumentsFolderAndBroughtFor
   EXPECT_EQ(host->opened, (std::vector<std::string>{opened, opened}));
   EXPECT_EQ(host->activations, 2);
   EXPECT_TRUE(frmMain::IsLoaded()) << "asking for its window creates the dialog";
-  EXPECT_EQ(views->main.times_shown, 0);
+  EXPECT_EQ(CountOf(views->main, "show"), 0);
 }
 
 TEST_F(HostCommandsTest, AMissingSampleWebIsSilent) {

@@ -9,10 +9,16 @@ constexpr int kTranscriptId = 100;
 constexpr double kWidth = 9600, kHeight = 6300, kSmallestWidth = 4200, kSmallestHeight = 3000;
 constexpr double kMargin = 120, kProgressHeight = 330, kButtonWidth = 1300, kButtonHeight = 375;
 
-/// While a run lasts the edit control holds the transcript's tail only: its cost for each insertion
-/// grows with the lines it holds. Between half of this and this many characters are shown; the
-/// whole text comes at the end.
-constexpr std::size_t kTail = 64 * 1024;
+/// While a run lasts the edit control holds the transcript's tail only, between half of this and
+/// this many characters, since its cost for each insertion grows with the lines it holds. The whole
+/// text comes at the end.
+constexpr std::size_t kTail = 16 * 1024;
+/// At the end of a run so many characters are shown at most, its last ones: the control needs
+/// seconds for more.
+constexpr std::size_t kMostShown = 1024 * 1024;
+/// A flood of output is shown in steps of this many milliseconds; what comes slower is shown as it
+/// comes.
+constexpr ULONGLONG kShowInterval = 15;
 
 }  // namespace
 
@@ -53,8 +59,8 @@ void RunWindow::EnableClose(bool enabled) {
   EnableMenuItem(GetSystemMenu(handle(), FALSE), SC_CLOSE,
                  MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
   if (!enabled) return;
-  ReplaceTranscript(text_);
-  SendMessageA(transcript_, EM_SETSEL, text_.size(), text_.size());
+  ShowEnd();
+  SendMessageA(transcript_, EM_SETSEL, kMostShown, kMostShown);
   SendMessageA(transcript_, EM_SCROLLCARET, 0, 0);
   SetFocus(close_);
 }
@@ -72,20 +78,37 @@ void RunWindow::ReplaceTranscript(const std::string& text) {
 
 void RunWindow::AppendTranscript(const std::string& text) {
   text_ += text;
-  if (text_.size() - shown_from_ > kTail) return ShowTail();
-  SendMessageA(transcript_, EM_SETSEL, shown_to_ - shown_from_, shown_to_ - shown_from_);
-  SendMessageA(transcript_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
-  shown_to_ = text_.size();
+  if (GetTickCount64() - shown_at_ >= kShowInterval) ShowNew();
 }
 
-void RunWindow::ShowTail() {
-  shown_from_ = text_.size() - std::min(text_.size(), kTail / 2);
-  const std::size_t line_end = text_.find('\n', shown_from_);
-  if (line_end != std::string::npos) shown_from_ = line_end + 1;
+void RunWindow::ShowNew() {
+  if (text_.size() - shown_from_ > kTail) {
+    shown_from_ = text_.size() - kTail / 2;
+    const std::size_t line_end = text_.find('\n', shown_from_);
+    if (line_end != std::string::npos) shown_from_ = line_end + 1;
+    SetWindowTextA(transcript_, text_.c_str() + shown_from_);
+    SendMessageA(transcript_, EM_SETSEL, kTail, kTail);
+    SendMessageA(transcript_, EM_SCROLLCARET, 0, 0);
+  } else {
+    SendMessageA(transcript_, EM_SETSEL, kTail, kTail);
+    SendMessageA(transcript_, EM_REPLACESEL, FALSE,
+                 reinterpret_cast<LPARAM>(text_.c_str() + shown_to_));
+  }
   shown_to_ = text_.size();
-  SetWindowTextA(transcript_, text_.c_str() + shown_from_);
-  SendMessageA(transcript_, EM_SETSEL, shown_to_ - shown_from_, shown_to_ - shown_from_);
-  SendMessageA(transcript_, EM_SCROLLCARET, 0, 0);
+  shown_at_ = GetTickCount64();
+}
+
+void RunWindow::ShowEnd() {
+  if (text_.size() <= kMostShown) {
+    SetWindowTextA(transcript_, text_.c_str());
+    return;
+  }
+  std::size_t from = text_.find('\n', text_.size() - kMostShown);
+  from = from == std::string::npos ? text_.size() - kMostShown : from + 1;
+  std::string shown = "[";
+  shown += std::to_string(from) + " characters of output before this are not shown]\r\n";
+  shown.append(text_, from);
+  SetWindowTextA(transcript_, shown.c_str());
 }
 
 void RunWindow::Repaint() {

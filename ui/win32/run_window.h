@@ -33,7 +33,10 @@ class RunWindow : public NativeWindow, public RunView {
  private:
   void MakeFonts();
   void LayOut();
-  void ShowTail();
+  /// Shows what was appended since the last time.
+  void ShowNew();
+  /// Shows the whole transcript, or as much of its end as the control can take.
+  void ShowEnd();
 
   std::function<void()> on_close_;
   HFONT font_ = nullptr;
@@ -46,6 +49,7 @@ class RunWindow : public NativeWindow, public RunView {
   std::string text_;            ///< the whole transcript
   std::size_t shown_from_ = 0;  ///< where in it the edit control's text begins
   std::size_t shown_to_ = 0;    ///< and ends
+  ULONGLONG shown_at_ = 0;      ///< when it was shown last, in milliseconds
 };
 
 }  // namespace scrivo

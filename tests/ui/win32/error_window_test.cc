@@ -1,0 +1,66 @@
+#include "ui/win32/error_window.h"
+
+#include "tests/ui/win32/window_test.h"
+
+namespace scrivo {
+namespace {
+
+class Listener : public ErrorViewEvents {
+ public:
+  void Activated() override { ++activations; }
+  void ButtonClicked(const std::string& key) override { clicked.push_back(key); }
+
+  int activations = 0;
+  std::vector<std::string> clicked;
+};
+
+class ErrorWindowTest : public testing::Test {
+ protected:
+  ButtonStrip strip{{{.key = "SPACER"},
+                     {.key = "ABORT", .caption = "Abort"},
+                     {.key = "MAIL", .caption = "Send to support"}}};
+  Listener listener;
+  ErrorWindow window{strip, listener};
+};
+
+TEST_F(ErrorWindowTest, ShowsTitleAndReport) {
+  window.SetTitle("An error occurred in Scrivo");
+  window.SetMessage("one\r\n\ttwo");
+  EXPECT_EQ(window.Message(), "one\r\n\ttwo");
+  EXPECT_EQ(TextOf(ControlsOf(window.handle(), "STATIC").at(0)), "An error occurred in Scrivo");
+}
+
+TEST_F(ErrorWindowTest, AReportLongerThanTheControlsUsualLimitIsKeptWhole) {
+  const std::string report(100000, 'x');
+  window.SetMessage(report);
+  EXPECT_EQ(window.Message(), report);
+}
+
+TEST_F(ErrorWindowTest, IsActivatedWhenShownAndHearsItsButtons) {
+  OnceShown([&] {
+    SendMessageA(ButtonOf(window.handle(), "Abort"), BM_CLICK, 0, 0);
+    window.Hide();
+  });
+  window.ShowModal();
+  EXPECT_EQ(listener.activations, 1);
+  EXPECT_EQ(listener.clicked, std::vector<std::string>{"ABORT"});
+}
+
+TEST_F(ErrorWindowTest, ARemovedButtonIsGone) {
+  EXPECT_NE(ButtonOf(window.handle(), "Send to support"), nullptr);
+  strip.Remove("MAIL");
+  window.ShowButtons();
+  EXPECT_EQ(ButtonOf(window.handle(), "Send to support"), nullptr);
+  EXPECT_NE(ButtonOf(window.handle(), "Abort"), nullptr);
+}
+
+TEST_F(ErrorWindowTest, ClosingItOtherwisePressesNoButton) {
+  OnceShown([&] { SendMessageA(window.handle(), WM_CLOSE, 0, 0); });
+  window.ShowModal();
+  OnceShown([&] { PostMessageA(window.handle(), WM_KEYDOWN, VK_ESCAPE, 0); });
+  window.ShowModal();
+  EXPECT_TRUE(listener.clicked.empty());
+}
+
+}  // namespace
+}  // namespace scrivo

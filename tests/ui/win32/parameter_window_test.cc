@@ -1,0 +1,194 @@
+#include "ui/win32/parameter_window.h"
+
+#include "tests/ui/win32/window_test.h"
+
+namespace scrivo {
+namespace {
+
+Item MakeItem(const std::string& key, const std::string& caption, ItemKind kind) {
+  Item item{};
+  item.key = key;
+  item.caption = caption;
+  item.kind = kind;
+  return item;
+}
+
+/// Hears what the user does, and lays the form out as a presenter would.
+class Listener : public MainViewEvents {
+ public:
+  explicit Listener(ItemPanel& panel) : panel_(panel) {}
+
+  void Activated() override { log.push_back("activated"); }
+  void Resized(float, float panel_width) override { panel_["PATH"].edit_width = panel_width - 315; }
+  void ButtonClicked(const std::string& key) override {
+    log.push_back("button " + key);
+    if (on_button) on_button(key);
+  }
+  void ItemChanged(const std::string& key) override { log.push_back("item " + key); }
+  void ItemButtonClicked(const std::string& key) override { log.push_back("browse " + key); }
+  void CloseRequested() override { log.push_back("close"); }
+
+  std::vector<std::string> log;
+  std::function<void(const std::string&)> on_button;
+
+ private:
+  ItemPanel& panel_;
+};
+
+class ParameterWindowTest : public testing::Test {
+ protected:
+  ParameterWindowTest() {
+    panel["LIST"].entries = {{"First", "a.htm", 900}, {"Second", "b.htm", 900}};
+    panel["LIST"].text = "Second";
+    window = std::make_unique<ParameterWindow>(ParameterDesign{"Test", "GO", "CLOSE", 6000, 4500},
+                                               panel, strip, listener);
+  }
+
+  HWND Edit() { return ControlsOf(window->handle(), "EDIT").at(0); }
+  HWND List() { return ControlsOf(window->handle(), "COMBOBOX").at(0); }
+  HWND Box() { return ButtonOf(window->handle(), "Keep it"); }
+  HWND Button(const std::string& text) { return ButtonOf(window->handle(), text); }
+  /// Presses a key while the window is shown, then ends the display.
+  void ShowAndPress(WPARAM key) {
+    OnceShown([&, key] {
+      PostMessageA(Edit(), WM_KEYDOWN, key, 0);
+      OnceShown([&] { window->Hide(); });
+    });
+    window->ShowModal();
+  }
+
+  ItemPanel panel{{MakeItem("SEP", "", ItemKind::kSeparator),
+                   MakeItem("PATH", "Path:", ItemKind::kTextWithButton),
+                   MakeItem("LIST", "Page:", ItemKind::kList),
+                   MakeItem("GROUP", "Options", ItemKind::kGroup),
+                   MakeItem("KEEP", "Keep it", ItemKind::kCheckBox)}};
+  ButtonStrip strip{
+      {{.key = "SPACE"}, {.key = "GO", .caption = "Go"}, {.key = "CLOSE", .caption = "Close"}}};
+  Listener listener{panel};
+  std::unique_ptr<ParameterWindow> window;
+};
+
+TEST_F(ParameterWindowTest, ShowsWhatTheRowsHold) {
+  panel["PATH"].text = "C:\\x.chm";
+  panel["KEEP"].checked = true;
+  for (const char* key : {"PATH", "LIST", "KEEP"}) window->ShowItem(key);
+  EXPECT_EQ(TextOf(Edit()), "C:\\x.chm");
+  EXPECT_EQ(SendMessageA(List(), CB_GETCOUNT, 0, 0), 2);
+  EXPECT_EQ(TextOf(List()), "Second");
+  EXPECT_EQ(SendMessageA(Box(), BM_GETCHECK, 0, 0), BST_CHECKED);
+  EXPECT_TRUE(listener.log.empty()) << "showing is not changing";
+}
+
+TEST_F(ParameterWindowTest, TypingChangesTheRow) {
+  SetWindowTextA(Edit(), "C:\\y.chm");
+  EXPECT_EQ(panel["PATH"].text, "C:\\y.chm");
+  EXPECT_EQ(listener.log.back(), "item PATH");
+}
+
+TEST_F(ParameterWindowTest, ChoosingFromTheListChangesTheRow) {
+  SendMessageA(List(), CB_SETCURSEL, 0, 0);
+  SendMessageA(GetParent(List()), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(List()), CBN_SELCHANGE),
+               reinterpret_cast<LPARAM>(List()));
+  EXPECT_EQ(panel["LIST"].text, "First");
+  EXPECT_EQ(listener.log.back(), "item LIST");
+}
+
+TEST_F(ParameterWindowTest, TickingTheBoxChangesTheRow) {
+  SendMessageA(Box(), BM_CLICK, 0, 0);
+  EXPECT_TRUE(panel["KEEP"].checked);
+  SendMessageA(Box(), BM_CLICK, 0, 0);
+  EXPECT_FALSE(panel["KEEP"].checked);
+  EXPECT_EQ(listener.log, (std::vector<std::string>{"item KEEP", "item KEEP"}));
+}
+
+TEST_F(ParameterWindowTest, TheBrowseButtonIsTold) {
+  SendMessageA(Button("..."), BM_CLICK, 0, 0);
+  EXPECT_EQ(listener.log, std::vector<std::string>{"browse PATH"});
+}
+
+TEST_F(ParameterWindowTest, ButtonsAreTold) {
+  SendMessageA(Button("Go"), BM_CLICK, 0, 0);
+  SendMessageA(Button("Close"), BM_CLICK, 0, 0);
+  EXPECT_EQ(listener.log, (std::vector<std::string>{"button GO", "button CLOSE"}));
+}
+
+TEST_F(ParameterWindowTest, TheCloseBoxIsTold) {
+  SendMessageA(window->handle(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(listener.log, std::vector<std::string>{"close"});
+}
+
+TEST_F(ParameterWindowTest, ShownModallyItIsActivatedOnceAndEndsWhenHidden) {
+  OnceShown([&] {
+    EXPECT_TRUE(IsWindowVisible(window->handle()));
+    window->Hide();
+  });
+  window->ShowModal();
+  EXPECT_FALSE(IsWindowVisible(window->handle()));
+  EXPECT_EQ(std::count(listener.log.begin(), listener.log.end(), "activated"), 1);
+}
+
+TEST_F(ParameterWindowTest, EnterPressesTheDefaultButtonAndEscapeTheCancelButton) {
+  ShowAndPress(VK_RETURN);
+  EXPECT_EQ(listener.log.back(), "button GO");
+  ShowAndPress(VK_ESCAPE);
+  EXPECT_EQ(listener.log.back(), "button CLOSE");
+}
+
+TEST_F(ParameterWindowTest, TabGoesFromRowToRowAndOnToTheButtons) {
+  std::vector<HWND> order = {Edit(), Button("..."), List(), Box(), Button("Go"), Button("Close")};
+  for (std::size_t i = 0; i + 1 < order.size(); ++i) {
+    EXPECT_EQ(GetNextDlgTabItem(window->handle(), order[i], FALSE), order[i + 1]) << i;
+  }
+}
+
+TEST_F(ParameterWindowTest, TheWindowMayBeDestroyedFromItsOwnButton) {
+  listener.on_button = [&](const std::string&) { window.reset(); };
+  HWND go = Button("Go");
+  OnceShown([go] { PostMessageA(go, BM_CLICK, 0, 0); });
+  window->ShowModal();
+  EXPECT_EQ(window, nullptr);
+}
+
+TEST_F(ParameterWindowTest, PlaceAndSizeAreInTwips) {
+  window->Left(1440);
+  window->Top(720);
+  window->Width(7200);
+  window->Height(6480);
+  const int dpi = window->Dpi();
+  RECT place;
+  GetWindowRect(window->handle(), &place);
+  EXPECT_EQ(place.left, dpi);
+  EXPECT_EQ(place.top, dpi / 2);
+  EXPECT_EQ(place.right - place.left, 5 * dpi);
+  EXPECT_EQ(place.bottom - place.top, 9 * dpi / 2);
+  EXPECT_EQ(window->Left(), 1440);
+  EXPECT_EQ(window->Top(), 720);
+  EXPECT_EQ(window->Width(), 7200);
+  EXPECT_EQ(window->Height(), 6480);
+}
+
+TEST_F(ParameterWindowTest, APlaceThatNoMonitorShowsIsPulledBackIntoView) {
+  window->Left(-900000);
+  window->Top(900000);
+  OnceShown([&] {
+    RECT place;
+    GetWindowRect(window->handle(), &place);
+    EXPECT_NE(MonitorFromRect(&place, MONITOR_DEFAULTTONULL), nullptr);
+    window->Hide();
+  });
+  window->ShowModal();
+}
+
+TEST_F(ParameterWindowTest, TheBrowseButtonStaysInsideAtEverySize) {
+  for (const float twips : {1.0F, 6000.0F, 12000.0F}) {
+    window->Width(twips);
+    RECT button, outer;
+    GetWindowRect(Button("..."), &button);
+    GetWindowRect(window->handle(), &outer);
+    EXPECT_LE(button.right, outer.right);
+    EXPECT_GT(button.right, button.left);
+  }
+}
+
+}  // namespace
+}  // namespace scrivo
