@@ -52,7 +52,7 @@ class Scanner {
   Scanner(std::string_view html, int code_page, WordCollector* words) : html_(html), tokens_(html) {
     page_.code_page = DeclaredCodePage(html);
     if (page_.code_page == 0) {
-      page_.code_page = IsUtf8(html) ? kUtf8CodePage : code_page;
+      page_.code_page = LooksLikeUtf8(html) ? kUtf8CodePage : code_page;
     }
     if (words != nullptr) text_.emplace(page_.code_page, code_page, words);
   }

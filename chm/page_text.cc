@@ -1,6 +1,5 @@
 #include "chm/page_text.h"
 
-#include <algorithm>
 #include <string>
 
 #include "text/code_page.h"
@@ -39,9 +38,7 @@ void PageText::AddBytes(std::string_view bytes) {
     return;
   }
   while (!bytes.empty()) {
-    const auto beyond = std::find_if(bytes.begin(), bytes.end(),
-                                     [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-    const std::size_t ascii = static_cast<std::size_t>(beyond - bytes.begin());
+    const std::size_t ascii = AsciiPrefix(bytes);
     breaker_.Text(bytes.substr(0, ascii));
     bytes.remove_prefix(ascii);
     if (bytes.empty()) return;

@@ -68,7 +68,7 @@ class ValueDecoder {
 
 int SitemapCodePage(std::string_view bytes, int code_page) {
   if (const int declared = DeclaredCodePage(bytes)) return declared;
-  return IsUtf8(bytes) ? kUtf8CodePage : code_page;
+  return LooksLikeUtf8(bytes) ? kUtf8CodePage : code_page;
 }
 
 struct Param {

@@ -36,6 +36,10 @@ int DeclaredCodePage(std::string_view html) {
   return 0;
 }
 
+bool LooksLikeUtf8(std::string_view bytes) {
+  return AsciiPrefix(bytes) != bytes.size() && IsUtf8(bytes);
+}
+
 std::string DecodeGuessing(std::string_view bytes, int code_page) {
   if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
   return IsUtf8(bytes) ? std::string(bytes) : ToUtf8(bytes, code_page);

@@ -54,12 +54,6 @@ std::size_t TableIndex(int code_page) {
   return fallback;
 }
 
-std::size_t AsciiPrefix(std::string_view text) {
-  std::size_t n = 0;
-  while (n < text.size() && static_cast<unsigned char>(text[n]) < 0x80) ++n;
-  return n;
-}
-
 std::string Utf8Repaired(std::string_view bytes) {
   std::string out;
   out.reserve(bytes.size());

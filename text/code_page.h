@@ -37,6 +37,9 @@ std::string FromUtf8(std::string_view utf8, int code_page, std::size_t* lost = n
 // Whether `bytes` is well-formed UTF-8 (plain ASCII is).
 bool IsUtf8(std::string_view bytes);
 
+// How many bytes of plain ASCII `bytes` begins with.
+std::size_t AsciiPrefix(std::string_view bytes);
+
 // Appends `character` as UTF-8; a surrogate or a number past 0x10FFFF becomes U+FFFD.
 void AppendUtf8(char32_t character, std::string* out);
 

@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <cstring>
 
 #include "text/code_page.h"
 
@@ -68,8 +69,23 @@ char32_t NextUtf8(std::string_view* utf8) {
   return good == lead.length ? value : kReplacement;
 }
 
+std::size_t AsciiPrefix(std::string_view bytes) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::size_t n = 0;
+  std::uint64_t eight = 0;
+  // Eight bytes at a time: most text is ASCII, and all pages of a project pass through here.
+  for (; n + sizeof eight <= bytes.size(); n += sizeof eight) {
+    std::memcpy(&eight, bytes.data() + n, sizeof eight);
+    if ((eight & kHighBits) != 0) break;
+  }
+  while (n < bytes.size() && static_cast<unsigned char>(bytes[n]) < 0x80) ++n;
+  return n;
+}
+
 bool IsUtf8(std::string_view bytes) {
-  while (!bytes.empty()) {
+  while (true) {
+    bytes.remove_prefix(AsciiPrefix(bytes));
+    if (bytes.empty()) return true;
     const std::size_t before = bytes.size();
     // U+FFFD itself is three bytes long, a replaced sequence at most three but never a whole one.
     const std::string_view rest = bytes;
@@ -78,7 +94,6 @@ bool IsUtf8(std::string_view bytes) {
       return false;
     }
   }
-  return true;
 }
 
 std::u16string ToUtf16(std::string_view utf8) {

@@ -162,6 +162,17 @@ TEST(IsUtf8, TellsGoodFromBad) {
   EXPECT_FALSE(IsUtf8("\xE2\x82"));
 }
 
+TEST(AsciiPrefix, EndsAtTheFirstByteBeyond) {
+  const std::string ascii = "0123456789abcdefghij";
+  EXPECT_EQ(AsciiPrefix(ascii), ascii.size());
+  EXPECT_EQ(AsciiPrefix(""), 0u);
+  for (std::size_t i = 0; i < ascii.size(); ++i) {
+    std::string text = ascii;
+    text[i] = '\x80';
+    EXPECT_EQ(AsciiPrefix(text), i);
+  }
+}
+
 TEST(ToUtf16, MakesSurrogatePairsPastTheBasicPlane) {
   EXPECT_EQ(ToUtf16("a\u20AC\U0001F600"), std::u16string(u"a\u20AC\U0001F600"));
 }

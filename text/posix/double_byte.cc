@@ -70,8 +70,7 @@ Converter& ConverterFor(int code_page, bool to_utf8) {
 
 // The plain bytes at the front, which need no table.
 void TakeAscii(std::string_view* in, std::string* out) {
-  std::size_t n = 0;
-  while (n < in->size() && static_cast<unsigned char>((*in)[n]) < 0x80) ++n;
+  const std::size_t n = AsciiPrefix(*in);
   out->append(in->substr(0, n));
   in->remove_prefix(n);
 }
