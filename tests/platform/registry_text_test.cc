@@ -122,8 +122,8 @@ TEST(RegistryText, DamageIsReportedWithFileAndLine) {
       {start + "\"v\"=\"x\"\n\0"s, 4},
   };
   for (const auto& [text, line] : damaged) {
-    ExpectError([&] { ParseRegistry(text, "/home/me/registry.reg"); }, kPathFileAccessError,
-                "Registry",
+    ExpectError([&, text = text] { ParseRegistry(text, "/home/me/registry.reg"); },
+                kPathFileAccessError, "Registry",
                 "/home/me/registry.reg, line " + std::to_string(line) +
                     ": this is not a registry file, or it is damaged. Repair the line or move the "
                     "file away; until then it is left as it is");
