@@ -5,6 +5,8 @@
 #include "cli/code_page_stream.h"
 #include "cli/compile_command.h"
 #include "cli/console_errors.h"
+#include "cli/decompile_command.h"
+#include "cli/info_command.h"
 #include "cli/list_command.h"
 #include "cli/suggestion.h"
 #include "cli/tree_command.h"
@@ -25,34 +27,37 @@ constexpr int kNotDone = 1;
 constexpr int kWrongUsage = 2;
 constexpr int kInterrupted = 130;
 
-/// What the command line says about reading a help file.
-struct HelpFileOptions {
-  std::string file;
-  bool internal = false;
-};
-
 /// One command: what it takes, and what it does once its options are read.
 struct Command {
   Syntax syntax;
   std::function<int(const Streams& streams)> run;
 };
 
-using WebCommand = int (*)(const CompileOptions& options, Console& console);
+/// What a command does on a console.
+using Work = std::function<int(Console& console)>;
 
-int RunOnConsole(WebCommand command, const CompileOptions& options, const Streams& streams);
+int RunOnConsole(const Work& work, bool quiet, const Streams& streams);
 
-/// Runs a command that reads a help file and prints UTF-8.
-int RunListing(const HelpFileOptions& options, const Streams& streams) {
+/// Runs a command that prints UTF-8 about a help file.
+template <typename Listing>
+int RunListing(const HelpFileOptions& options, const Streams& streams, Listing listing) {
   CodePageStream out(streams.out, TerminalCodePage());
   CodePageStream err(streams.err, TerminalCodePage());
-  return RunList(ToUtf8(options.file, TerminalCodePage()), options.internal, out, err);
+  return listing(ToUtf8(options.file, TerminalCodePage()), out, err);
 }
 
 std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_file) {
-  const auto on_console = [web](WebCommand command) {
-    return [=](const Streams& streams) { return RunOnConsole(command, *web, streams); };
+  const auto on_web = [web](int (*command)(const CompileOptions&, Console&)) {
+    return [=](const Streams& streams) {
+      const auto work = [=](Console& console) { return command(*web, console); };
+      return RunOnConsole(work, web->quiet, streams);
+    };
   };
   const Syntax::Operand file = {"FILE", "a compiled help file (.chm)", &help_file->file};
+  const Syntax::Operand folder = {"FOLDER", "where its files go; made when it is missing",
+                                  &help_file->folder};
+  const Option quiet = {"--quiet", "-q", "", "say nothing but errors",
+                        [=](const std::string&) { help_file->quiet = true; }};
   const Option internal = {"--internal", "", "", "also the streams of the help system itself",
                            [=](const std::string&) { help_file->internal = true; }};
   return {
@@ -60,26 +65,37 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
         "Compiles a FrontPage web into a help file (.chm).",
         {WebOperand(web)},
         AllCompileOptions(web)},
-       on_console(CompileWeb)},
+       on_web(CompileWeb)},
       {{"project",
         "Writes the project files of a web only, keeps them and prints their paths.",
         {WebOperand(web)},
         AllCompileOptions(web)},
-       on_console(WriteProjectOf)},
+       on_web(WriteProjectOf)},
       {{"tree",
         "Prints a web's contents: labels, pages, and the pages outside them.",
         {WebOperand(web)},
         ReadingOptions(web)},
-       on_console(PrintTree)},
+       on_web(PrintTree)},
+      {{"decompile", "Unpacks a help file into a folder.", {file, folder}, {quiet}},
+       [=](const Streams& streams) {
+         const auto work = [=](Console& console) { return UnpackFile(*help_file, console); };
+         return RunOnConsole(work, help_file->quiet, streams);
+       }},
       {{"list", "Prints the files in a help file and their sizes.", {file}, {internal}},
-       [=](const Streams& streams) { return RunListing(*help_file, streams); }},
+       [=](const Streams& streams) {
+         return RunListing(*help_file, streams, [=](const auto& path, auto& out, auto& err) {
+           return RunList(path, help_file->internal, out, err);
+         });
+       }},
+      {{"info", "Prints what a help file says about itself, with its contents.", {file}, {}},
+       [=](const Streams& streams) { return RunListing(*help_file, streams, RunInfo); }},
   };
 }
 
 std::string Overview(const std::vector<Command>& commands) {
   std::string text =
       "usage: scrivo COMMAND ...\n\n"
-      "Turns a FrontPage web on disk into a compiled help file.\n\n"
+      "Turns a FrontPage web on disk into a compiled help file, and unpacks one.\n\n"
       "commands:\n";
   for (const Command& command : commands) {
     text += "  " + command.syntax.command + std::string(12 - command.syntax.command.size(), ' ') +
@@ -123,10 +139,10 @@ void UseConsole(Console& console) {
   ErrorHandler().CallStackEnabled(true);
 }
 
-int RunOnConsole(WebCommand command, const CompileOptions& options, const Streams& streams) {
+int RunOnConsole(const Work& work, bool quiet, const Streams& streams) {
   ConsoleOptions console_options;
   console_options.live = streams.live;
-  console_options.quiet = options.quiet;
+  console_options.quiet = quiet;
   console_options.columns = streams.columns;
   console_options.clock = streams.clock;
   Console console(streams.out, streams.err, console_options);
@@ -134,7 +150,7 @@ int RunOnConsole(WebCommand command, const CompileOptions& options, const Stream
   int status = kNotDone;
   try {
     UseConsole(console);
-    status = command(options, console);
+    status = work(console);
   } catch (...) {
     const Error error = ErrorFrom(std::current_exception());
     console.EndSteps();

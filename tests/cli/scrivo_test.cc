@@ -10,14 +10,14 @@ class Scrivo : public ScrivoRun {};
 TEST_F(Scrivo, PrintsItsHelpOnRequest) {
   EXPECT_EQ(Run({"--help"}), 0);
   EXPECT_TRUE(out.starts_with("usage: scrivo COMMAND ...\n"));
-  for (const char* command : {"compile", "project", "tree", "list"}) {
+  for (const char* command : {"compile", "project", "tree", "decompile", "list", "info"}) {
     EXPECT_NE(out.find("\n  " + std::string(command) + " "), std::string::npos) << command;
   }
   EXPECT_EQ(err, "");
 }
 
 TEST_F(Scrivo, PrintsTheHelpOfEachCommand) {
-  for (const char* command : {"compile", "project", "tree", "list"}) {
+  for (const char* command : {"compile", "project", "tree", "decompile", "list", "info"}) {
     EXPECT_EQ(Run({command, "--help"}), 0);
     EXPECT_TRUE(out.starts_with("usage: scrivo " + std::string(command) + " ")) << out;
     EXPECT_EQ(err, "");
@@ -66,6 +66,8 @@ TEST_F(Scrivo, ExitsWithTwoOnWrongUsage) {
       {"compile", "a", "-o"},
       {"tree", "a", "--strict"},
       {"list"},
+      {"info", "a", "b"},
+      {"decompile", "a.chm"},
   };
   for (const std::vector<std::string>& arguments : wrong) {
     EXPECT_EQ(Run(arguments), 2) << err;
@@ -147,6 +149,36 @@ TEST_F(Scrivo, ListsAHelpFile) {
   EXPECT_EQ(Run({"list", output.PathOf("none.chm")}), 1);
   EXPECT_EQ(out, "");
   EXPECT_NE(Plain(err).find("OUT/none.chm"), std::string::npos);
+}
+
+TEST_F(Scrivo, TellsAboutAHelpFile) {
+  EXPECT_EQ(Run({"info", output.PathOf("none.chm")}), 1);
+  EXPECT_EQ(out, "");
+  EXPECT_NE(Plain(err).find("OUT/none.chm"), std::string::npos);
+}
+
+TEST_F(Scrivo, UnpacksWhatItHasCompiled) {
+  const std::string file = output.PathOf("a.chm");
+  ASSERT_EQ(Run({"compile", WebPath(), "-o", file, "--compiler", TestProgram("hhc")}), 0) << err;
+  EXPECT_EQ(err.find("scrivo: error"), std::string::npos) << err;
+  EXPECT_EQ(Run({"decompile", file, output.PathOf("un packed")}), 0) << err;
+  EXPECT_EQ(Plain(out), "Unpacked into OUT/un packed\n");
+  EXPECT_EQ(output.Read("un packed/docs/a.htm"), web.Read("docs/a.htm"));
+  EXPECT_EQ(output.Read("un packed/index.htm"), web.Read("index.htm"));
+  EXPECT_EQ(Run({"info", file}), 0);
+  EXPECT_NE(out.find("Home"), std::string::npos) << out;
+  EXPECT_EQ(Run({"list", file}), 0);
+  EXPECT_NE(out.find("/docs/a.htm"), std::string::npos) << out;
+}
+
+TEST_F(Scrivo, SaysWhyAFileCannotBeUnpacked) {
+  EXPECT_EQ(Run({"decompile", output.PathOf("none.chm"), output.PathOf("un")}), 1);
+  EXPECT_EQ(Plain(err), "scrivo: error: OUT/none.chm: there is no such help file\n");
+  output.Write("no.chm", "no help file");
+  EXPECT_EQ(Run({"decompile", output.PathOf("no.chm"), output.PathOf("un"), "-q"}), 1);
+  EXPECT_NE(Plain(err).find("scrivo: error: "), std::string::npos);
+  EXPECT_NE(Plain(err).find("OUT/no.chm: "), std::string::npos) << err;
+  EXPECT_EQ(out, "");
 }
 
 }  // namespace

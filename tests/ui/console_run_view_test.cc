@@ -72,6 +72,16 @@ TEST_F(ConsoleRunViewTest, TakesTheStatusLineAwayAtTheEnd) {
   EXPECT_EQ(Status(), "");
 }
 
+TEST_F(ConsoleRunViewTest, GivesEachCompleteLineToWhoeverWantsIt) {
+  std::vector<std::string> lines;
+  ConsoleViews views(console, "Unpacking", [&](const std::string& line) { lines.push_back(line); });
+  const std::unique_ptr<RunView> listened = views.MakeRunView();
+  listened->ReplaceTranscript("the frame's own line\r\n");
+  listened->AppendTranscript("one\r\n\r\ntw");
+  listened->AppendTranscript("o\nrest");
+  EXPECT_EQ(lines, (std::vector<std::string>{"one", "two"}));
+}
+
 TEST_F(ConsoleRunViewTest, IsMadeByTheFactory) {
   ConsoleViews views(console, "Unpacking");
   views.MakeRunView()->ShowModeless();

@@ -51,7 +51,10 @@ void Console::Warn(const std::string& text) {
   if (!options_.quiet) WriteError("warning: ", text);
 }
 
-void Console::Fail(const std::string& text) { WriteError("error: ", text); }
+void Console::Fail(const std::string& text) {
+  ++failures_;
+  WriteError("error: ", text);
+}
 
 void Console::WriteError(const std::string& kind, const std::string& text) {
   Erase();

@@ -16,8 +16,9 @@ struct ConsoleOptions {
 };
 
 /// A terminal, or the two streams of a program whose output goes elsewhere. Results and notes go to
-/// the output stream; warnings, errors and the steps of a run go to the error stream: where somebody
-/// looks, as one status line that is rewritten in place. Whatever else is printed stands above that line.
+/// the output stream; warnings, errors and the steps of a run go to the error stream: where
+/// somebody looks, as one status line that is rewritten in place. Whatever else is printed stands
+/// above that line.
 class Console {
  public:
   /// Both streams must outlive the console.
@@ -45,6 +46,8 @@ class Console {
   /// Takes the status line away.
   void EndSteps();
 
+  /// How many errors were told.
+  int Failures() const { return failures_; }
   bool IsLive() const { return options_.live && !options_.quiet; }
   /// Seconds since the console was made.
   double Seconds() const { return options_.clock() - begin_; }
@@ -59,6 +62,7 @@ class Console {
   std::ostream& err_;
   ConsoleOptions options_;
   double begin_;
+  int failures_ = 0;
   std::string step_, percentage_, detail_;
   std::string drawn_;  ///< the status line as it stands on the terminal, "" when there is none
 };

@@ -29,6 +29,7 @@ void ConsoleRunView::AppendTranscript(const std::string& text) {
     } else if (!line_.empty()) {
       last_line_ = std::move(line_);
       line_.clear();
+      if (on_line_) on_line_(last_line_);
     }
   }
   console_.ShowProgress(percentage_, last_line_);

@@ -1,0 +1,69 @@
+// Ctrl-C in the middle of a compile, to the real program.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <vector>
+
+#include "tests/doubles/test_folder.h"
+
+namespace scrivo {
+namespace {
+
+/// Starts a program with its output thrown away.
+pid_t Start(std::vector<std::string> words) {
+  const pid_t process = fork();
+  if (process != 0) return process;
+  const int nowhere = open("/dev/null", O_RDWR);
+  for (int stream = 0; stream < 3; ++stream) dup2(nowhere, stream);
+  std::vector<char*> arguments;
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  execv(arguments[0], arguments.data());
+  _exit(126);
+}
+
+class InterruptedCompile : public testing::TestWithParam<int> {};
+
+TEST_P(InterruptedCompile, EndsTheCompilerAndLeavesThingsAsTheyWere) {
+  // Whatever the program leaves running becomes this process's child.
+  ASSERT_EQ(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
+  while (waitpid(-1, nullptr, 0) > 0) {  // children of earlier tests, which are about to end
+  }
+  const TestFolder web, output;
+  web.Write("index.htm", "<title>Home</title>");
+  web.Write("behaviour.txt", "wait");
+  output.Write("a.chm", "old");
+
+  const pid_t program = Start({TestProgram("scrivo"), "compile", web.path().string(), "-o",
+                               output.PathOf("a.chm"), "--compiler", TestProgram("test_fake_hhc")});
+  ASSERT_GT(program, 0);
+  while (!web.Has("waiting.txt") && waitpid(program, nullptr, WNOHANG) == 0) usleep(1000);
+  ASSERT_TRUE(web.Has("waiting.txt")) << "the compiler was not run";
+  EXPECT_EQ(output.Read("a.chm"), "half a");
+  kill(program, GetParam());
+
+  int status = 0;
+  ASSERT_EQ(waitpid(program, &status, 0), program);
+  EXPECT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 130);
+  pid_t left = 0;
+  do {
+    left = waitpid(-1, nullptr, WNOHANG);
+  } while (left > 0);
+  EXPECT_EQ(left, -1) << "the compiler is still running";
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1);
+  for (const auto& entry : std::filesystem::directory_iterator(web.path())) {
+    EXPECT_FALSE(entry.path().filename().string().starts_with("Scr")) << entry.path();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, InterruptedCompile, testing::Values(SIGINT, SIGTERM));
+
+}  // namespace
+}  // namespace scrivo
