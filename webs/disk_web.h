@@ -16,7 +16,8 @@ namespace scrivo {
 /// page, else the folders).
 enum class ContentsChoice { kAuto, kNavigation, kFolders };
 
-/// Where a page's index entries come from.
+/// Where a page's index entries come from. In a title or heading a blank stands for each comma and
+/// semicolon, which would part it into several entries.
 enum class IndexSource { kKeywords, kTitles, kHeadings };
 
 struct DiskWebOptions {
