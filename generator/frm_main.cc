@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "errors/frame.h"
-#include "ui/number_text.h"
 #include "platform/common_dialog.h"
 #include "platform/globals.h"
 #include "platform/help.h"
 #include "platform/seams/error.h"
+#include "ui/number_text.h"
 #include "ui/run_view.h"
 
 namespace scrivo {

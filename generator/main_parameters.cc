@@ -6,12 +6,12 @@
 #include "errors/error_handler.h"
 #include "errors/frame.h"
 #include "generator/frm_main.h"
-#include "ui/number_text.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
 #include "platform/seams/error.h"
 #include "platform/seams/services.h"
 #include "platform/settings.h"
+#include "ui/number_text.h"
 
 namespace scrivo {
 namespace {
