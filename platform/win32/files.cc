@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/win32/handle.h"
+#include "platform/win32/interruption.h"
 #include "platform/win32/system_error.h"
 #include "platform/win32/windows.h"
 
@@ -40,6 +41,7 @@ class Win32Reader : public FileReader {
                    OPEN_EXISTING)) {}
 
   std::size_t Read(char* buffer, std::size_t size) override {
+    ThrowIfInterrupted();
     DWORD got = 0;
     if (!ReadFile(file_.get(), buffer, static_cast<DWORD>(std::min(size, kLargestTransfer)), &got,
                   nullptr)) {
@@ -95,10 +97,12 @@ std::uint64_t Win32Files::Size(const std::string& path) {
 }
 
 std::unique_ptr<FileReader> Win32Files::OpenForReading(const std::string& path) {
+  ThrowIfInterrupted();
   return std::make_unique<Win32Reader>(path);
 }
 
 void Win32Files::Write(const std::string& path, const std::string& bytes) {
+  ThrowIfInterrupted();
   // Opening and cutting, rather than CREATE_ALWAYS, which refuses a file that is hidden.
   const FileHandle file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS);
   if (!SetEndOfFile(file.get())) RaiseSystemError(GetLastError(), path);
@@ -124,16 +128,18 @@ void Win32Files::Remove(const std::string& path, bool forced) {
 }
 
 void Win32Files::Replace(const std::string& from, const std::string& to) {
-  if (!MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+  if (!MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
     RaiseSystemError(GetLastError(), to);
   }
 }
 
 void Win32Files::MakeFolder(const std::string& path) {
+  ThrowIfInterrupted();
   if (!CreateDirectoryA(path.c_str(), nullptr)) RaiseSystemError(GetLastError(), path);
 }
 
 std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
+  ThrowIfInterrupted();
   std::string pattern = folder;
   if (!pattern.empty() && pattern.back() != '\\' && pattern.back() != '/') pattern += '\\';
   pattern += '*';
@@ -156,6 +162,7 @@ std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
 }
 
 std::string Win32Files::MakeUniqueFile(const std::string& folder, const std::string& prefix) {
+  if (Interrupted()) return "";
   char path[MAX_PATH + 1] = "";
   return GetTempFileNameA(folder.c_str(), prefix.c_str(), 0, path) != 0 ? path : "";
 }

@@ -1,5 +1,6 @@
 #include "platform/win32/processes.h"
 
+#include "platform/win32/interruption.h"
 #include "platform/win32/windows.h"
 
 namespace scrivo {
@@ -29,6 +30,10 @@ bool Win32Processes::OpenPipe(SystemHandle* read_end, SystemHandle* write_end) {
 }
 
 bool Win32Processes::Start(const StartRequest& request, StartedProcess* started) {
+  if (Interrupted()) {
+    last_error_ = ERROR_OPERATION_ABORTED;
+    return false;
+  }
   STARTUPINFOA start_up{};
   start_up.cb = sizeof start_up;
   start_up.dwFlags = request.start_flags;
@@ -45,6 +50,7 @@ bool Win32Processes::Start(const StartRequest& request, StartedProcess* started)
                            &process))) {
     return false;
   }
+  EndWhenInterrupted(process.hProcess);
   *started = {NumberOf(process.hProcess), NumberOf(process.hThread), process.dwProcessId,
               process.dwThreadId};
   return true;
@@ -67,6 +73,9 @@ void Win32Processes::WaitForEnd(SystemHandle process) {
   Done(WaitForSingleObject(HandleOf(process), INFINITE) != WAIT_FAILED);
 }
 
-void Win32Processes::Close(SystemHandle handle) { Done(CloseHandle(HandleOf(handle))); }
+void Win32Processes::Close(SystemHandle handle) {
+  Forget(HandleOf(handle));
+  Done(CloseHandle(HandleOf(handle)));
+}
 
 }  // namespace scrivo

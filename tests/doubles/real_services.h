@@ -2,13 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 
 #include "errors/error_handler.h"
 #include "platform/globals.h"
-#include "platform/path_style.h"
 #include "platform/seams/services.h"
+#include "tests/doubles/temp_folder.h"
 
 namespace scrivo {
 
@@ -19,27 +18,15 @@ class WithRealServices : public testing::Test {
   WithRealServices() {
     TheServices() = CreateSystemServices();
     Globals() = GlobalState();
-    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-    std::string name = std::string(test.test_suite_name()) + "." + test.name();
-    for (char& c : name) c = c == '/' ? '.' : c;
-    folder = (std::filesystem::temp_directory_path() / ("scrivo test " + name)).string();
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directory(folder);
     CErrorHandler& handler = ErrorHandler();
     handler.CallStackEnabled(true);
     handler.CallStackClear();
     handler.Init(ehaLogFile, InFolder("errors.txt"), true, false, trfLogFile,
                  InFolder("trace.txt"));
   }
-  ~WithRealServices() override {
-    TheServices() = {};
-    std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
-  }
+  ~WithRealServices() override { TheServices() = {}; }
 
-  std::string InFolder(const std::string& name) const {
-    return folder + Separator(SystemPathStyle()) + name;
-  }
+  std::string InFolder(const std::string& name) const { return temp_folder_ / name; }
   /// The error log written so far; empty when nothing went wrong.
   std::string ErrorLog() const {
     Files& files = *TheServices().files;
@@ -47,7 +34,11 @@ class WithRealServices : public testing::Test {
     return files.FileExists(log) ? ReadWholeFile(files, log) : "";
   }
 
-  std::string folder;
+ private:
+  TempFolder temp_folder_;
+
+ protected:
+  const std::string folder = temp_folder_.path();
 };
 
 }  // namespace scrivo

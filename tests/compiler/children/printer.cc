@@ -5,14 +5,19 @@
 //   close                 closes both outputs
 //   live                  waits until its current folder holds no file "alive" any more
 //   folder                prints the name of its current folder
+//   append FILE           adds an "x" to a file
+//   words                 ends with the number of its arguments as the status
 //   exit N                ends with that status
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <thread>
+
+#include "tests/compiler/children/binary_output.h"
 
 namespace {
 
@@ -41,6 +46,7 @@ void Print(std::FILE* stream, const std::string& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  UseBinaryOutput();
   for (int i = 1; i < argc; ++i) {
     const std::string word = argv[i];
     if (word == "close") {
@@ -52,11 +58,14 @@ int main(int argc, char** argv) {
       }
     } else if (word == "folder") {
       Print(stdout, std::filesystem::current_path().filename().string());
+    } else if (word == "words") {
+      return argc - 1;
     } else if (i + 1 < argc) {
       const std::string value = argv[++i];
       if (word == "out") Print(stdout, Unescape(value));
       if (word == "err") Print(stderr, Unescape(value));
       if (word == "bytes") Print(stdout, std::string(std::stoul(value), 'x'));
+      if (word == "append") std::ofstream(value, std::ios::app) << "x";
       if (word == "exit") return std::atoi(value.c_str());
     }
   }

@@ -1,0 +1,81 @@
+// Each test runs in a child of its own, since an interruption cannot be taken back.
+
+#include "platform/win32/interruption.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "tests/doubles/real_services.h"
+#include "tests/doubles/test_folder.h"
+
+namespace scrivo {
+namespace {
+
+class InterruptionTest : public WithRealServices {
+ protected:
+  static bool IsInterrupted(const std::function<void()>& work) {
+    try {
+      work();
+      return false;
+    } catch (const Error& error) {
+      return error.number == kUserInterrupt && error.description == "Interrupted";
+    }
+  }
+
+  /// Ctrl-C on a console of this process's own.
+  static void PressCtrlC() {
+    FreeConsole();
+    AllocConsole();
+    CatchInterruptions();
+    if (!GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0)) ExitProcess(3);
+    while (!Interrupted()) Sleep(5);  // it arrives in another thread
+  }
+
+  /// Holds that `work` says yes in a child process.
+  static void ExpectInAChild(const std::function<bool()>& work) {
+    EXPECT_EXIT(ExitProcess(work() ? 0 : 1), testing::ExitedWithCode(0), "");
+  }
+
+  Files& files = *TheServices().files;
+};
+
+TEST_F(InterruptionTest, StopsReadingAndBeginningButNotPuttingInOrder) {
+  ExpectInAChild([&] {
+    files.Write(InFolder("a"), "x");
+    files.Write(InFolder("b"), "x");
+    PressCtrlC();
+    if (!IsInterrupted([&] { files.OpenForReading(InFolder("a")); })) return false;
+    if (!IsInterrupted([&] { files.List(folder); })) return false;
+    if (!IsInterrupted([&] { files.Write(InFolder("c"), "x"); })) return false;
+    if (!IsInterrupted([&] { files.MakeFolder(InFolder("d")); })) return false;
+    if (!files.MakeUniqueFile(folder, "x").empty()) return false;
+    files.Append(InFolder("log"), "x");
+    files.Replace(InFolder("a"), InFolder("e"));
+    files.Remove(InFolder("b"), false);
+    return files.FileExists(InFolder("log")) && files.FileExists(InFolder("e")) &&
+           !files.FileExists(InFolder("b")) && !files.FileExists(InFolder("c"));
+  });
+}
+
+TEST_F(InterruptionTest, EndsAChildThatDoesNotEndByItselfAndLetsNoOtherStart) {
+  ExpectInAChild([&] {
+    Processes& processes = *TheServices().processes;
+    files.Write(InFolder("alive"), "");
+    StartRequest request;
+    request.command_line = '"' + TestProgram("test_printer") + '"' + " live";
+    request.folder = folder;
+    request.creation_flags = DETACHED_PROCESS;  // out of reach of the console's Ctrl-C
+    StartedProcess child;
+    if (!processes.Start(request, &child)) return false;
+    if (processes.ExitCode(child.process) != kStillActive) return false;
+    PressCtrlC();
+    processes.WaitForEnd(child.process);
+    if (processes.ExitCode(child.process) != 1) return false;
+    return !processes.Start(request, &child) &&
+           processes.LastError() == ERROR_OPERATION_ABORTED + 0u;
+  });
+}
+
+}  // namespace
+}  // namespace scrivo
