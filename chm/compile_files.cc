@@ -81,6 +81,7 @@ void CompileRun::CompileFiles(ContainerWriter* writer) {
   CollectListed();
   CollectNamed();
   CollectAliases();
+  CollectSitemaps();
   LoadStopWords();
   PageLoader loader(files_, code_page_, project_.full_text_search, request_.threads);
   while (true) {
@@ -302,8 +303,7 @@ void CompileRun::Store(std::size_t number, LoadedFile file) {
     NotCompiled(stored);
     return;
   }
-  if (number == contents_) StoreSitemap(number, file, &contents_map_);
-  if (number == index_) StoreSitemap(number, file, &index_map_);
+  if (number == contents_ || number == index_) StoreSitemap(number, file);
   if (stored.kind == FileKind::kPage) StorePage(number, file);
   if (stored.kind == FileKind::kStyleSheet) {
     FollowLinks(number, file.links, file.page, file.bytes);
@@ -379,24 +379,35 @@ void CompileRun::FollowLink(const PageLink& link, const std::string& folder, int
              "\" that is linked here does not exist.");
 }
 
-void CompileRun::StoreSitemap(std::size_t number, const LoadedFile& file, Sitemap* sitemap) {
-  *sitemap = ReadSitemap(file.bytes, code_page_);
-  result_.input_size += file.bytes.size();
-  if (sitemaps_are_topics_) {
-    stored_[number].topic = topics_.Add(Address(stored_[number].found.address));
-    ++result_.topics;
-  }
-  const std::string folder = FolderOf(stored_[number].found.tree_path);
-  for (const SitemapItem& item : sitemap->items) {
-    for (const SitemapTarget& target : item.targets) {
-      const Reference reference = TakeApart(target.local);
-      if (reference.external) continue;
-      result_.local_links += 2;
-      if (const auto found = tree_.Find(reference.path, folder, code_page_)) {
-        Enqueue(*found, QueueOf(*found, LinkKind::kPage));
+// The pages of contents and index come before those that only links lead to, and in their spelling.
+void CompileRun::CollectSitemaps() {
+  for (const auto& [number, sitemap] :
+       {std::pair(contents_, &contents_map_), std::pair(index_, &index_map_)}) {
+    if (number == kNone) continue;
+    std::string text;
+    std::error_code error;
+    const auto source = files_.Open(stored_[number].found.disk_path, &error);
+    if (source == nullptr || !ReadText(*source, &text)) continue;  // reported when it is stored
+    *sitemap = ReadSitemap(text, code_page_);
+    const std::string folder = FolderOf(stored_[number].found.tree_path);
+    for (const SitemapItem& item : sitemap->items) {
+      for (const SitemapTarget& target : item.targets) {
+        const Reference reference = TakeApart(target.local);
+        if (reference.external) continue;
+        result_.local_links += 2;
+        if (const auto found = tree_.Find(reference.path, folder, code_page_)) {
+          Enqueue(*found, QueueOf(*found, LinkKind::kPage));
+        }
       }
     }
   }
+}
+
+void CompileRun::StoreSitemap(std::size_t number, const LoadedFile& file) {
+  result_.input_size += file.bytes.size();  // counted twice, as the original does
+  if (!sitemaps_are_topics_) return;
+  stored_[number].topic = topics_.Add(Address(stored_[number].found.address));
+  ++result_.topics;
 }
 
 }  // namespace scrivo::chm

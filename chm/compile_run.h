@@ -79,7 +79,8 @@ class CompileRun {
                    std::string_view bytes);
   void FollowLink(const PageLink& link, const std::string& folder, int code_page,
                   const std::string& referrer, std::string_view bytes);
-  void StoreSitemap(std::size_t number, const LoadedFile& file, Sitemap* sitemap);
+  void CollectSitemaps();
+  void StoreSitemap(std::size_t number, const LoadedFile& file);
   void LoadStopWords();
   void LoadMapFiles();
   std::optional<std::string> ReadListed(const std::string& name, std::string_view what);
