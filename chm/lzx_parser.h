@@ -29,7 +29,9 @@ class LzxParser {
     int gain = 0;  // bits saved over literals, about
   };
 
-  Candidate BestAt(std::uint32_t position);
+  // Enters `position` into the finder's tables; to be called for one position after another.
+  // Matches with an explicit offset are only looked for if longer than `wanted`.
+  Candidate BestAt(std::uint32_t position, std::uint32_t wanted);
   Candidate BestRecent(std::uint32_t position, std::uint32_t limit) const;
   void Emit(const Candidate& match, std::vector<LzxToken>& tokens);
 

@@ -9,11 +9,12 @@ namespace {
 
 // Blocks end at multiples of this many tokens. Smaller units find the place of a change better, but
 // their statistics are poorer and each takes an estimate.
-constexpr std::size_t kUnitTokens = 2048;
+constexpr std::size_t kUnitTokens = 1024;
 
-// Bits that a block header takes before and for each used symbol, about.
-constexpr std::uint64_t kHeaderBits = 240;
-constexpr std::uint64_t kSymbolBits = 3;
+// Bits that a block header takes before and for each used symbol, about, and what a short block
+// loses by trees that follow chance. Smaller values split pages of one kind in vain.
+constexpr std::uint64_t kHeaderBits = 400;
+constexpr std::uint64_t kSymbolBits = 5;
 
 // Sizes are estimated in 1/256 bit, with integers, so that every machine splits alike.
 constexpr int kFraction = 8;

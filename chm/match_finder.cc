@@ -8,10 +8,14 @@
 namespace scrivo::chm {
 namespace {
 
-constexpr std::uint32_t kHashedBytes = 4;
+// Bytes that are loaded to hash a position, though fewer of them count.
+constexpr std::uint32_t kLoadedBytes = 8;
 
-// 2^32 over the golden ratio spreads the bytes over the upper bits.
-constexpr std::uint32_t kHashFactor = 0x9E3779B1;
+// The lowest `count` bytes of `bytes`, spread over the upper bits by 2^64 over the golden ratio,
+// of which the upper `bits` stay.
+std::size_t Hash(std::uint64_t bytes, int count, int bits) {
+  return static_cast<std::size_t>((bytes << (64 - 8 * count)) * 0x9E3779B97F4A7C15u >> (64 - bits));
+}
 
 }  // namespace
 
@@ -36,15 +40,15 @@ MatchFinder::MatchFinder()
 void MatchFinder::Start(std::span<const std::uint8_t> interval) {
   data_ = interval.data();
   last_hashed_ = static_cast<std::uint32_t>(
-      interval.size() < kHashedBytes ? 0 : interval.size() - kHashedBytes + 1);
+      interval.size() < kLoadedBytes ? 0 : interval.size() - kLoadedBytes + 1);
   std::fill(heads_.begin(), heads_.end(), Place{0});
   std::fill(short_heads_.begin(), short_heads_.end(), Place{0});
 }
 
 MatchFinder::Places MatchFinder::Enter(std::uint32_t position) {
-  const std::uint32_t bytes = LoadLe32(data_ + position);
-  Place& head = heads_[bytes * kHashFactor >> (32 - kHashBits)];
-  Place& short_head = short_heads_[(bytes << 8) * kHashFactor >> (32 - kShortHashBits)];
+  const std::uint64_t bytes = LoadLe64(data_ + position);
+  Place& head = heads_[Hash(bytes, kChainedBytes, kHashBits)];
+  Place& short_head = short_heads_[Hash(bytes, kShortBytes, kShortHashBits)];
   const Places found = {head, short_head};
   const Place place = static_cast<Place>(position);
   chain_[place] = head;
@@ -53,7 +57,7 @@ MatchFinder::Places MatchFinder::Enter(std::uint32_t position) {
 }
 
 Match MatchFinder::Find(std::uint32_t position, std::uint32_t min_length, std::uint32_t max_length,
-                        int depth, std::uint32_t nice_length) {
+                        int depth) {
   if (position >= last_hashed_) return {};
   const Places found = Enter(position);
   const std::uint8_t* const here = data_ + position;
@@ -68,10 +72,9 @@ Match MatchFinder::Find(std::uint32_t position, std::uint32_t min_length, std::u
     const std::uint32_t length = MatchLength(here, here - short_distance, max_length);
     if (length > best.length) best = {length, short_distance};
   }
-  const std::uint32_t good_enough = std::min(nice_length, max_length);
   std::uint32_t before = 0;
   std::uint32_t distance = distance_to(found.newest);
-  for (; depth > 0 && best.length < good_enough; --depth) {
+  for (; depth > 0 && best.length < max_length; --depth) {
     // Distances rise along a chain, until it goes on with something from before the window.
     if (distance <= before || distance > kLzxMaxUsedDistance) break;
     const std::uint8_t* const there = here - distance;

@@ -25,7 +25,7 @@ struct Match {
 // Equal bytes at a and b, at most `limit`; both may be read that far.
 std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t limit);
 
-// Chains the positions whose next four bytes hash alike, newest first, and keeps the last position
+// Chains the positions whose next five bytes hash alike, newest first, and keeps the last position
 // of every hash of three bytes. It reaches back over one window, kLzxUsualWindowBits wide. It holds
 // its tables (about 0.2 MiB) for any number of intervals and serves one thread.
 class MatchFinder {
@@ -37,15 +37,20 @@ class MatchFinder {
 
   // Enters `position` into the tables and gives the longest match there with at most `max_length`
   // bytes (2 or more, and not past the end), the nearest of equals, looking at no more than `depth`
-  // chained positions and stopping at the first of `nice_length` bytes. Matches are longer than
-  // `min_length`, which is 2 or more. Positions must be entered one after another, each once.
-  Match Find(std::uint32_t position, std::uint32_t min_length, std::uint32_t max_length, int depth,
-             std::uint32_t nice_length);
+  // chained positions. Matches are longer than `min_length`, which is 2 or more. Positions must be
+  // entered one after another, each once.
+  Match Find(std::uint32_t position, std::uint32_t min_length, std::uint32_t max_length, int depth);
 
   // Enters positions first to end - 1 without looking for matches.
   void Skip(std::uint32_t first, std::uint32_t end);
 
  private:
+  // Matches of fewer than kChainedBytes bytes are only seen in the last place with the same
+  // kShortBytes: further back they would not pay for their offset. Chains over four bytes are a
+  // tenth slower and gain nothing.
+  static constexpr int kChainedBytes = 5;
+  static constexpr int kShortBytes = 3;
+
   // Fewer bits make more chance hits; more take longer to clear for each interval.
   static constexpr int kHashBits = 15;
   static constexpr int kShortHashBits = 13;
