@@ -139,11 +139,14 @@ void ContainerWriter::TakeInterval(const LzxInterval& interval) {
 }
 
 ContainerStatus ContainerWriter::Finish() {
-  if (uncompressed_size_ % kLzxFrameSize == 0) {
-    // 7-Zip refuses a section that ends with a full frame and a table without an entry beyond it.
-    // One byte that belongs to no entry helps, and saves the special case of an empty section.
-    ++uncompressed_size_;
-    pipeline_.Append(std::array<std::uint8_t, 1>{0});
+  // 7-Zip refuses a section that ends with a frame, or one byte before, as its table would need an
+  // entry more. Bytes that belong to no entry help, and save the special case of an empty section.
+  const std::size_t beyond = (uncompressed_size_ + 1) % kLzxFrameSize;
+  if (beyond < 2) {
+    const std::array<std::uint8_t, 2> filler{};
+    const std::size_t size = filler.size() - beyond;
+    uncompressed_size_ += size;
+    pipeline_.Append(std::span(filler).first(size));
   }
   pipeline_.Finish();
   if (status_ != ContainerStatus::kOk) return status_;

@@ -323,7 +323,7 @@ TEST(ContainerWriterTest, CompressesInLargerIntervalsWhenAsked) {
   }
 }
 
-TEST(ContainerWriterTest, NeverEndsTheSectionWithAFullFrame) {
+TEST(ContainerWriterTest, NeverEndsTheSectionWithAFrameOrAByteBefore) {
   const auto span = [](std::size_t size) {
     const auto reader = Open(Write({{"/a", PageBytes(size, 7)}}));
     const Bytes info = *reader->ReadWhole(*reader->Find(kSpanInfoName));
@@ -334,9 +334,11 @@ TEST(ContainerWriterTest, NeverEndsTheSectionWithAFullFrame) {
   };
   EXPECT_EQ(span(0), 1u);
   EXPECT_EQ(span(1), 1u);
-  EXPECT_EQ(span(0x7FFF), 0x7FFFu);
+  EXPECT_EQ(span(0x7FFE), 0x7FFEu);
+  EXPECT_EQ(span(0x7FFF), 0x8001u);
   EXPECT_EQ(span(0x8000), 0x8001u);
   EXPECT_EQ(span(0x8001), 0x8001u);
+  EXPECT_EQ(span(0xFFFF), 0x10001u);
   EXPECT_EQ(span(0x10000), 0x10001u);
   EXPECT_EQ(span(0x18000), 0x18001u);
 }
