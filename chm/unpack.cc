@@ -18,8 +18,9 @@
 namespace scrivo::chm {
 namespace {
 
-// Intervals that a thread decodes in one go: enough that few files lie across two runs.
-constexpr std::size_t kRunBytes = 0x80000;
+// What a thread decodes in one go: enough that few files lie across two runs, little enough that it
+// is still in the cache when it is written.
+constexpr std::size_t kRunBytes = 0x20000;
 // What all threads together may hold.
 constexpr std::size_t kMemory = 40 << 20;
 // Runs for every thread, so that they end at about the same time.
