@@ -31,9 +31,9 @@ std::optional<std::string> Expanded(const std::string& text) {
   const std::uint32_t needed = Store().ExpandEnvironment(text, nullptr, 0);
   if (needed == 0) return std::nullopt;
   std::string buffer(needed, '\0');
-  if (Store().ExpandEnvironment(text, buffer.data(), needed) == 0) return std::nullopt;
-  buffer.resize(needed - 1);
-  return buffer;
+  const std::uint32_t written = Store().ExpandEnvironment(text, buffer.data(), needed);
+  if (written == 0 || written > needed) return std::nullopt;
+  return UpToNul(buffer);  // the system may have asked for more than it needs
 }
 
 std::int32_t IntegerFrom(const std::vector<std::uint8_t>& bytes, bool big_endian) {

@@ -51,31 +51,48 @@ run_program() {
   tr -d '\r' <"$log.raw" >"$log" && rm -f "$log.raw"
 
   good=$(count PASSED "$log") bad=$(count FAILED "$log") over=$(count SKIPPED "$log")
-  if [ -z "$good" ]; then  # it did not come to its own sum
-    good=$(grep -c '^\[       OK \]' "$log")
-    bad=$(($(grep -c '^\[  FAILED  \]' "$log") + 1))
-  fi
-  passed=$((passed + good)) failed=$((failed + ${bad:-0})) skipped=$((skipped + ${over:-0}))
-  printf '%-28s %5d passed, %d failed, %d skipped\n' "$preset/$name" "$good" "${bad:-0}" "${over:-0}"
+  bad=${bad:-0} over=${over:-0}
+  local broken=
   if $hung; then
-    echo "FAILED: $name did not end within $limit seconds, in: $(grep '^\[ RUN ' "$log" | tail -n 1)"
-    echo "        the screen is kept in ${work#"$PWD"/}/$name.png"
-  elif [ "$status" -ne 0 ] && [ -z "$(count FAILED "$log")" ]; then
-    echo "FAILED: $name ended with status $status"
-    tail -n 20 "$log"
-  elif [ "${bad:-0}" -gt 0 ]; then
-    grep -E -B 12 '^\[  FAILED  \].*ms\)' "$log" | head -n 80
+    broken="did not end within $limit seconds, in: $(grep '^\[ RUN ' "$log" | tail -n 1)"
+    broken+=$'\n'"        the screen is kept in ${work#"$PWD"/}/$name.png"
+  elif [ -z "$good" ]; then
+    broken="ended with status $status before its own sum"
+  elif [ "$status" -ne 0 ] && { [ "$bad" -eq 0 ] || [ "$status" -ne 1 ]; }; then
+    broken="ended with status $status after its own sum"
+  fi
+  if [ -z "$good" ]; then  # what it came to
+    good=$(grep -c '^\[       OK \]' "$log")
+    bad=$(grep -c '^\[  FAILED  \]' "$log")
+  fi
+  if [ -n "$broken" ]; then bad=$((bad + 1)); fi
+  passed=$((passed + good)) failed=$((failed + bad)) skipped=$((skipped + over))
+  printf '%-28s %5d passed, %d failed, %d skipped\n' "$preset/$name" "$good" "$bad" "$over"
+  grep -E -B 12 '^\[  FAILED  \].*ms\)' "$log" | head -n 80
+  if [ -n "$broken" ]; then
+    echo "FAILED: $name $broken"
+    $hung || tail -n 20 "$log"
   fi
 }
 
 mkdir -p "$work"
 exec 9>"$work/lock"
 flock 9
-if ! prepare_wine "$preset" "$work"; then
-  skipped=1
-  finish
-fi
 trap stop_all EXIT
+prepare_wine "$preset" "$work"
+case $? in
+  0) ;;
+  2)
+    skipped=1
+    echo "skipped: $why"
+    finish
+    ;;
+  *)
+    failed=1
+    echo "FAILED: $why"
+    finish
+    ;;
+esac
 shopt -s nullglob
 for program in build/"$preset"/bin/*_tests.exe; do
   run_program "$program" "$@"

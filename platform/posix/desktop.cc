@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "platform/posix/opener.h"
+#include "platform/seams/error.h"
 
 namespace scrivo {
 namespace {
@@ -13,6 +14,11 @@ namespace {
 constexpr std::uint32_t kButtons = 0xF;  // the part of a message box's style that tells its buttons
 
 void WriteLine(const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); }
+
+[[noreturn]] void ThrowMissing(const std::string& what) {
+  throw Error(kObjectDoesNotSupportThis, "",
+              "This system has no windows, so this is not possible: " + what);
+}
 
 }  // namespace
 
@@ -39,19 +45,27 @@ void PosixDesktop::Beep() {
   if (isatty(STDERR_FILENO)) std::fputc('\a', stderr);
 }
 
-WindowHandle PosixDesktop::FindTopLevelWindow(const std::string&, const std::string&) { return 0; }
-
-void PosixDesktop::SendToWindow(WindowHandle, std::uint32_t) {}
-
-std::int32_t PosixDesktop::OpenFileDialog(FileDialogRecord*) { return -1; }
-
-std::int32_t PosixDesktop::SaveFileDialog(FileDialogRecord*) { return -1; }
-
-std::uint32_t PosixDesktop::ExtendedDialogError() {
-  return 0xFFFF;  // CDERR_DIALOGFAILURE: the dialog could not be created
+WindowHandle PosixDesktop::FindTopLevelWindow(const std::string&, const std::string&) {
+  ThrowMissing("searching for windows");
 }
 
-std::uintptr_t PosixDesktop::BrowseForFolder(const BrowseRecord&) { return 0; }
+void PosixDesktop::SendToWindow(WindowHandle, std::uint32_t) {
+  ThrowMissing("sending messages to windows");
+}
+
+std::int32_t PosixDesktop::OpenFileDialog(FileDialogRecord*) {
+  ThrowMissing("the dialog for opening a file");
+}
+
+std::int32_t PosixDesktop::SaveFileDialog(FileDialogRecord*) {
+  ThrowMissing("the dialog for saving a file");
+}
+
+std::uint32_t PosixDesktop::ExtendedDialogError() { ThrowMissing("a file dialog's error code"); }
+
+std::uintptr_t PosixDesktop::BrowseForFolder(const BrowseRecord&) {
+  ThrowMissing("the folder browser");
+}
 
 bool PosixDesktop::PathFromItemList(std::uintptr_t item_list, char* buffer) {
   constexpr std::size_t kRoom = 260;

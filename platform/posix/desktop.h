@@ -8,9 +8,9 @@
 namespace scrivo {
 
 /// A desktop for programs without windows. Messages become lines on standard error, and questions
-/// get the answer that loses nothing, which the line tells: No, or Abort. There are no windows to
-/// find; the file dialogs fail and the folder browser is cancelled. Help files are opened in the
-/// user's own program for them.
+/// get the answer that loses nothing, which the line tells: No, or Abort. Help files are opened in
+/// the user's own program for them. What needs windows (finding one, sending to one, the file
+/// dialogs and the folder browser) throws Error kObjectDoesNotSupportThis.
 class PosixDesktop : public Desktop {
  public:
   MessageAnswer ShowMessage(const std::string& text, std::uint32_t style,

@@ -41,27 +41,42 @@ std::int32_t RunFileDialog(FileDialog show, FileDialogRecord* record) {
 
 using HtmlHelpFunction = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
 
-/// Where the viewer's control is registered, else its name for the system's search.
-std::string HelpControlPath() {
+/// Where the viewer's control is registered; empty when it is not.
+std::string RegisteredHelpControl() {
   char path[MAX_PATH] = "";
-  DWORD size = sizeof path - 1;
-  HKEY key = nullptr;
-  if (RegOpenKeyExA(HKEY_CLASSES_ROOT,
-                    "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32", 0,
-                    KEY_QUERY_VALUE, &key) == ERROR_SUCCESS) {
-    RegQueryValueExA(key, "", nullptr, nullptr, reinterpret_cast<BYTE*>(path), &size);
-    RegCloseKey(key);
-  }
-  return path[0] ? path : "hhctrl.ocx";
+  DWORD size = sizeof path;
+  // Replaces references to the environment and closes the text.
+  const LONG status = RegGetValueA(HKEY_CLASSES_ROOT,
+                                   "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32",
+                                   "", RRF_RT_REG_SZ, nullptr, path, &size);
+  return status == ERROR_SUCCESS ? path : "";
 }
 
-/// The viewer's entry, or null when it is not installed. The library stays loaded: its windows run
-/// in it.
-HtmlHelpFunction FindHtmlHelp() {
-  const HMODULE library = LoadLibraryA(HelpControlPath().c_str());
+/// The viewer's entry in a library, or null. A library that has it stays loaded: its windows run in
+/// it.
+HtmlHelpFunction HtmlHelpOf(const std::string& library_path) {
+  const HMODULE library = library_path.empty() ? nullptr : LoadLibraryA(library_path.c_str());
   if (!library) return nullptr;
-  return reinterpret_cast<HtmlHelpFunction>(
+  const auto entry = reinterpret_cast<HtmlHelpFunction>(
       reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpA")));
+  if (!entry) FreeLibrary(library);
+  return entry;
+}
+
+/// The viewer's entry, or null when it is not installed. A registration may be out of date, so the
+/// system's own search comes second; and what is missing now may be installed later.
+HtmlHelpFunction FindHtmlHelp() {
+  static HtmlHelpFunction found = nullptr;
+  if (!found) found = HtmlHelpOf(RegisteredHelpControl());
+  if (!found) found = HtmlHelpOf("hhctrl.ocx");
+  return found;
+}
+
+/// The folder browser in its new style works only on a thread with OLE. It stays initialized until
+/// the thread ends; a thread that somebody else has made ready otherwise is left as it is.
+void NeedOle() {
+  thread_local const HRESULT initialized = OleInitialize(nullptr);
+  static_cast<void>(initialized);
 }
 
 }  // namespace
@@ -109,6 +124,7 @@ std::int32_t Win32Desktop::SaveFileDialog(FileDialogRecord* record) {
 std::uint32_t Win32Desktop::ExtendedDialogError() { return CommDlgExtendedError(); }
 
 std::uintptr_t Win32Desktop::BrowseForFolder(const BrowseRecord& record) {
+  NeedOle();
   char display_name[MAX_PATH] = "";
   BROWSEINFOA browse{};
   browse.hwndOwner = WindowOf(record.owner);
@@ -124,7 +140,7 @@ bool Win32Desktop::PathFromItemList(std::uintptr_t item_list, char* buffer) {
 
 WindowHandle Win32Desktop::HtmlHelp(WindowHandle owner, const std::string& file,
                                     std::uint32_t command, const std::string& data) {
-  static const HtmlHelpFunction html_help = FindHtmlHelp();
+  const HtmlHelpFunction html_help = FindHtmlHelp();
   if (!html_help) return 0;
   return HandleOf(html_help(WindowOf(owner), file.c_str(), command,
                             reinterpret_cast<DWORD_PTR>(TextOrNull(data))));

@@ -46,6 +46,8 @@ void ThrowIfInterrupted() {
 void EndWhenInterrupted(HANDLE process) {
   const std::lock_guard lock(children_mutex);
   children.push_back(process);
+  // The interruption may have come since the process was started, and ended the others already.
+  if (interrupted) TerminateProcess(process, 1);
 }
 
 void Forget(HANDLE process) {

@@ -116,6 +116,34 @@ TEST_F(RegistryFaults, AnExpansionThatFailsGivesTheDefault) {
   EXPECT_EQ(Get("expandable"), RegistryValue("default"));
 }
 
+/// A registry whose question for the expanded size is answered with another figure than the
+/// expansion needs.
+class AsksForAnotherSize : public FailingRegistry {
+ public:
+  AsksForAnotherSize(std::shared_ptr<RegistryStore> store, int difference)
+      : FailingRegistry(std::move(store)), difference_(difference) {}
+
+  std::uint32_t ExpandEnvironment(const std::string& source, char* buffer,
+                                  std::uint32_t size) override {
+    const std::uint32_t needed = FailingRegistry::ExpandEnvironment(source, buffer, size);
+    return buffer ? needed : needed + static_cast<std::uint32_t>(difference_);
+  }
+
+ private:
+  int difference_;
+};
+
+TEST_F(RegistryFaults, AnExpansionEndsAtItsNul) {
+  const RegistryValue as_it_is = Get("expandable");
+  TheServices().registry = std::make_shared<AsksForAnotherSize>(registry, 5);
+  EXPECT_EQ(Get("expandable"), as_it_is);
+}
+
+TEST_F(RegistryFaults, AnExpansionThatHasGrownSinceItsSizeWasAskedGivesTheDefault) {
+  TheServices().registry = std::make_shared<AsksForAnotherSize>(registry, -1);
+  EXPECT_EQ(Get("expandable"), RegistryValue("default"));
+}
+
 TEST_F(RegistryFaults, AListEndsWhereItFails) {
   Fail("EnumKey", 1);
   EXPECT_EQ(registry_.GetAllSubKeys(kKey, &names), 1);

@@ -1,30 +1,43 @@
 # Wine for the tests: installing it, a fresh prefix, a display of its own. Sourced, from the top folder, after
-# tools/packages.sh. What is said to the user goes to standard error or, as a reason for skipping, to standard output.
+# tools/packages.sh. What is said to the user goes to standard error; a reason for giving up is left in $why.
 
 wine_packages=(wine wine64 xvfb imagemagick)
 
-# prepare_wine PRESET WORK: makes everything ready for run_wine; false, with one line that says why, when this machine
-# cannot have it. WORK is the folder for prefix and logs.
+wine_seconds=300  # the time limit for what Wine does by itself, such as making a prefix
+display_process= prefix_in_use=false
+
+# prepare_wine PRESET WORK: makes everything ready for run_wine. 2 when this machine can have no 32-bit Wine, 1 when
+# anything else fails; $why then tells the reason. WORK is the folder for prefix and logs.
 prepare_wine() {
   local preset=$1 work=$2
-  wine_root=
+  wine_root= why=
   case $preset in
     win-x64)
-      install_missing "Wine for the Windows tests" "${wine_packages[@]}" || return 1
+      install_wine "Wine for the Windows tests" "${wine_packages[@]}" || return 1
       wine_loader=/usr/lib/wine/wine64 wine_server=/usr/lib/wine/wineserver64
       ;;
     win-x86)
-      install_missing "a display for the Windows tests" xvfb imagemagick || return 1
+      install_wine "a display for the Windows tests" xvfb imagemagick || return 1
       wine_loader=/usr/lib/wine/wine wine_server=/usr/lib/wine/wineserver32
-      have_wine32 || make_wine32_root || return 1
+      have_wine32 || make_wine32_root || return
       ;;
     *)
-      echo "skipped: $preset is no preset for Windows"
+      why="$preset is no preset for Windows"
       return 1
       ;;
   esac
-  start_display "$work" || return 1
-  make_prefix "$work"
+  start_display "$work" && make_prefix "$work"
+}
+
+# install_wine WHAT_FOR PACKAGE…: install_missing, whose output becomes the reason when it fails.
+install_wine() {
+  local said
+  if said=$(install_missing "$@" 2>&1); then
+    [ -z "$said" ] || echo "$said" >&2
+    return 0
+  fi
+  why="what the tests need cannot be installed: $said"
+  return 1
 }
 
 have_wine32() {
@@ -34,16 +47,19 @@ have_wine32() {
 }
 
 # The i386 packages beside the machine's own, when apt can resolve that; the architecture is taken away again otherwise.
+# $no_packages tells why it could not.
 install_wine32() {
+  local added=false log=$PWD/build/wine32-packages.log
+  no_packages="only root can install i386 packages"
   [ "$(id -u)" -eq 0 ] || return 1
-  local added=false
+  no_packages="the i386 packages of Wine cannot be installed (the whole record is in $log)"
   if ! dpkg --print-foreign-architectures | grep -qx i386; then
     dpkg --add-architecture i386 || return 1
     added=true
   fi
-  if { apt-get update && apt-get install -s --no-install-recommends wine32:i386; } >/dev/null 2>&1 </dev/null; then
+  if { apt-get update && apt-get install -s --no-install-recommends wine32:i386; } >"$log" 2>&1 </dev/null; then
     echo "Installing 32-bit Wine for the Windows tests: wine32:i386" >&2
-    DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends wine32:i386 >/dev/null 2>&1 </dev/null &&
+    DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends wine32:i386 >"$log" 2>&1 </dev/null &&
       return 0
   fi
   if $added; then
@@ -60,14 +76,14 @@ make_wine32_root() {
   local root suite log=$PWD/build/wine32-root.log
   root=$(wine32_root)
   if [ "$(id -u)" -ne 0 ]; then
-    echo "skipped: 32-bit Wine is not installed, and only root can make an i386 root for it"
-    return 1
+    why="no 32-bit Wine: $no_packages, and only root can make an i386 root for it"
+    return 2
   fi
   if ! unshare --mount true 2>/dev/null; then
-    echo "skipped: 32-bit Wine is not installed, and an i386 root for it cannot be entered here (no mounts)"
-    return 1
+    why="no 32-bit Wine: $no_packages, and an i386 root for it cannot be entered here (no mounts)"
+    return 2
   fi
-  install_missing "the maker of an i386 root for 32-bit Wine" debootstrap || return 1
+  install_wine "the maker of an i386 root for 32-bit Wine" debootstrap || return 1
   mkdir -p "$(dirname "$root")"
   exec 8>"$root.lock"
   flock 8
@@ -76,8 +92,8 @@ make_wine32_root() {
     suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
     rm -rf --one-file-system "$root"
     if ! debootstrap --arch=i386 --variant=minbase --include=wine,wine32 "$suite" "$root" >"$log" 2>&1 </dev/null; then
-      echo "skipped: 32-bit Wine can be installed neither from i386 packages nor in an i386 root: $(tail -n 1 "$log")"
-      return 1
+      why="no 32-bit Wine: $no_packages, and no i386 root can be made for it: $(tail -n 1 "$log")"
+      return 2
     fi
     rm -rf "$root"/var/cache/apt/archives/*.deb
     touch "$root/.complete"
@@ -118,7 +134,7 @@ start_display() {
   read -r -t 30 number <"$1/display"
   rm -f "$1/display"
   if [ -z "${number:-}" ]; then
-    echo "skipped: no display can be started: $(tail -n 1 "$1/xvfb.log")"
+    why="no display can be started: $(tail -n 1 "$1/xvfb.log")"
     return 1
   fi
   export DISPLAY=:$number
@@ -132,25 +148,38 @@ make_prefix() {
   mkdir -p "$HOME"
   if [ ! -e "$work/template/.complete" ]; then
     rm -rf "$work/template"
-    if ! WINEPREFIX=$work/template in_wine_root "$wine_loader" wineboot.exe --init >"$work/wineboot.log" 2>&1 </dev/null 9>&-; then
-      echo "skipped: Wine cannot make a prefix: $(tail -n 1 "$work/wineboot.log")"
+    if ! make_template >"$work/wineboot.log" 2>&1 </dev/null 9>&-; then
+      why="Wine cannot make a prefix: $(tail -n 1 "$work/wineboot.log") (the whole record is in $work/wineboot.log)"
       return 1
     fi
-    WINEPREFIX=$work/template in_wine_root "$wine_server" --wait
     touch "$work/template/.complete"
   fi
   rm -rf "$WINEPREFIX"
-  cp -a "$work/template" "$WINEPREFIX"
-  in_wine_root "$wine_server" --persistent 9>&-
+  prefix_in_use=true
+  cp -a "$work/template" "$WINEPREFIX" && limited "$wine_server" --persistent 9>&- && return 0
+  why="the prefix cannot be copied to $WINEPREFIX, or Wine's server does not start in it"
+  return 1
+}
+
+# limited COMMAND…: in_wine_root, with a time limit.
+limited() { in_wine_root timeout --verbose --kill-after=10 "$wine_seconds" "$@"; }
+
+# Makes the prefix $work/template and leaves no program of it running.
+make_template() {
+  local -x WINEPREFIX=$work/template
+  limited "$wine_loader" wineboot.exe --init && limited "$wine_server" --wait && return 0
+  in_wine_root timeout --kill-after=10 30 "$wine_server" --kill
+  return 1
 }
 
 # run_wine PROGRAM ARGUMENT…
 run_wine() { in_wine_root "$wine_loader" "$@" 9>&-; }
 
 # Ends every program of the prefix.
-stop_wine() { in_wine_root "$wine_server" --kill; }
+stop_wine() { in_wine_root timeout --kill-after=10 30 "$wine_server" --kill; }
 
+# Ends what prepare_wine has started, however far it came.
 stop_all() {
-  stop_wine
-  kill "$display_process" 2>/dev/null
+  if $prefix_in_use; then stop_wine; fi
+  [ -z "$display_process" ] || kill "$display_process" 2>/dev/null
 }

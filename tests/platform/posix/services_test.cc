@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <regex>
 
 #include "platform/globals.h"
@@ -214,16 +215,26 @@ TEST(Desktop, WritesMessagesAsLinesAndAnswersWhatLosesNothing) {
             "Scrivo: one\ntwo\nScrivo: sure? (answered: No)\nScrivo: failed (answered: Abort)\n");
 }
 
-TEST(Desktop, HasNoWindowsAndNoDialogs) {
+TEST(Desktop, SaysWithANumberedErrorWhatItCannotDo) {
   PosixDesktop desktop;
   FileDialogRecord record;
-  EXPECT_EQ(desktop.FindTopLevelWindow("HH Parent", "x"), 0u);
-  EXPECT_EQ(desktop.OpenFileDialog(&record), -1);
-  EXPECT_EQ(desktop.SaveFileDialog(&record), -1);
-  EXPECT_EQ(desktop.ExtendedDialogError(), 0xFFFFu);
-  EXPECT_EQ(desktop.BrowseForFolder({}), 0u);
+  const std::pair<std::function<void()>, const char*> calls[] = {
+      {[&] { desktop.FindTopLevelWindow("HH Parent", "x"); }, "searching for windows"},
+      {[&] { desktop.SendToWindow(1, kCloseMessage); }, "sending messages to windows"},
+      {[&] { desktop.OpenFileDialog(&record); }, "the dialog for opening a file"},
+      {[&] { desktop.SaveFileDialog(&record); }, "the dialog for saving a file"},
+      {[&] { desktop.ExtendedDialogError(); }, "a file dialog's error code"},
+      {[&] { desktop.BrowseForFolder({}); }, "the folder browser"},
+  };
+  for (const auto& [call, what] : calls) {
+    ExpectError(call, kObjectDoesNotSupportThis, "",
+                std::string("This system has no windows, so this is not possible: ") + what);
+  }
+}
+
+TEST(Desktop, TellsNoPathWithoutAnItemList) {
   char buffer[260];
-  EXPECT_FALSE(desktop.PathFromItemList(0, buffer));
+  EXPECT_FALSE(PosixDesktop().PathFromItemList(0, buffer));
 }
 
 TEST(Desktop, TellsNoPathThatDoesNotFit) {
