@@ -54,7 +54,8 @@ run_program() {
   bad=${bad:-0} over=${over:-0}
   local broken=
   if $hung; then
-    broken="did not end within $limit seconds, in: $(grep '^\[ RUN ' "$log" | tail -n 1)"
+    broken="did not end within $limit seconds"
+    if [ -z "$good" ]; then broken+=", in: $(grep '^\[ RUN ' "$log" | tail -n 1)"; else broken+=" after its own sum"; fi
     broken+=$'\n'"        the screen is kept in ${work#"$PWD"/}/$name.png"
   elif [ -z "$good" ]; then
     broken="ended with status $status before its own sum"
