@@ -56,8 +56,9 @@ TEST_P(MalformedTest, IsNamedAndCostsNoMoreThanItMust) {
   Lines saved;
   for (const auto& [path, content] : outcome.files) {
     saved.push_back(path);
-    const auto file = std::find_if(kFiles.begin(), kFiles.end(), [&](const ImageFile& wanted) {
-      return wanted.name == "/" + path;
+    const std::string name = "/" + path;
+    const auto file = std::find_if(kFiles.begin(), kFiles.end(), [&name](const ImageFile& wanted) {
+      return wanted.name == name;
     });
     ASSERT_NE(file, kFiles.end()) << path;
     EXPECT_TRUE(content == file->content) << path << " is not right";
