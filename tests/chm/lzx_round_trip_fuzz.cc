@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::size_t kMaxInterval = 4 * scrivo::chm::kLzxUsualInterval;
+constexpr std::size_t kMaxInterval = 2 * scrivo::chm::kLzxUsualInterval;
 
 void Require(bool condition) {
   if (!condition) std::abort();
