@@ -41,6 +41,7 @@ class PrintingProcesses : public Processes {
   }
   std::uint32_t ExitCode(SystemHandle) override { return 1; }
   void WaitForEnd(SystemHandle) override {}
+  void End(SystemHandle) override {}
   void Close(SystemHandle) override {}
   std::uint32_t LastError() override { return 0; }
 

@@ -1,7 +1,10 @@
 #include "cli/compile_command.h"
 
+#include <algorithm>
+
 #include "cli/compile_form.h"
 #include "cli/compiler_choice.h"
+#include "cli/compiler_process.h"
 #include "cli/open_web.h"
 #include "cli/output_guard.h"
 #include "cli/run_summary.h"
@@ -17,35 +20,45 @@ namespace {
 
 /// What the run window knows of a run that is over.
 struct RunFacts {
-  bool has_run = false;
+  bool has_run = false;  ///< the compiler was started
   std::int32_t exit_code = 0;
-  bool has_messages = false;
+  std::vector<std::string> messages;
   std::string transcript;
 };
 
-RunFacts TakeRunFacts() {
+RunFacts TakeRunFacts(const CompilerProcess& compiler) {
   RunFacts facts;
   if (!frmHHC::IsLoaded()) return facts;
   const frmHHC& run = frmHHC::Load();
-  facts.has_run = true;
+  facts.has_run = compiler.HasStarted();
   facts.exit_code = run.ExitCode();
-  facts.has_messages = !run.Messages().empty();
+  facts.messages = run.Messages();
   facts.transcript = run.Transcript();
   frmHHC::Unload();
   return facts;
 }
 
-/// How a run ended, for a compiler that did not do its job.
-std::string EndingText(std::int32_t exit_code) {
+bool IsErrorMessage(const std::string& message) { return message.starts_with("Error"); }
+
+bool HasLivedOn(std::int32_t exit_code) {
+  return exit_code == static_cast<std::int32_t>(kStillActive);
+}
+
+bool HasCrashed(std::int32_t exit_code) {
   constexpr std::int32_t kFirstSignal = 129;
   constexpr std::int32_t kLastSignal = 128 + 64;
-  if (exit_code == static_cast<std::int32_t>(kStillActive)) {
-    return "closed its output and has not ended";
-  }
-  if (exit_code < 0 || (exit_code >= kFirstSignal && exit_code <= kLastSignal)) {
-    return "crashed (exit status " + std::to_string(exit_code) + ")";
-  }
-  return "ended with exit status " + std::to_string(exit_code);
+  return exit_code < 0 || (exit_code >= kFirstSignal && exit_code <= kLastSignal);
+}
+
+bool IsOrdinaryEnd(std::int32_t exit_code) {
+  return !HasLivedOn(exit_code) && !HasCrashed(exit_code);
+}
+
+/// How a run ended, for a compiler that did not do its job.
+std::string EndingText(std::int32_t exit_code) {
+  if (HasLivedOn(exit_code)) return "closed its output without ending, and was ended";
+  const std::string status = "exit status " + std::to_string(exit_code);
+  return HasCrashed(exit_code) ? "crashed (" + status + ")" : "ended with " + status;
 }
 
 /// The last lines that the compiler printed, each on a line of its own behind a line break.
@@ -67,19 +80,35 @@ std::string LastLines(const std::string& transcript) {
 }
 
 void TellWhyNothingWasMade(Console& console, const RunFacts& run, const OutputGuard& output) {
-  std::string text;
+  const std::string kept = output.HoldsEarlierFile() ? "; the earlier file is kept" : "";
   if (!run.has_run) {
-    text = "no help file was made";
-  } else if (TheServices().files->FileExists(output.path())) {
-    text = output.path() + ": this is no whole help file; it was removed. " +
-           Globals().compiler_path + " " + EndingText(run.exit_code);
-  } else {
-    text = output.path() + ": no help file was made; " + Globals().compiler_path + " " +
-           EndingText(run.exit_code);
+    // Why it was not run has been told.
+    if (!kept.empty() || console.Failures() == 0) {
+      console.Fail(output.path() + ": no help file was made" + kept + ".");
+    }
+    return;
   }
-  if (output.HoldsEarlierFile()) text += "; the earlier file is kept";
+  std::string text = output.path() + ": no help file was made";
+  if (TheServices().files->FileExists(output.path())) {
+    text = output.path() + ": this is no whole help file; it was removed";
+  }
+  text += kept + ".";
   // What was told in messages already need not be told again.
-  if (run.has_run && !run.has_messages) text += LastLines(run.transcript);
+  const bool has_told = std::any_of(run.messages.begin(), run.messages.end(), IsErrorMessage);
+  if (!has_told || !IsOrdinaryEnd(run.exit_code)) {
+    text += " " + Globals().compiler_path + " " + EndingText(run.exit_code) +
+            ". To see why, keep the project with --keep-project and run the compiler on it.";
+  }
+  if (run.messages.empty()) text += LastLines(run.transcript);
+  console.Fail(text);
+}
+
+/// A quiet run has not told the warnings, which are now what it fails for.
+void TellWhyStrictFails(Console& console, const RunFacts& run, const CompileOptions& options) {
+  const bool has_told = std::any_of(run.messages.begin(), run.messages.end(), IsErrorMessage);
+  if (!options.quiet || has_told) return;
+  std::string text = "The compiler gave messages, and --strict allows none:";
+  for (const std::string& message : run.messages) text += "\n" + message;
   console.Fail(text);
 }
 
@@ -124,9 +153,11 @@ int CompileWeb(const CompileOptions& options, Console& console) {
   const std::string default_page = form->suiParams()["DEFAULTPAGE"].data;
   const WebCounts counts = ReadPages(*web, options, console);
 
+  const auto compiler = std::make_shared<CompilerProcess>(TheServices().processes);
+  TheServices().processes = compiler;
   form->Generate();
   console.EndSteps();
-  const RunFacts run = TakeRunFacts();
+  const RunFacts run = TakeRunFacts(*compiler);
   ThrowIfInterrupted();
   web->ReportLostCharacters();
   warnings.Sum();
@@ -142,7 +173,9 @@ int CompileWeb(const CompileOptions& options, Console& console) {
     TheServices().desktop->HtmlHelp(0, output.path(), kHelpDisplayToc,
                                     RelativeLocation(default_page));
   }
-  return options.strict && run.has_messages ? 1 : 0;
+  if (!options.strict || run.messages.empty()) return 0;
+  TellWhyStrictFails(console, run, options);
+  return 1;
 }
 
 int WriteProjectOf(const CompileOptions& options, Console& console) {

@@ -1,5 +1,6 @@
 #include "cli/compile_form.h"
 
+#include "cli/control_characters.h"
 #include "cli/open_web.h"
 #include "cli/suggestion.h"
 #include "cli/terminal_text.h"
@@ -37,7 +38,17 @@ void SaveAsSettings(const CompileOptions& options, const std::string& web_url) {
 /// system.
 void NameOutputAsFilesAre(Item& output) {
   const std::string& folder = Globals().working_folder;
-  output.text = folder + ToTerminal(output.text.substr(folder.size()));
+  const std::string name = WithoutControlCharacters(output.text.substr(folder.size()));
+  output.text = folder + ToTerminal(name);
+}
+
+/// A folder's name may hold what no line of a project file can carry.
+void ThrowUnlessOneLine(const std::string& output) {
+  if (!HasControlCharacters(output)) return;
+  throw Error(kPathFileAccessError, "scrivo",
+              output +
+                  ": the help file cannot be made: its path holds a line break or another control "
+                  "character. Name another folder with -o.");
 }
 
 void ChooseDefaultPage(frmMain& form, const std::string& wanted) {
@@ -68,7 +79,9 @@ std::shared_ptr<frmMain> LoadCompileForm(const CompileOptions& options) {
     throw Error(kInternalError, "scrivo", options.web + ": the web cannot be compiled");
   }
   ItemPanel& items = form->suiParams();
+  items["TITLE"].text = WithoutControlCharacters(items["TITLE"].text);
   if (options.output.empty()) NameOutputAsFilesAre(items["OUTPUT"]);
+  ThrowUnlessOneLine(items["OUTPUT"].text);
   if (!options.default_page.empty()) ChooseDefaultPage(*form, options.default_page);
   items["USEKEYWORDS"].checked = options.use_index;
   items["FAVORITES"].checked = options.favorites;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "cli/control_characters.h"
 #include "cli/suggestion.h"
 #include "text/code_page.h"
 
@@ -57,8 +58,27 @@ Option Text(const std::string& name, const std::string& short_name, const std::s
             const std::string& help, std::string* target) {
   return {name, short_name, value_name, help, [=](const std::string& value) {
             if (value.empty()) throw UsageError(name + " is given an empty " + value_name);
+            if (HasControlCharacters(value)) {
+              throw UsageError(name + " is given a line break or another control character; give " +
+                               value_name + " without it");
+            }
             *target = value;
           }};
+}
+
+/// The compiler reads the name from a project file, without the blanks at its ends: the file that
+/// it writes would be another one than the one that is looked after here.
+Option OutputFile(CompileOptions* options) {
+  Option option = Text("--output", "-o", "FILE", "the help file to make (default: WEB/title.CHM)",
+                       &options->output);
+  option.set = [take = option.set](const std::string& value) {
+    take(value);
+    if (value.front() == ' ' || value.back() == ' ') {
+      throw UsageError("--output is given \"" + value +
+                       "\", a FILE that begins or ends with a blank; give it without the blank");
+    }
+  };
+  return option;
 }
 
 }  // namespace
@@ -82,8 +102,7 @@ std::vector<Option> ReadingOptions(CompileOptions* options) {
 
 std::vector<Option> AllCompileOptions(CompileOptions* options) {
   std::vector<Option> all = {
-      Text("--output", "-o", "FILE", "the help file to make (default: WEB/title.CHM)",
-           &options->output),
+      OutputFile(options),
       Text("--title", "", "TEXT", "its title (default: the home page's label)", &options->title),
       Text("--default-page", "", "ADDRESS", "the page it opens with (default: the first one)",
            &options->default_page),

@@ -165,10 +165,21 @@ void PosixProcesses::EndChildren() {
     if (!child.ended) kill(-child.process, SIGTERM);
   }
   for (auto& [handle, child] : children_) {
-    if (ReapWithin(&child, kEndingTime)) continue;
-    kill(-child.process, SIGKILL);
-    ReapWithin(&child, kEndingTime);
+    KillUnlessEnded(&child);
   }
+}
+
+void PosixProcesses::KillUnlessEnded(Child* child) {
+  if (ReapWithin(child, kEndingTime)) return;
+  kill(-child->process, SIGKILL);
+  ReapWithin(child, kEndingTime);
+}
+
+void PosixProcesses::End(SystemHandle process) {
+  const auto found = children_.find(process);
+  if (found == children_.end() || Reap(&found->second)) return;
+  kill(-found->second.process, SIGTERM);
+  KillUnlessEnded(&found->second);
 }
 
 std::uint32_t PosixProcesses::ExitCode(SystemHandle process) {

@@ -23,6 +23,7 @@ class PosixProcesses : public Processes {
   bool Read(SystemHandle pipe, char* buffer, std::uint32_t size, std::uint32_t* got) override;
   std::uint32_t ExitCode(SystemHandle process) override;
   void WaitForEnd(SystemHandle process) override;
+  void End(SystemHandle process) override;
   void Close(SystemHandle handle) override;
   std::uint32_t LastError() override { return last_error_; }
 
@@ -40,6 +41,8 @@ class PosixProcesses : public Processes {
   static bool Reap(Child* child);
   /// Waits up to a time in milliseconds for the child's end.
   static bool ReapWithin(Child* child, int milliseconds);
+  /// Kills the group of a child that has been asked to end and did not.
+  static void KillUnlessEnded(Child* child);
   void EndChildren();
 
   SystemHandle next_handle_ = 1;

@@ -54,6 +54,9 @@ class Processes {
   virtual std::uint32_t ExitCode(SystemHandle process) = 0;
   /// Waits without a time limit until the process has ended.
   virtual void WaitForEnd(SystemHandle process) = 0;
+  /// Ends a process that has not ended (on POSIX: its whole process group), and returns when it is
+  /// gone. What it was about to do is lost.
+  virtual void End(SystemHandle process) = 0;
   virtual void Close(SystemHandle handle) = 0;
   /// The system's code of the last failure in this object.
   virtual std::uint32_t LastError() = 0;

@@ -73,6 +73,11 @@ void Win32Processes::WaitForEnd(SystemHandle process) {
   Done(WaitForSingleObject(HandleOf(process), INFINITE) != WAIT_FAILED);
 }
 
+void Win32Processes::End(SystemHandle process) {
+  // The code that a program ended by Ctrl-C or the task manager leaves, too.
+  if (Done(TerminateProcess(HandleOf(process), 1))) WaitForEnd(process);
+}
+
 void Win32Processes::Close(SystemHandle handle) {
   Forget(HandleOf(handle));
   Done(CloseHandle(HandleOf(handle)));

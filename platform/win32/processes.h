@@ -12,6 +12,7 @@ class Win32Processes : public Processes {
   bool Read(SystemHandle pipe, char* buffer, std::uint32_t size, std::uint32_t* got) override;
   std::uint32_t ExitCode(SystemHandle process) override;
   void WaitForEnd(SystemHandle process) override;
+  void End(SystemHandle process) override;
   void Close(SystemHandle handle) override;
   std::uint32_t LastError() override { return last_error_; }
 

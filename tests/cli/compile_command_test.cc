@@ -50,12 +50,53 @@ TEST_F(CompileCommand, ExitsWithOneOnMessagesWhenStrictAndKeepsTheFile) {
   EXPECT_EQ(Compile("make", {"--strict"}), 0);
 }
 
+TEST_F(CompileCommand, TellsTheMessagesThatAStrictRunFailsForEvenWhenQuiet) {
+  EXPECT_EQ(Compile("make with warnings", {"-q", "--strict"}), 1);
+  EXPECT_EQ(err,
+            "scrivo: error: The compiler gave messages, and --strict allows none:\n"
+            "  Warning: a\n  Warning: b\n");
+  EXPECT_EQ(Compile("make with errors", {"-q", "--strict"}), 1);
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 2) << "they are told once: " << err;
+}
+
+TEST_F(CompileCommand, RefusesAnOutputWhoseNameTheCompilerWouldCut) {
+  output.Write("a.chm", "old");
+  for (const std::string& name : {Output() + " ", " " + Output(), Output() + "\t"}) {
+    EXPECT_EQ(Compile("make", {"-o", name}), 2) << name;
+    EXPECT_TRUE(err.starts_with("scrivo: --output is given ")) << err;
+  }
+  EXPECT_EQ(output.Read("a.chm"), "old");
+}
+
+TEST_F(CompileCommand, RefusesOptionsThatWouldAddLinesToTheProject) {
+  output.Write("b.chm", "old");
+  const std::string more = "\r\nCompiled file=" + output.PathOf("b.chm");
+  for (const char* option : {"--title", "--default-page", "-o"}) {
+    EXPECT_EQ(Compile("make", {option, "index.htm" + more}), 2) << option;
+    EXPECT_NE(err.find("is given a line break or another control character; give "),
+              std::string::npos)
+        << err;
+  }
+  EXPECT_EQ(output.Read("b.chm"), "old");
+}
+
+TEST_F(CompileCommand, TakesALabelForATitleWithoutItsControlCharacters) {
+  web.Write("_vti_pvt/structure.cnf",
+            "3.0.0.507\r\n1002\r\n1000,index.htm,0,My\x1Ehome\tpage,0,100,0\r\n"
+            "1001,docs/a.htm,0,First,1000,100,0");
+  EXPECT_EQ(Compile("make and show the project"), 0) << err;
+  EXPECT_NE(web.Read("project.txt").find("Title=My home page\r"), std::string::npos)
+      << web.Read("project.txt");
+  EXPECT_EQ(Run({"compile", WebPath(), "--compiler", TestProgram("test_fake_hhc")}), 0) << err;
+  EXPECT_TRUE(web.Has("My home page.CHM"));
+}
+
 TEST_F(CompileCommand, KeepsTheEarlierFileWhenTheCompilerRefuses) {
   output.Write("a.chm", "old");
   EXPECT_EQ(Compile("refuse"), 1);
   EXPECT_EQ(output.Read("a.chm"), "old");
-  EXPECT_NE(Plain(err).find("scrivo: error: OUT/a.chm: no help file was made; HHC ended with exit "
-                            "status 0; the earlier file is kept\n"),
+  EXPECT_NE(Plain(err).find("scrivo: error: OUT/a.chm: no help file was made; the earlier file is "
+                            "kept.\n"),
             std::string::npos)
       << err;
   EXPECT_EQ(out, "");
@@ -64,22 +105,25 @@ TEST_F(CompileCommand, KeepsTheEarlierFileWhenTheCompilerRefuses) {
 
 TEST_F(CompileCommand, ShowsTheLastLinesOfACompilerThatFailsWithoutAMessage) {
   EXPECT_EQ(Compile("fail without a message"), 1);
-  EXPECT_NE(Plain(err).find("HHC ended with exit status 0\n  one\n  two\n  Unable to open it.\n"),
+  EXPECT_NE(Plain(err).find("no help file was made. HHC ended with exit status 0. To see why, keep "
+                            "the project with --keep-project and run the compiler on it.\n"
+                            "  one\n  two\n  Unable to open it.\n"),
             std::string::npos)
       << err;
 }
 
 TEST_F(CompileCommand, SaysSoWhenTheCompilerDoesNothing) {
   EXPECT_EQ(Compile("do nothing"), 1);
-  EXPECT_NE(Plain(err).find("no help file was made; HHC ended with exit status 0\n"),
-            std::string::npos);
+  EXPECT_NE(Plain(err).find("no help file was made. HHC ended with exit status 0. To see"),
+            std::string::npos)
+      << err;
 }
 
 TEST_F(CompileCommand, RemovesAFileThatIsCutShort) {
   EXPECT_EQ(Compile("cut the file short"), 1);
   EXPECT_FALSE(output.Has("a.chm"));
   EXPECT_NE(Plain(err).find("scrivo: error: OUT/a.chm: this is no whole help file; it was removed. "
-                            "HHC ended with exit status 1\n"),
+                            "HHC ended with exit status 1. "),
             std::string::npos)
       << err;
 }
@@ -89,12 +133,19 @@ TEST_F(CompileCommand, PutsTheEarlierFileBackAfterACrash) {
   EXPECT_EQ(Compile("crash"), 1);
   EXPECT_EQ(output.Read("a.chm"), "old");
   EXPECT_TRUE(ProjectFiles().empty());
-  EXPECT_NE(Plain(err).find("this is no whole help file; it was removed. HHC "), std::string::npos);
+  EXPECT_NE(Plain(err).find("OUT/a.chm: this is no whole help file; it was removed; the earlier "
+                            "file is kept. HHC "),
+            std::string::npos)
+      << err;
 }
 
-TEST_F(CompileCommand, DoesNotWaitForACompilerThatClosesItsOutputAndLivesOn) {
+TEST_F(CompileCommand, EndsACompilerThatClosesItsOutputAndLivesOn) {
   EXPECT_EQ(Compile("live on"), 1);
-  EXPECT_NE(Plain(err).find("HHC closed its output and has not ended\n"), std::string::npos) << err;
+  EXPECT_NE(
+      Plain(err).find("OUT/a.chm: no help file was made. HHC closed its output without ending, "
+                      "and was ended. "),
+      std::string::npos)
+      << err;
 }
 
 TEST_F(CompileCommand, BearsACompilerThatPrintsMuch) {
@@ -112,6 +163,19 @@ TEST_F(CompileCommand, SaysWhatIsWrongWithACompilerThatCannotBeRun) {
   EXPECT_EQ(Plain(err),
             "Reading WEB\nscrivo: error: WEB: the compiler cannot be run: it is a "
             "folder; name the program itself\n");
+}
+
+TEST_F(CompileCommand, DoesNotTellHowACompilerEndedThatWasNeverStarted) {
+  web.Write("hhc", "no program");
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", Output(), "--compiler", web.PathOf("hhc"), "-q"}), 1);
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+  EXPECT_EQ(err.find("exit status"), std::string::npos) << err;
+  output.Write("a.chm", "old");
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", Output(), "--compiler", web.PathOf("hhc"), "-q"}), 1);
+  EXPECT_EQ(err.find("exit status"), std::string::npos) << err;
+  EXPECT_NE(Plain(err).find("OUT/a.chm: no help file was made; the earlier file is kept.\n"),
+            std::string::npos)
+      << err;
 }
 
 TEST_F(CompileCommand, SaysSoWhenTheCompilerIsNoProgram) {
@@ -290,8 +354,7 @@ TEST_F(CompileCommand, KeepsTheEarlierFileWhenTheDiskIsFull) {
   EXPECT_EQ(Compile("make"), 1);
   EXPECT_NE(err.find("scrivo: error: Disk full: "), std::string::npos) << err;
   EXPECT_NE(err.find("; free some space and run again\n"), std::string::npos);
-  EXPECT_NE(err.find("scrivo: error: no help file was made; the earlier file is kept\n"),
-            std::string::npos);
+  EXPECT_NE(err.find("no help file was made; the earlier file is kept.\n"), std::string::npos);
   EXPECT_EQ(output.Read("a.chm"), "old");
   EXPECT_TRUE(ProjectFiles().empty());
 }

@@ -56,6 +56,7 @@ class FakeProcesses : public Processes {
   void WaitForEnd(SystemHandle process) override {
     log.push_back("wait " + std::to_string(process));
   }
+  void End(SystemHandle process) override { log.push_back("end " + std::to_string(process)); }
   void Close(SystemHandle handle) override {
     log.push_back("close " + std::to_string(handle));
     std::erase(open_handles, handle);

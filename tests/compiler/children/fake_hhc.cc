@@ -2,6 +2,7 @@
 // current folder says, and knows nothing of help but where the project wants its output.
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -93,10 +94,15 @@ int Behave(const std::string& behaviour, const std::string& project, const std::
     Write(output, "half a");
     std::abort();
   }
+  if (behaviour == "crash at once") {
+    std::signal(SIGSEGV, SIG_DFL);
+    std::raise(SIGSEGV);
+  }
   if (behaviour == "live on") {
     std::fclose(stdout);
     std::fclose(stderr);
     LiveOn();
+    Write(output, "late");
   }
   if (behaviour == "wait") {
     Write(output, "half a");

@@ -1,0 +1,37 @@
+// What becomes of a compiler that crashes or does not end, where its end can be looked at.
+
+#include <sys/wait.h>
+
+#include "tests/cli/scrivo_run.h"
+
+namespace scrivo {
+namespace {
+
+class CompilerEnd : public ScrivoRun {};
+
+TEST_F(CompilerEnd, LeavesNoCompilerRunningThatCouldWriteOverTheEarlierFile) {
+  while (waitpid(-1, nullptr, 0) > 0) {  // children of earlier tests, which are about to end
+  }
+  output.Write("a.chm", "old");
+  EXPECT_EQ(Compile("live on"), 1);
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "the compiler is still running";
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_NE(Plain(err).find("OUT/a.chm: no help file was made; the earlier file is kept. HHC "
+                            "closed its output without ending, and was ended. "),
+            std::string::npos)
+      << err;
+}
+
+TEST_F(CompilerEnd, SaysThatTheCompilerCrashed) {
+  EXPECT_EQ(Compile("crash"), 1);
+  EXPECT_NE(Plain(err).find("HHC crashed (exit status 134). "), std::string::npos) << err;
+  EXPECT_EQ(Compile("crash at once"), 1);
+  EXPECT_NE(Plain(err).find("OUT/a.chm: no help file was made. HHC crashed (exit status 139). To "
+                            "see why, keep the project with --keep-project and run the compiler on "
+                            "it.\n"),
+            std::string::npos)
+      << err;
+}
+
+}  // namespace
+}  // namespace scrivo
