@@ -1,5 +1,6 @@
 // What Windows tells of itself, and its shell.
 
+#include <algorithm>
 #include <functional>
 #include <string>
 
@@ -108,6 +109,18 @@ TEST_F(Win32SystemTest, AFileThatIsNoProgramCannotBeLaunched) {
   EXPECT_EQ(NumberOf([&] { CShell().LaunchProgram(InFolder("fake.exe"), "", true); }),
             CShell::kCannotCreateProcess);
   EXPECT_NE(NumberOf([&] { CShell().LaunchProgram(InFolder("fake.exe"), "", false); }), 0);
+}
+
+TEST_F(Win32SystemTest, TheExtendedRequestReachesTheShell) {
+  ExtendedShellRequest request;
+  request.structure_size = 60;
+  request.mask = 0x44C;
+  request.request.verb = "open";
+  request.request.file = InFolder("none.exe");
+  EXPECT_EQ(TheServices().shell->ExecuteExtended(request), 2);
+  request.request.file = "C:\\windows\\system32\\cmd.exe";
+  request.request.parameters = "/c exit";
+  EXPECT_GT(TheServices().shell->ExecuteExtended(request), 32);
 }
 
 TEST_F(Win32SystemTest, AProgramIsLaunchedWithItsParametersInItsFolder) {
