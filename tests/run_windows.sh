@@ -11,6 +11,7 @@ set -u
 cd "$(dirname "$(readlink -f "$0")")/.." || exit 1
 . tools/packages.sh
 . tests/wine/wine.sh
+. tests/wine/compile_sample.sh
 
 preset=${1:?usage: tests/run_windows.sh win-x64|win-x86}
 shift
@@ -76,6 +77,23 @@ run_program() {
   fi
 }
 
+# run_sample: the checks of the command line, within the time limit.
+run_sample() {
+  local good=0 bad=0 answer
+  while read -r answer; do
+    if [ "$answer" = ok ]; then
+      good=$((good + 1))
+    else
+      bad=$((bad + 1))
+      echo "FAILED: scrivo.exe $answer"
+    fi
+  done < <(export -f compile_sample run_wine in_wine_root
+           export wine_root wine_loader
+           timeout "$limit" bash -c 'compile_sample "$@" 9>&-' bash "$preset" "$work" || echo "did not end in time")
+  passed=$((passed + good)) failed=$((failed + bad))
+  printf '%-28s %5d passed, %d failed, 0 skipped\n' "$preset/sample web" "$good" "$bad"
+}
+
 mkdir -p "$work"
 exec 9>"$work/lock"
 flock 9
@@ -98,6 +116,7 @@ shopt -s nullglob
 for program in build/"$preset"/bin/*_tests.exe; do
   run_program "$program" "$@"
 done
+if [ $# -eq 0 ] && [ -e "build/$preset/bin/scrivo.exe" ] && [ -e "build/$preset/bin/hhc.exe" ]; then run_sample; fi
 if [ $((passed + failed)) -eq 0 ]; then
   echo "FAILED: there are no tests in build/$preset/bin"
   failed=1
