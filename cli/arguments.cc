@@ -127,6 +127,19 @@ void ParseArguments(const std::vector<std::string>& arguments, const Syntax& syn
   ArgumentReader(arguments, syntax).Read();
 }
 
+bool AsksForHelp(const std::vector<std::string>& arguments, const Syntax& syntax) {
+  const auto takes_the_next = [&](const std::string& argument) {
+    return std::any_of(syntax.options.begin(), syntax.options.end(), [&](const Option& option) {
+      return !option.value.empty() && (argument == option.name || argument == option.short_name);
+    });
+  };
+  for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
+    if (arguments[i] == "--help" || arguments[i] == "-h") return true;
+    if (takes_the_next(arguments[i])) ++i;
+  }
+  return false;
+}
+
 std::string HelpText(const Syntax& syntax) {
   std::string text = "usage: scrivo " + syntax.command;
   for (const Syntax::Operand& operand : syntax.operands) text += " " + operand.name;
@@ -137,6 +150,7 @@ std::string HelpText(const Syntax& syntax) {
   }
   if (!syntax.options.empty()) text += "\noptions:\n";
   for (const Option& option : syntax.options) AppendRow(&text, OptionText(option), option.help);
+  if (!syntax.note.empty()) text += "\n" + syntax.note + "\n";
   return text;
 }
 

@@ -34,11 +34,16 @@ struct Syntax {
   };
   std::vector<Operand> operands;
   std::vector<Option> options;
+  std::string note = "";  ///< what the help ends with; "" for nothing
 };
 
 /// Reads the arguments after the command's name. An option's value is the next argument or follows
 /// "=" (after a short name, also nothing); after "--" everything is an operand. Throws UsageError.
 void ParseArguments(const std::vector<std::string>& arguments, const Syntax& syntax);
+
+/// Whether --help or -h is among the arguments: as an option, not as an option's value, and before
+/// a "--".
+bool AsksForHelp(const std::vector<std::string>& arguments, const Syntax& syntax);
 
 /// The help of a command: how it is called, what its operands and options mean.
 std::string HelpText(const Syntax& syntax);

@@ -18,6 +18,9 @@
 namespace scrivo {
 namespace {
 
+constexpr const char* kProjectFilesNeedRoom =
+    "The project files cannot be written there; copy the web to another place.";
+
 /// What the run window knows of a run that is over.
 struct RunFacts {
   bool has_run = false;  ///< the compiler was started
@@ -144,14 +147,15 @@ int CompileWeb(const CompileOptions& options, Console& console) {
   WebWarnings warnings(console);
   console.BeginStep("Reading " + options.web);
   const std::shared_ptr<DiskWeb> web = OpenWebOf(options, warnings);
+  TellContentsUsed(options, *web, console);
   ChooseCompiler(options.compiler);
   const std::shared_ptr<frmMain> form = LoadCompileForm(options);
   FormCleaner cleaner(form, options.keep_project);
-  ThrowUnlessWritable(Globals().working_folder,
-                      "the project files cannot be written; copy the web to another place");
+  ThrowUnlessWritable(Globals().working_folder, kProjectFilesNeedRoom);
   OutputGuard output(form->suiParams()["OUTPUT"].text);
   const std::string default_page = form->suiParams()["DEFAULTPAGE"].data;
   const WebCounts counts = ReadPages(*web, options, console);
+  ThrowIfInterrupted();  // Generate would meet it as one failure after the other
 
   const auto compiler = std::make_shared<CompilerProcess>(TheServices().processes);
   TheServices().processes = compiler;
@@ -182,11 +186,11 @@ int WriteProjectOf(const CompileOptions& options, Console& console) {
   WebWarnings warnings(console);
   console.BeginStep("Reading " + options.web);
   const std::shared_ptr<DiskWeb> web = OpenWebOf(options, warnings);
+  TellContentsUsed(options, *web, console);
   UseRegistryInMemory();
   const std::shared_ptr<frmMain> form = LoadCompileForm(options);
   FormCleaner cleaner(form, false);
-  ThrowUnlessWritable(Globals().working_folder,
-                      "the project files cannot be written; copy the web to another place");
+  ThrowUnlessWritable(Globals().working_folder, kProjectFilesNeedRoom);
   const bool written = form->WriteProject();
   console.EndSteps();
   ThrowIfInterrupted();

@@ -24,8 +24,8 @@ void SaveAsSettings(const CompileOptions& options, const std::string& web_url) {
     if (lost) {
       throw Error(kInvalidProcedureCall, "scrivo",
                   "the title \"" + options.title +
-                      "\" holds characters that the code page of the help file lacks; "
-                      "choose another one with --code-page");
+                      "\" holds characters that the code page of the help file lacks. "
+                      "Choose another one with --code-page.");
     }
     SaveSetting(kComponentTitle, web_url, "TITLE", title);
   }
@@ -40,6 +40,17 @@ void NameOutputAsFilesAre(Item& output) {
   const std::string& folder = Globals().working_folder;
   const std::string name = WithoutControlCharacters(output.text.substr(folder.size()));
   output.text = folder + ToTerminal(name);
+}
+
+/// A project file is named after a temporary file: each ".tmp" in that file's path gives way to the
+/// project file's extension, also one in the folder.
+void ThrowIfNamedLikeATemporaryFile(const std::string& folder) {
+  if (folder.find(".tmp") == std::string::npos) return;
+  throw Error(
+      kPathFileAccessError, "scrivo",
+      folder +
+          ": the web cannot be compiled here: the path holds \".tmp\", which only the names "
+          "of temporary files may. Rename the folder or copy the web to another place.");
 }
 
 /// A folder's name may hold what no line of a project file can carry.
@@ -66,8 +77,9 @@ void ChooseDefaultPage(frmMain& form, const std::string& wanted) {
   }
   const std::string suggestion = Suggest(wanted, locations);
   throw Error(kFileNotFound, "scrivo",
-              wanted + ": the default page is no file of this web" +
-                  (suggestion.empty() ? "" : "; did you mean " + suggestion + "?"));
+              wanted + ": the default page is no file of this web. " +
+                  (suggestion.empty() ? "" : "Did you mean " + suggestion + "? ") +
+                  "\"scrivo tree WEB\" shows its pages.");
 }
 
 }  // namespace
@@ -78,6 +90,7 @@ std::shared_ptr<frmMain> LoadCompileForm(const CompileOptions& options) {
   if (!form->BuildUI()) {
     throw Error(kInternalError, "scrivo", options.web + ": the web cannot be compiled");
   }
+  ThrowIfNamedLikeATemporaryFile(Globals().working_folder);
   ItemPanel& items = form->suiParams();
   items["TITLE"].text = WithoutControlCharacters(items["TITLE"].text);
   if (options.output.empty()) NameOutputAsFilesAre(items["OUTPUT"]);

@@ -83,6 +83,21 @@ Option OutputFile(CompileOptions* options) {
 
 }  // namespace
 
+std::string NoIndexHint(const std::vector<IndexSource>& sources) {
+  const auto has = [&](IndexSource source) {
+    return std::find(sources.begin(), sources.end(), source) != sources.end();
+  };
+  if (has(IndexSource::kTitles) && has(IndexSource::kHeadings)) {
+    return "--no-index makes the help file without looking for any.";
+  }
+  if (has(IndexSource::kTitles)) {
+    return "The pages' headings can make an index: --index headings.";
+  }
+  if (has(IndexSource::kHeadings)) return "The pages' titles can make an index: --index titles.";
+  return "The pages' titles or headings can make an index: --index titles, --index headings or "
+         "--index keywords,titles,headings.";
+}
+
 Syntax::Operand WebOperand(CompileOptions* options) {
   return {"WEB", "the folder of a FrontPage web", &options->web};
 }

@@ -25,6 +25,9 @@ struct CompileOptions {
   bool quiet = false;
 };
 
+/// What the user can do when the pages have nothing of what the index was to be made of.
+std::string NoIndexHint(const std::vector<IndexSource>& sources);
+
 /// The operand WEB.
 Syntax::Operand WebOperand(CompileOptions* options);
 /// The options that say how a web is read and how much is told.

@@ -45,11 +45,13 @@ std::string WantedCompiler(const std::string& wanted) {
   const std::string path = AbsolutePath(wanted);
   if (TheServices().files->FolderExists(path)) {
     throw Error(kPathFileAccessError, "scrivo",
-                path + ": the compiler cannot be run: it is a folder; name the program itself");
+                path + ": the compiler cannot be run: it is a folder. Name the program itself.");
   }
   if (!TheServices().files->FileExists(path)) {
-    throw Error(kFileNotFound, "scrivo",
-                path + ": the compiler cannot be run: there is no such file");
+    throw Error(
+        kFileNotFound, "scrivo",
+        path +
+            ": the compiler cannot be run: there is no such file. Check the spelling of the path.");
   }
   return path;
 }
@@ -60,7 +62,8 @@ void RegisterInMemory(const std::string& compiler) {
   RegistryStore& registry = *TheServices().registry;
   RegistryHandle key = 0;
   registry.CreateKey(kHkeyCurrentUser, kWorkshopKey, kRightAllAccess, &key);
-  const std::string folder = GetFolder(compiler);
+  std::string folder = GetFolder(compiler);
+  if (folder.empty()) folder = Separator(Globals().path_style);  // "" would mean: not installed
   registry.SetValue(key, kInstallFolder, kRegSz,
                     reinterpret_cast<const std::uint8_t*>(folder.c_str()),
                     static_cast<std::uint32_t>(folder.size() + 1));
@@ -76,13 +79,13 @@ std::string ChooseCompiler(const std::string& wanted) {
   const std::string compiler = wanted.empty() ? CompilerAtHand() : WantedCompiler(wanted);
   if (compiler.empty()) {
     throw Error(kFileNotFound, "scrivo",
-                "no help compiler was found; name one with --compiler FILE");
+                "no help compiler was found. Name one with --compiler FILE.");
   }
   if (compiler.find('"') != std::string::npos) {
     throw Error(kPathFileAccessError, "scrivo",
                 compiler +
                     ": the compiler cannot be run: a command line cannot carry the "
-                    "quotation mark in its path; move it or name it through a link");
+                    "quotation mark in its path. Move it or name it through a link.");
   }
   RegisterInMemory(compiler);
   return compiler;

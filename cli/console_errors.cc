@@ -5,6 +5,7 @@
 #include "compiler/spawn_console_app.h"
 #include "errors/error_handler.h"
 #include "platform/globals.h"
+#include "platform/seams/interruption.h"
 
 namespace scrivo {
 namespace {
@@ -15,13 +16,15 @@ std::string StartFailureText(const std::string& description) {
   switch (std::atoi(code.c_str())) {
     case 2:
     case 3:
-      return "a file that it needs to run is not there";
+      return "a file that it needs to run is not there. Install it again, or name another with "
+             "--compiler.";
     case 5:
-      return "it may not be run; see that it is a program and has the permission to be run";
+      return "it may not be run. See that it is a program and has the permission to be run.";
     case 193:
-      return "it is no program for this system";
+      return "it is no program for this system. Name another with --compiler.";
     case 267:
-      return "the folder " + Globals().working_folder + " cannot be entered";
+      return "the folder " + Globals().working_folder +
+             " cannot be entered. Ask for the right to enter it.";
     default:
       return description;
   }
@@ -30,11 +33,11 @@ std::string StartFailureText(const std::string& description) {
 std::string Advice(std::int32_t number) {
   switch (number) {
     case kDiskFull:
-      return "; free some space and run again";
+      return ". Free some space and run again.";
     case kPermissionDenied:
-      return "; see that you may read and write there";
+      return ". See that you may read and write there.";
     case kOutOfMemory:
-      return "; close other programs and run again";
+      return ". Close other programs and run again.";
     default:
       return "";
   }
@@ -47,12 +50,15 @@ std::string ErrorText(const Error& error) {
     return Globals().compiler_path +
            ": the compiler could not be started: " + StartFailureText(error.description);
   }
-  return error.description + Advice(error.number);
+  // A text that ends as a sentence says what to do itself.
+  const bool has_advice = error.description.ends_with('.') || error.description.ends_with('?');
+  return has_advice ? error.description : error.description + Advice(error.number);
 }
 
 std::string ConsoleErrors::Ask(const std::string&, const std::string&) {
   const CErrorHandler& handler = ErrorHandler();
-  if (handler.ErrorNumber() != kUserInterrupt) {
+  // What fails because the program is to end fails with other numbers, too.
+  if (handler.ErrorNumber() != kUserInterrupt && !Interrupted()) {
     console_.Fail(ErrorText(Error(handler.ErrorNumber(), "", handler.ErrorDescription())));
   }
   return "ABORT";

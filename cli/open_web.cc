@@ -1,12 +1,26 @@
 #include "cli/open_web.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <system_error>
 
 #include "platform/globals.h"
 #include "platform/seams/services.h"
 #include "webs/disk_host.h"
 
 namespace scrivo {
+namespace {
+
+/// An absolute path with its ".." gone. Behind a link to a folder ".." is not the folder that the
+/// link lies in, so the system has to be asked; a link at the path's end stays one.
+std::filesystem::path WithoutParents(const std::filesystem::path& path, std::error_code& error) {
+  const std::filesystem::path name = path.filename();
+  if (name == "..") return std::filesystem::weakly_canonical(path, error);
+  const std::filesystem::path folder = std::filesystem::weakly_canonical(path.parent_path(), error);
+  return name == "." ? folder : folder / name;
+}
+
+}  // namespace
 
 void WebWarnings::Problem(const WebProblem& problem) {
   if (++problems_ > kMostShown) return;
@@ -28,10 +42,25 @@ std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& w
   return web;
 }
 
+void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& console) {
+  if (options.reading.contents != ContentsChoice::kAuto) return;
+  if (web.ContentsUsed() != ContentsChoice::kFolders) return;
+  console.Remark(
+      "The contents follow the web's folders: it has no navigation structure beyond the home page. "
+      "Take that all the same with --contents navigation.");
+}
+
 std::string AbsolutePath(const std::string& path) {
+  namespace fs = std::filesystem;
   std::error_code error;
-  const std::filesystem::path absolute = std::filesystem::absolute(path, error).lexically_normal();
+  fs::path absolute = fs::absolute(path, error);
   if (error) return path;
+  if (std::find(absolute.begin(), absolute.end(), "..") == absolute.end()) {
+    absolute = absolute.lexically_normal();
+  } else {
+    absolute = WithoutParents(absolute, error);
+    if (error) return path;
+  }
   const std::string text = absolute.string();
   // "web/" and "web" are one folder; only a root keeps its separator.
   return absolute.has_filename() || absolute == absolute.root_path()

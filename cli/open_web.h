@@ -28,7 +28,11 @@ class WebWarnings : public WebReport {
 /// user.
 std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings);
 
-/// `path` as it is on its own, whatever folder is current.
+/// Tells, in one line, that the contents are made of the folders where nobody has asked for that.
+void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& console);
+
+/// `path` as it is on its own, whatever folder is current: the file that the system means by it,
+/// also where ".." follows a link to a folder.
 std::string AbsolutePath(const std::string& path);
 
 }  // namespace scrivo

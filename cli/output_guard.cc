@@ -35,16 +35,16 @@ std::string ReadStart(const std::string& path, std::size_t size) {
 OutputGuard::OutputGuard(std::string path) : path_(std::move(path)) {
   if (Disk().FolderExists(path_)) {
     throw Error(kPathFileAccessError, "scrivo",
-                path_ + ": the help file cannot be made: this is a folder; name a file in it");
+                path_ + ": the help file cannot be made: this is a folder. Name a file in it.");
   }
   std::string folder = GetFolder(path_);
   if (folder.empty()) folder = Separator(Globals().path_style);
   if (!Disk().FolderExists(folder)) {
-    throw Error(
-        kPathNotFound, "scrivo",
-        path_ + ": the help file cannot be made: there is no folder " + folder + "; make it first");
+    throw Error(kPathNotFound, "scrivo",
+                path_ + ": the help file cannot be made: there is no folder " + folder +
+                    ". Make it first.");
   }
-  ThrowUnlessWritable(folder, "the help file cannot be made there; name another folder with -o");
+  ThrowUnlessWritable(folder, "Name another folder for the help file with -o.");
   if (!Disk().FileExists(path_)) return;
   const std::string aside = Disk().MakeUniqueFile(folder, "Scrivo");
   try {
@@ -53,7 +53,7 @@ OutputGuard::OutputGuard(std::string path) : path_(std::move(path)) {
     IgnoringErrors([&] { Disk().Remove(aside, true); });
     throw Error(error.number, "scrivo",
                 path_ + ": the help file cannot be replaced: " + error.description +
-                    "; close the program that shows it");
+                    ". Close the program that shows it.");
   }
   aside_ = aside;
 }
@@ -84,7 +84,7 @@ void ThrowUnlessWritable(const std::string& folder, const std::string& what_to_d
   const std::string probe = Disk().MakeUniqueFile(folder, "Scrivo");
   if (probe.empty()) {
     throw Error(kPermissionDenied, "scrivo",
-                folder + ": no file can be written into this folder: " + what_to_do);
+                folder + ": no file can be written into this folder. " + what_to_do);
   }
   IgnoringErrors([&] { Disk().Remove(probe, true); });
 }

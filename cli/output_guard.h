@@ -31,8 +31,8 @@ class OutputGuard {
   bool accepted_ = false;
 };
 
-/// Throws Error, with a text for the user that begins with `folder` and ends with `what_to_do`,
-/// when no file can be made in `folder`.
+/// Throws Error, with a text for the user that begins with `folder` and ends with the sentence
+/// `what_to_do`, when no file can be made in `folder`.
 void ThrowUnlessWritable(const std::string& folder, const std::string& what_to_do);
 
 }  // namespace scrivo

@@ -36,7 +36,9 @@ struct Command {
 /// What a command does on a console.
 using Work = std::function<int(Console& console)>;
 
-int RunOnConsole(const Work& work, bool quiet, const Streams& streams);
+/// `no_index_hint` is what to do when no index entries were found.
+int RunOnConsole(const Work& work, bool quiet, const Streams& streams,
+                 const std::string& no_index_hint = "");
 
 /// Runs a command that prints UTF-8 about a help file.
 template <typename Listing>
@@ -50,7 +52,7 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
   const auto on_web = [web](int (*command)(const CompileOptions&, Console&)) {
     return [=](const Streams& streams) {
       const auto work = [=](Console& console) { return command(*web, console); };
-      return RunOnConsole(work, web->quiet, streams);
+      return RunOnConsole(work, web->quiet, streams, NoIndexHint(web->reading.index));
     };
   };
   const Syntax::Operand file = {"FILE", "a compiled help file (.chm)", &help_file->file};
@@ -64,12 +66,16 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
       {{"compile",
         "Compiles a FrontPage web into a help file (.chm).",
         {WebOperand(web)},
-        AllCompileOptions(web)},
+        AllCompileOptions(web),
+        "The exit status is 0 when the help file was made, 1 when it was not, or with\n"
+        "--strict when there were messages, and 2 for a wrong command line."},
        on_web(CompileWeb)},
       {{"project",
         "Writes the project files of a web only, keeps them and prints their paths.",
         {WebOperand(web)},
-        AllCompileOptions(web)},
+        AllCompileOptions(web),
+        "No compiler is run: --compiler, --view, --strict and --keep-project change\n"
+        "nothing here."},
        on_web(WriteProjectOf)},
       {{"tree",
         "Prints a web's contents: labels, pages, and the pages outside them.",
@@ -119,19 +125,10 @@ const Command& FindCommand(const std::vector<Command>& commands, const std::stri
       (suggestion.empty() ? "; see scrivo --help" : "; did you mean " + suggestion + "?"));
 }
 
-bool AsksForHelp(const std::vector<std::string>& arguments) {
-  const auto end = std::find(arguments.begin(), arguments.end(), "--");
-  return std::any_of(arguments.begin(), end, [](const std::string& argument) {
-    return argument == "--help" || argument == "-h";
-  });
-}
-
 /// Puts the terminal where the windows of the forms and the boxes of the desktop would be.
-void UseConsole(Console& console) {
+void UseConsole(Console& console, const std::string& no_index_hint) {
   auto desktop = std::make_shared<ConsoleDesktop>(console);
-  desktop->hints["No keywords were found! No index was created!"] =
-      "The pages' titles or headings can make an index: --index titles, --index headings or "
-      "--index keywords,titles,headings.";
+  desktop->hints["No keywords were found! No index was created!"] = no_index_hint;
   TheServices().desktop = desktop;
   Globals().views = std::make_shared<ConsoleViews>(console, "Compiling");
   ErrorHandler().Dialog(std::make_shared<ConsoleErrors>(console));
@@ -139,7 +136,8 @@ void UseConsole(Console& console) {
   ErrorHandler().CallStackEnabled(true);
 }
 
-int RunOnConsole(const Work& work, bool quiet, const Streams& streams) {
+int RunOnConsole(const Work& work, bool quiet, const Streams& streams,
+                 const std::string& no_index_hint) {
   ConsoleOptions console_options;
   console_options.live = streams.live;
   console_options.quiet = quiet;
@@ -149,7 +147,7 @@ int RunOnConsole(const Work& work, bool quiet, const Streams& streams) {
   const Services services = TheServices();
   int status = kNotDone;
   try {
-    UseConsole(console);
+    UseConsole(console, no_index_hint);
     status = work(console);
   } catch (...) {
     const Error error = ErrorFrom(std::current_exception());
@@ -183,7 +181,7 @@ int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams)
     }
     const Command& command = FindCommand(commands, arguments[0]);
     const std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
-    if (AsksForHelp(rest)) {
+    if (AsksForHelp(rest, command.syntax)) {
       streams.out << HelpText(command.syntax);
       return kDone;
     }

@@ -102,5 +102,21 @@ TEST_F(Arguments, TellsInTheHelpHowTheCommandIsCalled) {
             "                                lines\n");
 }
 
+TEST_F(Arguments, TakesHelpForARequestUnlessItIsAValueOrAnOperand) {
+  EXPECT_TRUE(AsksForHelp({"--help"}, syntax));
+  EXPECT_TRUE(AsksForHelp({"site", "-q", "-h"}, syntax));
+  EXPECT_TRUE(AsksForHelp({"--output=a", "--help"}, syntax));
+  EXPECT_FALSE(AsksForHelp({"site", "--output", "--help"}, syntax));
+  EXPECT_FALSE(AsksForHelp({"site", "-o", "-h"}, syntax));
+  EXPECT_FALSE(AsksForHelp({"--", "--help"}, syntax));
+  EXPECT_FALSE(AsksForHelp({"site"}, syntax));
+}
+
+TEST_F(Arguments, EndTheHelpWithTheNote) {
+  EXPECT_FALSE(HelpText(syntax).ends_with("\n\nMind this.\n"));
+  syntax.note = "Mind this.";
+  EXPECT_TRUE(HelpText(syntax).ends_with("\n\nMind this.\n"));
+}
+
 }  // namespace
 }  // namespace scrivo

@@ -158,11 +158,11 @@ TEST_F(CompileCommand, SaysWhatIsWrongWithACompilerThatCannotBeRun) {
   EXPECT_EQ(Run({"compile", WebPath(), "-o", Output(), "--compiler", missing}), 1);
   EXPECT_EQ(Plain(err),
             "Reading WEB\nscrivo: error: WEB/none: the compiler cannot be run: there is "
-            "no such file\n");
+            "no such file. Check the spelling of the path.\n");
   EXPECT_EQ(Run({"compile", WebPath(), "-o", Output(), "--compiler", WebPath()}), 1);
   EXPECT_EQ(Plain(err),
             "Reading WEB\nscrivo: error: WEB: the compiler cannot be run: it is a "
-            "folder; name the program itself\n");
+            "folder. Name the program itself.\n");
 }
 
 TEST_F(CompileCommand, DoesNotTellHowACompilerEndedThatWasNeverStarted) {
@@ -193,7 +193,7 @@ TEST_F(CompileCommand, RefusesAnOutputThatCannotBeMade) {
   const std::string none = output.PathOf("none");
   EXPECT_EQ(Compile("make", {"-o", JoinPath(none, "a.chm")}), 1);
   EXPECT_NE(Plain(err).find("OUT/none/a.chm: the help file cannot be made: there is no folder "
-                            "OUT/none; make it first"),
+                            "OUT/none. Make it first.\n"),
             std::string::npos)
       << err;
   EXPECT_EQ(Compile("make", {"-o", output.path().string()}), 1);
@@ -231,7 +231,9 @@ TEST_F(CompileCommand, GivesTheCompilerTheProjectThatTheOptionsDescribe) {
 TEST_F(CompileCommand, RefusesADefaultPageThatTheWebDoesNotHave) {
   EXPECT_EQ(Compile("make", {"--default-page", "docs/b.htm"}), 1);
   EXPECT_NE(
-      err.find("docs/b.htm: the default page is no file of this web; did you mean docs/a.htm?"),
+      err.find(
+          "docs/b.htm: the default page is no file of this web. Did you mean docs/a.htm? \"scrivo "
+          "tree WEB\" shows its pages.\n"),
       std::string::npos)
       << err;
   EXPECT_FALSE(output.Has("a.chm"));
@@ -251,6 +253,52 @@ TEST_F(CompileCommand, NamesTheOptionThatMakesAnIndexWhenThereAreNoKeywords) {
   EXPECT_NE(out.find("no index entries"), std::string::npos);
   EXPECT_EQ(Compile("make", {"--index", "titles"}), 0);
   EXPECT_NE(out.find("2 index entries"), std::string::npos) << out;
+}
+
+TEST_F(CompileCommand, AdvisesNoIndexThatWasJustTried) {
+  web.Write("docs/a.htm", "<title>A</title>");
+  EXPECT_EQ(Compile("make", {"--index", "headings"}), 0);
+  EXPECT_NE(err.find("\n  The pages' titles can make an index: --index titles.\n"),
+            std::string::npos)
+      << err;
+  EXPECT_EQ(err.find("--index headings"), std::string::npos) << err;
+}
+
+TEST_F(CompileCommand, TakesTheContentsThatWereChosen) {
+  web.Write("docs/more.htm", "<title>More</title>");
+  EXPECT_EQ(Compile("make", {"--contents", "navigation"}), 0);
+  EXPECT_NE(out.find(", 2 contents entries, "), std::string::npos) << out;
+  EXPECT_EQ(Compile("make", {"--contents", "folders"}), 0);
+  EXPECT_NE(out.find(", 4 contents entries, "), std::string::npos) << out;
+  EXPECT_EQ(err.find("--contents"), std::string::npos) << err;
+}
+
+TEST_F(CompileCommand, SaysSoWhenItChoseTheFoldersItself) {
+  const std::string line =
+      "The contents follow the web's folders: it has no navigation structure beyond the home page. "
+      "Take that all the same with --contents navigation.\n";
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_EQ(err.find(line), std::string::npos) << err;
+  web.Write("_vti_pvt/structure.cnf", "3.0.0.507\r\n1001\r\n1000,index.htm,0,Home,0,100,0\r\n");
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_NE(err.find(line), std::string::npos) << err;
+  EXPECT_EQ(Compile("make", {"-q"}), 0);
+  EXPECT_EQ(err, "");
+}
+
+TEST_F(CompileCommand, RefusesAWebWhosePathLooksLikeATemporaryFile) {
+  web.Write("old.tmp.d/index.htm", "<title>Home</title>");
+  web.Write("old.tmp.d/behaviour.txt", "make");
+  const std::string inner = web.PathOf("old.tmp.d");
+  EXPECT_EQ(Run({"compile", inner, "-o", Output(), "--compiler", TestProgram("test_fake_hhc")}), 1);
+  EXPECT_NE(
+      Plain(err).find("scrivo: error: WEB/old.tmp.d: the web cannot be compiled here: the path "
+                      "holds \".tmp\", which only the names of temporary files may. Rename the "
+                      "folder or copy the web to another place.\n"),
+      std::string::npos)
+      << err;
+  EXPECT_EQ(Run({"project", inner}), 1);
+  EXPECT_NE(err.find("holds \".tmp\""), std::string::npos) << err;
 }
 
 TEST_F(CompileCommand, ShowsTheResultThroughTheShellWhenAsked) {
@@ -302,61 +350,6 @@ TEST_F(CompileCommand, RefusesATitleThatTheCodePageCannotHold) {
             std::string::npos)
       << err;
   EXPECT_EQ(Compile("make", {"--title", "\u043f", "--code-page", "1251"}), 0) << err;
-}
-
-TEST_F(CompileCommand, SaysWhatIsWrongWithAWebThatCannotBeOpened) {
-  EXPECT_EQ(Run({"compile", web.PathOf("none"), "-o", Output()}), 1);
-  EXPECT_NE(Plain(err).find("WEB/none"), std::string::npos);
-  EXPECT_EQ(Run({"compile", web.PathOf("index.htm"), "-o", Output()}), 1);
-  EXPECT_NE(Plain(err).find("WEB/index.htm"), std::string::npos);
-}
-
-TEST_F(CompileCommand, WarnsOfADamagedStructureAndGoesOn) {
-  web.Write("_vti_pvt/structure.cnf",
-            "3.0.0.507\r\n1002\r\n1000,index.htm,0,Home,0,100,0\r\nno node\r\n");
-  EXPECT_EQ(Compile("make"), 0);
-  EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:4: "), std::string::npos)
-      << err;
-}
-
-TEST_F(CompileCommand, KeepsTheEarlierFileWhenTheDiskIsFull) {
-  class FullDisk : public Files {
-   public:
-    explicit FullDisk(std::shared_ptr<Files> disk) : disk_(std::move(disk)) {}
-    bool FileExists(const std::string& path) override { return disk_->FileExists(path); }
-    bool FolderExists(const std::string& path) override { return disk_->FolderExists(path); }
-    std::uint64_t Size(const std::string& path) override { return disk_->Size(path); }
-    std::unique_ptr<FileReader> OpenForReading(const std::string& path) override {
-      return disk_->OpenForReading(path);
-    }
-    void Write(const std::string& path, const std::string&) override {
-      throw Error(kDiskFull, "", "Disk full: " + path);
-    }
-    void Append(const std::string& path, const std::string& bytes) override { Write(path, bytes); }
-    void Remove(const std::string& path, bool forced) override { disk_->Remove(path, forced); }
-    void Replace(const std::string& from, const std::string& to) override {
-      disk_->Replace(from, to);
-    }
-    void MakeFolder(const std::string& path) override { disk_->MakeFolder(path); }
-    std::vector<FolderEntry> List(const std::string& folder) override {
-      return disk_->List(folder);
-    }
-    std::string MakeUniqueFile(const std::string& folder, const std::string& prefix) override {
-      return disk_->MakeUniqueFile(folder, prefix);
-    }
-    std::string ShortForm(const std::string& path) override { return disk_->ShortForm(path); }
-
-   private:
-    std::shared_ptr<Files> disk_;
-  };
-  output.Write("a.chm", "old");
-  TheServices().files = std::make_shared<FullDisk>(TheServices().files);
-  EXPECT_EQ(Compile("make"), 1);
-  EXPECT_NE(err.find("scrivo: error: Disk full: "), std::string::npos) << err;
-  EXPECT_NE(err.find("; free some space and run again\n"), std::string::npos);
-  EXPECT_NE(err.find("no help file was made; the earlier file is kept.\n"), std::string::npos);
-  EXPECT_EQ(output.Read("a.chm"), "old");
-  EXPECT_TRUE(ProjectFiles().empty());
 }
 
 }  // namespace

@@ -100,14 +100,14 @@ TEST_F(OutputGuardTest, TellsAWholeHelpFileFromAnythingElse) {
 TEST_F(OutputGuardTest, RefusesAFolder) {
   EXPECT_EQ(Refusal(folder.path().string()),
             folder.path().string() +
-                ": the help file cannot be made: this is a folder; name a file in it");
+                ": the help file cannot be made: this is a folder. Name a file in it.");
 }
 
 TEST_F(OutputGuardTest, RefusesAFileInAFolderThatDoesNotExist) {
   const std::string none = folder.PathOf("none");
   const std::string file = JoinPath(none, "a.chm");
   EXPECT_EQ(Refusal(file), file + ": the help file cannot be made: there is no folder " + none +
-                               "; make it first");
+                               ". Make it first.");
 }
 
 TEST(OutputGuardInMemory, RefusesAFolderThatIsClosedToWriting) {
@@ -124,9 +124,10 @@ TEST(OutputGuardInMemory, RefusesAFolderThatIsClosedToWriting) {
     ADD_FAILURE() << "it was not refused";
   } catch (const Error& error) {
     EXPECT_EQ(error.number, kPermissionDenied);
-    EXPECT_EQ(error.description,
-              "/out: no file can be written into this folder: the help file cannot be made there; "
-              "name another folder with -o");
+    EXPECT_EQ(
+        error.description,
+        "/out: no file can be written into this folder. Name another folder for the help file "
+        "with -o.");
   }
   TheServices() = {};
   Globals() = GlobalState();
@@ -149,8 +150,8 @@ TEST(OutputGuardInMemory, RefusesAFileThatCannotBeMovedAside) {
     ADD_FAILURE() << "it was not refused";
   } catch (const Error& error) {
     EXPECT_EQ(error.description,
-              "/out/a.chm: the help file cannot be replaced: Permission denied: /out/a.chm; close "
-              "the program that shows it");
+              "/out/a.chm: the help file cannot be replaced: Permission denied: /out/a.chm. Close "
+              "the program that shows it.");
   }
   EXPECT_EQ(files->files.size(), 1u) << "nothing is left behind";
   EXPECT_EQ(files->files["/out/a.chm"], "old");

@@ -33,6 +33,19 @@ TEST_F(Scrivo, PrintsTheHelpOfACommandWhateverElseIsGiven) {
   EXPECT_EQ(Run({"compile", "--nonsense", "-h"}), 0);
 }
 
+TEST_F(Scrivo, TakesAnOptionsValueForNoRequestForHelp) {
+  EXPECT_EQ(Run({"project", WebPath(), "-q", "--title", "--help"}), 0);
+  EXPECT_TRUE(out.starts_with(WebPath())) << out;
+}
+
+TEST_F(Scrivo, SaysWhichOptionsDoNothingForAProject) {
+  EXPECT_EQ(Run({"project", "--help"}), 0);
+  EXPECT_TRUE(
+      out.ends_with("\n\nNo compiler is run: --compiler, --view, --strict and "
+                    "--keep-project change\nnothing here.\n"))
+      << out;
+}
+
 TEST_F(Scrivo, PrintsItsVersion) {
   EXPECT_EQ(Run({"--version"}), 0);
   EXPECT_EQ(out, std::string("scrivo ") + SCRIVO_VERSION + "\n");

@@ -50,6 +50,28 @@ TEST_F(ConsoleTest, PrintsOnlyResultsAndErrorsWhenQuiet) {
   EXPECT_EQ(err.str(), "scrivo: error: broken\n");
 }
 
+TEST_F(ConsoleTest, RemarksOnThePlainErrorStreamUnlessQuiet) {
+  Make(false).Remark("by the way");
+  EXPECT_EQ(err.str(), "by the way\n");
+  Make(false, true).Remark("unheard");
+  EXPECT_EQ(out.str() + err.str(), "by the way\n");
+}
+
+TEST_F(ConsoleTest, LosesAResultButNotANoteToAStreamThatTakesNothing) {
+  class FullDevice : public std::streambuf {};
+  FullDevice device;
+  std::ostream full(&device);
+  ConsoleOptions options;
+  options.clock = [] { return 0.0; };
+  Console console(full, err, options);
+  console.Note("made");
+  EXPECT_TRUE(full.good());
+  console.Print("result");
+  EXPECT_FALSE(full.good());
+  console.Note("made");
+  EXPECT_FALSE(full.good()) << "what was lost before stays lost";
+}
+
 TEST_F(ConsoleTest, SaysNothingOfStepsWhenQuietWhereNobodyLooks) {
   Console console = Make(false, true);
   console.BeginStep("Compiling");

@@ -44,7 +44,17 @@ void Console::Print(const std::string& line) {
 }
 
 void Console::Note(const std::string& line) {
-  if (!options_.quiet) Print(line);
+  if (options_.quiet) return;
+  const std::ios::iostate before = out_.rdstate();
+  Print(line);
+  out_.clear(before);
+}
+
+void Console::Remark(const std::string& line) {
+  if (options_.quiet) return;
+  Erase();
+  err_ << line << "\n" << std::flush;
+  Draw();
 }
 
 void Console::Warn(const std::string& text) {

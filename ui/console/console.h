@@ -29,8 +29,11 @@ class Console {
 
   /// One line that was asked for, on the output stream.
   void Print(const std::string& line);
-  /// One line about the run, on the output stream; nothing when quiet.
+  /// One line about the run, on the output stream; nothing when quiet. When the stream does not
+  /// take it, nothing that was asked for is lost: the stream stays as good as it was.
   void Note(const std::string& line);
+  /// One plain line about the run, on the error stream; nothing when quiet.
+  void Remark(const std::string& line);
   /// One line on the error stream, after the program's name: "scrivo: warning: …". Nothing when
   /// quiet. A text of several lines is continued indented.
   void Warn(const std::string& text);

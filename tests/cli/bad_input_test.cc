@@ -1,0 +1,124 @@
+// Webs, structures and disks that are not as they should be: what is told, the exit status, and
+// that nothing is lost.
+
+#include "platform/seams/error.h"
+#include "tests/cli/failing_disk.h"
+#include "tests/cli/scrivo_run.h"
+
+namespace scrivo {
+namespace {
+
+class BadInput : public ScrivoRun {
+ protected:
+  /// Puts a disk between the program and the system's.
+  std::shared_ptr<FailingDisk> UseFailingDisk() {
+    auto disk = std::make_shared<FailingDisk>(TheServices().files);
+    TheServices().files = disk;
+    return disk;
+  }
+  void ExpectError(const std::string& line) {
+    EXPECT_NE(Plain(err).find("scrivo: error: " + line + "\n"), std::string::npos) << err;
+  }
+};
+
+TEST_F(BadInput, SaysWhatIsWrongWithAWebThatCannotBeOpened) {
+  EXPECT_EQ(Run({"compile", web.PathOf("none"), "-o", Output()}), 1);
+  ExpectError("The web WEB/none does not exist. Check the spelling of the path.");
+  EXPECT_EQ(Run({"compile", web.PathOf("index.htm"), "-o", Output()}), 1);
+  ExpectError("The web WEB/index.htm is a file. Name the folder that the web lies in.");
+}
+
+TEST_F(BadInput, SaysThatAWebIsEmpty) {
+  EXPECT_EQ(Run({"compile", output.path().string(), "-o", Output()}), 1);
+  ExpectError("The web OUT has no files. Name the folder that holds its pages.");
+  EXPECT_EQ(Run({"tree", output.path().string()}), 1);
+  ExpectError("The web OUT has no files. Name the folder that holds its pages.");
+}
+
+TEST_F(BadInput, GivesOneAdviceForAWebThatCannotBeRead) {
+  UseFailingDisk()->on_list = [](const std::string& folder) {
+    throw Error(kPermissionDenied, "", "Permission denied: " + folder);
+  };
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", Output()}), 1);
+  ExpectError(
+      "The web WEB cannot be read (Permission denied: WEB). Ask for the right to read the folder.");
+}
+
+TEST_F(BadInput, WarnsOfADamagedStructureAndGoesOn) {
+  web.Write("_vti_pvt/structure.cnf",
+            "3.0.0.507\r\n1002\r\n1000,index.htm,0,Home,0,100,0\r\nno node\r\n");
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:4: "), std::string::npos)
+      << err;
+}
+
+TEST_F(BadInput, WarnsOfAStructureThatIsCutShortAndGoesOn) {
+  web.Write("_vti_pvt/structure.cnf",
+            "3.0.0.507\r\n1003\r\n1000,index.htm,0,Home,0,100,0\r\n"
+            "1001,docs/a.htm,0,First,1000,100,0\r\n1002,docs/b.h");
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:5: "), std::string::npos)
+      << err;
+  EXPECT_NE(out.find(", 2 contents entries, "), std::string::npos) << out;
+}
+
+TEST_F(BadInput, WarnsOfABinaryStructureAndTakesTheFolders) {
+  web.Write("_vti_pvt/structure.cnf", std::string("\0\1\2\xFF\xFE\n\0\0,\0", 10));
+  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:"), std::string::npos)
+      << err;
+  EXPECT_NE(err.find("The contents follow the web's folders"), std::string::npos) << err;
+  EXPECT_NE(out.find("2 pages, 3 contents entries, "), std::string::npos) << out;
+}
+
+TEST_F(BadInput, SaysThatTheProjectFilesCannotBeWritten) {
+  UseFailingDisk()->closed_folder = WebPath();
+  const std::string line =
+      "WEB: no file can be written into this folder. The project files cannot be written there; "
+      "copy the web to another place.";
+  EXPECT_EQ(Compile("make"), 1);
+  ExpectError(line);
+  EXPECT_FALSE(output.Has("a.chm"));
+  EXPECT_EQ(Run({"project", WebPath()}), 1);
+  ExpectError(line);
+}
+
+TEST_F(BadInput, SaysThatTheOutputFolderCannotBeWrittenTo) {
+  UseFailingDisk()->closed_folder = output.path().string();
+  EXPECT_EQ(Compile("make"), 1);
+  ExpectError(
+      "OUT: no file can be written into this folder. Name another folder for the help file with "
+      "-o.");
+}
+
+TEST_F(BadInput, KeepsTheEarlierFileWhenTheDiskIsFull) {
+  output.Write("a.chm", "old");
+  UseFailingDisk()->on_write = [](const std::string& path) {
+    throw Error(kDiskFull, "", "Disk full: " + path);
+  };
+  EXPECT_EQ(Compile("make"), 1);
+  EXPECT_NE(err.find("scrivo: error: Disk full: "), std::string::npos) << err;
+  EXPECT_NE(err.find(". Free some space and run again.\n"), std::string::npos);
+  ExpectError("OUT/a.chm: no help file was made; the earlier file is kept.");
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(BadInput, LeavesNoProjectFileWhenTheDiskFillsUpOnTheWay) {
+  std::vector<std::string> written;
+  UseFailingDisk()->on_write = [&](const std::string& path) {
+    if (path.ends_with(".hhp")) throw Error(kDiskFull, "", "Disk full: " + path);
+    if (std::filesystem::path(path).filename().string().starts_with("Scr")) written.push_back(path);
+  };
+  EXPECT_EQ(Compile("make"), 1);
+  EXPECT_FALSE(written.empty()) << "nothing had to be removed";
+  EXPECT_TRUE(ProjectFiles().empty());
+  written.clear();
+  EXPECT_EQ(Run({"project", WebPath()}), 1);
+  EXPECT_FALSE(written.empty()) << "nothing had to be removed";
+  EXPECT_TRUE(ProjectFiles().empty());
+  EXPECT_EQ(out, "");
+}
+
+}  // namespace
+}  // namespace scrivo

@@ -1,0 +1,61 @@
+// Ctrl-C before a compiler runs: while the web is read, and while the project is written.
+
+#include <signal.h>
+
+#include <cstdlib>
+
+#include "platform/seams/interruption.h"
+#include "tests/cli/failing_disk.h"
+#include "tests/cli/scrivo_run.h"
+
+namespace scrivo {
+namespace {
+
+class EarlyInterruption : public ScrivoRun {
+ protected:
+  /// Runs the command line in a process that is interrupted before a file is read (`at_write`
+  /// false) or written whose name ends as told; ends that process with the exit status.
+  [[noreturn]] void RunInterrupted(const std::vector<std::string>& arguments,
+                                   const std::string& name_end, bool at_write) {
+    CatchInterruptions();
+    auto disk = std::make_shared<FailingDisk>(TheServices().files);
+    const auto interrupt = [=](const std::string& path) {
+      if (path.ends_with(name_end)) raise(SIGINT);
+    };
+    (at_write ? disk->on_write : disk->on_read) = interrupt;
+    TheServices().files = disk;
+    const int status = Run(arguments);
+    std::fputs(("told: " + out + err).c_str(), stderr);
+    std::exit(status);
+  }
+};
+
+TEST_F(EarlyInterruption, WhileTheWebIsReadLeavesThingsAsTheyWere) {
+  output.Write("a.chm", "old");
+  web.Write("behaviour.txt", "make");
+  EXPECT_EXIT(RunInterrupted({"compile", WebPath(), "-o", Output(), "--compiler",
+                              TestProgram("test_fake_hhc"), "-q"},
+                             "a.htm", false),
+              testing::ExitedWithCode(130), "told: $");
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1);
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(EarlyInterruption, WhileTheProjectIsWrittenLeavesNoFileOfIt) {
+  for (const char* ending : {".hhk", ".hhc", ".hhp"}) {
+    EXPECT_EXIT(RunInterrupted({"project", WebPath(), "-q"}, ending, true),
+                testing::ExitedWithCode(130), "told: $")
+        << ending;
+    EXPECT_TRUE(ProjectFiles().empty()) << ending;
+  }
+}
+
+TEST_F(EarlyInterruption, WhileTheProjectsPagesAreReadTellsOfNoFailure) {
+  EXPECT_EXIT(RunInterrupted({"project", WebPath(), "-q"}, "a.htm", false),
+              testing::ExitedWithCode(130), "told: $");
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+}  // namespace
+}  // namespace scrivo
