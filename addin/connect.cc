@@ -53,6 +53,7 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<AddinHost>& Appli
   host_ = Application;
   Globals().HostApplication = Application;
   Globals().ConnectInstance = this;
+  Globals().help_owner = [] { return frmMain::Load()->Window(); };
   IgnoringErrors([] {
     ErrorHandler().Init(ehaErrorDialog, "Error Log.txt", true, false, trfLogFile,
                         "Tracing Log.txt");
@@ -97,6 +98,7 @@ void Connect::AddinInstance_OnDisconnection() {
   host_ = nullptr;
   Globals().HostApplication = nullptr;
   Globals().ConnectInstance = nullptr;
+  Globals().help_owner = nullptr;
   IgnoringErrors([] { frmHHC::Unload(); });
   IgnoringErrors([] { frmMain::Unload(); });
 }

@@ -67,6 +67,9 @@ TEST_F(HostCommandsTest, HelpOpensTheHelpFileBesideTheLibrary) {
   EXPECT_EQ(desktop->help_calls[0].file, "C:\\Scrivo\\Scrivo.CHM");
   EXPECT_EQ(desktop->help_calls[0].command, kHelpDisplayTopic);
   EXPECT_EQ(desktop->help_calls[0].data, "index.html");
+  EXPECT_EQ(desktop->help_calls[0].owner, views->main.window);
+  EXPECT_TRUE(frmMain::IsLoaded()) << "asking for its window creates the dialog";
+  EXPECT_EQ(CountOf(views->main, "show"), 0);
 }
 
 TEST_F(HostCommandsTest, TheHomePageIsOpenedThroughTheShell) {
