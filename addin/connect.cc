@@ -7,6 +7,7 @@
 
 #include "addin/product.h"
 #include "compiler/frm_hhc.h"
+#include "errors/dialog/frm_error_message.h"
 #include "errors/error_handler.h"
 #include "errors/frame.h"
 #include "generator/frm_main.h"
@@ -58,6 +59,7 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<AddinHost>& Appli
     ErrorHandler().Init(ehaErrorDialog, "Error Log.txt", true, false, trfLogFile,
                         "Tracing Log.txt");
   });
+  IgnoringErrors([] { ErrorHandler().Dialog(std::make_shared<ErrorMessageDialog>()); });
   IgnoringErrors([] { ErrorHandler().SupportMail(kSupportMail); });
   IgnoringErrors([&] { SwitchTracing(); });
   if (ConnectMode == kConnectExternal) {

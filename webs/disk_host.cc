@@ -18,10 +18,19 @@ bool StartsWith(std::string_view text, std::string_view start, PathStyle style) 
 }  // namespace
 
 std::string DiskHost::RelativeLocation(SiteWeb& web, const std::string& address) {
-  const std::string base = web.Url();
-  if (!StartsWith(address, base, style_)) return address;
-  if (address.size() == base.size()) return "";
-  return address[base.size()] == '/' ? address.substr(base.size() + 1) : address;
+  std::string base = web.Url();
+  std::string place = address;
+  if (!StartsWith(place, base, style_)) {
+    // A path on disk, such as that of the help file, is a place in the web too.
+    base = web.BaseFolder()->LocalPath();
+    if (style_ == PathStyle::kWindows) {
+      std::replace(base.begin(), base.end(), '\\', '/');
+      std::replace(place.begin(), place.end(), '\\', '/');
+    }
+    if (!StartsWith(place, base, style_)) return address;
+  }
+  if (place.size() == base.size()) return "";
+  return place[base.size()] == '/' ? place.substr(base.size() + 1) : address;
 }
 
 std::string DiskHost::Version() { return SCRIVO_VERSION; }

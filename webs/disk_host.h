@@ -17,9 +17,9 @@ class DiskHost : public HostApplication {
       : web_(std::move(web)), style_(style) {}
 
   std::shared_ptr<SiteWeb> CurrentWeb() override { return web_; }
-  /// The part of `address` after the web's own; "" for the web itself. An address outside the web
-  /// comes back as it is. In the Windows style the web's part is compared without regard to the
-  /// case of ASCII letters.
+  /// The part of `address`, or of a path on disk, after the web's own; "" for the web itself. What
+  /// lies outside the web comes back as it is. In the Windows style the web's part is compared
+  /// without regard to the case of ASCII letters.
   std::string RelativeLocation(SiteWeb& web, const std::string& address) override;
   /// This program's own version.
   std::string Version() override;

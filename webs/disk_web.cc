@@ -4,6 +4,7 @@
 
 #include "platform/seams/error.h"
 #include "platform/seams/services.h"
+#include "webs/contents_tree.h"
 #include "webs/html_tag.h"
 #include "webs/web_snapshot.h"
 
@@ -25,12 +26,34 @@ std::string UrlOf(const std::string& path, PathStyle style) {
   return url;
 }
 
+[[noreturn]] void ThrowUnreadable(const std::string& folder, const Error& error) {
+  throw Error(error.number, "DiskWeb",
+              "The web " + folder + " cannot be read (" + error.description +
+                  "). Ask for the right to read the folder.");
+}
+
+/// A folder behind one that may not be entered looks as if it did not exist.
+void ThrowIfOutOfReach(Files& files, const std::string& folder) {
+  try {
+    files.List(folder);
+  } catch (const Error& error) {
+    if (error.number == kPermissionDenied) ThrowUnreadable(folder, error);
+  }
+}
+
 class OpenedDiskWeb : public DiskWeb {
  public:
   explicit OpenedDiskWeb(std::shared_ptr<WebSource> source)
       : source_(std::move(source)), snapshot_(std::make_shared<WebSnapshot>(source_)) {}
 
   bool IsEmpty() const { return snapshot_->listing().FileCount() == 0; }
+  bool HasPages() const {
+    const WebListing& listing = snapshot_->listing();
+    for (WebListing::Index file = 0; file < listing.FileCount(); ++file) {
+      if (IsHelpPage(listing, file)) return true;
+    }
+    return false;
+  }
 
   std::string Url() override { return source_->url; }
   std::shared_ptr<SiteFolder> BaseFolder() override { return Now().Folder(0); }
@@ -95,6 +118,7 @@ std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptio
       throw Error(kPathNotFound, "DiskWeb",
                   "The web " + folder + " is a file. Name the folder that the web lies in.");
     }
+    ThrowIfOutOfReach(*services.files, folder);
     throw Error(kPathNotFound, "DiskWeb",
                 "The web " + folder + " does not exist. Check the spelling of the path.");
   }
@@ -106,13 +130,16 @@ std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptio
     web = std::make_shared<OpenedDiskWeb>(source);
   } catch (const Error& error) {
     if (error.number == kUserInterrupt) throw;
-    throw Error(error.number, "DiskWeb",
-                "The web " + folder + " cannot be read (" + error.description +
-                    "). Ask for the right to read the folder.");
+    ThrowUnreadable(folder, error);
   }
   if (web->IsEmpty()) {
     throw Error(kFileNotFound, "DiskWeb",
                 "The web " + folder + " has no files. Name the folder that holds its pages.");
+  }
+  if (!web->HasPages()) {
+    throw Error(kFileNotFound, "DiskWeb",
+                "The web " + folder +
+                    " has no pages (.htm or .html). Name the folder that holds its pages.");
   }
   return web;
 }

@@ -46,7 +46,8 @@ class DiskWeb : public SiteWeb {
 
 /// Opens the web in the folder `path` (absolute, in `style`) through TheServices(). `report` must
 /// outlive the web and everything it handed out. Throws Error, with a text that names the path and
-/// what to do, when the folder does not exist, is a file, cannot be read, or holds no files.
+/// what to do, when the folder does not exist, is a file, cannot be read, or holds no files or no
+/// pages.
 std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptions& options,
                                      WebReport& report, PathStyle style = Globals().path_style);
 

@@ -18,6 +18,19 @@ bool IsHostFolder(std::string_view key) {
   return key.starts_with("_vti_") || std::find(kNames.begin(), kNames.end(), key) != kNames.end();
 }
 
+/// The derived-image page of a project that was kept in the web: Scr1A2.tmp.htm. It is no page of
+/// the author's.
+bool IsKeptProjectPage(std::string_view key) {
+  constexpr std::string_view kStart = "scr", kEnd = ".tmp.htm";
+  if (key.size() <= kStart.size() + kEnd.size() || !key.starts_with(kStart) ||
+      !key.ends_with(kEnd)) {
+    return false;
+  }
+  const std::string_view number =
+      key.substr(kStart.size(), key.size() - kStart.size() - kEnd.size());
+  return number.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
 }  // namespace
 
 /// Lists one folder after another, each folder's subfolders behind all that are known: no depth of
@@ -47,7 +60,7 @@ class WebListing::Lister {
     for (const FolderEntry& entry : entries) {
       Name name = listing_.MakeName(entry.name);
       if (!entry.is_folder) {
-        names.push_back(std::move(name));
+        if (folder != 0 || !IsKeptProjectPage(name.Key())) names.push_back(std::move(name));
       } else if (!IsHostFolder(name.Key())) {
         subfolders.push_back(std::move(name));
       } else if (name.Key() == "_vti_cnf") {

@@ -217,7 +217,9 @@ ContentsTree WebSnapshot::ReadNavigation() {
 bool WebSnapshot::HoldsMoreThanHomePage(const ContentsTree& tree) const {
   const Index home = WelcomePage(listing_, 0);
   return std::any_of(tree.nodes.begin() + 1, tree.nodes.end(), [home](const ContentsNode& node) {
-    return node.file == WebListing::kNone || node.file != home;
+    // A home page that is missing on disk is no more than a home page either.
+    if (node.file == WebListing::kNone) return WelcomeRank(SmallAscii(node.page)) < 0;
+    return node.file != home;
   });
 }
 

@@ -114,6 +114,17 @@ bool PosixProcesses::Read(SystemHandle pipe, char* buffer, std::uint32_t size, s
   *got = 0;
   const int descriptor = DescriptorOf(pipe);
   if (descriptor == -1) return Fail(kInvalidHandleCode);
+  ReadAhead& ahead = ahead_[pipe];
+  if (ahead.next == ahead.bytes.size() && !Refill(descriptor, &ahead)) return false;
+  *got = static_cast<std::uint32_t>(ahead.bytes.copy(buffer, size, ahead.next));
+  ahead.next += *got;
+  return true;
+}
+
+bool PosixProcesses::Refill(int descriptor, ReadAhead* ahead) {
+  // As much as a pipe holds: a call of the system for every 16 bytes would cost more than all the
+  // rest.
+  constexpr std::size_t kPipeSize = 64 * 1024;
   for (;;) {
     pollfd waits[] = {{descriptor, POLLIN, 0}, {InterruptionDescriptor(), POLLIN, 0}};
     const int ready = poll(waits, 2, -1);
@@ -123,12 +134,12 @@ bool PosixProcesses::Read(SystemHandle pipe, char* buffer, std::uint32_t size, s
     }
     if (ready == -1 && errno != EINTR) return FailWith(errno);
     if (ready == -1) continue;
-    const ssize_t count = read(descriptor, buffer, size);
+    ahead->next = 0;
+    ahead->bytes.resize(kPipeSize);
+    const ssize_t count = read(descriptor, ahead->bytes.data(), kPipeSize);
+    ahead->bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
     if (count == 0) return Fail(kBrokenPipeCode);
-    if (count > 0) {
-      *got = static_cast<std::uint32_t>(count);
-      return true;
-    }
+    if (count > 0) return true;
     if (errno != EINTR) return FailWith(errno);
   }
 }
@@ -199,6 +210,7 @@ void PosixProcesses::WaitForEnd(SystemHandle process) {
 
 void PosixProcesses::Close(SystemHandle handle) {
   pipes_.erase(handle);
+  ahead_.erase(handle);
   const auto found = children_.find(handle);
   if (found == children_.end()) return;
   if (!Reap(&found->second)) left_alone_.push_back(found->second);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 #include <vector>
 
 #include "platform/posix/descriptor.h"
@@ -34,6 +35,15 @@ class PosixProcesses : public Processes {
     std::uint32_t exit_code = kStillActive;
   };
 
+  /// What was read from a pipe and not handed out yet.
+  struct ReadAhead {
+    std::string bytes;
+    std::size_t next = 0;
+  };
+
+  /// Waits for bytes in the pipe and takes them; false at its end, on a failure and when
+  /// interrupted.
+  bool Refill(int descriptor, ReadAhead* ahead);
   bool Fail(std::uint32_t windows_code);
   bool FailWith(int error);
   int DescriptorOf(SystemHandle pipe) const;
@@ -47,6 +57,7 @@ class PosixProcesses : public Processes {
 
   SystemHandle next_handle_ = 1;
   std::map<SystemHandle, Descriptor> pipes_;
+  std::map<SystemHandle, ReadAhead> ahead_;
   std::map<SystemHandle, Child> children_;
   std::vector<Child> left_alone_;  ///< closed while they lived; reaped when they have ended
   std::uint32_t last_error_ = 0;

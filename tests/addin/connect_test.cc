@@ -23,6 +23,17 @@ TEST_F(ConnectTest, ConnectionConfiguresTheErrorHandler) {
   EXPECT_EQ(ErrorHandler().SupportMail(), "support@scrivo.example");
 }
 
+TEST_F(ConnectTest, ErrorsAreShownInTheErrorDialog) {
+  ConnectWith(0);
+  views->error.on_show = [&] { views->error.events->ButtonClicked("RETRY"); };
+  try {
+    throw Error(kPathNotFound, "", "Path not found");
+  } catch (...) {
+    EXPECT_EQ(ErrorHandler().HandleError("Here"), ehrRetry);
+  }
+  EXPECT_NE(views->error.message.find("\tin Here at line 0"), std::string::npos);
+}
+
 TEST_F(ConnectTest, WithoutATraceSettingNothingIsTold) {
   ConnectWith(0);
   EXPECT_TRUE(desktop->messages.empty());

@@ -35,6 +35,18 @@ TEST_F(DiskHostTest, AnAddressOutsideTheWebStaysAsItIs) {
   }
 }
 
+TEST_F(DiskHostTest, APathOnDiskHasALocationToo) {
+  web = Open();
+  EXPECT_EQ(Host().RelativeLocation(*web, "/web/docs/out.htm"), "docs/out.htm");
+  EXPECT_EQ(Host().RelativeLocation(*web, "/website/out.htm"), "/website/out.htm");
+  disk->folders.insert("C:\\Webs\\site");
+  disk->files["C:\\Webs\\site\\a.htm"] = "";
+  web = OpenDiskWeb("C:\\Webs\\site", {}, report, PathStyle::kWindows);
+  EXPECT_EQ(Host(PathStyle::kWindows).RelativeLocation(*web, "c:\\webs\\SITE\\Docs\\out.htm"),
+            "Docs/out.htm");
+  EXPECT_EQ(Host(PathStyle::kWindows).RelativeLocation(*web, "C:\\out.htm"), "C:\\out.htm");
+}
+
 TEST_F(DiskHostTest, InTheWindowsStyleTheWebsAddressMayDifferInCase) {
   disk->folders.insert("C:\\Webs\\site");
   disk->files["C:\\Webs\\site\\a.htm"] = "";

@@ -34,6 +34,7 @@ TEST_F(DiskPageTest, APageWithoutATitleIsCalledByItsFile) {
 }
 
 TEST_F(DiskPageTest, AFileThatIsNoPageIsNotReadAndCalledByItsName) {
+  Put("page.htm", "");
   const auto file = File("<title>Not HTML</title>", {}, "a.gif");
   EXPECT_EQ(file->Title(), "a.gif");
   EXPECT_THROW(file->Property("keywords"), Error);
@@ -41,6 +42,7 @@ TEST_F(DiskPageTest, AFileThatIsNoPageIsNotReadAndCalledByItsName) {
 }
 
 TEST_F(DiskPageTest, EveryKindOfPageHasATitle) {
+  Put("page.htm", "");
   for (const char* name : {"a.HTM", "a.html", "a.shtml", "a.stm", "a.asp"}) {
     EXPECT_EQ(File("<title>T</title>", {}, name)->Title(), "T") << name;
     disk->files.erase(std::string("/web/") + name);

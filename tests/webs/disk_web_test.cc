@@ -57,6 +57,7 @@ TEST_F(DiskWebTest, ThePrivateFolderAndNamesLikeTheHostsArePartOfTheWeb) {
 TEST_F(DiskWebTest, FoldersTellTheirPathsAndFilesTheirExtensions) {
   Put("docs/sub/a.tar.GZ", "");
   Put("docs/readme", "");
+  Put("page.htm", "");
   const auto web = Open();
   const auto docs = web->BaseFolder()->Folders()[0];
   EXPECT_EQ(web->BaseFolder()->LocalPath(), "/web");
@@ -91,8 +92,8 @@ TEST_F(DiskWebTest, InTheWindowsStyleAddressesHaveSlashesAndPathsBackslashes) {
 }
 
 TEST_F(DiskWebTest, AWebWithFilesOnlyHasAnEmptyNavigation) {
-  Put("a.txt", "");
-  const auto web = Open();
+  Put("a.htm", "");
+  const auto web = Open(ContentsChoice::kNavigation);
   EXPECT_EQ(AllFiles(*web).size(), 1u);
   EXPECT_TRUE(AllNodes(*web).empty());
   EXPECT_EQ(web->HomeNode(), nullptr);
@@ -189,6 +190,36 @@ TEST_F(DiskWebTest, AWebWithoutFilesIsAnErrorOfItsOwn) {
   disk->folders.insert("/web/images");
   EXPECT_EQ(OpeningError("/web", kFileNotFound),
             "The web /web has no files. Name the folder that holds its pages.");
+}
+
+TEST_F(DiskWebTest, AWebWithoutPagesIsAnErrorOfItsOwn) {
+  Put("style.css", "");
+  EXPECT_EQ(OpeningError("/web", kFileNotFound),
+            "The web /web has no pages (.htm or .html). Name the folder that holds its pages.");
+}
+
+TEST_F(DiskWebTest, AWebBehindAFolderThatMayNotBeEnteredIsUnreadableNotMissing) {
+  disk->failures.insert({"list /shut/web", Error(kPermissionDenied, "", "Permission denied: x")});
+  EXPECT_EQ(OpeningError("/shut/web", kPermissionDenied),
+            "The web /shut/web cannot be read (Permission denied: x). Ask for the right to read "
+            "the folder.");
+}
+
+TEST_F(DiskWebTest, AStructureWithAMissingHomePageOnlyGivesTheFolders) {
+  PutPage("index.htm", "I");
+  PutPage("a.htm", "A");
+  PutStructure("1000,default.htm,0,Home,0,1,0\n");
+  EXPECT_EQ(Open()->ContentsUsed(), ContentsChoice::kFolders);
+}
+
+TEST_F(DiskWebTest, ThePageOfAKeptProjectIsNoPageOfTheWeb) {
+  for (const char* name :
+       {"a.htm", "Scr1A2.tmp.htm", "ScrXYZ.tmp.htm", "Scr.tmp.htm", "docs/Scr1A2.tmp.htm"}) {
+    Put(name, "");
+  }
+  EXPECT_EQ(Urls(AllFiles(*Open())),
+            "file:///web/a.htm\nfile:///web/Scr.tmp.htm\nfile:///web/ScrXYZ.tmp.htm\n"
+            "file:///web/docs/Scr1A2.tmp.htm\n");
 }
 
 TEST_F(DiskWebTest, ASubfolderThatCannotBeReadIsReportedAndLeftOut) {
