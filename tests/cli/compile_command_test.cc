@@ -1,7 +1,7 @@
 // Whole compiles through the command line, with a compiler that does as it is told.
 
+#include "cli/compile_options.h"
 #include "platform/registry.h"
-#include "platform/seams/error.h"
 #include "tests/cli/scrivo_run.h"
 
 namespace scrivo {
@@ -262,6 +262,12 @@ TEST_F(CompileCommand, AdvisesNoIndexThatWasJustTried) {
             std::string::npos)
       << err;
   EXPECT_EQ(err.find("--index headings"), std::string::npos) << err;
+  const IndexSource titles = IndexSource::kTitles;
+  const IndexSource headings = IndexSource::kHeadings;
+  EXPECT_EQ(NoIndexHint({IndexSource::kKeywords, titles}),
+            "The pages' headings can make an index: --index headings.");
+  EXPECT_EQ(NoIndexHint({headings, titles}),
+            "--no-index makes the help file without looking for any.");
 }
 
 TEST_F(CompileCommand, TakesTheContentsThatWereChosen) {

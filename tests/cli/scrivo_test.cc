@@ -38,6 +38,15 @@ TEST_F(Scrivo, TakesAnOptionsValueForNoRequestForHelp) {
   EXPECT_TRUE(out.starts_with(WebPath())) << out;
 }
 
+TEST_F(Scrivo, SaysWhatTheExitStatusOfACompileMeans) {
+  EXPECT_EQ(Run({"compile", "--help"}), 0);
+  EXPECT_TRUE(
+      out.ends_with("\n\nThe exit status is 0 when the help file was made, 1 when it was "
+                    "not, or with\n--strict when there were messages, and 2 for a wrong "
+                    "command line.\n"))
+      << out;
+}
+
 TEST_F(Scrivo, SaysWhichOptionsDoNothingForAProject) {
   EXPECT_EQ(Run({"project", "--help"}), 0);
   EXPECT_TRUE(
