@@ -9,7 +9,7 @@ namespace scrivo::chm {
 namespace {
 
 constexpr std::size_t kHeaderSize = 76, kBlockSize = 0x800;
-constexpr std::size_t kListingHead = 12, kIndexHead = 8;
+constexpr std::size_t kListingHead = 12;
 constexpr std::uint32_t kNoBlock = 0xFFFFFFFF;
 constexpr std::uint16_t kSeeAlso = 2;
 constexpr std::uint32_t kDataSize = 13;

@@ -26,7 +26,7 @@ void KeywordTree::Add(int level, std::string_view name, const std::vector<std::u
   Node& node = nodes_[number];
   node.topics.insert(node.topics.end(), topics.begin(), topics.end());
   node.targets += topics.size();
-  if (!see_also.empty()) {
+  if (!see_also.empty() && ToUtf16(see_also).size() <= kLongestKeyword) {
     if (node.see_also.empty()) node.see_also = see_also;
     ++node.targets;
   }

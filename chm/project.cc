@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
 
 #include "chm/ascii_text.h"
 #include "chm/project_lines.h"
@@ -102,6 +103,7 @@ class Reader {
   void Window(std::string_view line);
 
   Project project_;
+  std::unordered_map<std::string, std::size_t> window_numbers_;  // by lower-case name
   Section section_ = Section::kNone;
 };
 
@@ -228,13 +230,10 @@ void Reader::Window(std::string_view line) {
   window.arguments = SplitQuoted(line.substr(equals + 1));
   // Of two lines for one window the later counts, in the place of the first: generators write an
   // incomplete line before the real one.
-  for (ProjectWindow& other : project_.windows) {
-    if (EqualsIgnoringCase(other.name, window.name)) {
-      other = std::move(window);
-      return;
-    }
-  }
-  project_.windows.push_back(std::move(window));
+  const auto [known, added] =
+      window_numbers_.try_emplace(AsciiLowered(window.name), project_.windows.size());
+  if (added) project_.windows.emplace_back();
+  project_.windows[known->second] = std::move(window);
 }
 
 }  // namespace

@@ -86,6 +86,18 @@ TEST(KeywordTree, LeavesOutWhatNoBlockCanHold) {
   EXPECT_EQ(too_long, 1u);
 }
 
+TEST(KeywordTree, LeavesOutAReferenceLongerThanAnyKeyword) {
+  KeywordTree tree;
+  tree.Add(0, std::string(488, 'x'), {1}, std::string(489, 'y'));
+  tree.Add(0, std::string(488, 'z'), {1}, std::string(488, 'y'));
+  std::size_t too_long = 0;
+  const auto sorted = tree.Sorted(&too_long);
+  EXPECT_EQ(sorted.at(0).see_also, "");
+  EXPECT_EQ(sorted.at(1).see_also.size(), 488u);
+  std::vector<TruncatedKeyword> truncated;
+  EXPECT_EQ(WriteKeywords(sorted, 0x409, &truncated).btree.size(), 76u + 3 * 0x800);
+}
+
 TEST(WriteKeywords, WritesOnlyAPropertyForNoKeywords) {
   std::vector<TruncatedKeyword> truncated;
   const KeywordStreams streams = WriteKeywords({}, 0x409, &truncated);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <sstream>
 
 #include "chm/ascii_text.h"
 #include "chm/html_scanner.h"
@@ -153,7 +154,19 @@ class Checker {
     }
   }
 
+  // The words that the project keeps out of the index.
+  void LoadStopWords() {
+    if (project_.stop_list_file.empty()) return;
+    const auto found = tree_->FindListed(project_.stop_list_file);
+    if (!found) return;
+    std::istringstream lines(Read(found->disk_path));
+    for (std::string line; std::getline(lines, line);) {
+      stop_words_.insert(AsciiLowered(Trimmed(line)));
+    }
+  }
+
   void Search() {
+    LoadStopWords();
     const auto index = help_->Search();
     if (!index) return Fault("search: " + help_->problem());
     std::size_t places = 0, found_places = 0;
@@ -190,6 +203,10 @@ class Checker {
         position += static_cast<std::uint32_t>(TakeVarint(&rest));
         place = position;
       }
+      if (stop_words_.contains(word)) {
+        if (index.contains({word, in_title})) Fault("search: stop word " + word);
+        continue;
+      }
       check_.words += positions.size();
       const auto found = index.find({word, in_title});
       if (found == index.end() || !found->second.contains(topic) ||
@@ -209,6 +226,7 @@ class Checker {
   int code_page_ = 1252;
   std::optional<ProjectTree> tree_;
   std::vector<ReadTopic> topics_;
+  std::set<std::string> stop_words_;
   ProjectCheck check_;
 };
 
