@@ -277,5 +277,24 @@ TEST_F(ChildProcesses, LeaveNothingOpenAfterManyRuns) {
   EXPECT_EQ(errno, ECHILD);
 }
 
+TEST_F(ChildProcesses, EndsTheWholeGroupOfOneThatLivesOn) {
+  // The reader of the pipe sees its end only when the shell and its own child are gone.
+  ASSERT_TRUE(Start(Script("echo up; sleep 1000 & wait")));
+  char buffer[16];
+  std::uint32_t got = 0;
+  ASSERT_TRUE(processes.Read(pipe, buffer, sizeof buffer, &got));
+  processes.End(child.process);
+  EXPECT_EQ(ReadAll(), "");
+  EXPECT_EQ(Finish(), 128u + SIGTERM);
+}
+
+TEST_F(ChildProcesses, LeavesOneAloneThatHasEnded) {
+  ASSERT_TRUE(Start(Script("exit 3")));
+  ReadAll();
+  EXPECT_EQ(processes.ExitCode(child.process), 3u);
+  processes.End(child.process);
+  EXPECT_EQ(Finish(), 3u);
+}
+
 }  // namespace
 }  // namespace scrivo
