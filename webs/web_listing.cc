@@ -58,6 +58,12 @@ class WebListing::Lister {
   void List(Index folder, const std::vector<FolderEntry>& entries) {
     std::vector<Name> names, subfolders;
     for (const FolderEntry& entry : entries) {
+      if (entry.name.find_first_of("\r\n") != std::string::npos) {
+        report_.Problem({listing_.FolderPath(folder), 0,
+                         "a name with a line break in it was left out: a project file has one name "
+                         "on each line"});
+        continue;
+      }
       Name name = listing_.MakeName(entry.name);
       if (!entry.is_folder) {
         if (folder != 0 || !IsKeptProjectPage(name.Key())) names.push_back(std::move(name));

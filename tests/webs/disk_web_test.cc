@@ -212,6 +212,17 @@ TEST_F(DiskWebTest, AStructureWithAMissingHomePageOnlyGivesTheFolders) {
   EXPECT_EQ(Open()->ContentsUsed(), ContentsChoice::kFolders);
 }
 
+TEST_F(DiskWebTest, ANameWithALineBreakIsReportedAndLeftOut) {
+  Put("a.htm", "");
+  Put("b.htm\r\nTitle=x.htm", "");
+  Put("Icon\r", "");
+  EXPECT_EQ(Urls(AllFiles(*Open())), "file:///web/a.htm\n");
+  const std::string problem =
+      "/web:0: a name with a line break in it was left out: a project file has one name on each "
+      "line\n";
+  EXPECT_EQ(Reported(), problem + problem);
+}
+
 TEST_F(DiskWebTest, ThePageOfAKeptProjectIsNoPageOfTheWeb) {
   for (const char* name :
        {"a.htm", "Scr1A2.tmp.htm", "ScrXYZ.tmp.htm", "Scr.tmp.htm", "docs/Scr1A2.tmp.htm"}) {
