@@ -229,7 +229,7 @@ std::vector<std::uint8_t> CompileRun::SystemStream(const std::vector<std::uint8_
   facts.title = Encoded(Text(project_.title));
   facts.default_font = Encoded(Text(project_.default_font));
   facts.default_window = Encoded(Text(project_.default_window));
-  facts.output_stem = Encoded(OutputStem());
+  facts.output_stem = Address(OutputStem());  // a name, not a text to warn about
   facts.language = project_.language;
   facts.time = request_.time;
   facts.full_text_search = project_.full_text_search;

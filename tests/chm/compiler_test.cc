@@ -326,6 +326,16 @@ TEST_F(CompilerTest, ConvertsTitlesAndCountsLostCharacters) {
   EXPECT_EQ(recorder_.messages[0].substr(0, 31), "HHC3018: Warning: 1 characters ");
 }
 
+TEST_F(CompilerTest, TheOutputsOwnNameLosesNoCharacters) {
+  folder_.Write("help.hhp",
+                "[OPTIONS]\r\nCompiled file=\xD0\x9F\xD1\x80.chm\r\n[FILES]\r\nindex.htm\r\n");
+  folder_.Write("index.htm", Page("Start", "hello"));
+  EXPECT_TRUE(Compile().made);
+  for (const std::string& message : recorder_.messages) {
+    EXPECT_EQ(message.find("code page"), std::string::npos) << message;
+  }
+}
+
 TEST_F(CompilerTest, AcceptsEmptyContentsAndIndex) {
   folder_.Write("help.hhp", std::string(kOptions) + "[FILES]\r\nindex.htm\r\n");
   folder_.Write("index.htm", Page("t", "x"));
