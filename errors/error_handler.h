@@ -93,7 +93,8 @@ class CErrorHandler {
   void CallStackPop();
   /// Adds a procedure's qualified name and its data, and traces its entry.
   void CallStackPush(const std::string& Procedure, const std::string& Data);
-  /// Deletes the chosen log files; failures are ignored.
+  /// Deletes the chosen log files; failures are ignored. The removal is forced, so a log that is
+  /// read-only goes too.
   void Clear(bool ClearLogFile, bool ClearTracingLogFile);
   /// Reports the current exception (call it inside a catch clause) in the name of `Procedure`, or,
   /// when that is empty, of the procedure on top of the enabled call stack. Answers what the

@@ -10,7 +10,8 @@ void AppendLogRecord(const std::string& path, const std::string& record) {
 
 std::string LogTimeText() {
   SystemServices& system = *TheServices().system;
-  return system.DateText() + " - " + system.TimeText();
+  const std::string date = system.DateText();
+  return date + " - " + system.TimeText();
 }
 
 }  // namespace scrivo

@@ -5,6 +5,8 @@
 namespace scrivo {
 namespace {
 
+static_assert(sizeof(void*) == 8 || OPENFILENAME_SIZE_VERSION_400A == 76);
+
 using FileDialog = BOOL(WINAPI*)(OPENFILENAMEA*);
 
 HWND WindowOf(WindowHandle handle) { return reinterpret_cast<HWND>(handle); }
@@ -20,7 +22,7 @@ std::int32_t RunFileDialog(FileDialog show, FileDialogRecord* record) {
   record->file_buffer.resize(record->file_buffer_size);
   record->title_buffer.resize(record->title_buffer_size);
   OPENFILENAMEA dialog{};
-  // The size of the record that ends with the template's name: 76 for 32-bit programs.
+  // The size of the record that ends with the template's name.
   dialog.lStructSize = OPENFILENAME_SIZE_VERSION_400A;
   dialog.hwndOwner = WindowOf(record->owner);
   dialog.lpstrFilter = record->filter.c_str();

@@ -6,6 +6,9 @@
 namespace scrivo {
 namespace {
 
+static_assert(sizeof(void*) == 8 || sizeof(STARTUPINFOA) == 68);
+static_assert(sizeof(void*) == 8 || sizeof(SECURITY_ATTRIBUTES) == 12);
+
 HANDLE HandleOf(SystemHandle handle) { return reinterpret_cast<HANDLE>(handle); }
 
 SystemHandle NumberOf(HANDLE handle) { return reinterpret_cast<SystemHandle>(handle); }

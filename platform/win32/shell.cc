@@ -5,6 +5,8 @@
 namespace scrivo {
 namespace {
 
+static_assert(sizeof(void*) == 8 || sizeof(SHELLEXECUTEINFOA) == 60);
+
 HWND WindowOf(WindowHandle handle) { return reinterpret_cast<HWND>(handle); }
 
 /// The shell's results are small numbers in the shape of a module handle.
@@ -26,7 +28,7 @@ std::int32_t Win32Shell::Execute(const ShellRequest& request) {
 
 std::int32_t Win32Shell::ExecuteExtended(const ExtendedShellRequest& request) {
   SHELLEXECUTEINFOA record{};
-  record.cbSize = sizeof record;  // 60 for 32-bit programs
+  record.cbSize = sizeof record;
   record.fMask = request.mask;
   record.hwnd = WindowOf(request.request.owner);
   record.lpVerb = request.request.verb.c_str();

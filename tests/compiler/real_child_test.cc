@@ -55,6 +55,11 @@ TEST_F(RealChild, DeliversALineBreakThatIsCutInTwo) {
   EXPECT_EQ(all, "0123456789abcde\r\n");
 }
 
+TEST_F(RealChild, CutsALineBreakWhereSixteenBytesAreFull) {
+  Run("out 0123456789abcde%r%nand%r%n");
+  EXPECT_EQ(chunks, (std::vector<std::string>{"0123456789abcde\r", "\nand\r\n", ""}));
+}
+
 TEST_F(RealChild, RunsInTheGivenFolder) {
   Run("folder");
   EXPECT_EQ(all, folder.path().filename().string());

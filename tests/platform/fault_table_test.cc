@@ -11,7 +11,7 @@
 #include "platform/special_folder.h"
 #include "platform/temp_files.h"
 #include "platform/text_file.h"
-#include "tests/platform/faulty_services.h"
+#include "tests/doubles/faulty_services.h"
 
 namespace scrivo {
 namespace {
@@ -22,12 +22,18 @@ const std::string kPage = "C:\\a\\page.htm";
 /// What a routine gave: "= " and its result, or "error " and a number.
 using Outcome = std::string;
 
+struct FailingCall {
+  const char* name;
+  Outcome failed;  ///< when it fails by its result, if it has one that tells a failure
+  Outcome thrown;  ///< when it fails by an Error
+};
+
 struct Row {
   const char* routine;
   std::function<std::string()> call;
   Outcome undisturbed;
-  /// The failing calls, in the order in which the routine makes them, with the outcome of each.
-  std::vector<std::pair<const char*, Outcome>> faults;
+  /// The calls that can fail, in the order in which the routine makes them.
+  std::vector<FailingCall> faults;
 };
 
 Outcome ErrorNumber(std::int32_t number) { return "error " + std::to_string(number); }
@@ -37,7 +43,8 @@ std::string Done(const std::function<void()>& call) {
   return "done";
 }
 
-std::string ChosenFile(bool save) {
+std::string ChosenFile(bool save, std::int32_t result = 1) {
+  static_cast<FakeDesktop&>(*TheServices().desktop).file_result = result;
   FileDialogParameters dialog{.Save = save};
   const bool confirmed = VBGetOpenFileName(&dialog);
   return (confirmed ? "chosen " : "none ") + dialog.FileName + " " +
@@ -48,95 +55,116 @@ std::vector<Row> ShellRows() {
   const Outcome not_found = ErrorNumber(CShell::kFileNotFound);
   const Outcome no_memory = ErrorNumber(CShell::kOutOfMemory);
   const Outcome failure = ErrorNumber(CShell::kComponentFailure);
+  const FailingCall window = {"DesktopWindow", failure, failure};
+  const FailingCall execute = {"Execute", no_memory, failure};
+  const FailingCall file_exists = {"FileExists", not_found, failure};
+  // A registry that cannot be read leaves the verb "open", which the shell then tries.
+  const FailingCall open_key = {"OpenKey", "= done", failure};
+  const FailingCall query_value = {"QueryValue", "= done", failure};
   return {
       {"CreateNewMailMessage",
        [] { return Done([] { CShell().CreateNewMailMessage("a", "", "", ""); }); },
        "= done",
-       {{"Execute", no_memory}}},
+       {window, execute}},
       {"OpenUrl",
        [] { return Done([] { CShell().OpenUrl("http://a/"); }); },
        "= done",
-       {{"Execute", no_memory}}},
+       {window, execute}},
       {"ExploreFolder",
        [] { return Done([] { CShell().ExploreFolder("C:\\a"); }); },
        "= done",
-       {{"Execute", no_memory}}},
+       {window, execute}},
       {"OpenFolder",
        [] { return Done([] { CShell().OpenFolder("C:\\a"); }); },
        "= done",
-       {{"Execute", no_memory}}},
+       {window, execute}},
       {"LaunchProgram",
        [] { return Done([] { CShell().LaunchProgram(kProgram); }); },
        "= done",
-       {{"FileExists", not_found}, {"Execute", no_memory}}},
+       {file_exists, window, execute}},
       {"LaunchProgram, waiting",
        [] { return Done([] { CShell().LaunchProgram(kProgram, "", true); }); },
        "= done",
-       {{"FileExists", not_found},
-        {"Start", ErrorNumber(CShell::kCannotCreateProcess)},
-        {"WaitForEnd", failure}}},
-      // A registry that cannot be read leaves the verb "open", which the shell then tries.
+       {file_exists,
+        {"Start", ErrorNumber(CShell::kCannotCreateProcess), failure},
+        {"Close", failure, failure},
+        {"WaitForEnd", failure, failure},
+        {"Close", failure, failure}}},
       {"OpenDocument",
        [] { return Done([] { CShell().OpenDocument(kPage); }); },
        "= done",
-       {{"FileExists", not_found},
-        {"OpenKey", "= done"},
-        {"QueryValue", "= done"},
-        {"QueryValue", "= done"},
-        {"OpenKey", "= done"},
-        {"QueryValue", "= done"},
-        {"EnumKey", "= done"},
-        {"Execute", no_memory}}},
+       {file_exists,
+        open_key,
+        query_value,
+        query_value,
+        open_key,
+        query_value,
+        {"EnumKey", "= done", failure},
+        window,
+        execute}},
       {"ShowProperties",
        [] { return Done([] { CShell().ShowProperties("C:\\a", 0); }); },
        "= done",
-       {{"FileExists", "= done"},
-        {"FolderExists", not_found},
-        {"ExecuteExtended", ErrorNumber(CShell::kCannotShowProperties)}}},
+       {{"FileExists", "= done", failure},
+        {"FolderExists", not_found, failure},
+        window,
+        {"ExecuteExtended", ErrorNumber(CShell::kCannotShowProperties), failure}}},
   };
 }
 
 std::vector<Row> RoutineRows() {
+  const Outcome write_error = ErrorNumber(kDeviceIoError);
   return {
       {"VBGetOpenFileName",
        [] { return ChosenFile(false); },
        "= chosen C:\\b 0",
-       {{"OpenFileDialog", "= none  12291"}}},
+       {{"OpenFileDialog", "= none  12291", "= none  0"}}},
       {"VBGetOpenFileName, saving",
        [] { return ChosenFile(true); },
        "= chosen C:\\b 0",
-       {{"SaveFileDialog", "= none  12291"}}},
+       {{"SaveFileDialog", "= none  12291", "= none  0"}}},
+      {"VBGetOpenFileName, without a dialog",
+       [] { return ChosenFile(false, -1); },
+       "= none  12291",
+       {{"OpenFileDialog", "= none  12291", "= none  0"},
+        {"ExtendedDialogError", "= none  0", "= none  0"}}},
       {"BrowseFolder",
        [] { return BrowseFolder(0, "t"); },
        "= C:\\b",
-       {{"BrowseForFolder", "= "}, {"PathFromItemList", "= "}}},
+       {{"BrowseForFolder", "= ", "= "}, {"PathFromItemList", "= ", "= "}}},
       // When the file cannot be removed again, its name is still one that nobody else has.
       {"GetTempFile",
        [] { return GetTempFile("C:\\a", "Scrivo"); },
        "= C:\\a\\Scr1A2.tmp",
-       {{"MakeUniqueFile", "= "}, {"Remove", "= C:\\a\\Scr1A2.tmp"}}},
+       {{"MakeUniqueFile", "= ", "= "}, {"Remove", "= C:\\a\\Scr1A2.tmp", "= C:\\a\\Scr1A2.tmp"}}},
       {"GetShortPath",
        [] { return GetShortPath(kProgram); },
        "= C:\\a\\tool.exe",
-       {{"ShortForm", "= "}}},
+       {{"ShortForm", "= ", "= "}}},
       {"GetSpecialFolder",
        [] { return GetSpecialFolder(0, 5); },
        "= C:\\b",
-       {{"SpecialFolderLocation", "= "}, {"PathFromItemList", "= "}}},
+       {{"SpecialFolderLocation", "= ", "= "},
+        {"PathFromItemList", "= ", "= "},
+        {"FreeItemList", "= C:\\b", "= C:\\b"}}},
       {"WriteTextFile",
        [] { return Done([] { WriteTextFile("C:\\a\\x", "t"); }); },
        "= done",
-       {{"Write", ErrorNumber(kDeviceIoError)}}},
-      {"ShowHelp", [] { return Done(&ShowHelp); }, "= done", {{"HtmlHelp", "= done"}}},
+       {{"Write", write_error, write_error}}},
+      {"ShowHelp",
+       [] { return Done(&ShowHelp); },
+       "= done",
+       {{"ModuleFolder", "= done", "= done"}, {"HtmlHelp", "= done", "= done"}}},
   };
 }
 
 class FaultTable : public WithFakeServices {
  protected:
   /// Runs one routine in a fresh world in which call `at` fails.
-  Outcome Run(const Row& row, int at) {
+  Outcome Run(const std::function<std::string()>& call, int at, bool throws) {
     fault = {};
     fault.at = at;
+    fault.throws = throws;
     auto faulty_files = std::make_shared<FaultyFiles>(&fault);
     faulty_files->files = {{kProgram, ""}, {kPage, ""}};
     faulty_files->folders = {"C:\\a"};
@@ -156,9 +184,10 @@ class FaultTable : public WithFakeServices {
     TheServices().registry = faulty_registry;
     TheServices().processes = std::make_shared<FaultyProcesses>(&fault);
     TheServices().shell = std::make_shared<FaultyShell>(&fault);
+    TheServices().system = std::make_shared<FaultySystem>(&fault);
     Globals() = GlobalState(PathStyle::kWindows);
     try {
-      return "= " + row.call();
+      return "= " + call();
     } catch (const Error& error) {
       return ErrorNumber(error.number);
     }
@@ -167,14 +196,28 @@ class FaultTable : public WithFakeServices {
   void Check(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
       SCOPED_TRACE(row.routine);
-      EXPECT_EQ(Run(row, -1), row.undisturbed);
+      EXPECT_EQ(Run(row.call, -1, false), row.undisturbed);
       EXPECT_EQ(static_cast<std::size_t>(fault.calls), row.faults.size());
-      for (std::size_t at = 0; at < row.faults.size(); ++at) {
-        SCOPED_TRACE("call " + std::to_string(at) + ", " + row.faults[at].first);
-        EXPECT_EQ(Run(row, static_cast<int>(at)), row.faults[at].second);
-        EXPECT_EQ(fault.name, row.faults[at].first);
+      for (std::size_t i = 0; i < row.faults.size(); ++i) {
+        const FailingCall& failing = row.faults[i];
+        const int at = static_cast<int>(i);
+        SCOPED_TRACE("call " + std::to_string(at) + ", " + failing.name);
+        EXPECT_EQ(Run(row.call, at, false), failing.failed);
+        EXPECT_EQ(fault.name, failing.name);
+        EXPECT_EQ(Run(row.call, at, true), failing.thrown);
       }
     }
+  }
+
+  /// The outcome when the user gives this answer to the report of the call that throws.
+  Outcome Answered(MessageAnswer answer, const std::function<std::string()>& call, int at) {
+    ErrorHandler().ErrorHandlerActions(ehaMessageBox);
+    return Run(
+        [&] {
+          static_cast<FakeDesktop&>(*TheServices().desktop).answers = {answer};
+          return call();
+        },
+        at, true);
   }
 
   Fault fault;
@@ -183,6 +226,29 @@ class FaultTable : public WithFakeServices {
 TEST_F(FaultTable, OfTheShell) { Check(ShellRows()); }
 
 TEST_F(FaultTable, OfDialogsAndSmallRoutines) { Check(RoutineRows()); }
+
+TEST_F(FaultTable, OfDialogsWithTheUsersAnswers) {
+  const std::function<std::string()> choose = [] { return ChosenFile(false); };
+  const std::function<std::string()> fail = [] { return ChosenFile(false, -1); };
+  const std::function<std::string()> browse = [] { return BrowseFolder(0, "t"); };
+  const struct {
+    const std::function<std::string()>& call;
+    int at;
+    Outcome aborted, retried, ignored;
+  } rows[] = {
+      {choose, 0, "= none  0", "= chosen C:\\b 0", "= none  0"},
+      {fail, 1, "= none  0", "= none  12291", "= none  0"},
+      {browse, 0, "= ", "= C:\\b", "= "},
+      // What follows a path that was not given is the buffer as it was: blanks.
+      {browse, 1, "= ", "= C:\\b", "= " + std::string(260, ' ')},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE("row " + std::to_string(&row - rows));
+    EXPECT_EQ(Answered(MessageAnswer::kAbort, row.call, row.at), row.aborted);
+    EXPECT_EQ(Answered(MessageAnswer::kRetry, row.call, row.at), row.retried);
+    EXPECT_EQ(Answered(MessageAnswer::kIgnore, row.call, row.at), row.ignored);
+  }
+}
 
 }  // namespace
 }  // namespace scrivo

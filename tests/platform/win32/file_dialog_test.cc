@@ -157,7 +157,6 @@ TEST_F(FileDialogTest, ADialogThatFailsIsNotACancel) {
 }
 
 TEST_F(FileDialogTest, TheFolderBrowserGivesTheChosenFolder) {
-  OleInitialize(nullptr);
   std::string texts;
   DialogAnswer user([&](HWND dialog) {
     EnumChildWindows(dialog, &FileDialogTest::AddText, reinterpret_cast<LPARAM>(&texts));
@@ -169,14 +168,21 @@ TEST_F(FileDialogTest, TheFolderBrowserGivesTheChosenFolder) {
   });
   EXPECT_EQ(BrowseFolder(0, "Select output directory"), folder);
   EXPECT_NE(texts.find("Select output directory|"), std::string::npos) << texts;
-  OleUninitialize();
+}
+
+TEST_F(FileDialogTest, TheFolderBrowserMakesOleReadyOnItsThread) {
+  HRESULT ready = E_FAIL;
+  std::thread([&] {
+    DialogAnswer user([](HWND dialog) { Press(dialog, IDCANCEL); });
+    TheServices().desktop->BrowseForFolder({});
+    ready = OleInitialize(nullptr);
+  }).join();
+  EXPECT_EQ(ready, S_FALSE);  // it was ready before
 }
 
 TEST_F(FileDialogTest, CancellingTheFolderBrowserGivesNothing) {
-  OleInitialize(nullptr);
   DialogAnswer user([](HWND dialog) { Press(dialog, IDCANCEL); });
   EXPECT_EQ(BrowseFolder(0, "Select"), "");
-  OleUninitialize();
 }
 
 }  // namespace

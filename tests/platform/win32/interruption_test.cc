@@ -77,5 +77,25 @@ TEST_F(InterruptionTest, EndsAChildThatDoesNotEndByItselfAndLetsNoOtherStart) {
   });
 }
 
+TEST_F(InterruptionTest, EndsAChildThatWasStartedJustBefore) {
+  ExpectInAChild([&] {
+    files.Write(InFolder("alive"), "");
+    STARTUPINFOA start_up{};
+    start_up.cb = sizeof start_up;
+    PROCESS_INFORMATION child{};
+    std::string command = '"' + TestProgram("test_printer") + '"' + " live";
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr,
+                        folder.c_str(), &start_up, &child)) {
+      return false;
+    }
+    PressCtrlC();
+    EndWhenInterrupted(child.hProcess);
+    WaitForSingleObject(child.hProcess, INFINITE);
+    DWORD code = 0;
+    GetExitCodeProcess(child.hProcess, &code);
+    return code == 1;
+  });
+}
+
 }  // namespace
 }  // namespace scrivo

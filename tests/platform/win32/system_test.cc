@@ -104,6 +104,16 @@ TEST_F(Win32SystemTest, ADocumentOfAnUnknownTypeHasNoAssociation) {
             CShell::kNoAssociation);
 }
 
+TEST_F(Win32SystemTest, PropertiesThatTheShellCannotShowAreAnError) {
+  EXPECT_EQ(NumberOf([&] { CShell().ShowProperties(InFolder("none.txt"), 0); }),
+            CShell::kFileNotFound);
+  TheServices().files->Write(InFolder("a.txt"), "");
+  // Files are found with either separator, the shell's items only with its own.
+  std::string path = InFolder("a.txt");
+  std::replace(path.begin(), path.end(), '\\', '/');
+  EXPECT_EQ(NumberOf([&] { CShell().ShowProperties(path, 0); }), CShell::kCannotShowProperties);
+}
+
 TEST_F(Win32SystemTest, AFileThatIsNoProgramCannotBeLaunched) {
   TheServices().files->Write(InFolder("fake.exe"), "this is no program");
   EXPECT_EQ(NumberOf([&] { CShell().LaunchProgram(InFolder("fake.exe"), "", true); }),

@@ -7,12 +7,13 @@
 
 namespace scrivo {
 
-/// Counts the calls of the system that can fail, and makes one of them fail: by an exception where
-/// a failure is an Error, by its result where it is one.
+/// Counts the calls of the system that can fail, and makes one of them fail: by its result where
+/// that can tell a failure, by an Error otherwise.
 struct Fault {
-  int at = -1;       ///< which call fails, from 0; none when negative
-  int calls = 0;     ///< how many were made
-  std::string name;  ///< the call that was made to fail
+  int at = -1;          ///< which call fails, from 0; none when negative
+  int calls = 0;        ///< how many were made
+  bool throws = false;  ///< it fails by an Error in any case
+  std::string name;     ///< the call that was made to fail
 
   bool is_paused = false;
 
@@ -25,15 +26,17 @@ struct Fault {
     Fault& fault;
   };
 
-  /// True when this call is to fail.
+  /// True when this call is to fail by its result.
   bool Hits(const char* call) {
     if (is_paused || calls++ != at) return false;
     name = call;
+    if (throws) throw Made();
     return true;
   }
   void Throw(const char* call) {
-    if (Hits(call)) throw Error(kDeviceIoError, "Windows", "Made to fail");
+    if (Hits(call)) throw Made();
   }
+  static Error Made() { return Error(kDeviceIoError, "Windows", "Made to fail"); }
 };
 
 class FaultyFiles : public MemoryFiles {
@@ -48,6 +51,10 @@ class FaultyFiles : public MemoryFiles {
   void Write(const std::string& path, const std::string& bytes) override {
     fault_.Throw("Write");
     MemoryFiles::Write(path, bytes);
+  }
+  void Append(const std::string& path, const std::string& bytes) override {
+    fault_.Throw("Append");
+    MemoryFiles::Append(path, bytes);
   }
   void Remove(const std::string& path, bool forced) override {
     fault_.Throw("Remove");
@@ -71,11 +78,24 @@ class FaultyFiles : public MemoryFiles {
 class FaultyDesktop : public FakeDesktop {
  public:
   explicit FaultyDesktop(Fault* fault) : fault_(*fault) {}
+  MessageAnswer ShowMessage(const std::string& text, std::uint32_t style,
+                            const std::string& caption) override {
+    fault_.Throw("ShowMessage");
+    return FakeDesktop::ShowMessage(text, style, caption);
+  }
+  void ProcessMessages() override {
+    fault_.Throw("ProcessMessages");
+    FakeDesktop::ProcessMessages();
+  }
   std::int32_t OpenFileDialog(FileDialogRecord* record) override {
     return fault_.Hits("OpenFileDialog") ? -1 : FakeDesktop::OpenFileDialog(record);
   }
   std::int32_t SaveFileDialog(FileDialogRecord* record) override {
     return fault_.Hits("SaveFileDialog") ? -1 : FakeDesktop::SaveFileDialog(record);
+  }
+  std::uint32_t ExtendedDialogError() override {
+    fault_.Throw("ExtendedDialogError");
+    return FakeDesktop::ExtendedDialogError();
   }
   std::uintptr_t BrowseForFolder(const BrowseRecord& record) override {
     fault_.Throw("BrowseForFolder");
@@ -101,12 +121,26 @@ class FaultyDesktop : public FakeDesktop {
 class FaultyProcesses : public FakeProcesses {
  public:
   explicit FaultyProcesses(Fault* fault) : fault_(*fault) {}
+  bool OpenPipe(SystemHandle* read_end, SystemHandle* write_end) override {
+    return !fault_.Hits("OpenPipe") && FakeProcesses::OpenPipe(read_end, write_end);
+  }
   bool Start(const StartRequest& request, StartedProcess* started) override {
     return !fault_.Hits("Start") && FakeProcesses::Start(request, started);
+  }
+  bool Read(SystemHandle pipe, char* buffer, std::uint32_t size, std::uint32_t* got) override {
+    return !fault_.Hits("Read") && FakeProcesses::Read(pipe, buffer, size, got);
+  }
+  std::uint32_t ExitCode(SystemHandle process) override {
+    fault_.Throw("ExitCode");
+    return FakeProcesses::ExitCode(process);
   }
   void WaitForEnd(SystemHandle process) override {
     fault_.Throw("WaitForEnd");
     FakeProcesses::WaitForEnd(process);
+  }
+  void Close(SystemHandle handle) override {
+    fault_.Throw("Close");
+    FakeProcesses::Close(handle);
   }
 
  private:
@@ -116,6 +150,10 @@ class FaultyProcesses : public FakeProcesses {
 class FaultyShell : public FakeShell {
  public:
   explicit FaultyShell(Fault* fault) : fault_(*fault) {}
+  WindowHandle DesktopWindow() override {
+    fault_.Throw("DesktopWindow");
+    return FakeShell::DesktopWindow();
+  }
   std::int32_t Execute(const ShellRequest& request) override {
     return fault_.Hits("Execute") ? 8 : FakeShell::Execute(request);
   }
@@ -126,6 +164,37 @@ class FaultyShell : public FakeShell {
                                      std::uintptr_t* item_list) override {
     if (fault_.Hits("SpecialFolderLocation")) return -1;
     return FakeShell::SpecialFolderLocation(owner, folder_id, item_list);
+  }
+  void FreeItemList(std::uintptr_t item_list) override {
+    fault_.Throw("FreeItemList");
+    FakeShell::FreeItemList(item_list);
+  }
+
+ private:
+  Fault& fault_;
+};
+
+class FaultySystem : public FakeSystem {
+ public:
+  explicit FaultySystem(Fault* fault) : fault_(*fault) {}
+  std::string DateText() override {
+    fault_.Throw("DateText");
+    return FakeSystem::DateText();
+  }
+  std::string TimeText() override {
+    fault_.Throw("TimeText");
+    return FakeSystem::TimeText();
+  }
+  bool PlatformId(std::uint32_t record_size, std::uint32_t* id) override {
+    return !fault_.Hits("PlatformId") && FakeSystem::PlatformId(record_size, id);
+  }
+  void WriteErrorEvent(const std::string& source, const std::string& text) override {
+    fault_.Throw("WriteErrorEvent");
+    FakeSystem::WriteErrorEvent(source, text);
+  }
+  std::string ModuleFolder() override {
+    fault_.Throw("ModuleFolder");
+    return FakeSystem::ModuleFolder();
   }
 
  private:

@@ -1,0 +1,22 @@
+// What a child sees of how it was started.
+
+#include <string>
+
+#include "compiler/spawn_console_app.h"
+#include "tests/doubles/real_services.h"
+#include "tests/doubles/test_folder.h"
+
+namespace scrivo {
+namespace {
+
+TEST_F(WithRealServices, AChildIsHiddenWithoutInputAndOfNormalPriority) {
+  std::string told;
+  CSpawnConsoleApp app;
+  app.OnProcessOutputs = [&](const std::string& output) { told += output; };
+  EXPECT_EQ(app.ExecuteApp('"' + TestProgram("test_start_up") + '"', folder), 0);
+  EXPECT_EQ(told,
+            "flags 257, show 0, input 0, same outputs 1, priority 32, folder " + folder + "\r\n");
+}
+
+}  // namespace
+}  // namespace scrivo
