@@ -96,9 +96,8 @@ TEST_F(HelpViewerTest, IsLookedForAgainAfterItWasMissing) {
   ExpectInAChild([&] {
     UseOwnClasses();
     // A library of that name that has no such entry hides the system's own.
-    TheServices().files->Write(
-        InFolder("hhctrl.ocx"),
-        ReadWholeFile(*TheServices().files, TestProgram("test_printer")));
+    TheServices().files->Write(InFolder("hhctrl.ocx"),
+                               ReadWholeFile(*TheServices().files, TestProgram("test_printer")));
     if (!LoadLibraryA(InFolder("hhctrl.ocx").c_str())) return false;
     if (Show() != 0) return false;
     Register(REG_SZ, viewer);

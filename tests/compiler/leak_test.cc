@@ -1,60 +1,30 @@
 // Long runs of calls leave nothing behind but the keys that the registry class keeps on purpose.
 
-#include <algorithm>
-#include <cstdlib>
 #include <string>
 
 #include "compiler/spawn_console_app.h"
 #include "platform/registry.h"
 #include "platform/temp_files.h"
-#include "platform/win32/windows.h"
+#include "tests/compiler/leak_count.h"
 #include "tests/doubles/real_services.h"
 #include "tests/doubles/test_folder.h"
-
-// After the system's header, which it needs.
-#include <psapi.h>
 
 namespace scrivo {
 namespace {
 
 constexpr int kCalls = 10'000;
+constexpr int kSomeCalls = 1'000;
 constexpr long kSlack = 30;  ///< handles that the system's own libraries open when first used
-constexpr long long kMemorySlack = 8 << 20;
 constexpr const char* kKey = "Software\\Scrivo leak test";
-
-/// Ten thousand children; where starting one is slow, as it is on a Windows that is emulated, only
-/// when SCRIVO_LONG_TESTS is set.
-int SpawnCalls() { return std::getenv("SCRIVO_LONG_TESTS") ? kCalls : 100; }
 
 class Leaks : public WithRealServices {
  protected:
   Leaks() {
+    TheServices().registry = RegistryIn(InFolder("registry"));
     registry.Init(kHkeyCurrentUser);
     registry.SetValue(kKey, "v", std::string("text"), 1);
   }
   ~Leaks() override { registry.DeleteKey(kKey); }
-
-  static long OpenHandles() {
-    DWORD count = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &count);
-    return count != 0 ? static_cast<long>(count) : FoundHandles();
-  }
-  /// The handles that answer, for an emulated Windows that does not count them.
-  static long FoundHandles() {
-    constexpr std::uintptr_t kLast = 4 * 12'000;
-    long found = 0;
-    for (std::uintptr_t value = 4; value <= kLast; value += 4) {
-      DWORD flags = 0;
-      found += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != FALSE;
-    }
-    return found;
-  }
-  static long long UsedMemory() {
-    PROCESS_MEMORY_COUNTERS_EX counters{};
-    GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
-                         sizeof counters);
-    return static_cast<long long>(counters.PrivateUsage);
-  }
 
   /// Calls `work` so many times and holds that each call left `handles` handles open and none left
   /// memory.
@@ -64,19 +34,25 @@ class Leaks : public WithRealServices {
     const long handles_before = OpenHandles();
     const long long memory_before = UsedMemory();
     for (int i = 0; i < calls; ++i) work();
-    EXPECT_NEAR(OpenHandles() - handles_before, handles * calls, kSlack);
-    EXPECT_LT(UsedMemory() - memory_before, kMemorySlack);
+    const long handles_left = OpenHandles() - handles_before;
+    const long long memory_left = UsedMemory() - memory_before;
+    RecordProperty("handles_left", std::to_string(handles_left));
+    RecordProperty("bytes_left", std::to_string(memory_left));
+    EXPECT_NEAR(handles_left, handles * calls, kSlack);
+    EXPECT_LT(memory_left, MemorySlack());
   }
 
   CRegistry registry;
 };
 
-TEST_F(Leaks, TheCountOfHandlesSeesAnOpenOne) {
+TEST_F(Leaks, TheCountOfHandlesSeesOpenOnes) {
+  TheServices().files->Write(InFolder("file"), "x");
   const long before = OpenHandles();
-  HANDLE events[10];
-  for (HANDLE& event : events) event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  std::vector<std::unique_ptr<FileReader>> readers;
+  for (int i = 0; i < 10; ++i) {
+    readers.push_back(TheServices().files->OpenForReading(InFolder("file")));
+  }
   EXPECT_EQ(OpenHandles() - before, 10);
-  for (HANDLE event : events) CloseHandle(event);
 }
 
 TEST_F(Leaks, TheRegistryClosesTheKeysOfItsOtherMembers) {
@@ -90,17 +66,26 @@ TEST_F(Leaks, TheRegistryClosesTheKeysOfItsOtherMembers) {
 }
 
 TEST_F(Leaks, EachReadOfAValueLeavesItsKeyOpen) {
-  ExpectLeft(1, kCalls, [&] { registry.GetValue(kKey, "v", {}); });
+  ExpectLeft(kHandlesOfAKey, kCalls, [&] { registry.GetValue(kKey, "v", {}); });
+}
+
+TEST_F(Leaks, EachQuestionForAValuesTypeLeavesItsKeyOpen) {
+  ExpectLeft(kHandlesOfAKey, kSomeCalls, [&] { EXPECT_EQ(registry.ValueType(kKey, "v"), 1u); });
+}
+
+TEST_F(Leaks, EachDeletionOfAValueLeavesItsKeyOpen) {
+  ExpectLeft(kHandlesOfAKey, kSomeCalls, [&] { EXPECT_FALSE(registry.DeleteValue(kKey, "w")); });
 }
 
 TEST_F(Leaks, TemporaryNamesLeaveNothing) {
-  ExpectLeft(0, kCalls, [&] { EXPECT_NE(GetTempFile(folder, "Scrivo"), ""); });
-  EXPECT_TRUE(TheServices().files->List(folder).empty());
+  const TempFolder names;
+  ExpectLeft(0, kCalls, [&] { EXPECT_NE(GetTempFile(names.path(), "Scrivo"), ""); });
+  EXPECT_TRUE(TheServices().files->List(names.path()).empty());
 }
 
 TEST_F(Leaks, ChildrenLeaveNothing) {
   const std::string command = '"' + TestProgram("test_printer") + '"' + " exit 5";
-  ExpectLeft(0, SpawnCalls(),
+  ExpectLeft(0, ChildrenToStart(),
              [&] { EXPECT_EQ(CSpawnConsoleApp().ExecuteApp(command, folder), 5); });
 }
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/seams/registry_store.h"
+
+namespace scrivo {
+
+/// How many handles or descriptors this process has open.
+long OpenHandles();
+
+/// Its own memory, in bytes.
+long long UsedMemory();
+
+/// How much more memory a process may have without a leak, in bytes.
+long long MemorySlack();
+
+/// How many children to start in a row: ten thousand, or as many as end in bearable time.
+int ChildrenToStart();
+
+/// How many handles of the system an open key of the registry takes.
+extern const long kHandlesOfAKey;
+
+/// The system's registry, or what stands for it, kept in `folder`.
+std::shared_ptr<RegistryStore> RegistryIn(const std::string& folder);
+
+}  // namespace scrivo
