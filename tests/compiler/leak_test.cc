@@ -1,6 +1,8 @@
 // Long runs of calls leave nothing behind but the keys that the registry class keeps on purpose.
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "compiler/spawn_console_app.h"
 #include "platform/registry.h"
@@ -53,6 +55,12 @@ TEST_F(Leaks, TheCountOfHandlesSeesOpenOnes) {
     readers.push_back(TheServices().files->OpenForReading(InFolder("file")));
   }
   EXPECT_EQ(OpenHandles() - before, 10);
+}
+
+TEST_F(Leaks, TheMeasureOfMemorySeesALeak) {
+  const long long before = UsedMemory();
+  const std::vector<char> leak(static_cast<std::size_t>(MemorySlack()) * 2, 'x');
+  EXPECT_GT(UsedMemory() - before, MemorySlack());
 }
 
 TEST_F(Leaks, TheRegistryClosesTheKeysOfItsOtherMembers) {

@@ -9,13 +9,13 @@
 namespace scrivo {
 namespace {
 
-TEST_F(WithRealServices, AChildIsHiddenWithoutInputAndOfNormalPriority) {
+TEST_F(WithRealServices, AChildIsHiddenGetsNoInputAndIsOfNormalPriority) {
   std::string told;
   CSpawnConsoleApp app;
   app.OnProcessOutputs = [&](const std::string& output) { told += output; };
   EXPECT_EQ(app.ExecuteApp('"' + TestProgram("test_start_up") + '"', folder), 0);
-  EXPECT_EQ(told,
-            "flags 257, show 0, input 0, same outputs 1, priority 32, folder " + folder + "\r\n");
+  EXPECT_EQ(told, "flags 257, show 0, input from a pipe 0, same outputs 1, priority 32, folder " +
+                      folder + "\r\n");
 }
 
 }  // namespace

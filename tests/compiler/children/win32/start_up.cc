@@ -9,8 +9,8 @@ int main() {
   GetStartupInfoA(&start_up);
   char folder[MAX_PATH] = "";
   GetCurrentDirectoryA(MAX_PATH, folder);
-  std::printf("flags %lu, show %d, input %d, same outputs %d, priority %lu, folder %s\n",
-              start_up.dwFlags, start_up.wShowWindow, start_up.hStdInput != nullptr,
-              start_up.hStdOutput == start_up.hStdError, GetPriorityClass(GetCurrentProcess()),
-              folder);
+  std::printf(
+      "flags %lu, show %d, input from a pipe %d, same outputs %d, priority %lu, folder %s\n",
+      start_up.dwFlags, start_up.wShowWindow, GetFileType(start_up.hStdInput) == FILE_TYPE_PIPE,
+      start_up.hStdOutput == start_up.hStdError, GetPriorityClass(GetCurrentProcess()), folder);
 }
