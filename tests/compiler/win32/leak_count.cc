@@ -5,9 +5,6 @@
 #include "platform/seams/services.h"
 #include "platform/win32/windows.h"
 
-// After the system's header, which it needs.
-#include <psapi.h>
-
 namespace scrivo {
 namespace {
 
@@ -33,10 +30,15 @@ long OpenHandles() {
 }
 
 long long UsedMemory() {
-  PROCESS_MEMORY_COUNTERS_EX counters{};
-  GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
-                       sizeof counters);
-  return static_cast<long long>(counters.PrivateUsage);
+  long long used = 0;
+  MEMORY_BASIC_INFORMATION region{};
+  for (const char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0;
+       at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
+    if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) {
+      used += static_cast<long long>(region.RegionSize);
+    }
+  }
+  return used;
 }
 
 long long MemorySlack() { return 8 << 20; }

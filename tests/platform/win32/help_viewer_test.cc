@@ -94,14 +94,15 @@ TEST_F(HelpViewerTest, IsLookedForAgainAfterItWasMissing) {
   if (!GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version")) {
     GTEST_SKIP() << "only Wine can hide its own viewer";
   }
-  SetEnvironmentVariableA("WINEDLLOVERRIDES", "hhctrl.ocx=");
+  const char* overrides = "Software\\Wine\\AppDefaults\\platform_tests.exe\\DllOverrides";
+  RegSetKeyValueA(HKEY_CURRENT_USER, overrides, "hhctrl.ocx", REG_SZ, "", 1);
   ExpectInAChild([&] {
     UseOwnClasses();
     if (Show() != 0 || IsLoaded("hhctrl.ocx")) return false;
     Register(REG_SZ, viewer);
     return Show() == kFromTheTestsViewer;
   });
-  SetEnvironmentVariableA("WINEDLLOVERRIDES", nullptr);
+  RegDeleteKeyValueA(HKEY_CURRENT_USER, overrides, "hhctrl.ocx");
 }
 
 }  // namespace
