@@ -7,7 +7,7 @@
 #include "platform/seams/error.h"
 #include "platform/shell.h"
 #include "platform/special_folder.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/shell_api.h"
 #include "tests/doubles/real_services.h"
 
 namespace scrivo {
@@ -119,6 +119,14 @@ TEST_F(Win32SystemTest, AFileThatIsNoProgramCannotBeLaunched) {
   EXPECT_EQ(NumberOf([&] { CShell().LaunchProgram(InFolder("fake.exe"), "", true); }),
             CShell::kCannotCreateProcess);
   EXPECT_NE(NumberOf([&] { CShell().LaunchProgram(InFolder("fake.exe"), "", false); }), 0);
+}
+
+TEST_F(Win32SystemTest, TheSystemsRecordsHaveTheSizesOfTheirArchitecture) {
+  const bool is_32_bit = sizeof(void*) == 4;
+  EXPECT_EQ(sizeof(SHELLEXECUTEINFOA), is_32_bit ? 60u : 112u);
+  EXPECT_EQ(OPENFILENAME_SIZE_VERSION_400A + 0u, is_32_bit ? 76u : 136u);
+  EXPECT_EQ(sizeof(STARTUPINFOA), is_32_bit ? 68u : 104u);
+  EXPECT_EQ(sizeof(SECURITY_ATTRIBUTES), is_32_bit ? 12u : 24u);
 }
 
 TEST_F(Win32SystemTest, TheExtendedRequestReachesTheShell) {
