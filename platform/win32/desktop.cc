@@ -1,11 +1,14 @@
 #include "platform/win32/desktop.h"
 
+#include <cstddef>
+
 #include "platform/win32/shell_api.h"
 
 namespace scrivo {
 namespace {
 
-static_assert(sizeof(void*) == 8 || OPENFILENAME_SIZE_VERSION_400A == 76);
+// The record ends where later versions of Windows have added members.
+static_assert(sizeof(void*) == 8 || offsetof(OPENFILENAMEA, pvReserved) == 76);
 
 using FileDialog = BOOL(WINAPI*)(OPENFILENAMEA*);
 
