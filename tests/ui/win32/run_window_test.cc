@@ -56,7 +56,7 @@ TEST_F(RunWindowTest, OfAnEnormousRunTheEndIsShownAndItIsSaidSo) {
   window.EnableClose(true);
   const std::string shown = Transcript();
   EXPECT_LE(shown.size(), 1024u * 1024 + 100);
-  EXPECT_EQ(shown.find("[2097152 characters of output before this are not shown]\r\n"), 0u);
+  EXPECT_EQ(shown.find("[2097664 characters of output before this are not shown]\r\n"), 0u);
 }
 
 TEST_F(RunWindowTest, TheWindowCannotBeClosedWhileARunLasts) {
