@@ -28,4 +28,4 @@ install_missing() {
   rm -f "$log"
 }
 
-build_packages=(cmake ninja-build g++ googletest libbenchmark-dev libcli11-dev)
+build_packages=(cmake ninja-build g++ googletest libbenchmark-dev)
