@@ -1,0 +1,65 @@
+#pragma once
+
+#include <string_view>
+
+#include "com/win32/ole.h"
+#include "com/win32/text.h"
+
+namespace scrivo {
+
+/// Owns what a VARIANT holds.
+class Variant {
+ public:
+  Variant() { VariantInit(&value_); }
+  Variant(Variant&& other) noexcept : value_(other.value_) { VariantInit(&other.value_); }
+  ~Variant() { VariantClear(&value_); }
+  Variant& operator=(Variant&&) = delete;
+
+  /// Stands for an optional argument that is left out.
+  static Variant Omitted() {
+    Variant omitted;
+    omitted.value_.vt = VT_ERROR;
+    omitted.value_.scode = DISP_E_PARAMNOTFOUND;
+    return omitted;
+  }
+  /// Raises Error (kOutOfMemory).
+  static Variant Text(std::string_view ansi) {
+    Variant text;
+    text.value_.bstrVal = Bstr(ansi).Detach();
+    text.value_.vt = VT_BSTR;
+    return text;
+  }
+  static Variant Long(LONG number) {
+    Variant variant;
+    variant.value_.vt = VT_I4;
+    variant.value_.lVal = number;
+    return variant;
+  }
+  static Variant Boolean(bool truth) {
+    Variant variant;
+    variant.value_.vt = VT_BOOL;
+    variant.value_.boolVal = truth ? VARIANT_TRUE : VARIANT_FALSE;
+    return variant;
+  }
+  /// A reference of its own to `object`, which may be null.
+  static Variant Object(IDispatch* object) {
+    Variant variant;
+    if (object) object->AddRef();
+    variant.value_.vt = VT_DISPATCH;
+    variant.value_.pdispVal = object;
+    return variant;
+  }
+
+  const VARIANT& get() const { return value_; }
+  VARTYPE type() const { return value_.vt; }
+  /// Where a function writes a new value; what was held before is cleared.
+  VARIANT* Put() {
+    VariantClear(&value_);
+    return &value_;
+  }
+
+ private:
+  VARIANT value_;
+};
+
+}  // namespace scrivo
