@@ -50,12 +50,27 @@ class Variant {
     return variant;
   }
 
+  /// A reference of its own to `object`, which may be null.
+  static Variant Unknown(IUnknown* object) {
+    Variant variant;
+    if (object) object->AddRef();
+    variant.value_.vt = VT_UNKNOWN;
+    variant.value_.punkVal = object;
+    return variant;
+  }
+
   const VARIANT& get() const { return value_; }
   VARTYPE type() const { return value_.vt; }
   /// Where a function writes a new value; what was held before is cleared.
   VARIANT* Put() {
     VariantClear(&value_);
     return &value_;
+  }
+  /// Gives the value to the caller, who clears it with VariantClear.
+  VARIANT Detach() {
+    const VARIANT detached = value_;
+    VariantInit(&value_);
+    return detached;
   }
 
  private:

@@ -1,0 +1,154 @@
+#include "com/win32/dispatch_object.h"
+
+#include <atomic>
+#include <exception>
+
+#include "platform/seams/error.h"
+
+namespace scrivo {
+namespace {
+
+std::atomic<long> live_objects{0};
+std::atomic<long> live_references{0};
+
+/// What Automation's callers take out of an Error: run-time errors are numbered in a range of their
+/// own, all others are HRESULTs as they are.
+void Describe(const Error& error, EXCEPINFO* exception) {
+  *exception = EXCEPINFO{};
+  exception->scode =
+      error.number > 0 && error.number <= 0xffff
+          ? MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, static_cast<WORD>(error.number))
+          : error.number;
+  if (exception->scode == 0) exception->scode = E_FAIL;
+  const std::wstring source = WideText(error.source), description = WideText(error.description);
+  exception->bstrSource = SysAllocStringLen(source.data(), static_cast<UINT>(source.size()));
+  exception->bstrDescription =
+      SysAllocStringLen(description.data(), static_cast<UINT>(description.size()));
+}
+
+bool IsSameName(const wchar_t* one, const wchar_t* other) {
+  return CompareStringOrdinal(one, -1, other, -1, TRUE) == CSTR_EQUAL;
+}
+
+}  // namespace
+
+const DispatchMember* DispatchTable::Find(DISPID id, WORD kinds) const {
+  for (const DispatchMember& member : members_) {
+    if (member.id == id && (member.kind & kinds) != 0) return &member;
+  }
+  return nullptr;
+}
+
+const DispatchMember* DispatchTable::Find(const wchar_t* name) const {
+  for (const DispatchMember& member : members_) {
+    if (IsSameName(member.name, name)) return &member;
+  }
+  return nullptr;
+}
+
+DISPID DispatchTable::FindParameter(DISPID id, const wchar_t* name) const {
+  for (const DispatchMember& member : members_) {
+    if (member.id != id) continue;
+    for (std::size_t i = 0; i < member.parameters.size(); ++i) {
+      if (IsSameName(member.parameters[i].name, name)) return static_cast<DISPID>(i);
+    }
+  }
+  return DISPID_UNKNOWN;
+}
+
+DispatchObject::DispatchObject() {
+  ++live_objects;
+  ++live_references;
+}
+
+DispatchObject::~DispatchObject() { --live_objects; }
+
+long DispatchObject::LiveObjects() { return live_objects; }
+
+long DispatchObject::LiveReferences() { return live_references; }
+
+HRESULT DispatchObject::QueryInterface(REFIID id, void** object) {
+  if (!object) return E_POINTER;
+  *object = id == IID_IUnknown || id == IID_IDispatch ? static_cast<IDispatch*>(this)
+                                                      : OtherInterface(id);
+  if (!*object) return E_NOINTERFACE;
+  AddRef();
+  return S_OK;
+}
+
+ULONG DispatchObject::AddRef() {
+  ++live_references;
+  return static_cast<ULONG>(InterlockedIncrement(&references_));
+}
+
+ULONG DispatchObject::Release() {
+  --live_references;
+  const LONG left = InterlockedDecrement(&references_);
+  if (left == 0) delete this;
+  return static_cast<ULONG>(left);
+}
+
+HRESULT DispatchObject::GetTypeInfoCount(UINT* count) {
+  if (!count) return E_POINTER;
+  *count = 0;
+  return S_OK;
+}
+
+HRESULT DispatchObject::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
+  if (info) *info = nullptr;
+  return E_NOTIMPL;
+}
+
+HRESULT DispatchObject::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+  if (id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (!names || !ids || count == 0) return E_INVALIDARG;
+  const DispatchMember* member = Members().Find(names[0]);
+  ids[0] = member ? member->id : DISPID_UNKNOWN;
+  bool all_known = member != nullptr;
+  for (UINT i = 1; i < count; ++i) {
+    ids[i] = member ? Members().FindParameter(member->id, names[i]) : DISPID_UNKNOWN;
+    all_known = all_known && ids[i] != DISPID_UNKNOWN;
+  }
+  return all_known ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
+Variant DispatchObject::Run(const DispatchMember& member, const DISPPARAMS& arguments) {
+  const bool takes_value = (member.kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+  const DispatchArguments bound(member.parameters, arguments, takes_value);
+  Entering(member);
+  return member.body(*this, bound);
+}
+
+HRESULT DispatchObject::Invoke(DISPID id, REFIID interface_id, LCID locale, WORD kinds,
+                               DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
+                               UINT* wrong_argument) {
+  if (interface_id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (!arguments) return E_INVALIDARG;
+  const auto self = ComPtr<IDispatch>::Share(this);  // a body may let go of the last reference
+  try {
+    const DispatchMember* member = Members().Find(id, kinds);
+    if (!member) throw DispatchFailure{DISP_E_MEMBERNOTFOUND};
+    const bool is_item =
+        member->kind == DISPATCH_PROPERTYGET && member->parameters.empty() && arguments->cArgs > 0;
+    DISPPARAMS none{};
+    Variant value = Run(*member, is_item ? none : *arguments);
+    if (is_item) {
+      if (value.type() != VT_DISPATCH || !value.get().pdispVal) return DISP_E_BADPARAMCOUNT;
+      const HRESULT code = value.get().pdispVal->Invoke(
+          DISPID_VALUE, interface_id, locale, kinds, arguments, result, exception, wrong_argument);
+      return code == DISP_E_MEMBERNOTFOUND ? DISP_E_BADPARAMCOUNT : code;
+    }
+    if (result) *result = value.Detach();
+    return S_OK;
+  } catch (const DispatchFailure& failure) {
+    if (wrong_argument && failure.argument != DispatchFailure::kNoArgument) {
+      *wrong_argument = failure.argument;
+    }
+    return failure.code;
+  } catch (...) {
+    if (exception) Describe(ErrorFrom(std::current_exception()), exception);
+    return DISP_E_EXCEPTION;
+  }
+}
+
+}  // namespace scrivo
