@@ -6,3 +6,4 @@
 // After windows.h, on which they stand.
 #include <objbase.h>
 #include <oleauto.h>
+#include <olectl.h>
