@@ -8,6 +8,9 @@
 #ifndef SCRIVO_WEB_SERVER
 #define SCRIVO_WEB_SERVER "www.scrivo.example"
 #endif
+#ifndef SCRIVO_VERSION_CHECK
+#define SCRIVO_VERSION_CHECK "Scrivo.VersionCheck"
+#endif
 
 namespace scrivo {
 
@@ -17,6 +20,9 @@ constexpr const char* kSupportMail = SCRIVO_SUPPORT_MAIL;
 constexpr const char* kWebServer = SCRIVO_WEB_SERVER;
 /// The product's home page.
 constexpr const char* kHomePage = "http://" SCRIVO_WEB_SERVER "/";
+/// The programmatic identifier of the component that looks for a newer version, which is installed
+/// separately, if at all.
+constexpr const char* kVersionCheckProgId = SCRIVO_VERSION_CHECK;
 
 /// The programmatic identifier under which the host creates the add-in.
 constexpr const char* kProgId = "Kestrel.Connect";

@@ -1,0 +1,68 @@
+// What the system asks of the library: its class, whether it may go, its registration.
+
+#include "addin/product.h"
+#include "addin/win32/class_factory.h"
+#include "addin/win32/connect_object.h"
+#include "addin/win32/host_entry.h"
+#include "addin/win32/registration.h"
+#include "addin/win32/version_component.h"
+#include "compiler/frm_hhc.h"
+#include "platform/globals.h"
+#include "platform/seams/services.h"
+#include "ui/win32/native_window.h"
+#include "ui/win32/win32_views.h"
+
+namespace scrivo {
+namespace {
+
+/// Puts the system and the windows in place, once.
+void SetUp() {
+  if (TheServices().system) return;
+  TheServices() = CreateSystemServices();
+  Globals().views = std::make_shared<Win32Views>([] { frmHHC::Unload(); });
+}
+
+ComPtr<IDispatch> MakeConnect() {
+  SetUp();
+  const auto connect =
+      std::make_shared<Connect>([] { return MakeVersionComponent(kVersionCheckProgId); });
+  return ComPtr<IDispatch>::Take(MakeObject<ConnectObject>(connect).Detach());
+}
+
+std::string LibraryPath() {
+  char path[MAX_PATH + 1] = "";
+  GetModuleFileNameA(OwnModule(), path, MAX_PATH);
+  return path;
+}
+
+}  // namespace
+}  // namespace scrivo
+
+STDAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** object) {
+  using namespace scrivo;
+  if (!object) return E_POINTER;
+  *object = nullptr;
+  if (class_id != kConnectClass) return CLASS_E_CLASSNOTAVAILABLE;
+  HRESULT answer = E_UNEXPECTED;
+  const HRESULT made = FromHost([&] {
+    answer =
+        ComPtr<IClassFactory>::Take(new ClassFactory(&MakeConnect))->QueryInterface(id, object);
+  });
+  return FAILED(made) ? made : answer;
+}
+
+STDAPI DllCanUnloadNow() { return scrivo::CanUnloadModule() ? S_OK : S_FALSE; }
+
+STDAPI DllRegisterServer() {
+  using namespace scrivo;
+  bool registered = false;
+  FromHost([&] { registered = RegisterAddin(*CreateSystemServices().registry, LibraryPath()); });
+  return registered ? S_OK : SELFREG_E_CLASS;
+}
+
+STDAPI DllUnregisterServer() {
+  using namespace scrivo;
+  bool removed = false;
+  FromHost([&] { removed = UnregisterAddin(*CreateSystemServices().registry); });
+  return removed ? S_OK : SELFREG_E_CLASS;
+}
