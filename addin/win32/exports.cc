@@ -1,10 +1,10 @@
 // What the system asks of the library: its class, whether it may go, its registration.
 
 #include "addin/product.h"
+#include "addin/registration.h"
 #include "addin/win32/class_factory.h"
 #include "addin/win32/connect_object.h"
 #include "addin/win32/host_entry.h"
-#include "addin/win32/registration.h"
 #include "addin/win32/version_component.h"
 #include "compiler/frm_hhc.h"
 #include "platform/globals.h"
@@ -29,6 +29,11 @@ ComPtr<IDispatch> MakeConnect() {
   return ComPtr<IDispatch>::Take(MakeObject<ConnectObject>(connect).Detach());
 }
 
+bool IsConnect(REFCLSID class_id) {
+  CLSID own;
+  return SUCCEEDED(CLSIDFromString(WideText(kConnectClass).c_str(), &own)) && class_id == own;
+}
+
 std::string LibraryPath() {
   char path[MAX_PATH + 1] = "";
   GetModuleFileNameA(OwnModule(), path, MAX_PATH);
@@ -42,9 +47,9 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** object) {
   using namespace scrivo;
   if (!object) return E_POINTER;
   *object = nullptr;
-  if (class_id != kConnectClass) return CLASS_E_CLASSNOTAVAILABLE;
-  HRESULT answer = E_UNEXPECTED;
+  HRESULT answer = CLASS_E_CLASSNOTAVAILABLE;
   const HRESULT made = FromHost([&] {
+    if (!IsConnect(class_id)) return;
     answer =
         ComPtr<IClassFactory>::Take(new ClassFactory(&MakeConnect))->QueryInterface(id, object);
   });

@@ -1,4 +1,4 @@
-#include "addin/win32/registration.h"
+#include "addin/registration.h"
 
 #include <cstring>
 #include <vector>
@@ -6,10 +6,6 @@
 #include "addin/product.h"
 
 namespace scrivo {
-
-const GUID kConnectClass = {
-    0xA349BFC6, 0x03EA, 0x4860, {0xBD, 0xC5, 0x42, 0x1D, 0xBE, 0xDA, 0xBC, 0x7D}};
-
 namespace {
 
 constexpr RegistryHandle kForAllUsers = kHkeyLocalMachine;
@@ -36,7 +32,7 @@ Entry Number(const std::string& key, const std::string& name, std::int32_t numbe
 /// All of them, keys before those below them.
 std::vector<Entry> Entries(const std::string& library_path) {
   const std::string classes = "Software\\Classes\\";
-  const std::string class_key = classes + "CLSID\\" + kConnectClassText;
+  const std::string class_key = classes + "CLSID\\" + kConnectClass;
   const std::string server_key = class_key + "\\InprocServer32";
   const std::string name_key = classes + kProgId;
   std::string addin_key = kHostRoot;
@@ -47,7 +43,7 @@ std::vector<Entry> Entries(const std::string& library_path) {
       Text(server_key, "ThreadingModel", "Apartment"),
       Text(class_key + "\\ProgID", "", kProgId),
       Text(name_key, "", kFriendlyName),
-      Text(name_key + "\\CLSID", "", kConnectClassText),
+      Text(name_key + "\\CLSID", "", kConnectClass),
       Text(addin_key, "FriendlyName", kFriendlyName),
       Text(addin_key, "Description", kDescription),
       Number(addin_key, "LoadBehavior", kLoadBehavior),

@@ -2,14 +2,12 @@
 
 #include <string>
 
-#include "com/win32/ole.h"
 #include "platform/seams/registry_store.h"
 
 namespace scrivo {
 
-/// The class of the add-in.
-extern const GUID kConnectClass;
-constexpr const char* kConnectClassText = "{A349BFC6-03EA-4860-BDC5-421DBEDABC7D}";
+/// The class identifier of the add-in.
+constexpr const char* kConnectClass = "{A349BFC6-03EA-4860-BDC5-421DBEDABC7D}";
 
 /// Registers the class, which lives in the library `library_path`, and the add-in with its host:
 /// for all users, or, where that fails, for the current one. True when either was done whole; what
