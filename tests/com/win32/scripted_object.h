@@ -72,10 +72,15 @@ class ScriptedObject : public IDispatch {
     };
   }
 
+  /// Forgets every answer, and what they hold.
+  void Clear() { answers_.clear(); }
+  /// Answers for every interface that a scripted object does not have itself.
+  ComPtr<IUnknown> other;
+
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     if (id != IID_IUnknown && id != IID_IDispatch) {
       *object = nullptr;
-      return E_NOINTERFACE;
+      return other ? other->QueryInterface(id, object) : E_NOINTERFACE;
     }
     *object = static_cast<IDispatch*>(this);
     AddRef();
