@@ -91,6 +91,11 @@ bool frmMain::BuildUI() {
     for (const CheckBoxDefault& box : kCheckBoxes) {
       step([&] { params_[box.key].checked = NumberFromText(Setting(box.key, box.saved_as)) == 1; });
     }
+    if (view_) {
+      for (const Item& row : params_.Rows()) {
+        step([&] { view_->ShowItem(row.key); });
+      }
+    }
     ready = true;
   });
   return ready;

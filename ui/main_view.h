@@ -51,6 +51,9 @@ class MainView {
   virtual float Height() = 0;
   virtual void Height(float twips) = 0;
 
+  /// While false the dialog stands still: it takes no click and no key.
+  virtual void Enable(bool enabled) = 0;
+
   /// The presenter has changed this row; show it anew.
   virtual void ShowItem(const std::string& key) = 0;
 };

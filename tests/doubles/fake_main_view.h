@@ -52,6 +52,8 @@ class FakeMainView : public MainView {
   float Height() override { return Get(shown_.height); }
   void Height(float twips) override { Set("height", twips, &shown_.height); }
 
+  void Enable(bool enabled) override { shown_.log.push_back(enabled ? "enable" : "disable"); }
+
   void ShowItem(const std::string& key) override { shown_.log.push_back("item " + key); }
 
  private:

@@ -86,6 +86,19 @@ TEST_F(FrmMainTest, TheGenerateButtonRunsTheDriver) {
   EXPECT_FALSE(frmMain::IsLoaded());
 }
 
+TEST_F(FrmMainTest, TheDialogStandsStillWhileItGenerates) {
+  Form();
+  Events().ButtonClicked("GENERATE");
+  EXPECT_EQ(Shown().log, (std::vector<std::string>{"disable", "close", "enable"}));
+}
+
+TEST_F(FrmMainTest, TheWindowShowsEveryRowOnceItIsFilled) {
+  ASSERT_TRUE(frmMain::Load()->BuildUI());
+  std::vector<std::string> expected;
+  for (const Item& row : frmMain::Load()->suiParams().Rows()) expected.push_back("item " + row.key);
+  EXPECT_EQ(Shown().log, expected);
+}
+
 TEST_F(FrmMainTest, AnyOtherButtonDoesNothing) {
   Form();
   for (const char* key : {"SPACE", "", "generate", "OTHER"}) Events().ButtonClicked(key);

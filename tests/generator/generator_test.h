@@ -36,10 +36,11 @@ class GeneratorTest : public WithFakeServices {
     ErrorHandler().Dialog(nullptr);
   }
 
-  /// The loaded dialog, filled from the web.
+  /// The loaded dialog, filled from the web; what its window was told meanwhile is forgotten.
   std::shared_ptr<frmMain> Form() {
     if (!frmMain::IsLoaded()) {
       EXPECT_TRUE(frmMain::Load()->BuildUI());
+      views->main.log.clear();
     }
     return frmMain::Load();
   }

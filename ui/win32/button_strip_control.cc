@@ -2,10 +2,14 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 namespace scrivo {
 namespace {
 
-constexpr double kButtonWidth = 1450, kButtonHeight = 375, kButtonGap = 90;
+// In twips.
+constexpr double kButtonWidth = 1350, kButtonHeight = 345, kButtonGap = 90, kBesideCaption = 300,
+                 kAroundCaption = 150;
 constexpr int kFirstId = 2000;
 
 }  // namespace
@@ -29,7 +33,6 @@ ButtonStripControl::ButtonStripControl(HWND parent, ButtonStrip& strip,
       const DWORD kind = item.key == default_key ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
       button = CreateControl("BUTTON", captions[i], WS_VISIBLE | WS_TABSTOP | kind, 0, handle(),
                              kFirstId + static_cast<int>(i), nullptr);
-      item.width = kButtonWidth + kButtonGap;
       TOOLINFOA tip{};
       tip.cbSize = TTTOOLINFOA_V2_SIZE;
       tip.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
@@ -42,13 +45,23 @@ ButtonStripControl::ButtonStripControl(HWND parent, ButtonStrip& strip,
   }
 }
 
+int ButtonStripControl::NeededHeight() const {
+  return std::max(Pixels(kButtonHeight), line_height_ + Pixels(kAroundCaption));
+}
+
+HWND ButtonStripControl::FirstButton() const {
+  const auto first =
+      std::find_if(buttons_.begin(), buttons_.end(), [](HWND button) { return button != nullptr; });
+  return first == buttons_.end() ? nullptr : *first;
+}
+
 void ButtonStripControl::LayOut() {
   double left = 0;
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     const StripItem& item = strip_.Items()[i];
     if (buttons_[i]) {
       MoveWindow(buttons_[i], Pixels(left + kButtonGap), 0, Pixels(item.width - kButtonGap),
-                 Pixels(kButtonHeight), TRUE);
+                 NeededHeight(), TRUE);
       EnableWindow(buttons_[i], item.enabled);
     }
     left += item.width;
@@ -56,8 +69,14 @@ void ButtonStripControl::LayOut() {
 }
 
 void ButtonStripControl::SetFont(HFONT font) {
-  for (HWND button : buttons_) {
-    if (button) SendMessageA(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    if (!buttons_[i]) continue;
+    StripItem& item = strip_.Items()[i];
+    SendMessageA(buttons_[i], WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    const SIZE caption = TextSize(handle(), font, item.caption);
+    line_height_ = caption.cy;
+    const double width = std::max(kButtonWidth, Twips(caption.cx) + kBesideCaption);
+    item.width = static_cast<float>(width + kButtonGap);
   }
 }
 

@@ -21,7 +21,11 @@ class ButtonStripControl : public NativeWindow {
                      std::function<void(const std::string& key)> clicked);
 
   void LayOut();
+  /// Also makes each button as wide as its caption needs; LayOut places them.
   void SetFont(HFONT font);
+  /// In pixels.
+  int NeededHeight() const;
+  HWND FirstButton() const;
   /// Presses the button with this key, if it is enabled.
   void Click(const std::string& key);
   const std::string& DefaultKey() const { return default_key_; }
@@ -36,6 +40,7 @@ class ButtonStripControl : public NativeWindow {
   std::function<void(const std::string&)> clicked_;
   std::vector<HWND> buttons_;  ///< by item, null for a spacer
   HWND tips_ = nullptr;
+  int line_height_ = 0;  ///< of the font, in pixels
 };
 
 }  // namespace scrivo

@@ -5,12 +5,12 @@
 
 #include "ui/error_view.h"
 #include "ui/win32/button_strip_control.h"
-#include "ui/win32/native_window.h"
+#include "ui/win32/form_window.h"
 
 namespace scrivo {
 
 /// The error dialog as a real window: a title band, the report, and the buttons.
-class ErrorWindow : public NativeWindow, public ErrorView {
+class ErrorWindow : public FormWindow, public ErrorView {
  public:
   /// The buttons and who hears the user; not owned, they outlive this.
   ErrorWindow(ButtonStrip& strip, ErrorViewEvents& events);
@@ -25,20 +25,24 @@ class ErrorWindow : public NativeWindow, public ErrorView {
 
  protected:
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void UseFont(HFONT font) override;
+  void LayOut() override;
+  SIZE SmallestSize() override;
+  HWND FirstFocus() override;
+  void OnEnter() override;
+  void OnEscape() override;
 
  private:
-  void MakeFonts();
   void MakeStrip();
-  void LayOut();
 
   ButtonStrip& buttons_;
   ErrorViewEvents& events_;
-  HFONT font_ = nullptr;
-  HFONT title_font_ = nullptr;
+  HFONT font_ = nullptr;        ///< not owned
+  HFONT title_font_ = nullptr;  ///< owned
+  HWND icon_ = nullptr;
   HWND title_ = nullptr;
   HWND message_ = nullptr;
   std::unique_ptr<ButtonStripControl> strip_;
-  std::shared_ptr<bool> done_ = std::make_shared<bool>(true);
 };
 
 }  // namespace scrivo

@@ -1,25 +1,45 @@
 #include "ui/win32/item_panel_control.h"
 
+#include <uxtheme.h>
+#include <vssym32.h>
+
 #include <algorithm>
+#include <utility>
 
 namespace scrivo {
 namespace {
 
 // In twips.
 constexpr double kMargin = 75, kGap = 60, kCaptionHeight = 240, kEditHeight = 315,
-                 kCheckHeight = 270, kListHeight = 3000;
+                 kCheckHeight = 270, kListHeight = 3000, kAroundEdit = 90, kAroundListText = 90;
 
 // A row's controls have the identifiers kFirstId + 2 × row, and one more for the browse button.
 constexpr int kFirstId = 1000;
 
-/// A browse button: the place that the edit part leaves is too narrow for the themed button's own
-/// margins.
-void DrawBrowseButton(const DRAWITEMSTRUCT& draw) {
+/// The face of a push button, as the system's theme draws it or, without one, in the classic way.
+void DrawButtonFace(const DRAWITEMSTRUCT& draw) {
   RECT place = draw.rcItem;
-  const UINT pressed = draw.itemState & ODS_SELECTED ? DFCS_PUSHED : 0u;
-  DrawFrameControl(draw.hDC, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pressed);
-  const int dot = std::max<int>((place.bottom - place.top) / 12, 1);
-  const int left = (place.left + place.right - 5 * dot) / 2, top = (place.top + place.bottom) / 2;
+  const bool is_pressed = draw.itemState & ODS_SELECTED;
+  HTHEME theme = OpenThemeData(draw.hwndItem, L"BUTTON");
+  if (theme) {
+    const int free_state = draw.itemState & ODS_FOCUS ? PBS_DEFAULTED : PBS_NORMAL;
+    DrawThemeParentBackground(draw.hwndItem, draw.hDC, &place);
+    DrawThemeBackground(theme, draw.hDC, BP_PUSHBUTTON, is_pressed ? PBS_PRESSED : free_state,
+                        &place, nullptr);
+    CloseThemeData(theme);
+  } else {
+    DrawFrameControl(draw.hDC, &place, DFC_BUTTON,
+                     DFCS_BUTTONPUSH | (is_pressed ? DFCS_PUSHED : 0u));
+  }
+}
+
+/// A browse button: the place that the edit part leaves is too narrow for the three dots as text.
+void DrawBrowseButton(const DRAWITEMSTRUCT& draw) {
+  DrawButtonFace(draw);
+  RECT place = draw.rcItem;
+  const int dot = std::max<int>((place.bottom - place.top) / 16, 1);
+  const int left = (place.left + place.right - 5 * dot) / 2;
+  const int top = (place.top + place.bottom + 3 * dot) / 2;
   for (int i = 0; i < 3; ++i) {
     const RECT square{left + 2 * i * dot, top, left + (2 * i + 1) * dot, top + dot};
     FillRect(draw.hDC, &square, GetSysColorBrush(COLOR_BTNTEXT));
@@ -41,6 +61,10 @@ ItemPanelControl::ItemPanelControl(HWND parent, ItemPanel& panel,
   Create("", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, parent, RECT{});
   for (std::size_t i = 0; i < panel_.Rows().size(); ++i) MakeRow(panel_.Rows()[i], captions[i]);
   for (const Row& row : rows_) Fill(row);
+}
+
+ItemPanelControl::~ItemPanelControl() {
+  if (heading_font_) DeleteObject(heading_font_);
 }
 
 void ItemPanelControl::MakeRow(Item& item, const std::string& caption) {
@@ -76,6 +100,22 @@ void ItemPanelControl::MakeRow(Item& item, const std::string& caption) {
   rows_.push_back(row);
 }
 
+int ItemPanelControl::CaptionHeight() const {
+  return std::max(Pixels(kCaptionHeight), line_height_);
+}
+
+int ItemPanelControl::EditHeight() const {
+  return std::max(Pixels(kEditHeight), line_height_ + Pixels(kAroundEdit));
+}
+
+int ItemPanelControl::CheckHeight() const { return std::max(Pixels(kCheckHeight), line_height_); }
+
+HWND ItemPanelControl::FirstEdit() const {
+  const auto first =
+      std::find_if(rows_.begin(), rows_.end(), [](const Row& row) { return row.edit != nullptr; });
+  return first == rows_.end() ? nullptr : first->edit;
+}
+
 int ItemPanelControl::NeededHeight() const {
   int top = Pixels(kMargin);
   for (const Row& row : rows_) top = PlaceRow(row, top, false);
@@ -98,11 +138,11 @@ int ItemPanelControl::PlaceRow(const Row& row, int top, bool move) const {
       return top + height + 2 * Pixels(kGap);
     }
     case ItemKind::kGroup:
-      if (move) Move(row.caption, margin, top, inner, Pixels(kCaptionHeight));
-      return top + Pixels(kCaptionHeight) + Pixels(kGap);
+      if (move) Move(row.caption, margin, top, inner, CaptionHeight());
+      return top + CaptionHeight() + Pixels(kGap);
     case ItemKind::kCheckBox:
-      if (move) Move(row.edit, 3 * margin, top, inner - 2 * margin, Pixels(kCheckHeight));
-      return top + Pixels(kCheckHeight) + Pixels(kGap);
+      if (move) Move(row.edit, 3 * margin, top, inner - 2 * margin, CheckHeight());
+      return top + CheckHeight() + Pixels(kGap);
     default:
       return PlaceEdit(row, top, move);
   }
@@ -116,35 +156,22 @@ int ItemPanelControl::PlaceEdit(const Row& row, int top, bool move) const {
   int width = row.item->edit_width > 0 ? Pixels(row.item->edit_width) : room;
   width = std::min(width, room);
   // The caption stands beside the edit part where that leaves room for it, else above.
-  const int left_over = room - width - (row.button ? Pixels(kEditHeight) : 0);
-  const bool beside = left_over >= CaptionWidth(row);
+  const int left_over = room - width - (row.button ? EditHeight() : 0);
+  const bool beside = left_over >= TextSize(handle(), font_, row.item->caption).cx;
   const int left = beside ? client.right - margin - width : margin;
   if (move) {
-    const int caption_top = beside ? top + Pixels(45) : top;
-    Move(row.caption, margin, caption_top, beside ? left - margin : room, Pixels(kCaptionHeight));
+    const int caption_top = beside ? top + (EditHeight() - CaptionHeight()) / 2 + 1 : top;
+    Move(row.caption, margin, caption_top, beside ? left - margin : room, CaptionHeight());
   }
-  if (!beside) top += Pixels(kCaptionHeight);
+  if (!beside) top += CaptionHeight();
   if (move) {
-    const int height =
-        row.item->kind == ItemKind::kList ? Pixels(kListHeight) : Pixels(kEditHeight);
+    const int height = row.item->kind == ItemKind::kList ? Pixels(kListHeight) : EditHeight();
     Move(row.edit, left, top, width, height);
     if (row.button) {
-      Move(row.button, left + width, top, client.right - margin - left - width,
-           Pixels(kEditHeight));
+      Move(row.button, left + width, top, client.right - margin - left - width, EditHeight());
     }
   }
-  return top + Pixels(kEditHeight) + Pixels(kGap);
-}
-
-int ItemPanelControl::CaptionWidth(const Row& row) const {
-  HDC device = GetDC(handle());
-  HGDIOBJ old_font = font_ ? SelectObject(device, font_) : nullptr;
-  SIZE size{};
-  const std::string& text = row.item->caption;
-  GetTextExtentPoint32A(device, text.c_str(), static_cast<int>(text.size()), &size);
-  if (old_font) SelectObject(device, old_font);
-  ReleaseDC(handle(), device);
-  return size.cx;
+  return top + EditHeight() + Pixels(kGap);
 }
 
 void ItemPanelControl::ShowItem(const std::string& key) {
@@ -179,11 +206,22 @@ void ItemPanelControl::Fill(const Row& row) {
 
 void ItemPanelControl::SetFont(HFONT font) {
   font_ = font;
+  line_height_ = TextSize(handle(), font, "Ag").cy;
+  HFONT old_heading = std::exchange(heading_font_, CreateHeadingFont(font, 100));
   for (const Row& row : rows_) {
+    const bool is_group = row.item->kind == ItemKind::kGroup;
     for (HWND control : {row.caption, row.edit, row.button}) {
-      if (control) SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+      if (!control) continue;
+      SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(is_group ? heading_font_ : font),
+                   TRUE);
+    }
+    if (row.item->kind == ItemKind::kList) {
+      // As high as the edit fields, its border included.
+      SendMessageA(row.edit, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
+                   EditHeight() - Pixels(kAroundListText));
     }
   }
+  if (old_heading) DeleteObject(old_heading);
 }
 
 LRESULT ItemPanelControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {

@@ -20,6 +20,7 @@ class ItemPanelControl : public NativeWindow {
   /// row by row.
   ItemPanelControl(HWND parent, ItemPanel& panel, const std::vector<std::string>& captions,
                    Told changed, Told button_clicked);
+  ~ItemPanelControl() override;
 
   /// The height, in pixels, that all rows need.
   int NeededHeight() const;
@@ -28,6 +29,8 @@ class ItemPanelControl : public NativeWindow {
   /// Shows what the row's data hold now.
   void ShowItem(const std::string& key);
   void SetFont(HFONT font);
+  /// The edit field, list or check box that comes first.
+  HWND FirstEdit() const;
 
  protected:
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -45,7 +48,10 @@ class ItemPanelControl : public NativeWindow {
   /// measures.
   int PlaceRow(const Row& row, int top, bool move) const;
   int PlaceEdit(const Row& row, int top, bool move) const;
-  int CaptionWidth(const Row& row) const;
+  /// Heights of a row's parts in pixels, at least as high as the font needs.
+  int CaptionHeight() const;
+  int EditHeight() const;
+  int CheckHeight() const;
   void Fill(const Row& row);
   void OnCommand(int id, int notification);
   void Take(const Row& row);
@@ -53,7 +59,9 @@ class ItemPanelControl : public NativeWindow {
   ItemPanel& panel_;
   Told changed_, button_clicked_;
   std::vector<Row> rows_;
-  HFONT font_ = nullptr;
+  HFONT font_ = nullptr;          ///< not owned
+  HFONT heading_font_ = nullptr;  ///< owned
+  int line_height_ = 0;           ///< of the font, in pixels
   bool filling_ = false;
 };
 

@@ -1,5 +1,7 @@
 #include "ui/win32/native_window.h"
 
+#include <utility>
+
 #include "platform/seams/error.h"
 
 namespace scrivo {
@@ -16,7 +18,6 @@ void RegisterOnce(WNDPROC procedure) {
   window_class.lpfnWndProc = procedure;
   window_class.hInstance = OwnModule();
   window_class.hCursor = LoadCursor(nullptr, IDC_ARROW);
-  window_class.hIcon = LoadIcon(nullptr, IDI_APPLICATION);
   window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
   window_class.lpszClassName = kClassName;
   RegisterClassA(&window_class);
@@ -46,10 +47,12 @@ int PixelsFromTwips(double twips, int dpi) {
 
 double TwipsFromPixels(int pixels, int dpi) { return pixels * kTwipsPerInch / dpi; }
 
-NativeWindow::~NativeWindow() {
+NativeWindow::~NativeWindow() { Destroy(); }
+
+void NativeWindow::Destroy() {
   if (!handle_) return;
   SetWindowLongPtrA(handle_, GWLP_USERDATA, 0);  // the derived class is gone already
-  DestroyWindow(handle_);
+  DestroyWindow(std::exchange(handle_, nullptr));
 }
 
 int NativeWindow::Dpi() const {
@@ -107,17 +110,21 @@ void RunModal(HWND window, HWND owner, const std::shared_ptr<const bool>& done) 
     TranslateMessage(&message);
     DispatchMessageA(&message);
   }
-  // The owner must be enabled before the window goes, or another program's window comes to the
-  // front.
   if (disable_owner) EnableWindow(owner, TRUE);
+  // The window went while its owner could not be used, so another program's may have come to the
+  // front.
+  if (owner && !GetActiveWindow()) SetForegroundWindow(owner);
 }
 
 bool IsFormKey(MSG* message) {
   HWND form = message->hwnd ? GetAncestor(message->hwnd, GA_ROOT) : nullptr;
-  if (!form) return false;
+  return IsOwnWindow(form) && IsDialogMessageA(form, message);
+}
+
+bool IsOwnWindow(HWND window) {
   char class_name[32] = "";
-  GetClassNameA(form, class_name, sizeof class_name);
-  return lstrcmpA(class_name, kClassName) == 0 && IsDialogMessageA(form, message);
+  return window && GetClassNameA(window, class_name, sizeof class_name) &&
+         lstrcmpA(class_name, kClassName) == 0;
 }
 
 HFONT CreateMessageFont(int dpi) {
@@ -126,6 +133,24 @@ HFONT CreateMessageFont(int dpi) {
   SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
   metrics.lfMessageFont.lfHeight = MulDiv(metrics.lfMessageFont.lfHeight, dpi, SystemDpi());
   return CreateFontIndirectA(&metrics.lfMessageFont);
+}
+
+HFONT CreateHeadingFont(HFONT font, int percent) {
+  LOGFONTA description{};
+  GetObjectA(font, sizeof description, &description);
+  description.lfHeight = description.lfHeight * percent / 100;
+  description.lfWeight = FW_BOLD;
+  return CreateFontIndirectA(&description);
+}
+
+SIZE TextSize(HWND window, HFONT font, const std::string& text) {
+  HDC device = GetDC(window);
+  HGDIOBJ old_font = font ? SelectObject(device, font) : nullptr;
+  SIZE size{};
+  GetTextExtentPoint32A(device, text.c_str(), static_cast<int>(text.size()), &size);
+  if (old_font) SelectObject(device, old_font);
+  ReleaseDC(window, device);
+  return size;
 }
 
 HWND CreateControl(const char* class_name, const std::string& text, DWORD style,

@@ -32,6 +32,9 @@ class NativeWindow {
   /// client area).
   void Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
               const RECT& bounds);
+  /// Destroys the window now. A derived class whose messages need its members does that first in
+  /// its destructor.
+  void Destroy();
   /// Handles one message. What is not handled goes to NativeWindow::OnMessage, the system's
   /// default.
   virtual LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
@@ -54,12 +57,21 @@ bool IsFormKey(MSG* message);
 /// (DeleteObject).
 HFONT CreateMessageFont(int dpi);
 
+/// A bold font, `percent` per cent as high as `font`. Owned by the caller.
+HFONT CreateHeadingFont(HFONT font, int percent);
+
+/// Width and height of a line of text, in pixels.
+SIZE TextSize(HWND window, HFONT font, const std::string& text);
+
 /// Creates a child control of a system class ("BUTTON", "EDIT", …) with a font, at no place yet.
 HWND CreateControl(const char* class_name, const std::string& text, DWORD style,
                    DWORD extended_style, HWND parent, int id, HFONT font);
 
 /// A control's text.
 std::string TextOf(HWND control);
+
+/// Whether a window is one that NativeWindow has made.
+bool IsOwnWindow(HWND window);
 
 /// The module (program or library) that holds this code.
 HINSTANCE OwnModule();

@@ -9,7 +9,7 @@ namespace scrivo {
 namespace {
 
 // In twips.
-constexpr double kMargin = 120, kStripHeight = 375;
+constexpr double kMargin = 120;
 
 /// The captions of rows and buttons with access keys, rows first.
 std::vector<std::string> MarkedCaptions(ItemPanel& panel, ButtonStrip& strip) {
@@ -29,9 +29,8 @@ std::vector<std::string> MarkedCaptions(ItemPanel& panel, ButtonStrip& strip) {
 }
 
 bool IsFormOfOurs(HWND window) {
-  char name[32] = "";
   return window && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId() &&
-         GetClassNameA(window, name, sizeof name) && lstrcmpA(name, "ScrivoWindow") == 0;
+         IsOwnWindow(window);
 }
 
 }  // namespace
@@ -39,8 +38,7 @@ bool IsFormOfOurs(HWND window) {
 ParameterWindow::ParameterWindow(const ParameterDesign& design, ItemPanel& panel,
                                  ButtonStrip& strip, MainViewEvents& events)
     : design_(design), strip_data_(strip), events_(events) {
-  const RECT bounds{0, 0, Pixels(design.width), Pixels(design.smallest_width)};
-  Create(design.title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, nullptr, bounds);
+  CreateForm(design.title, design.width, design.width);
   const std::vector<std::string> captions = MarkedCaptions(panel, strip);
   const auto first_button = captions.begin() + static_cast<std::ptrdiff_t>(panel.Rows().size());
   panel_ = std::make_unique<ItemPanelControl>(
@@ -50,34 +48,18 @@ ParameterWindow::ParameterWindow(const ParameterDesign& design, ItemPanel& panel
   strip_ = std::make_unique<ButtonStripControl>(
       handle(), strip, std::vector<std::string>(first_button, captions.end()), design.default_key,
       design.cancel_key, [this](const std::string& key) { events_.ButtonClicked(key); });
-  MakeFonts();
-  RECT place = Place();
-  RECT work;
-  SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-  const int width = place.right - place.left, height = NeededHeight();
-  place.left = work.left + (work.right - work.left - width) / 2;
-  place.top = work.top + (work.bottom - work.top - height) / 3;
-  place.right = place.left + width;
-  place.bottom = place.top + height;
-  MoveTo(place);
+  BeReady();
+  PlaceOnScreen(Pixels(design.width), NeededHeight());
 }
 
-ParameterWindow::~ParameterWindow() {
-  *done_ = true;
-  if (font_) DeleteObject(font_);
-}
+ParameterWindow::~ParameterWindow() { Destroy(); }
 
 void ParameterWindow::ShowModal() {
-  *done_ = false;
   just_shown_ = true;
-  HWND owner = GetActiveWindow();
-  RunModal(handle(), owner == handle() ? nullptr : owner, done_);  // may destroy this object
+  ShowUntilHidden();  // may destroy this object
 }
 
-void ParameterWindow::Hide() {
-  *done_ = true;
-  ShowWindow(handle(), SW_HIDE);
-}
+void ParameterWindow::Hide() { HideForm(); }
 
 void ParameterWindow::Close() { Hide(); }
 
@@ -117,18 +99,26 @@ void ParameterWindow::Height(float twips) {
 
 void ParameterWindow::ShowItem(const std::string& key) { panel_->ShowItem(key); }
 
-void ParameterWindow::MakeFonts() {
-  HFONT font = CreateMessageFont(Dpi());
+void ParameterWindow::Enable(bool enabled) { EnableWindow(handle(), enabled); }
+
+void ParameterWindow::UseFont(HFONT font) {
   panel_->SetFont(font);
   strip_->SetFont(font);
-  if (font_) DeleteObject(font_);
-  font_ = font;
+}
+
+HWND ParameterWindow::FirstFocus() { return panel_->FirstEdit(); }
+
+SIZE ParameterWindow::SmallestSize() {
+  // A screen too low for all items still shows the buttons.
+  RECT work;
+  SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+  return {Pixels(design_.smallest_width), std::min<LONG>(NeededHeight(), work.bottom - work.top)};
 }
 
 void ParameterWindow::LayOut() {
   RECT client;
   GetClientRect(handle(), &client);
-  const int margin = Pixels(kMargin), strip_height = Pixels(kStripHeight);
+  const int margin = Pixels(kMargin), strip_height = strip_->NeededHeight();
   const int width = std::max<int>(client.right - 2 * margin, 0);
   const int strip_top = client.bottom - margin - strip_height;
   MoveWindow(panel_->handle(), margin, margin, width, std::max(strip_top - 2 * margin, 0), TRUE);
@@ -140,10 +130,8 @@ void ParameterWindow::LayOut() {
 }
 
 int ParameterWindow::NeededHeight() {
-  LayOut();
-  RECT outer{0, 0, 0, panel_->NeededHeight() + Pixels(kStripHeight) + 3 * Pixels(kMargin)};
-  AdjustWindowRectEx(&outer, WS_OVERLAPPEDWINDOW, FALSE, WS_EX_CONTROLPARENT);
-  return outer.bottom - outer.top;
+  const int inner = panel_->NeededHeight() + strip_->NeededHeight() + 3 * Pixels(kMargin);
+  return inner + FrameHeight();
 }
 
 RECT ParameterWindow::Place() const {
@@ -168,7 +156,10 @@ void ParameterWindow::Activate(HWND other) {
 
 void ParameterWindow::PullIntoView() {
   RECT place = Place();
-  if (MonitorFromRect(&place, MONITOR_DEFAULTTONULL)) return;
+  // Who can see the title bar can move the window.
+  const RECT title_bar{place.left, place.top, place.right,
+                       place.top + GetSystemMetrics(SM_CYCAPTION)};
+  if (MonitorFromRect(&title_bar, MONITOR_DEFAULTTONULL)) return;
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
   GetMonitorInfoA(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor);
@@ -181,50 +172,20 @@ void ParameterWindow::PullIntoView() {
   MoveTo(place);
 }
 
-bool ParameterWindow::OnKeyCommand(WPARAM wparam, LPARAM lparam) {
-  HWND control = reinterpret_cast<HWND>(lparam);
-  if (control && GetParent(control) != handle()) {
-    // Enter on a focused button: the dialog keys tell the form, the button's own parent knows what
-    // to do.
-    SendMessageA(GetParent(control), WM_COMMAND, wparam, lparam);
-    return true;
-  }
-  if (LOWORD(wparam) == IDOK) {
-    strip_->Click(strip_->DefaultKey());
-    return true;
-  }
-  if (LOWORD(wparam) == IDCANCEL) {
-    strip_->Click(strip_->CancelKey());
-    return true;
-  }
-  return false;
-}
+void ParameterWindow::OnEnter() { strip_->Click(strip_->DefaultKey()); }
+
+void ParameterWindow::OnEscape() { strip_->Click(strip_->CancelKey()); }
 
 LRESULT ParameterWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
-    case WM_SIZE:
-      if (strip_) LayOut();
-      return 0;
-    case WM_GETMINMAXINFO:
-      if (!strip_) break;
-      reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {Pixels(design_.smallest_width),
-                                                               Pixels(design_.smallest_width) / 2};
-      return 0;
-    case WM_DPICHANGED:
-      MakeFonts();
-      MoveTo(*reinterpret_cast<RECT*>(lparam));
-      return 0;
     case WM_ACTIVATE:
       if (LOWORD(wparam) != WA_INACTIVE) Activate(reinterpret_cast<HWND>(lparam));
-      break;
-    case WM_COMMAND:
-      if (OnKeyCommand(wparam, lparam)) return 0;
       break;
     case WM_CLOSE:
       events_.CloseRequested();  // may destroy this object
       return 0;
   }
-  return NativeWindow::OnMessage(message, wparam, lparam);
+  return FormWindow::OnMessage(message, wparam, lparam);
 }
 
 }  // namespace scrivo

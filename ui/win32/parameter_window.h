@@ -5,8 +5,8 @@
 
 #include "ui/main_view.h"
 #include "ui/win32/button_strip_control.h"
+#include "ui/win32/form_window.h"
 #include "ui/win32/item_panel_control.h"
-#include "ui/win32/native_window.h"
 
 namespace scrivo {
 
@@ -20,7 +20,7 @@ struct ParameterDesign {
 };
 
 /// A parameter dialog as a real window: a panel of items above a strip of buttons.
-class ParameterWindow : public NativeWindow, public MainView {
+class ParameterWindow : public FormWindow, public MainView {
  public:
   /// The items, the buttons and who hears what the user does to them; not owned, they outlive this.
   ParameterWindow(const ParameterDesign& design, ItemPanel& panel, ButtonStrip& strip,
@@ -40,28 +40,30 @@ class ParameterWindow : public NativeWindow, public MainView {
   float Height() override;
   void Height(float twips) override;
   void ShowItem(const std::string& key) override;
+  void Enable(bool enabled) override;
 
  protected:
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void UseFont(HFONT font) override;
+  void LayOut() override;
+  SIZE SmallestSize() override;
+  HWND FirstFocus() override;
+  void OnEnter() override;
+  void OnEscape() override;
 
  private:
-  void MakeFonts();
-  void LayOut();
-  /// The outer height at which every item is seen.
+  /// The outer height, in pixels, at which every item is seen at the present width.
   int NeededHeight();
   RECT Place() const;
   void MoveTo(const RECT& place);
   void Activate(HWND other);
   void PullIntoView();
-  bool OnKeyCommand(WPARAM wparam, LPARAM lparam);
 
   ParameterDesign design_;
   ButtonStrip& strip_data_;
   MainViewEvents& events_;
-  HFONT font_ = nullptr;
   std::unique_ptr<ItemPanelControl> panel_;
   std::unique_ptr<ButtonStripControl> strip_;
-  std::shared_ptr<bool> done_ = std::make_shared<bool>(true);
   bool just_shown_ = false;
 };
 

@@ -7,8 +7,11 @@ ProgressPanel::ProgressPanel(HWND parent) {
 }
 
 void ProgressPanel::Set(const std::string& caption, int flood_percent) {
+  // A run tells this for each piece of output.
+  if (caption == caption_ && flood_percent == flood_percent_) return;
+  caption_ = caption;
   flood_percent_ = flood_percent;
-  if (TextOf(handle()) != caption) SetWindowTextA(handle(), caption.c_str());
+  SetWindowTextA(handle(), caption.c_str());
   InvalidateRect(handle(), nullptr, FALSE);
 }
 
@@ -42,7 +45,6 @@ void ProgressPanel::Paint() {
 
 void ProgressPanel::PaintPart(HDC device, const RECT& part, const RECT& whole, int background,
                               int text) const {
-  const std::string caption = TextOf(handle());
   HGDIOBJ old_font = font_ ? SelectObject(device, font_) : nullptr;
   SetBkMode(device, TRANSPARENT);
   SetTextColor(device, GetSysColor(text));
@@ -50,7 +52,7 @@ void ProgressPanel::PaintPart(HDC device, const RECT& part, const RECT& whole, i
   IntersectClipRect(device, part.left, part.top, part.right, part.bottom);
   FillRect(device, &part, GetSysColorBrush(background));
   RECT room = whole;
-  DrawTextA(device, caption.c_str(), static_cast<int>(caption.size()), &room,
+  DrawTextA(device, caption_.c_str(), static_cast<int>(caption_.size()), &room,
             DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
   RestoreDC(device, state);
   if (old_font) SelectObject(device, old_font);

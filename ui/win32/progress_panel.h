@@ -22,6 +22,7 @@ class ProgressPanel : public NativeWindow {
   void Paint();
   void PaintPart(HDC device, const RECT& part, const RECT& whole, int background, int text) const;
 
+  std::string caption_;
   int flood_percent_ = 0;
   HFONT font_ = nullptr;
 };

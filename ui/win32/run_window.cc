@@ -7,7 +7,8 @@ namespace {
 
 constexpr int kTranscriptId = 100;
 constexpr double kWidth = 9600, kHeight = 6300, kSmallestWidth = 4200, kSmallestHeight = 3000;
-constexpr double kMargin = 120, kProgressHeight = 330, kButtonWidth = 1300, kButtonHeight = 375;
+constexpr double kMargin = 120, kProgressHeight = 330, kButtonWidth = 1350, kButtonHeight = 345,
+                 kAroundText = 150;
 
 /// While a run lasts the edit control holds the transcript's tail only, between half of this and
 /// this many characters, since its cost for each insertion grows with the lines it holds. The whole
@@ -16,17 +17,24 @@ constexpr std::size_t kTail = 16 * 1024;
 /// At the end of a run so many characters are shown at most, its last ones: the control needs
 /// seconds for more.
 constexpr std::size_t kMostShown = 1024 * 1024;
-/// A flood of output is shown in steps of this many milliseconds; what comes slower is shown as it
-/// comes.
-constexpr ULONGLONG kShowInterval = 15;
+/// Each piece of output is shown as it comes while that takes no more than this many microseconds
+/// and, beyond them, one in kShowShare of all that pass: a flood costs more to show than to make.
+/// Most compilers print less than that, and then work in silence with all they said on view.
+constexpr LONGLONG kShowCredit = 1000000, kShowShare = 4;
+
+/// A clock in microseconds.
+LONGLONG Now() {
+  LARGE_INTEGER ticks, per_second;
+  QueryPerformanceCounter(&ticks);
+  QueryPerformanceFrequency(&per_second);
+  return static_cast<LONGLONG>(static_cast<double>(ticks.QuadPart) * 1e6 /
+                               static_cast<double>(per_second.QuadPart));
+}
 
 }  // namespace
 
 RunWindow::RunWindow(std::function<void()> on_close) : on_close_(std::move(on_close)) {
-  const RECT bounds{CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + Pixels(kWidth),
-                    CW_USEDEFAULT + Pixels(kHeight)};
-  Create("Scrivo - compiler output", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT,
-         nullptr, bounds);
+  CreateForm("Scrivo - compiler output", kWidth, kHeight);
   transcript_ = CreateControl(
       "EDIT", "",
       WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
@@ -35,15 +43,16 @@ RunWindow::RunWindow(std::function<void()> on_close) : on_close_(std::move(on_cl
   progress_ = std::make_unique<ProgressPanel>(handle());
   close_ = CreateControl("BUTTON", "&Close", WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 0, handle(),
                          IDCANCEL, nullptr);
-  MakeFonts();
-  LayOut();
+  BeReady();
 }
 
-RunWindow::~RunWindow() {
-  if (font_) DeleteObject(font_);
-}
+RunWindow::~RunWindow() { Destroy(); }
 
 void RunWindow::ShowModeless() {
+  // The form that starts a run goes when the run is over; this window stays with the host.
+  HWND active = GetActiveWindow();
+  HWND host = active ? GetAncestor(active, GA_ROOTOWNER) : nullptr;
+  BelongTo(IsOwnWindow(host) ? nullptr : host);
   ShowWindow(handle(), SW_SHOW);
   UpdateWindow(handle());
 }
@@ -78,7 +87,13 @@ void RunWindow::ReplaceTranscript(const std::string& text) {
 
 void RunWindow::AppendTranscript(const std::string& text) {
   text_ += text;
-  if (GetTickCount64() - shown_at_ >= kShowInterval) ShowNew();
+  const LONGLONG start = Now();
+  show_credit_ = std::min(show_credit_ + (start - counted_at_) / kShowShare, kShowCredit);
+  if (show_credit_ > 0) {
+    ShowNew();
+    show_credit_ -= Now() - start;
+  }
+  counted_at_ = start;
 }
 
 void RunWindow::ShowNew() {
@@ -95,7 +110,6 @@ void RunWindow::ShowNew() {
                  reinterpret_cast<LPARAM>(text_.c_str() + shown_to_));
   }
   shown_to_ = text_.size();
-  shown_at_ = GetTickCount64();
 }
 
 void RunWindow::ShowEnd() {
@@ -117,20 +131,24 @@ void RunWindow::Repaint() {
   UpdateWindow(handle());
 }
 
-void RunWindow::MakeFonts() {
-  HFONT font = CreateMessageFont(Dpi());
+void RunWindow::UseFont(HFONT font) {
   SendMessageA(transcript_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   SendMessageA(close_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   progress_->SetFont(font);
-  if (font_) DeleteObject(font_);
-  font_ = font;
+  line_height_ = TextSize(handle(), font, "Ag").cy;
 }
+
+SIZE RunWindow::SmallestSize() { return {Pixels(kSmallestWidth), Pixels(kSmallestHeight)}; }
+
+HWND RunWindow::FirstFocus() { return may_close_ ? close_ : transcript_; }
 
 void RunWindow::LayOut() {
   RECT client;
   GetClientRect(handle(), &client);
-  const int margin = Pixels(kMargin), button = Pixels(kButtonHeight);
-  const int progress = Pixels(kProgressHeight), width = client.right - 2 * margin;
+  const int margin = Pixels(kMargin), text = line_height_ + Pixels(kAroundText);
+  const int button = std::max(Pixels(kButtonHeight), text);
+  const int progress = std::max(Pixels(kProgressHeight), text);
+  const int width = client.right - 2 * margin;
   const int button_top = client.bottom - margin - button;
   const int progress_top = button_top - margin - progress;
   MoveWindow(transcript_, margin, margin, width, progress_top - 2 * margin, TRUE);
@@ -139,37 +157,33 @@ void RunWindow::LayOut() {
              button, TRUE);
 }
 
+void RunWindow::OnEscape() {
+  if (!may_close_) return;
+  const auto on_close = on_close_;  // this object is gone once it was called
+  on_close();
+}
+
 LRESULT RunWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
-    case WM_SIZE:
-      if (close_) LayOut();
-      return 0;
-    case WM_GETMINMAXINFO:
-      reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {Pixels(kSmallestWidth),
-                                                               Pixels(kSmallestHeight)};
-      return 0;
-    case WM_DPICHANGED: {
-      const RECT& place = *reinterpret_cast<RECT*>(lparam);
-      MakeFonts();
-      MoveWindow(handle(), place.left, place.top, place.right - place.left,
-                 place.bottom - place.top, TRUE);
-      return 0;
-    }
+    case WM_CTLCOLORSTATIC:
+      if (reinterpret_cast<HWND>(lparam) != transcript_) break;
+      // A text to read, not a field out of use: on the background of a text.
+      SetTextColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOWTEXT));
+      SetBkColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOW));
+      return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
     case WM_SETCURSOR:
       if (!busy_) break;
       SetCursor(LoadCursor(nullptr, IDC_WAIT));
       return TRUE;
     case WM_COMMAND:
       if (LOWORD(wparam) != IDCANCEL) break;
-      [[fallthrough]];
-    case WM_CLOSE: {
-      if (!may_close_) return 0;
-      const auto on_close = on_close_;  // this object is gone once it was called
-      on_close();
+      OnEscape();  // the button's identifier is that of Escape
       return 0;
-    }
+    case WM_CLOSE:
+      OnEscape();
+      return 0;
   }
-  return NativeWindow::OnMessage(message, wparam, lparam);
+  return FormWindow::OnMessage(message, wparam, lparam);
 }
 
 }  // namespace scrivo

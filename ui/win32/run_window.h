@@ -5,14 +5,14 @@
 #include <string>
 
 #include "ui/run_view.h"
-#include "ui/win32/native_window.h"
+#include "ui/win32/form_window.h"
 #include "ui/win32/progress_panel.h"
 
 namespace scrivo {
 
 /// The compiler run as a real window: the transcript, the progress panel and the Close button.
 /// Modeless.
-class RunWindow : public NativeWindow, public RunView {
+class RunWindow : public FormWindow, public RunView {
  public:
   /// `on_close` is called when the user asks to close the window (button, Escape or title bar) and
   /// may; it unloads the form, which destroys this object.
@@ -29,27 +29,32 @@ class RunWindow : public NativeWindow, public RunView {
 
  protected:
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void UseFont(HFONT font) override;
+  void LayOut() override;
+  SIZE SmallestSize() override;
+  HWND FirstFocus() override;
+  void OnEscape() override;
 
  private:
-  void MakeFonts();
-  void LayOut();
   /// Shows what was appended since the last time.
   void ShowNew();
   /// Shows the whole transcript, or as much of its end as the control can take.
   void ShowEnd();
 
+  FormKeys keys_;
   std::function<void()> on_close_;
-  HFONT font_ = nullptr;
   HWND transcript_ = nullptr;
   HWND close_ = nullptr;
   std::unique_ptr<ProgressPanel> progress_;
+  int line_height_ = 0;  ///< of the font, in pixels
   bool busy_ = false;
   bool may_close_ = true;
 
   std::string text_;            ///< the whole transcript
   std::size_t shown_from_ = 0;  ///< where in it the edit control's text begins
   std::size_t shown_to_ = 0;    ///< and ends
-  ULONGLONG shown_at_ = 0;      ///< when it was shown last, in milliseconds
+  LONGLONG show_credit_ = 0;    ///< how long showing may take, in microseconds
+  LONGLONG counted_at_ = 0;     ///< when that was counted last
 };
 
 }  // namespace scrivo

@@ -1,6 +1,8 @@
 #include "ui/win32/error_window.h"
 
-#include "tests/ui/win32/window_test.h"
+#include <gtest/gtest.h>
+
+#include "tests/ui/win32/live_window.h"
 
 namespace scrivo {
 namespace {
@@ -27,7 +29,8 @@ TEST_F(ErrorWindowTest, ShowsTitleAndReport) {
   window.SetTitle("An error occurred in Scrivo");
   window.SetMessage("one\r\n\ttwo");
   EXPECT_EQ(window.Message(), "one\r\n\ttwo");
-  EXPECT_EQ(TextOf(ControlsOf(window.handle(), "STATIC").at(0)), "An error occurred in Scrivo");
+  // The icon comes first.
+  EXPECT_EQ(TextOf(ControlsOf(window.handle(), "STATIC").at(1)), "An error occurred in Scrivo");
 }
 
 TEST_F(ErrorWindowTest, AReportLongerThanTheControlsUsualLimitIsKeptWhole) {

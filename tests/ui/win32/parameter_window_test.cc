@@ -1,6 +1,8 @@
 #include "ui/win32/parameter_window.h"
 
-#include "tests/ui/win32/window_test.h"
+#include <gtest/gtest.h>
+
+#include "tests/ui/win32/live_window.h"
 
 namespace scrivo {
 namespace {

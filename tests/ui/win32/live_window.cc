@@ -1,6 +1,7 @@
-#include "tests/ui/win32/window_test.h"
+#include "tests/ui/win32/live_window.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace scrivo {
 namespace {

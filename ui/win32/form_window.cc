@@ -1,0 +1,164 @@
+#include "ui/win32/form_window.h"
+
+#include <algorithm>
+
+namespace scrivo {
+namespace {
+
+LRESULT CALLBACK TakeFormKeys(int code, WPARAM removed, LPARAM message_address) {
+  auto* message = reinterpret_cast<MSG*>(message_address);
+  if (code >= 0 && removed == PM_REMOVE && IsFormKey(message)) message->message = WM_NULL;
+  return CallNextHookEx(nullptr, code, removed, message_address);
+}
+
+bool IsPushButton(HWND control) {
+  char class_name[16] = "";
+  GetClassNameA(control, class_name, sizeof class_name);
+  const LONG kind = GetWindowLongA(control, GWL_STYLE) & BS_TYPEMASK;
+  return lstrcmpiA(class_name, "BUTTON") == 0 &&
+         (kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW);
+}
+
+/// Gives a control the keyboard. A field's text is marked, so that typing replaces it.
+void GiveFocus(HWND control) {
+  SetFocus(control);
+  if (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) {
+    SendMessageA(control, EM_SETSEL, 0, -1);
+  }
+}
+
+}  // namespace
+
+FormWindow::~FormWindow() {
+  *done_ = true;
+  if (font_) DeleteObject(font_);
+}
+
+void FormWindow::CreateForm(const std::string& title, double width, double height) {
+  // A form of a host application shows no icon of its own.
+  Create(title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME,
+         nullptr, RECT{0, 0, Pixels(width), Pixels(height)});
+  PlaceOnScreen(Pixels(width), Pixels(height));
+}
+
+void FormWindow::BeReady() {
+  is_ready_ = true;
+  MakeFont();
+  LayOut();
+}
+
+void FormWindow::PlaceOnScreen(int width, int height) {
+  RECT work;
+  SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+  MoveWindow(handle(), work.left + (work.right - work.left - width) / 2,
+             work.top + (work.bottom - work.top - height) / 3, width, height, TRUE);
+}
+
+int FormWindow::FrameHeight() const {
+  RECT frame{};
+  AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongA(handle(), GWL_STYLE)), FALSE,
+                     static_cast<DWORD>(GetWindowLongA(handle(), GWL_EXSTYLE)));
+  return frame.bottom - frame.top;
+}
+
+void FormWindow::ShowUntilHidden() {
+  *done_ = false;
+  HWND owner = GetActiveWindow();
+  if (owner == handle()) owner = nullptr;
+  BelongTo(owner);
+  RunModal(handle(), owner, done_);  // may destroy this object
+}
+
+void FormWindow::HideForm() {
+  *done_ = true;
+  ShowWindow(handle(), SW_HIDE);
+}
+
+void FormWindow::BelongTo(HWND owner) {
+  SetWindowLongPtrA(handle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+}
+
+void FormWindow::MakeFont() {
+  HFONT font = CreateMessageFont(Dpi());
+  UseFont(font);
+  if (font_) DeleteObject(font_);
+  font_ = font;
+}
+
+void FormWindow::KeepFocus(bool is_active) {
+  HWND focus = GetFocus();
+  if (!is_active) {
+    if (focus && IsChild(handle(), focus)) focus_ = focus;
+    return;
+  }
+  if (IsIconic(handle()) || (focus && IsChild(handle(), focus))) return;
+  const bool was_here = focus_ && IsChild(handle(), focus_) && IsWindowEnabled(focus_);
+  if (was_here) {
+    SetFocus(focus_);
+  } else {
+    GiveFocus(FirstFocus());
+  }
+}
+
+bool FormWindow::OnCommand(WPARAM wparam, HWND control) {
+  if (control && GetParent(control) != handle()) {
+    // The dialog keys tell the form; the button's own parent knows what to do.
+    SendMessageA(GetParent(control), WM_COMMAND, wparam, reinterpret_cast<LPARAM>(control));
+  } else if (!control && wparam == IDOK) {
+    HWND focus = GetFocus();
+    if (IsChild(handle(), focus) && IsPushButton(focus)) {
+      SendMessageA(focus, BM_CLICK, 0, 0);
+    } else {
+      OnEnter();
+    }
+  } else if (!control && wparam == IDCANCEL) {
+    OnEscape();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (!is_ready_) return NativeWindow::OnMessage(message, wparam, lparam);
+  switch (message) {
+    case WM_SIZE:
+      LayOut();
+      return 0;
+    case WM_GETMINMAXINFO: {
+      const SIZE smallest = SmallestSize();
+      reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {smallest.cx, smallest.cy};
+      return 0;
+    }
+    case WM_DPICHANGED: {
+      const RECT& place = *reinterpret_cast<RECT*>(lparam);
+      MakeFont();
+      MoveWindow(handle(), place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, TRUE);
+      return 0;
+    }
+    case WM_ACTIVATE:
+      KeepFocus(LOWORD(wparam) != WA_INACTIVE);
+      return 0;
+    case WM_SETFOCUS:
+      KeepFocus(true);
+      return 0;
+    case WM_NEXTDLGCTL:
+      GiveFocus(LOWORD(lparam) ? reinterpret_cast<HWND>(wparam)
+                               : GetNextDlgTabItem(handle(), GetFocus(), wparam != 0));
+      return 0;
+    case WM_COMMAND:
+      if (OnCommand(wparam, reinterpret_cast<HWND>(lparam))) return 0;
+      break;
+  }
+  return NativeWindow::OnMessage(message, wparam, lparam);
+}
+
+FormKeys::FormKeys()
+    : hook_(SetWindowsHookExA(WH_GETMESSAGE, &TakeFormKeys, nullptr, GetCurrentThreadId())) {}
+
+FormKeys::~FormKeys() {
+  if (hook_) UnhookWindowsHookEx(hook_);
+}
+
+}  // namespace scrivo
