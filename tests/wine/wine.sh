@@ -164,10 +164,15 @@ make_prefix() {
 # limited COMMAND…: in_wine_root, with a time limit.
 limited() { in_wine_root timeout --verbose --kill-after=10 "$wine_seconds" "$@"; }
 
-# Makes the prefix $work/template and leaves no program of it running.
+# Makes the prefix $work/template and leaves no program of it running. Its windows stand on a desktop of Wine's own: on
+# a display without a window manager each one would be waited for.
 make_template() {
   local -x WINEPREFIX=$work/template
-  limited "$wine_loader" wineboot.exe --init && limited "$wine_server" --wait && return 0
+  local explorer='HKCU\Software\Wine\Explorer'
+  limited "$wine_loader" wineboot.exe --init &&
+    limited "$wine_loader" reg add "$explorer" /v Desktop /d Default /f &&
+    limited "$wine_loader" reg add "$explorer\Desktops" /v Default /d 1280x1024 /f &&
+    limited "$wine_server" --wait && return 0
   in_wine_root timeout --kill-after=10 30 "$wine_server" --kill
   return 1
 }
