@@ -19,8 +19,9 @@ exec 9>"$work/lock"
 flock 9
 trap stop_all EXIT
 prepare_wine win-x64 "$work" || { echo "$why" >&2; exit 1; }
-rm -rf "$work/web" "$work/pictures"
-cp -r "samples/Scrivo Builder sample web" "$work/web"
+rm -rf "$work/pictures"
+mkdir -p "$WINEPREFIX/drive_c/Webs"
+cp -r "samples/Scrivo Builder sample web" "$WINEPREFIX/drive_c/Webs/scrivo"
 mkdir "$work/pictures"
 # Debian's Wine does not look where its own fonts are.
 cp /usr/share/wine/fonts/{tahoma,tahomabd,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
@@ -28,7 +29,7 @@ run_wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi
 limited "$wine_server" --kill 2>/dev/null
 limited "$wine_server" --wait 2>/dev/null
 limited "$wine_loader" "$PWD/build/win-x64/bin/show_windows.exe" \
-  "Z:${work//\//\\}\\web" "Z:${work//\//\\}\\pictures" >"$work/show.log" 2>&1 </dev/null 9>&-
+  'C:\Webs\scrivo' "Z:${work//\//\\}\\pictures" >"$work/show.log" 2>&1 </dev/null 9>&-
 for name in compile run decompile error; do
   for size in "" -large; do
     [ -e "$work/pictures/$name$size.bmp" ] || { echo "$name$size was not shown; see $work/show.log" >&2; exit 1; }

@@ -10,8 +10,11 @@ namespace scrivo {
 namespace {
 
 // In twips.
-constexpr double kMargin = 75, kGap = 60, kCaptionHeight = 240, kEditHeight = 315,
-                 kCheckHeight = 270, kListHeight = 3000, kAroundEdit = 90, kAroundListText = 90;
+constexpr double kMargin = 75, kGap = 60, kCaptionHeight = 240, kCheckHeight = 270,
+                 kListHeight = 3000;
+// In pixels, as borders are at every resolution: what an edit field has above and below its text,
+// and a list beside its text's row.
+constexpr int kAroundEdit = 8, kAroundListRow = 6;
 
 // A row's controls have the identifiers kFirstId + 2 × row, and one more for the browse button.
 constexpr int kFirstId = 1000;
@@ -31,6 +34,14 @@ void DrawButtonFace(const DRAWITEMSTRUCT& draw) {
     DrawFrameControl(draw.hDC, &place, DFC_BUTTON,
                      DFCS_BUTTONPUSH | (is_pressed ? DFCS_PUSHED : 0u));
   }
+}
+
+/// A line, as deep as its place.
+void DrawSeparator(const DRAWITEMSTRUCT& draw) {
+  RECT shadow = draw.rcItem, light = draw.rcItem;
+  shadow.bottom = light.top = (shadow.top + shadow.bottom) / 2;
+  FillRect(draw.hDC, &shadow, GetSysColorBrush(COLOR_3DSHADOW));
+  FillRect(draw.hDC, &light, GetSysColorBrush(COLOR_3DHILIGHT));
 }
 
 /// A browse button: the place that the edit part leaves is too narrow for the three dots as text.
@@ -76,7 +87,7 @@ void ItemPanelControl::MakeRow(Item& item, const std::string& caption) {
   };
   switch (item.kind) {
     case ItemKind::kSeparator:
-      row.caption = make("STATIC", "", SS_ETCHEDHORZ, 0, -1);
+      row.caption = make("STATIC", "", SS_OWNERDRAW, 0, -1);
       break;
     case ItemKind::kGroup:
       row.caption = make("STATIC", caption, SS_LEFT, 0, -1);
@@ -105,7 +116,8 @@ int ItemPanelControl::CaptionHeight() const {
 }
 
 int ItemPanelControl::EditHeight() const {
-  return std::max(Pixels(kEditHeight), line_height_ + Pixels(kAroundEdit));
+  // No higher than the text needs: it stands at the top, not in the middle.
+  return line_height_ + kAroundEdit;
 }
 
 int ItemPanelControl::CheckHeight() const { return std::max(Pixels(kCheckHeight), line_height_); }
@@ -218,7 +230,7 @@ void ItemPanelControl::SetFont(HFONT font) {
     if (row.item->kind == ItemKind::kList) {
       // As high as the edit fields, its border included.
       SendMessageA(row.edit, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
-                   EditHeight() - Pixels(kAroundListText));
+                   EditHeight() - kAroundListRow);
     }
   }
   if (old_heading) DeleteObject(old_heading);
@@ -230,7 +242,12 @@ LRESULT ItemPanelControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) 
     return 0;
   }
   if (message == WM_DRAWITEM) {
-    DrawBrowseButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lparam));
+    const auto& draw = *reinterpret_cast<DRAWITEMSTRUCT*>(lparam);
+    if (draw.CtlType == ODT_STATIC) {
+      DrawSeparator(draw);
+    } else {
+      DrawBrowseButton(draw);
+    }
     return TRUE;
   }
   return NativeWindow::OnMessage(message, wparam, lparam);
