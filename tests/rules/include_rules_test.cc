@@ -80,8 +80,7 @@ std::string RoomOf(const std::string& path,
 }
 
 bool IsForOneSystem(const std::string& path) {
-  return path.find("/posix/") != std::string::npos || path.find("/win32/") != std::string::npos ||
-         path.rfind("host/", 0) == 0;
+  return path.find("/posix/") != std::string::npos || path.find("/win32/") != std::string::npos;
 }
 
 std::vector<std::string> ProductFiles() {

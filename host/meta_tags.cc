@@ -1,0 +1,22 @@
+#include "host/meta_tags.h"
+
+#include <algorithm>
+
+#include "errors/frame.h"
+#include "platform/seams/services.h"
+#include "webs/page_head.h"
+
+namespace scrivo::host {
+
+std::vector<std::string> MetaTagNames(const std::string& path) {
+  std::vector<std::string> names;
+  IgnoringErrors([&] {
+    const auto reader = TheServices().files->OpenForReading(path);
+    for (const MetaTag& tag : ReadPageHead(*reader, Headings::kNo).metas) {
+      if (std::find(names.begin(), names.end(), tag.name) == names.end()) names.push_back(tag.name);
+    }
+  });
+  return names;
+}
+
+}  // namespace scrivo::host

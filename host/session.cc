@@ -1,0 +1,131 @@
+#include "host/session.h"
+
+#include <algorithm>
+
+#include "host/host_error.h"
+#include "host/plain_text.h"
+#include "host/web_address.h"
+#include "platform/paths.h"
+
+namespace scrivo::host {
+namespace {
+
+std::string WithoutEndSeparator(std::string path) {
+  while (path.size() > 1 && (path.back() == '/' || path.back() == '\\')) path.pop_back();
+  return path;
+}
+
+/// The folder that a path or an address means.
+std::string FolderOf(const std::string& path_or_url, PathStyle style) {
+  std::string path = WithoutEndSeparator(path_or_url);
+  if (path.starts_with("file:")) return UrlToPath(path, style);
+  if (IsAbsoluteAddress(path) && path.find("://") != std::string::npos) {
+    throw HostError("The web " + path_or_url +
+                    " is on a server. Only webs in folders on disk can be opened.");
+  }
+  return path;
+}
+
+}  // namespace
+
+OpenedWeb::OpenedWeb(const std::string& path, PathStyle style)
+    : path_(path),
+      web_(OpenDiskWeb(path, {ContentsChoice::kNavigation, {IndexSource::kKeywords}}, problems_,
+                       style)) {}
+
+std::string OpenedWeb::Title() { return LastName(Url()); }
+
+std::shared_ptr<const NavigationIndex> OpenedWeb::Navigation() {
+  if (!navigation_) navigation_ = std::make_shared<NavigationIndex>(web_->NavigationRoot());
+  return navigation_;
+}
+
+void OpenedWeb::Refresh() {
+  problems_.problems.clear();
+  navigation_ = nullptr;
+  web_->Refresh();
+}
+
+std::shared_ptr<SiteFile> OpenedWeb::FindFile(const std::string& address) {
+  const std::string url = MakeAbsolute(Url(), true, AddressOfPath(address));
+  for (const auto& file : AllFiles(*web_)) {
+    if (IsSameText(file->Url(), url)) return file;
+  }
+  return nullptr;
+}
+
+std::shared_ptr<SiteFolder> OpenedWeb::FindFolder(const std::string& address) {
+  const std::string url = WithoutEndSeparator(MakeAbsolute(Url(), true, AddressOfPath(address)));
+  SiteFolders waiting{web_->BaseFolder()};
+  while (!waiting.empty()) {
+    const std::shared_ptr<SiteFolder> folder = waiting.back();
+    waiting.pop_back();
+    if (IsSameText(FolderUrl(*folder), url)) return folder;
+    for (const auto& below : folder->Folders()) waiting.push_back(below);
+  }
+  return nullptr;
+}
+
+std::string OpenedWeb::FolderUrl(SiteFolder& folder) { return AddressOfPath(folder.LocalPath()); }
+
+std::shared_ptr<EditedPage> OpenedWeb::Edit(const std::shared_ptr<SiteFile>& file) {
+  active_page = FindPage(file->Url());
+  if (!active_page) {
+    active_page = std::make_shared<EditedPage>();
+    active_page->file = file;
+    pages.push_back(active_page);
+  }
+  return active_page;
+}
+
+std::shared_ptr<EditedPage> OpenedWeb::FindPage(const std::string& url) const {
+  for (const auto& page : pages) {
+    if (IsSameText(page->file->Url(), url)) return page;
+  }
+  return nullptr;
+}
+
+void OpenedWeb::ClosePage(const EditedPage* page) {
+  std::erase_if(pages, [&](const auto& open) { return open.get() == page; });
+  if (active_page.get() == page) active_page = pages.empty() ? nullptr : pages.back();
+}
+
+std::shared_ptr<OpenedWeb> Session::Open(const std::string& path_or_url) {
+  const std::string path = FolderOf(path_or_url, style_);
+  const auto opened = std::make_shared<OpenedWeb>(path, style_);
+  for (const auto& web : webs_) {
+    if (IsSameText(web->Url(), opened->Url())) {
+      Activate(web);
+      return web;
+    }
+  }
+  webs_.push_back(opened);
+  Activate(opened);
+  return opened;
+}
+
+void Session::Activate(const std::shared_ptr<OpenedWeb>& web) {
+  active_ = web;
+  Changed();
+}
+
+void Session::Close(const std::shared_ptr<OpenedWeb>& web) {
+  web->is_open = false;
+  std::erase(webs_, web);
+  if (active_ == web) active_ = webs_.empty() ? nullptr : webs_.back();
+  Changed();
+}
+
+void Session::Refresh(OpenedWeb* web) {
+  web->Refresh();
+  Changed();
+}
+
+bool Session::NamesFolder(const std::string& address) const {
+  for (const auto& web : webs_) {
+    if (web->FindFolder(address)) return true;
+  }
+  return false;
+}
+
+}  // namespace scrivo::host
