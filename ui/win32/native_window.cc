@@ -7,19 +7,18 @@
 namespace scrivo {
 namespace {
 
-constexpr char kClassName[] = "ScrivoWindow";
 constexpr int kDefaultDpi = 96;
 constexpr double kTwipsPerInch = 1440;
 
-void RegisterOnce(WNDPROC procedure) {
+void RegisterOnce(const char* class_name, WNDPROC procedure) {
   WNDCLASSA existing;
-  if (GetClassInfoA(OwnModule(), kClassName, &existing)) return;
+  if (GetClassInfoA(OwnModule(), class_name, &existing)) return;
   WNDCLASSA window_class{};
   window_class.lpfnWndProc = procedure;
   window_class.hInstance = OwnModule();
   window_class.hCursor = LoadCursor(nullptr, IDC_ARROW);
   window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-  window_class.lpszClassName = kClassName;
+  window_class.lpszClassName = class_name;
   RegisterClassA(&window_class);
 }
 
@@ -61,9 +60,9 @@ int NativeWindow::Dpi() const {
 }
 
 void NativeWindow::Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
-                          const RECT& bounds) {
-  RegisterOnce(&NativeWindow::Procedure);
-  HWND created = CreateWindowExA(extended_style, kClassName, title.c_str(), style, bounds.left,
+                          const RECT& bounds, const char* class_name) {
+  RegisterOnce(class_name, &NativeWindow::Procedure);
+  HWND created = CreateWindowExA(extended_style, class_name, title.c_str(), style, bounds.left,
                                  bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top,
                                  parent, nullptr, OwnModule(), this);
   if (!created) throw Error(kOutOfMemory, "Scrivo.Window", "The window cannot be created");
@@ -124,7 +123,7 @@ bool IsFormKey(MSG* message) {
 bool IsOwnWindow(HWND window) {
   char class_name[32] = "";
   return window && GetClassNameA(window, class_name, sizeof class_name) &&
-         lstrcmpA(class_name, kClassName) == 0;
+         lstrcmpA(class_name, kFormClass) == 0;
 }
 
 HFONT CreateMessageFont(int dpi) {
@@ -176,7 +175,7 @@ HINSTANCE OwnModule() {
   HMODULE module = nullptr;
   GetModuleHandleExA(
       GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-      reinterpret_cast<LPCSTR>(&kClassName), &module);
+      reinterpret_cast<LPCSTR>(&SystemDpi), &module);
   return module;
 }
 

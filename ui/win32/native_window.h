@@ -12,6 +12,9 @@ namespace scrivo {
 int PixelsFromTwips(double twips, int dpi);
 double TwipsFromPixels(int pixels, int dpi);
 
+/// The window class of the forms.
+inline constexpr char kFormClass[] = "ScrivoWindow";
+
 /// A window of our own: creates it, routes its messages to OnMessage and lets no exception out into
 /// the system. Destroying the object destroys the window.
 class NativeWindow {
@@ -29,9 +32,10 @@ class NativeWindow {
 
  protected:
   /// Creates the window hidden, at `bounds` in pixels of the screen (child windows: of the parent's
-  /// client area).
+  /// client area). A window that is no form, and so has no dialog keys of its own, takes another
+  /// class.
   void Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
-              const RECT& bounds);
+              const RECT& bounds, const char* class_name = kFormClass);
   /// Destroys the window now. A derived class whose messages need its members does that first in
   /// its destructor.
   void Destroy();

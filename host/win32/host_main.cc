@@ -1,0 +1,76 @@
+// The program ScrivoHost: a stand-in for the authoring application.
+
+#include <string>
+#include <vector>
+
+#include "com/win32/ole.h"
+#include "host/host_arguments.h"
+#include "host/win32/host_window.h"
+#include "platform/seams/services.h"
+
+namespace {
+
+using namespace scrivo;
+using namespace scrivo::host;
+
+/// Says how to call the program, on the console that it was started from too if there is one.
+void TellUsage(const std::string& problem) {
+  const std::string text = problem.empty() ? Usage() : problem + "\n\n" + Usage();
+  if (AttachConsole(ATTACH_PARENT_PROCESS)) {
+    DWORD written = 0;
+    const std::string lines = text + "\n";
+    WriteFile(GetStdHandle(problem.empty() ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE), lines.data(),
+              static_cast<DWORD>(lines.size()), &written, nullptr);
+  }
+  MessageBoxA(nullptr, text.c_str(), "Scrivo Host",
+              MB_OK | (problem.empty() ? MB_ICONINFORMATION : MB_ICONEXCLAMATION));
+}
+
+/// The whole path of one relative to the current folder.
+std::string FullPath(const std::string& path) {
+  char full[MAX_PATH];
+  const DWORD length = GetFullPathNameA(path.c_str(), MAX_PATH, full, nullptr);
+  return length > 0 && length < MAX_PATH ? std::string(full, length) : path;
+}
+
+void RunMessages(HostWindow* window) {
+  MSG message;
+  while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+    if (window->handle() && window->IsKey(&message)) continue;
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+  }
+}
+
+void Run(const HostArguments& arguments) {
+  const auto world = HostWorld::Make();
+  HostWindow window(world);
+  if (!arguments.web.empty()) {
+    const bool is_address = arguments.web.find("://") != std::string::npos;
+    window.OpenWeb(is_address ? arguments.web : FullPath(arguments.web));
+    if (arguments.external && !world->session.active()) return;  // the user has been told why
+  }
+  window.Start(arguments.external);
+  RunMessages(&window);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const HostArguments arguments = ParseArguments({argv + 1, argv + argc});
+  if (arguments.help || !arguments.problem.empty()) {
+    TellUsage(arguments.problem);
+    return arguments.help ? 0 : 2;
+  }
+  if (FAILED(CoInitialize(nullptr))) return 1;
+  int status = 0;
+  try {
+    TheServices() = CreateSystemServices();
+    Run(arguments);
+  } catch (const std::exception& exception) {
+    MessageBoxA(nullptr, exception.what(), "Scrivo Host", MB_OK | MB_ICONERROR);
+    status = 1;
+  }
+  CoUninitialize();
+  return status;
+}

@@ -1,0 +1,241 @@
+// What the window's menus and toolbar show, and what its commands do.
+
+#include <utility>
+
+#include "host/host_error.h"
+#include "host/recent_webs.h"
+#include "host/win32/host_window.h"
+#include "platform/common_dialog.h"
+#include "platform/seams/services.h"
+#include "platform/win32/shell_api.h"
+
+namespace scrivo::host {
+namespace {
+
+constexpr std::size_t kMenuPathLength = 60;
+
+/// A text as a menu shows it, its "&" as they are.
+std::string Doubled(const std::string& text) {
+  std::string doubled;
+  for (const char c : text) {
+    doubled += c;
+    if (c == '&') doubled += c;
+  }
+  return doubled;
+}
+
+void AppendCommand(HMENU menu, UINT id, const std::string& text, bool enabled = true) {
+  AppendMenuA(menu, enabled ? MF_STRING : MF_STRING | MF_GRAYED, id, text.c_str());
+}
+
+void AppendMenu(HMENU bar, HMENU menu, const char* text) {
+  AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), text);
+}
+
+}  // namespace
+
+void HostWindow::FillFileMenu(HMENU menu) {
+  const auto& active = world_->session.active();
+  AppendCommand(menu, kOpenWebId, "&Open Web...\tCtrl+O");
+  AppendCommand(menu, kCloseWebId, "&Close Web\tCtrl+W", active != nullptr);
+  AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+  for (std::size_t i = 0; i < recent_.size(); ++i) {
+    std::string text = "&";
+    text.append(std::to_string(i + 1)).append(" ");
+    text.append(Doubled(ShortenedPath(recent_[i], kMenuPathLength)));
+    AppendCommand(menu, kFirstRecentId + static_cast<UINT>(i), text);
+  }
+  if (!recent_.empty()) AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+  AppendCommand(menu, kExitId, "E&xit\tAlt+F4");
+}
+
+void HostWindow::MakeMenu() {
+  HMENU bar = CreateMenu(), file = CreatePopupMenu(), help = CreatePopupMenu();
+  FillFileMenu(file);
+  AppendMenu(bar, file, "&File");
+  const auto tools = world_->bars.Find("Tools");
+  if (tools && tools->visible) {
+    HMENU menu = CreatePopupMenu();
+    AppendLines(menu, MenuOf(*tools), &ids_, images_.get());
+    AppendMenu(bar, menu, "&Tools");
+  }
+  AppendCommand(help, kAddinsId, "A&dd-ins...");
+  AppendCommand(help, kAboutId, "&About Scrivo Host...");
+  AppendMenu(bar, help, "&Help");
+  HMENU before = GetMenu(handle());
+  SetMenu(handle(), bar);
+  if (before) DestroyMenu(before);
+}
+
+void HostWindow::MakeToolbar() {
+  while (SendMessageA(toolbar_, TB_DELETEBUTTON, 0, 0)) {
+  }
+  const int face = images_->size();
+  SendMessageA(toolbar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(face, face));
+  const auto standard = world_->bars.Find("Standard");
+  const bool is_shown = standard && standard->visible;
+  ShowWindow(toolbar_, is_shown ? SW_SHOWNA : SW_HIDE);
+  if (!is_shown) return;
+  for (const MenuLine& line : MenuOf(*standard)) {
+    TBBUTTON button{};
+    if (!line.control) {
+      button.fsStyle = BTNS_SEP;
+    } else {
+      button.iBitmap = images_->ListIndex(line.control->face);
+      button.idCommand = static_cast<int>(ids_.IdOf(line.control));
+      button.fsState = line.control->enabled ? TBSTATE_ENABLED : 0;
+      button.fsStyle = static_cast<BYTE>(BTNS_AUTOSIZE | BTNS_SHOWTEXT |
+                                         (line.control->bar ? BTNS_WHOLEDROPDOWN : BTNS_BUTTON));
+      button.iString = reinterpret_cast<INT_PTR>(line.control->caption.c_str());
+    }
+    SendMessageA(toolbar_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+  }
+}
+
+void HostWindow::DropDown(const NMTOOLBARA& button) {
+  const auto control = ids_.Find(static_cast<UINT>(button.iItem));
+  if (!control || !control->bar) return;
+  HMENU menu = CreatePopupMenu();
+  AppendLines(menu, MenuOf(*control->bar), &ids_, images_.get());
+  RECT place = button.rcButton;
+  MapWindowPoints(toolbar_, nullptr, reinterpret_cast<POINT*>(&place), 2);
+  TPMPARAMS around{sizeof around, place};
+  TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_VERTICAL, place.left, place.bottom, handle(), &around);
+  DestroyMenu(menu);
+}
+
+void HostWindow::Tell(const std::string& text, UINT icon) {
+  MessageBoxA(handle(), text.c_str(), "Scrivo Host", MB_OK | icon);
+}
+
+void HostWindow::OpenWeb(const std::string& path) {
+  try {
+    const auto web = world_->session.Open(path);
+    RecentWebs::Remember(web->path());
+  } catch (const Error& error) {
+    Tell(error.description, MB_ICONEXCLAMATION);
+    if (!TheServices().files->FolderExists(path)) RecentWebs::Forget(path);
+  }
+  recent_ = RecentWebs::Read();
+  web_changed_ = true;
+  ShowState();
+}
+
+void HostWindow::ChooseWeb() {
+  const std::string path = BrowseFolder(reinterpret_cast<WindowHandle>(handle()),
+                                        "Choose the folder of the web to open.");
+  if (!path.empty()) OpenWeb(path);
+}
+
+void HostWindow::CloseWeb() {
+  if (const auto web = world_->session.active()) world_->session.Close(web);
+}
+
+void HostWindow::OpenSelected() {
+  const OutlineRow* row = SelectedRow();
+  if (row && !row->path.empty()) OpenDocument(row->path);
+}
+
+void HostWindow::OpenDocument(const std::string& path) {
+  ShellRequest request;
+  request.owner = reinterpret_cast<WindowHandle>(handle());
+  request.verb = "open";
+  request.file = path;
+  if (TheServices().shell->Execute(request) > 32) return;
+  Tell("The page " + path + " cannot be opened: no program for it is there.", MB_ICONEXCLAMATION);
+}
+
+std::string HostWindow::AddinText() const {
+  const auto& addins = world_->addins.addins();
+  if (addins.empty()) return "No add-in is registered";
+  std::string connected;
+  for (const auto& addin : addins) {
+    if (!addin->problem.empty()) return addin->problem;
+    if (!addin->IsConnected()) continue;
+    connected.append(connected.empty() ? "Add-in: " : ", ").append(addin->entry.name);
+  }
+  return connected.empty() ? "No add-in is connected" : connected;
+}
+
+void HostWindow::ShowAddins() {
+  const auto& addins = world_->addins.addins();
+  std::string text;
+  for (const auto& addin : addins) {
+    if (!text.empty()) text += "\n\n";
+    text += addin->entry.name + " (" + addin->entry.prog_id + ")\n";
+    text += !addin->problem.empty()       ? addin->problem
+            : addin->IsConnected()        ? "Connected"
+            : addin->entry.LoadsAtStart() ? "Not connected"
+                                          : "Not connected; it is not to be loaded at start";
+  }
+  if (text.empty()) {
+    text =
+        "No add-in is registered for SharePoint Designer.\n\nRegister one with regsvr32, for "
+        "example \"regsvr32 Scrivo.dll\", and start Scrivo Host again.";
+  }
+  Tell(text, MB_ICONINFORMATION);
+}
+
+void HostWindow::ShowAbout() {
+  Tell("Scrivo Host " SCRIVO_VERSION
+       "\n\nOpens FrontPage webs and loads the add-ins of SharePoint Designer, for those whose "
+       "own application is gone.",
+       MB_ICONINFORMATION);
+}
+
+void HostWindow::OnDrop(WPARAM given) {
+  HDROP drop = reinterpret_cast<HDROP>(given);
+  char path[MAX_PATH] = "";
+  DragQueryFileA(drop, 0, path, MAX_PATH);
+  DragFinish(drop);
+  OpenWeb(path);
+}
+
+bool HostWindow::OnCommand(UINT id) {
+  if (id >= ControlIds::kFirst) {
+    const auto control = ids_.Find(id);
+    if (!control) return false;
+    try {
+      world_->Press(control);
+    } catch (const Error& error) {
+      Tell(error.description, MB_ICONEXCLAMATION);
+    }
+    return true;
+  }
+  if (id >= kFirstRecentId && id < kFirstRecentId + recent_.size()) {
+    OpenWeb(std::string(recent_[id - kFirstRecentId]));
+    return true;
+  }
+  switch (id) {
+    case kOpenWebId:
+    case kOpenButtonId:
+      ChooseWeb();
+      return true;
+    case kCloseWebId:
+      CloseWeb();
+      return true;
+    case kRefreshId:
+      if (const auto web = world_->session.active()) world_->session.Refresh(web.get());
+      return true;
+    case kExitId:
+      PostMessageA(handle(), WM_CLOSE, 0, 0);
+      return true;
+    case kAddinsId:
+      ShowAddins();
+      return true;
+    case kAboutId:
+      ShowAbout();
+      return true;
+    case IDOK:  // Enter
+      if (GetFocus() == open_button_) {
+        ChooseWeb();
+      } else {
+        OpenSelected();
+      }
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace scrivo::host
