@@ -28,6 +28,15 @@ void AppendCommand(HMENU menu, UINT id, const std::string& text, bool enabled = 
   AppendMenuA(menu, enabled ? MF_STRING : MF_STRING | MF_GRAYED, id, text.c_str());
 }
 
+/// The picture of a toolbar button; a popup without one of its own shows its first button's.
+std::int32_t FaceIdOf(const BarControl& control) {
+  if (!control.bar || control.face != 0) return control.face;
+  for (const auto& below : control.bar->controls) {
+    if (below->visible && below->face != 0) return below->face;
+  }
+  return 0;
+}
+
 void AppendMenu(HMENU bar, HMENU menu, const char* text) {
   AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), text);
 }
@@ -81,7 +90,7 @@ void HostWindow::MakeToolbar() {
     if (!line.control) {
       button.fsStyle = BTNS_SEP;
     } else {
-      button.iBitmap = images_->ListIndex(line.control->face);
+      button.iBitmap = images_->ListIndex(FaceIdOf(*line.control));
       button.idCommand = static_cast<int>(ids_.IdOf(line.control));
       button.fsState = line.control->enabled ? TBSTATE_ENABLED : 0;
       button.fsStyle = static_cast<BYTE>(BTNS_AUTOSIZE | BTNS_SHOWTEXT |
