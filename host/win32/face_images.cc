@@ -49,4 +49,15 @@ int FaceImages::ListIndex(std::int32_t face_id) {
   return place->second;
 }
 
+HICON MakeIcon(Face face, int size) {
+  ICONINFO icon{};
+  icon.fIcon = TRUE;
+  icon.hbmColor = MakeBitmap(face, size);
+  icon.hbmMask = CreateBitmap(size, size, 1, 1, nullptr);
+  HICON made = icon.hbmColor && icon.hbmMask ? CreateIconIndirect(&icon) : nullptr;
+  if (icon.hbmColor) DeleteObject(icon.hbmColor);
+  if (icon.hbmMask) DeleteObject(icon.hbmMask);
+  return made;
+}
+
 }  // namespace scrivo::host

@@ -32,4 +32,7 @@ class FaceImages {
   HIMAGELIST list_ = nullptr;
 };
 
+/// A picture as a window's icon. Owned by the caller (DestroyIcon); null when it cannot be made.
+HICON MakeIcon(Face face, int size);
+
 }  // namespace scrivo::host

@@ -1,6 +1,5 @@
 #include "host/win32/host_window.h"
 
-
 #include <algorithm>
 #include <utility>
 
@@ -83,6 +82,8 @@ HostWindow::~HostWindow() {
   world_->session.on_change = nullptr;
   world_->open_document = nullptr;
   world_->quit = nullptr;
+  Destroy();
+  if (icon_) DestroyIcon(icon_);
   if (accelerators_) DestroyAcceleratorTable(accelerators_);
   if (font_) DeleteObject(font_);
 }
@@ -127,6 +128,12 @@ void HostWindow::MakeFonts() {
   }
   if (font_) DeleteObject(font_);
   font_ = font;
+  HICON icon = MakeIcon(Face::kBook, 2 * Pixels(kFaceSize));
+  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+    SendMessageA(handle(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
+  }
+  if (icon_) DestroyIcon(icon_);
+  icon_ = icon;
   images_ = std::make_unique<FaceImages>(Pixels(kFaceSize));
   SendMessageA(toolbar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images_->List()));
   bars_changed_ = true;

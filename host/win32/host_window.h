@@ -85,6 +85,7 @@ class HostWindow : public NativeWindow {
   std::string shown_url_;  ///< of the web that the views show
   std::vector<std::string> recent_;
   HFONT font_ = nullptr;
+  HICON icon_ = nullptr;
   HACCEL accelerators_ = nullptr;
   HWND toolbar_ = nullptr, status_ = nullptr, tree_ = nullptr, list_ = nullptr;
   HWND tree_heading_ = nullptr, list_heading_ = nullptr;
