@@ -6,13 +6,14 @@ ProgressPanel::ProgressPanel(HWND parent) {
   Create("", WS_CHILD | WS_VISIBLE, WS_EX_STATICEDGE, parent, RECT{});
 }
 
-void ProgressPanel::Set(const std::string& caption, int flood_percent) {
+bool ProgressPanel::Set(const std::string& caption, int flood_percent) {
   // A run tells this for each piece of output.
-  if (caption == caption_ && flood_percent == flood_percent_) return;
+  if (caption == caption_ && flood_percent == flood_percent_) return false;
   caption_ = caption;
   flood_percent_ = flood_percent;
   SetWindowTextA(handle(), caption.c_str());
   InvalidateRect(handle(), nullptr, FALSE);
+  return true;
 }
 
 void ProgressPanel::SetFont(HFONT font) {

@@ -11,7 +11,8 @@ class ProgressPanel : public NativeWindow {
  public:
   explicit ProgressPanel(HWND parent);
 
-  void Set(const std::string& caption, int flood_percent);
+  /// False when it shows just that already.
+  bool Set(const std::string& caption, int flood_percent);
   /// Not owned; must live as long as the panel uses it.
   void SetFont(HFONT font);
 

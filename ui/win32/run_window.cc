@@ -1,6 +1,7 @@
 #include "ui/win32/run_window.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace scrivo {
 namespace {
@@ -20,7 +21,7 @@ constexpr std::size_t kMostShown = 1024 * 1024;
 /// Each piece of output is shown as it comes while that takes no more than this many microseconds
 /// and, beyond them, one in kShowShare of all that pass: a flood costs more to show than to make.
 /// Most compilers print less than that, and then work in silence with all they said on view.
-constexpr LONGLONG kShowCredit = 1000000, kShowShare = 4;
+constexpr LONGLONG kShowCredit = 1000000, kShowShare = 8;
 
 /// A clock in microseconds.
 LONGLONG Now() {
@@ -75,7 +76,7 @@ void RunWindow::EnableClose(bool enabled) {
 }
 
 void RunWindow::SetProgress(const std::string& caption, int flood_percent) {
-  progress_->Set(caption, flood_percent);
+  has_news_ |= progress_->Set(caption, flood_percent);
 }
 
 void RunWindow::ReplaceTranscript(const std::string& text) {
@@ -83,6 +84,7 @@ void RunWindow::ReplaceTranscript(const std::string& text) {
   shown_from_ = 0;
   shown_to_ = text_.size();
   SetWindowTextA(transcript_, text_.c_str());
+  has_news_ = true;
 }
 
 void RunWindow::AppendTranscript(const std::string& text) {
@@ -110,6 +112,7 @@ void RunWindow::ShowNew() {
                  reinterpret_cast<LPARAM>(text_.c_str() + shown_to_));
   }
   shown_to_ = text_.size();
+  has_news_ = true;
 }
 
 void RunWindow::ShowEnd() {
@@ -126,6 +129,7 @@ void RunWindow::ShowEnd() {
 }
 
 void RunWindow::Repaint() {
+  if (!std::exchange(has_news_, false)) return;  // asked for each piece of output
   UpdateWindow(transcript_);
   UpdateWindow(progress_->handle());
   UpdateWindow(handle());

@@ -48,6 +48,7 @@ class RunWindow : public FormWindow, public RunView {
   std::unique_ptr<ProgressPanel> progress_;
   int line_height_ = 0;  ///< of the font, in pixels
   bool busy_ = false;
+  bool has_news_ = true;  ///< since the last Repaint
   bool may_close_ = true;
 
   std::string text_;            ///< the whole transcript
