@@ -1,5 +1,6 @@
 // Long runs of calls leave nothing behind but the keys that the registry class keeps on purpose.
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -92,9 +93,17 @@ TEST_F(Leaks, TemporaryNamesLeaveNothing) {
 }
 
 TEST_F(Leaks, ChildrenLeaveNothing) {
-  const std::string command = '"' + TestProgram("test_printer") + '"' + " exit 5";
-  ExpectLeft(0, ChildrenToStart(),
-             [&] { EXPECT_EQ(CSpawnConsoleApp().ExecuteApp(command, folder), 5); });
+  const std::string command = '"' + TestProgram("test_printer") + '"' + " out x exit 5";
+  std::map<std::string, int> ends;  // how many printed what and ended with which status
+  ExpectLeft(0, ChildrenToStart(), [&] {
+    std::string printed;
+    CSpawnConsoleApp app;
+    app.OnProcessOutputs = [&](const std::string& output) { printed += output; };
+    const std::int32_t status = app.ExecuteApp(command, folder);
+    ++ends[printed + " " + std::to_string(status)];
+  });
+  EXPECT_EQ(ends, (std::map<std::string, int>{{"x 5", ChildrenToStart() + 1}}));
+  EXPECT_EQ(ErrorLog(), "");
 }
 
 }  // namespace
