@@ -37,7 +37,7 @@ std::string Usage() {
          "the add-ins that are registered for SharePoint Designer.\n"
          "\n"
          "--external\tconnects the add-ins as another program does: the compile dialog appears "
-         "at once, and the program ends when it is closed.\n"
+         "at once.\n"
          "--help\t\tshows this text.";
 }
 

@@ -257,7 +257,6 @@ void HostWindow::ConnectAddins() {
   world_->addins.Read();
   world_->addins.ConnectAtStart(external_ ? kExternal : kAtStartup);
   ShowState();
-  if (external_) PostMessageA(handle(), WM_CLOSE, 0, 0);
 }
 
 bool HostWindow::IsKey(MSG* message) {

@@ -41,8 +41,8 @@ class HostWindow : public NativeWindow {
 
   /// Opens the web in a folder. Tells the user when that fails, and keeps what was open.
   void OpenWeb(const std::string& path);
-  /// Shows the window, loads the add-ins from the message loop that comes next, and, when they are
-  /// connected externally, closes the window after that.
+  /// Shows the window and loads the add-ins from the message loop that comes next; `external`: as
+  /// another program connects them.
   void Start(bool external);
   /// Handles the keys that are the window's own: shortcuts, Tab, access keys.
   bool IsKey(MSG* message);
