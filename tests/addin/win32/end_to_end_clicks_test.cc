@@ -5,7 +5,7 @@
 #include <shlobj.h>
 
 #include "tests/addin/win32/end_to_end.h"
-#include "tests/ui/win32/window_test.h"
+#include "tests/ui/win32/live_window.h"
 
 namespace scrivo {
 namespace {
