@@ -1,10 +1,12 @@
 #include "platform/shell.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <string>
 
 #include "platform/seams/error.h"
+#include "tests/doubles/failing_registry.h"
 #include "tests/doubles/fake_services.h"
 
 namespace scrivo {
@@ -294,11 +296,40 @@ TEST_F(ShellTest, TheExtensionBeginsAtTheLastPoint) {
   EXPECT_EQ(VerbOf("C:\\a.gz.tar"), "open");
 }
 
-TEST_F(ShellTest, ALongVerbIsReadWhole) {
-  const std::string verb(200, 'v');
+TEST_F(ShellTest, APointInAFoldersNameBeginsNoExtension) {
+  Register(".site", "sitefile");
+  Register("sitefile\\Shell", "visit");
+  EXPECT_EQ(VerbOf("C:\\my.site\\readme"), "open");
+  EXPECT_EQ(VerbOf("C:\\my.site\\readme.site"), "visit");
+}
+
+/// A registry whose verbs have names of a chosen length.
+class LongVerbs : public FailingRegistry {
+ public:
+  LongVerbs(std::shared_ptr<RegistryStore> store, std::size_t length)
+      : FailingRegistry(std::move(store)), name_(length, 'v') {}
+
+  RegistryStatus EnumKey(RegistryHandle, std::uint32_t index, char* buffer,
+                         std::uint32_t length) override {
+    if (index > 0) return kRegistryNoMoreItems;
+    if (name_.size() >= length) return kRegistryMoreData;
+    std::copy_n(name_.c_str(), name_.size() + 1, buffer);
+    return kRegistrySuccess;
+  }
+
+ private:
+  std::string name_;
+};
+
+TEST_F(ShellTest, AVerbIsReadWholeWhenItFits2048CharactersWithItsNul) {
   Register(".htm", "htmlfile");
-  Register("htmlfile\\Shell\\" + verb, "");
-  EXPECT_EQ(VerbOf("a.htm"), verb);
+  Register("htmlfile\\Shell", "");
+  for (const std::size_t length : {200u, 255u, 256u, 2047u}) {
+    TheServices().registry = std::make_shared<LongVerbs>(registry, length);
+    EXPECT_EQ(VerbOf("a.htm"), std::string(length, 'v'));
+  }
+  TheServices().registry = std::make_shared<LongVerbs>(registry, 2048);
+  EXPECT_EQ(VerbOf("a.htm"), "open");
 }
 
 TEST_F(ShellTest, ADocumentIsOpenedInItsFolderWithoutParameters) {

@@ -6,6 +6,7 @@
 #include "platform/win32/shell_api.h"
 #include "tests/doubles/real_services.h"
 #include "tests/platform/win32/dialog_answer.h"
+#include "tests/platform/win32/eventually.h"
 
 // After the system's header, which it needs.
 #include <commctrl.h>
@@ -17,6 +18,7 @@ using namespace std::string_literals;
 
 constexpr int kFileNameEdit = 0x480;   // edt1
 constexpr int kFileNameCombo = 0x47C;  // cmb13
+constexpr int kReadOnlyBox = 0x410;    // chx1
 // FNERR_BUFFERTOOSMALL of the common dialogs.
 constexpr std::uint32_t kBufferTooSmall = 0x3003;
 
@@ -105,6 +107,16 @@ TEST_F(FileDialogTest, CancellingGivesNothing) {
   EXPECT_EQ(LastExtendedDialogError(), 0u);
 }
 
+TEST_F(FileDialogTest, CancellingTheSaveDialogGivesNothing) {
+  FileDialogParameters parameters{.FileName = "one.htm", .InitDir = folder, .Save = true};
+  DialogAnswer user([](HWND dialog) { Press(dialog, IDCANCEL); });
+  EXPECT_FALSE(VBGetOpenFileName(&parameters));
+  EXPECT_EQ(parameters.FileName, "");
+  EXPECT_EQ(parameters.FilterIndex, -1);
+  EXPECT_EQ(LastDialogResult(), 0);
+  EXPECT_EQ(LastExtendedDialogError(), 0u);
+}
+
 TEST_F(FileDialogTest, SavingTakesANewNameAndAddsTheExtension) {
   FileDialogParameters parameters{.FileMustExist = false,
                                   .Filter = "Help (*.chm)|*.chm",
@@ -135,12 +147,62 @@ TEST_F(FileDialogTest, OneOfSeveralIsItsFullPath) {
   EXPECT_EQ(parameters.FileName, InFolder("one.htm"));
 }
 
+TEST_F(FileDialogTest, AFileThatMustExistIsAskedForUntilOneIsNamed) {
+  FileDialogParameters parameters{.InitDir = folder};
+  bool is_refused = false;
+  DialogAnswer user([&](HWND dialog) {
+    EnterName(dialog, "none.chm");
+    HWND refusal = dialog;
+    is_refused = Eventually([&] { return (refusal = GetLastActivePopup(dialog)) != dialog; });
+    Press(refusal, IDOK);
+    Eventually([&] { return !IsWindow(refusal) && IsWindowEnabled(dialog); });
+    EnterName(dialog, "three.chm");
+  });
+  EXPECT_TRUE(VBGetOpenFileName(&parameters)) << LastExtendedDialogError();
+  EXPECT_TRUE(is_refused);
+  EXPECT_EQ(parameters.FileName, InFolder("three.chm"));
+}
+
+TEST_F(FileDialogTest, AFileThatNeedNotExistIsTakenAsItIsNamed) {
+  FileDialogParameters parameters{.FileMustExist = false, .InitDir = folder};
+  DialogAnswer user([](HWND dialog) { EnterName(dialog, "none.chm"); });
+  EXPECT_TRUE(VBGetOpenFileName(&parameters)) << LastExtendedDialogError();
+  EXPECT_EQ(parameters.FileName, InFolder("none.chm"));
+}
+
 TEST_F(FileDialogTest, TheReadOnlyTickComesBack) {
   FileDialogParameters parameters{.ReadOnly = true, .InitDir = folder};
   DialogAnswer user([](HWND dialog) { EnterName(dialog, "one.htm"); });
   EXPECT_TRUE(VBGetOpenFileName(&parameters));
   EXPECT_TRUE(parameters.ReadOnly);
   EXPECT_NE(parameters.Flags & kFileDialogReadOnly, 0u);
+}
+
+TEST_F(FileDialogTest, TheUserTicksReadOnly) {
+  FileDialogParameters parameters{.InitDir = folder};
+  LRESULT was_ticked = BST_INDETERMINATE;
+  DialogAnswer user([&](HWND dialog) {
+    was_ticked = SendDlgItemMessageA(dialog, kReadOnlyBox, BM_GETCHECK, 0, 0);
+    SendDlgItemMessageA(dialog, kReadOnlyBox, BM_CLICK, 0, 0);
+    EnterName(dialog, "one.htm");
+  });
+  EXPECT_TRUE(VBGetOpenFileName(&parameters));
+  EXPECT_EQ(was_ticked, BST_UNCHECKED);
+  EXPECT_TRUE(parameters.ReadOnly);
+  EXPECT_NE(parameters.Flags & kFileDialogReadOnly, 0u);
+}
+
+TEST_F(FileDialogTest, ReadOnlyCanBeHidden) {
+  FileDialogParameters parameters{.HideReadOnly = true, .InitDir = folder};
+  BOOL is_shown = TRUE;
+  DialogAnswer user([&](HWND dialog) {
+    HWND box = GetDlgItem(dialog, kReadOnlyBox);
+    is_shown = box && IsWindowVisible(box);
+    EnterName(dialog, "one.htm");
+  });
+  EXPECT_TRUE(VBGetOpenFileName(&parameters));
+  EXPECT_FALSE(is_shown);
+  EXPECT_FALSE(parameters.ReadOnly);
 }
 
 TEST_F(FileDialogTest, ADialogThatFailsIsNotACancel) {
@@ -151,19 +213,25 @@ TEST_F(FileDialogTest, ADialogThatFailsIsNotACancel) {
   record.initial_folder = folder;
   record.file_buffer_size = 8;  // shorter than any path here
   record.title_buffer_size = 8;
+  Desktop& desktop = *TheServices().desktop;
+  {
+    DialogAnswer user([](HWND dialog) { EnterName(dialog, "three.chm"); });
+    EXPECT_EQ(desktop.OpenFileDialog(&record), -1);
+    EXPECT_EQ(desktop.ExtendedDialogError(), kBufferTooSmall);
+  }
   DialogAnswer user([](HWND dialog) { EnterName(dialog, "three.chm"); });
-  EXPECT_EQ(TheServices().desktop->OpenFileDialog(&record), -1);
-  EXPECT_EQ(TheServices().desktop->ExtendedDialogError(), kBufferTooSmall);
+  EXPECT_EQ(desktop.SaveFileDialog(&record), -1);
+  EXPECT_EQ(desktop.ExtendedDialogError(), kBufferTooSmall);
 }
 
 TEST_F(FileDialogTest, TheFolderBrowserGivesTheChosenFolder) {
   std::string texts;
   DialogAnswer user([&](HWND dialog) {
     EnumChildWindows(dialog, &FileDialogTest::AddText, reinterpret_cast<LPARAM>(&texts));
-    while (SelectedInTree(dialog) != std::filesystem::path(folder).filename()) {
+    Eventually([&] {  // the tree may still be filling itself
       SendMessageA(dialog, BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(folder.c_str()));
-      Sleep(5);  // the tree may still be filling itself
-    }
+      return SelectedInTree(dialog) == std::filesystem::path(folder).filename();
+    });
     Press(dialog, IDOK);
   });
   EXPECT_EQ(BrowseFolder(0, "Select output directory"), folder);

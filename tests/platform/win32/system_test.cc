@@ -9,6 +9,8 @@
 #include "platform/special_folder.h"
 #include "platform/win32/shell_api.h"
 #include "tests/doubles/real_services.h"
+#include "tests/doubles/test_folder.h"
+#include "tests/platform/win32/eventually.h"
 
 namespace scrivo {
 namespace {
@@ -141,10 +143,26 @@ TEST_F(Win32SystemTest, TheExtendedRequestReachesTheShell) {
   EXPECT_GT(TheServices().shell->ExecuteExtended(request), 32);
 }
 
+TEST_F(Win32SystemTest, TheMaskMakesTheShellAskTheItemsContextMenu) {
+  TheServices().files->Write(InFolder("a.scrivo-unknown"), "");
+  ExtendedShellRequest request;
+  request.structure_size = 60;
+  request.request.verb = "properties";
+  request.request.file = InFolder("a.scrivo-unknown");
+  request.mask = 0x440;
+  const std::int32_t without = TheServices().shell->ExecuteExtended(request);
+  request.mask = 0x44C;
+  const std::int32_t with = TheServices().shell->ExecuteExtended(request);
+  EXPECT_LE(without, 32);
+  EXPECT_NE(with, without) << with;
+}
+
 TEST_F(Win32SystemTest, AProgramIsLaunchedWithItsParametersInItsFolder) {
-  CShell().LaunchProgram("C:\\windows\\system32\\cmd.exe",
-                         "/c echo done> \"" + InFolder("made.txt") + "\"");
-  while (!TheServices().files->FileExists(InFolder("made.txt"))) Sleep(5);
+  const std::string program = InFolder("tool.exe");
+  ASSERT_TRUE(CopyFileA(TestProgram("test_printer").c_str(), program.c_str(), TRUE));
+  CShell().LaunchProgram(program, "append made");
+  EXPECT_TRUE(Eventually([&] { return TheServices().files->FileExists(InFolder("made")); }));
+  EXPECT_TRUE(Eventually([&] { return DeleteFileA(program.c_str()) != FALSE; }));  // it has ended
 }
 
 }  // namespace
