@@ -144,6 +144,39 @@ TEST_F(RegistryFaults, AnExpansionThatHasGrownSinceItsSizeWasAskedGivesTheDefaul
   EXPECT_EQ(Get("expandable"), RegistryValue("default"));
 }
 
+/// A registry that remembers with which rights its keys were opened and made.
+class RemembersRights : public FailingRegistry {
+ public:
+  using FailingRegistry::FailingRegistry;
+
+  RegistryStatus OpenKey(RegistryHandle parent, const std::string& path, std::uint32_t rights,
+                         RegistryHandle* key) override {
+    asked.push_back(rights);
+    return FailingRegistry::OpenKey(parent, path, rights, key);
+  }
+  RegistryStatus CreateKey(RegistryHandle parent, const std::string& path, std::uint32_t rights,
+                           RegistryHandle* key) override {
+    asked.push_back(rights);
+    return FailingRegistry::CreateKey(parent, path, rights, key);
+  }
+
+  std::vector<std::uint32_t> asked;
+};
+
+TEST_F(RegistryFaults, EachMemberAsksForTheRightsItNeedsAndNoMore) {
+  const auto store = std::make_shared<RemembersRights>(registry);
+  TheServices().registry = store;
+  registry_.CreateKey(kKey);
+  registry_.SetValue(kKey, "text", "y", 1);
+  registry_.DeleteValue(kKey, "text");
+  registry_.GetAllSubKeys(kKey, &names);
+  registry_.GetAllValueNames(kKey, &names);
+  Get("text");
+  registry_.KeyExists(kKey);
+  registry_.ValueType(kKey, "text");
+  EXPECT_EQ(store->asked, (std::vector<std::uint32_t>{0x3F, 0x3F, 0x3F, 8, 1, 1, 1, 1}));
+}
+
 TEST_F(RegistryFaults, AListEndsWhereItFails) {
   Fail("EnumKey", 1);
   EXPECT_EQ(registry_.GetAllSubKeys(kKey, &names), 1);

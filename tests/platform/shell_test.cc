@@ -359,6 +359,7 @@ TEST_F(ShellTest, PropertiesAskWithTheExtendedRecord) {
   EXPECT_EQ(request.request.file, "C:\\a\\tool.exe");
   EXPECT_EQ(request.request.parameters, "");
   EXPECT_EQ(request.request.folder, "");
+  EXPECT_EQ(request.request.show_command, 1);
   EXPECT_EQ(shell->extended_requests[1].request.owner, 4711u);
 }
 

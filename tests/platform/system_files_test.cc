@@ -52,6 +52,19 @@ TEST_F(SystemFiles, WritingAgainTruncates) {
   EXPECT_EQ(files.Size(InFolder("a.txt")), 0u);
 }
 
+TEST_F(SystemFiles, ALogOfARelativeNameLiesInTheCurrentFolder) {
+  CErrorHandler handler;
+  handler.ErrorHandlerActions(ehaLogFile);
+  const fs::path start = fs::current_path();
+  for (const char* name : {"one", "two"}) {
+    files.MakeFolder(InFolder(name));
+    fs::current_path(InFolder(name));
+    handler.HandleError("Test");
+    fs::current_path(start);
+    EXPECT_EQ(files.List(InFolder(name)).at(0).name, "Error Log.txt");
+  }
+}
+
 TEST_F(SystemFiles, AppendingCreatesAndThenExtends) {
   files.Append(InFolder("log.txt"), "one\r\n");
   files.Append(InFolder("log.txt"), "two\r\n");

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/win32/windows.h"
 #include "tests/doubles/real_services.h"
 #include "tests/doubles/test_folder.h"
 
@@ -24,6 +25,22 @@ class Win32ProcessesTest : public WithRealServices {
 
   Processes& processes = *TheServices().processes;
 };
+
+bool IsInheritable(SystemHandle handle) {
+  DWORD flags = 0;
+  return GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags) != FALSE &&
+         (flags & HANDLE_FLAG_INHERIT) != 0;
+}
+
+TEST_F(Win32ProcessesTest, ChildrenMayInheritAPipeUntilItIsClosed) {
+  SystemHandle read_end = 0, write_end = 0;
+  ASSERT_TRUE(processes.OpenPipe(&read_end, &write_end));
+  for (const SystemHandle end : {read_end, write_end}) {
+    EXPECT_TRUE(IsInheritable(end));
+    processes.Close(end);
+    EXPECT_FALSE(IsInheritable(end));
+  }
+}
 
 TEST_F(Win32ProcessesTest, EndingAChildReturnsWhenItHasEnded) {
   const StartedProcess child = StartLiving();
