@@ -1,6 +1,8 @@
 #include "ui/win32/native_window.h"
 
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/seams/error.h"
 
@@ -10,17 +12,33 @@ namespace {
 constexpr int kDefaultDpi = 96;
 constexpr double kTwipsPerInch = 1440;
 
-void RegisterOnce(const char* class_name, WNDPROC procedure) {
-  WNDCLASSA existing;
-  if (GetClassInfoA(OwnModule(), class_name, &existing)) return;
-  WNDCLASSA window_class{};
-  window_class.lpfnWndProc = procedure;
-  window_class.hInstance = OwnModule();
-  window_class.hCursor = LoadCursor(nullptr, IDC_ARROW);
-  window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-  window_class.lpszClassName = class_name;
-  RegisterClassA(&window_class);
-}
+/// The window classes of this module. A library must take them with it when it is unloaded: what
+/// handles their messages goes too.
+class WindowClasses {
+ public:
+  WindowClasses() = default;
+  WindowClasses(const WindowClasses&) = delete;
+  WindowClasses& operator=(const WindowClasses&) = delete;
+  ~WindowClasses() {
+    for (const std::string& name : registered_) UnregisterClassA(name.c_str(), module_);
+  }
+
+  void Need(const char* name, WNDPROC procedure) {
+    WNDCLASSA existing;
+    if (GetClassInfoA(module_, name, &existing)) return;
+    WNDCLASSA window_class{};
+    window_class.lpfnWndProc = procedure;
+    window_class.hInstance = module_;
+    window_class.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    window_class.lpszClassName = name;
+    if (RegisterClassA(&window_class)) registered_.push_back(name);
+  }
+
+ private:
+  const HINSTANCE module_ = OwnModule();
+  std::vector<std::string> registered_;
+};
 
 /// GetDpiForWindow where the system has it (from Windows 10), else 0.
 int MonitorDpi(HWND handle) {
@@ -61,7 +79,8 @@ int NativeWindow::Dpi() const {
 
 void NativeWindow::Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
                           const RECT& bounds, const char* class_name) {
-  RegisterOnce(class_name, &NativeWindow::Procedure);
+  static WindowClasses classes;
+  classes.Need(class_name, &NativeWindow::Procedure);
   HWND created = CreateWindowExA(extended_style, class_name, title.c_str(), style, bounds.left,
                                  bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top,
                                  parent, nullptr, OwnModule(), this);

@@ -10,11 +10,13 @@ namespace scrivo {
 /// Scrivo.dll beside the test program, loaded while this object lives.
 class Library {
  public:
-  Library() : module_(LoadLibraryA("Scrivo.dll")) {}
-  ~Library() { FreeLibrary(module_); }
+  Library() { Load(); }
+  ~Library() { Unload(); }
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
+  void Load() { module_ = LoadLibraryA("Scrivo.dll"); }
+  void Unload() { FreeLibrary(module_); }
   HMODULE module() const { return module_; }
   /// One of its exports, null when there is none with this name.
   template <typename Function>
@@ -30,7 +32,7 @@ class Library {
   }
 
  private:
-  HMODULE module_;
+  HMODULE module_ = nullptr;
 };
 
 /// COM on a thread, as a host's user-interface thread has it.
