@@ -19,7 +19,7 @@ constexpr double kMargin = 120, kTitleHeight = 480, kSmallestSpacer = 15;
 
 ErrorWindow::ErrorWindow(ButtonStrip& strip, ErrorViewEvents& events)
     : buttons_(strip), events_(events) {
-  CreateForm("Scrivo", kWidth, kHeight);
+  CreateForm(Kind::kModal, "Scrivo", kWidth, kHeight);
   icon_ =
       CreateControl("STATIC", "", WS_VISIBLE | SS_ICON | SS_CENTERIMAGE, 0, handle(), -1, nullptr);
   SendMessageA(icon_, STM_SETICON, reinterpret_cast<WPARAM>(LoadIcon(nullptr, IDI_ERROR)), 0);

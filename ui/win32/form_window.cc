@@ -34,10 +34,12 @@ FormWindow::~FormWindow() {
   if (font_) DeleteObject(font_);
 }
 
-void FormWindow::CreateForm(const std::string& title, double width, double height) {
+void FormWindow::CreateForm(Kind kind, const std::string& title, double width, double height) {
+  const DWORD boxes = kind == Kind::kModal ? WS_MAXIMIZEBOX : WS_MAXIMIZEBOX | WS_MINIMIZEBOX;
   // A form of a host application shows no icon of its own.
-  Create(title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME,
-         nullptr, RECT{0, 0, Pixels(width), Pixels(height)});
+  Create(title, WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN | boxes,
+         WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME, nullptr,
+         RECT{0, 0, Pixels(width), Pixels(height)});
   PlaceOnScreen(Pixels(width), Pixels(height));
 }
 

@@ -15,9 +15,12 @@ class FormWindow : public NativeWindow {
   ~FormWindow() override;
 
  protected:
-  /// Creates the window, hidden and empty; sizes in twips. It is no form yet: until IsReady, no
+  /// Modal: other windows wait for the form, so that it cannot be minimized out of the way.
+  enum class Kind { kModal, kModeless };
+
+  /// Creates the window, hidden and empty; sizes in twips. It is no form yet: until BeReady, no
   /// virtual function below is called.
-  void CreateForm(const std::string& title, double width, double height);
+  void CreateForm(Kind kind, const std::string& title, double width, double height);
   /// All controls are there: gives them their font and places.
   void BeReady();
   /// Puts the window, in this size, in the middle of the screen, a little above.

@@ -139,10 +139,15 @@ void ItemPanelControl::LayOut() {
   for (const Row& row : rows_) top = PlaceRow(row, top, true);
 }
 
-int ItemPanelControl::PlaceRow(const Row& row, int top, bool move) const {
+int ItemPanelControl::Room() const {
   RECT client;
   GetClientRect(handle(), &client);
-  const int margin = Pixels(kMargin), inner = client.right - 2 * margin;
+  // Rounded as the presenters' widths are, so that the widest of them fits.
+  return Pixels(Twips(client.right) - 2 * kMargin);
+}
+
+int ItemPanelControl::PlaceRow(const Row& row, int top, bool move) const {
+  const int margin = Pixels(kMargin), inner = Room();
   switch (row.item->kind) {
     case ItemKind::kSeparator: {
       const int height = std::max(Pixels(row.item->size), 2);
@@ -161,16 +166,14 @@ int ItemPanelControl::PlaceRow(const Row& row, int top, bool move) const {
 }
 
 int ItemPanelControl::PlaceEdit(const Row& row, int top, bool move) const {
-  RECT client;
-  GetClientRect(handle(), &client);
   const int margin = Pixels(kMargin);
-  const int room = client.right - 2 * margin;
+  const int room = Room();
   int width = row.item->edit_width > 0 ? Pixels(row.item->edit_width) : room;
   width = std::min(width, room);
   // The caption stands beside the edit part where that leaves room for it, else above.
   const int left_over = room - width - (row.button ? EditHeight() : 0);
   const bool beside = left_over >= TextSize(handle(), font_, row.item->caption).cx;
-  const int left = beside ? client.right - margin - width : margin;
+  const int left = beside ? margin + room - width : margin;
   if (move) {
     const int caption_top = beside ? top + (EditHeight() - CaptionHeight()) / 2 + 1 : top;
     Move(row.caption, margin, caption_top, beside ? left - margin : room, CaptionHeight());
@@ -180,7 +183,7 @@ int ItemPanelControl::PlaceEdit(const Row& row, int top, bool move) const {
     const int height = row.item->kind == ItemKind::kList ? Pixels(kListHeight) : EditHeight();
     Move(row.edit, left, top, width, height);
     if (row.button) {
-      Move(row.button, left + width, top, client.right - margin - left - width, EditHeight());
+      Move(row.button, left + width, top, margin + room - left - width, EditHeight());
     }
   }
   return top + EditHeight() + Pixels(kGap);

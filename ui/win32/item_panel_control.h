@@ -48,6 +48,8 @@ class ItemPanelControl : public NativeWindow {
   /// measures.
   int PlaceRow(const Row& row, int top, bool move) const;
   int PlaceEdit(const Row& row, int top, bool move) const;
+  /// The width between the margins, in pixels.
+  int Room() const;
   /// Heights of a row's parts in pixels, at least as high as the font needs.
   int CaptionHeight() const;
   int EditHeight() const;

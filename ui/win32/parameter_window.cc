@@ -38,7 +38,7 @@ bool IsFormOfOurs(HWND window) {
 ParameterWindow::ParameterWindow(const ParameterDesign& design, ItemPanel& panel,
                                  ButtonStrip& strip, MainViewEvents& events)
     : design_(design), strip_data_(strip), events_(events) {
-  CreateForm(design.title, design.width, design.width);
+  CreateForm(Kind::kModal, design.title, design.width, design.width);
   const std::vector<std::string> captions = MarkedCaptions(panel, strip);
   const auto first_button = captions.begin() + static_cast<std::ptrdiff_t>(panel.Rows().size());
   panel_ = std::make_unique<ItemPanelControl>(
@@ -135,6 +135,12 @@ int ParameterWindow::NeededHeight() {
 }
 
 RECT ParameterWindow::Place() const {
+  if (IsZoomed(handle())) {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    GetWindowPlacement(handle(), &placement);
+    return placement.rcNormalPosition;
+  }
   RECT place{};
   GetWindowRect(handle(), &place);
   return place;

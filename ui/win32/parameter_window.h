@@ -54,6 +54,7 @@ class ParameterWindow : public FormWindow, public MainView {
  private:
   /// The outer height, in pixels, at which every item is seen at the present width.
   int NeededHeight();
+  /// Where the window is on the screen, or will be when it is maximized no longer.
   RECT Place() const;
   void MoveTo(const RECT& place);
   void Activate(HWND other);

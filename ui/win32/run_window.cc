@@ -35,7 +35,7 @@ LONGLONG Now() {
 }  // namespace
 
 RunWindow::RunWindow(std::function<void()> on_close) : on_close_(std::move(on_close)) {
-  CreateForm("Scrivo - compiler output", kWidth, kHeight);
+  CreateForm(Kind::kModeless, "Scrivo - compiler output", kWidth, kHeight);
   transcript_ = CreateControl(
       "EDIT", "",
       WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,

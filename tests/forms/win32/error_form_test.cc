@@ -104,22 +104,13 @@ TEST_F(ErrorFormTest, SendingMailKeepsTheDialogOpen) {
 TEST_F(ErrorFormTest, EveryControlIsReachedByTabAndStaysInsideAtEverySize) {
   Ask(
       [] {
-        HWND window = Window(kErrorTitle);
-        const std::vector<HWND> order = {
-            Edit(kErrorTitle, 0), Button(kErrorTitle, "Abort"), Button(kErrorTitle, "Retry"),
-            Button(kErrorTitle, "Ignore"), Button(kErrorTitle, "Send to support")};
-        for (std::size_t i = 0; i < order.size(); ++i) {
-          EXPECT_EQ(GetNextDlgTabItem(window, order[i], FALSE), order[(i + 1) % order.size()]);
-        }
+        ExpectTabOrder(kErrorTitle, {Edit(kErrorTitle, 0), Button(kErrorTitle, "Abort"),
+                                     Button(kErrorTitle, "Retry"), Button(kErrorTitle, "Ignore"),
+                                     Button(kErrorTitle, "Send to support")});
+        ExpectAccessKeys(kErrorTitle, 4);
         for (const int width : {1, 1270}) {
-          MoveWindow(window, 0, 0, width, width * 3 / 4, TRUE);
-          const RECT inside = PlaceOf(window);
-          for (HWND control : order) {
-            const RECT place = PlaceOf(control);
-            RECT common;
-            IntersectRect(&common, &place, &inside);
-            EXPECT_TRUE(EqualRect(&common, &place)) << TextOf(control) << " at " << width;
-          }
+          MoveWindow(Window(kErrorTitle), 0, 0, width, width * 3 / 4, TRUE);
+          ExpectTidy(kErrorTitle);
         }
         CloseBox(kErrorTitle);
       },

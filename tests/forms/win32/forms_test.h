@@ -80,6 +80,13 @@ class FormsTest : public WithRealServices {
     GetWindowRect(window, &place);
     return place;
   }
+  /// Holds that every control of a form lies inside it, covers no other, and is wide enough for its
+  /// text.
+  static void ExpectTidy(const std::string& title);
+  /// Holds that Tab goes through these controls in this order and round again.
+  static void ExpectTabOrder(const std::string& title, const std::vector<HWND>& order);
+  /// Holds that the captions of these many controls have an access key each, all different.
+  static void ExpectAccessKeys(const std::string& title, int count);
   static int ScreenDpi() {
     HDC screen = GetDC(nullptr);
     const int dpi = GetDeviceCaps(screen, LOGPIXELSX);

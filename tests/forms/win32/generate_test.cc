@@ -76,6 +76,12 @@ TEST_F(GenerateTest, TheHelpFileIsMadeAndTheRunStaysOnView) {
   EXPECT_NE(transcript.find("getting_started.htm\r\n"), std::string::npos);
   EXPECT_EQ(transcript.substr(transcript.size() - 7), "\r\nDone!");
   EXPECT_TRUE(IsWindowEnabled(Button(kRunTitle, "Close")));
+  EXPECT_EQ(GetFocus(), Button(kRunTitle, "Close"));
+  ExpectTabOrder(kRunTitle, {Edit(kRunTitle, 0), Button(kRunTitle, "Close")});
+  for (const int width : {1, 1270}) {
+    MoveWindow(Window(kRunTitle), 0, 0, width, width * 3 / 4, TRUE);
+    ExpectTidy(kRunTitle);
+  }
   Press(kRunTitle, "Close");
   EXPECT_FALSE(frmHHC::IsLoaded());
   EXPECT_EQ(Window(kRunTitle), nullptr);
@@ -211,6 +217,24 @@ TEST_F(DecompileTest, AtFirstTheFieldsAreEmptyAndTheBoxIsTicked) {
     EXPECT_EQ(TextOf(Edit(kDecompileTitle, 1)), "");
     EXPECT_TRUE(IsChecked(kDecompileTitle, "Decompile into the open web site"));
     Press(kDecompileTitle, "Close");
+  });
+  EXPECT_FALSE(frmDecompile::IsLoaded());
+}
+
+TEST_F(DecompileTest, TheDialogIsTidyAtEverySizeAndUsableByKeyboard) {
+  Open([] {
+    ExpectTabOrder(kDecompileTitle,
+                   {Edit(kDecompileTitle, 0), ControlsOf(Window(kDecompileTitle), "BUTTON").at(0),
+                    Edit(kDecompileTitle, 1), ControlsOf(Window(kDecompileTitle), "BUTTON").at(1),
+                    Button(kDecompileTitle, "Decompile into the open web site"),
+                    Button(kDecompileTitle, "Decompile"), Button(kDecompileTitle, "Help"),
+                    Button(kDecompileTitle, "Close")});
+    ExpectAccessKeys(kDecompileTitle, 6);
+    for (const int width : {1, 640, 1270}) {
+      MoveWindow(Window(kDecompileTitle), 0, 0, width, width, TRUE);
+      ExpectTidy(kDecompileTitle);
+    }
+    PostMessageA(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 0);
   });
   EXPECT_FALSE(frmDecompile::IsLoaded());
 }

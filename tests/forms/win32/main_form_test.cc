@@ -1,6 +1,6 @@
 // The compile dialog in its real window.
 
-#include <set>
+#include <algorithm>
 
 #include "platform/settings.h"
 #include "tests/doubles/memory_site.h"
@@ -134,7 +134,8 @@ TEST_F(MainFormTest, TheLayoutFollowsTheWindowFromTheSmallestToTheLargestSize) {
       MoveWindow(window, 0, 0, width, width, TRUE);
       HWND panel = GetParent(List()), strip = GetParent(Button(kMainTitle, "Generate"));
       const auto expected = [&](float beside) {
-        return PixelsFromTwips(TwipsFromPixels(WidthOf(panel), dpi) - beside, dpi);
+        return PixelsFromTwips(static_cast<float>(TwipsFromPixels(WidthOf(panel), dpi)) - beside,
+                               dpi);
       };
       EXPECT_EQ(WidthOf(Edit(kMainTitle, 0)), expected(780)) << width;
       EXPECT_EQ(WidthOf(List()), expected(150)) << width;
@@ -145,35 +146,7 @@ TEST_F(MainFormTest, TheLayoutFollowsTheWindowFromTheSmallestToTheLargestSize) {
       const float rest = strip_width - (items.ItemsWidth() - items["SPACE"].width) - 90;
       EXPECT_EQ(items["SPACE"].width, std::max(rest, 15.0F)) << width;
 
-      const RECT inside = PlaceOf(window);
-      for (const char* kind : {"EDIT", "COMBOBOX", "BUTTON", "STATIC"}) {
-        for (HWND control : ControlsOf(window, kind)) {
-          const RECT place = PlaceOf(control);
-          RECT common;
-          IntersectRect(&common, &place, &inside);
-          EXPECT_TRUE(EqualRect(&common, &place)) << TextOf(control) << " at " << width;
-          EXPECT_FALSE(IsRectEmpty(&place)) << TextOf(control) << " at " << width;
-        }
-      }
-    }
-    CloseBox(kMainTitle);
-  });
-}
-
-TEST_F(MainFormTest, NoControlCoversAnotherAtTheSmallestSize) {
-  Open([] {
-    MoveWindow(Window(kMainTitle), 0, 0, 1, 1, TRUE);
-    std::vector<HWND> controls;
-    for (const char* kind : {"EDIT", "COMBOBOX", "BUTTON", "STATIC"}) {
-      for (HWND control : ControlsOf(Window(kMainTitle), kind)) controls.push_back(control);
-    }
-    for (std::size_t i = 0; i < controls.size(); ++i) {
-      for (std::size_t k = i + 1; k < controls.size(); ++k) {
-        const RECT one = PlaceOf(controls[i]), other = PlaceOf(controls[k]);
-        RECT common;
-        EXPECT_FALSE(IntersectRect(&common, &one, &other))
-            << TextOf(controls[i]) << " and " << TextOf(controls[k]);
-      }
+      ExpectTidy(kMainTitle);
     }
     CloseBox(kMainTitle);
   });
@@ -195,7 +168,6 @@ TEST_F(MainFormTest, TheListTakesManyPages) {
 
 TEST_F(MainFormTest, TheKeyboardReachesEveryControlInReadingOrder) {
   Open([] {
-    HWND window = Window(kMainTitle);
     const std::vector<HWND> order = {Edit(kMainTitle, 0),
                                      List(),
                                      Edit(kMainTitle, 1),
@@ -209,10 +181,7 @@ TEST_F(MainFormTest, TheKeyboardReachesEveryControlInReadingOrder) {
                                      Button(kMainTitle, "Help"),
                                      Button(kMainTitle, "Close")};
     EXPECT_EQ(GetFocus(), order[0]);
-    for (std::size_t i = 0; i < order.size(); ++i) {
-      EXPECT_EQ(GetNextDlgTabItem(window, order[i], FALSE), order[(i + 1) % order.size()]) << i;
-      EXPECT_EQ(GetNextDlgTabItem(window, order[(i + 1) % order.size()], TRUE), order[i]) << i;
-    }
+    ExpectTabOrder(kMainTitle, order);
     CloseBox(kMainTitle);
   });
 }
@@ -229,19 +198,7 @@ TEST_F(MainFormTest, TabMovesTheFocus) {
 
 TEST_F(MainFormTest, EveryControlHasAnAccessKeyOfItsOwn) {
   Open([] {
-    std::set<char> keys;
-    int controls = 0;
-    for (const char* kind : {"BUTTON", "STATIC"}) {
-      for (HWND control : ControlsOf(Window(kMainTitle), kind)) {
-        const std::string text = TextOf(control);
-        if (text.empty() || text == "..." || text == "Options") continue;
-        ++controls;
-        const std::size_t mark = text.find('&');
-        ASSERT_LT(mark + 1, text.size()) << text;
-        EXPECT_TRUE(keys.insert(static_cast<char>(tolower(text[mark + 1]))).second) << text;
-      }
-    }
-    EXPECT_EQ(controls, 11);
+    ExpectAccessKeys(kMainTitle, 11);
     CloseBox(kMainTitle);
   });
 }
@@ -289,6 +246,42 @@ TEST_F(MainFormTest, TheKeyboardComesBackToWhereItWas) {
     EXPECT_EQ(GetFocus(), Button(kMainTitle, "Help"));
     CloseBox(kMainTitle);
   });
+}
+
+TEST_F(MainFormTest, MaximizedItKeepsThePlaceThatItHadBefore) {
+  RECT place{};
+  Open([&] {
+    MoveWindow(Window(kMainTitle), 80, 90, 640, 520, TRUE);
+    place = PlaceOf(Window(kMainTitle));
+    ShowWindow(Window(kMainTitle), SW_MAXIMIZE);
+    CloseBox(kMainTitle);
+  });
+  Open([&] {
+    const RECT again = PlaceOf(Window(kMainTitle));
+    EXPECT_TRUE(EqualRect(&again, &place));
+    CloseBox(kMainTitle);
+  });
+}
+
+/// A host application's window.
+class Host : public NativeWindow {
+ public:
+  Host() {
+    Create("Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, nullptr, RECT{0, 0, 300, 200},
+           "HostWindow");
+    SetForegroundWindow(handle());
+  }
+};
+
+TEST_F(MainFormTest, TheHostWaitsForTheDialogAndIsBackAfterwards) {
+  const Host host;
+  Open([&] {
+    EXPECT_FALSE(IsWindowEnabled(host.handle()));
+    EXPECT_EQ(GetWindow(Window(kMainTitle), GW_OWNER), host.handle());
+    CloseBox(kMainTitle);
+  });
+  EXPECT_TRUE(IsWindowEnabled(host.handle()));
+  EXPECT_EQ(GetActiveWindow(), host.handle());
 }
 
 }  // namespace
