@@ -28,13 +28,15 @@ finish() {
 # count PATTERN LOG: the figure of a line such as "[  PASSED  ] 12 tests."
 count() { sed -n "s/^\[  $1 *\] \([0-9]*\) test.*/\1/p" "$2" | tail -n 1; }
 
-# run_program PROGRAM: runs it within the time limit and adds its figures to the sum.
+# run_program PROGRAM: runs it within the time limit and adds its figures to the sum. $variant is added to its name.
+variant=
 run_program() {
   local name log status=0 good bad over runner sleeper
-  name=$(basename "$1" .exe)
+  name=$(basename "$1" .exe)$variant
   log=$work/$name.log
+  local program=$1
   shift
-  run_wine "build/$preset/bin/$name.exe" "$@" >"$log.raw" 2>&1 </dev/null &
+  run_wine "$program" "$@" >"$log.raw" 2>&1 </dev/null &
   runner=$!
   sleep "$limit" &
   sleeper=$!
@@ -116,6 +118,16 @@ shopt -s nullglob
 for program in build/"$preset"/bin/*_tests.exe; do
   run_program "$program" "$@"
 done
+# The forms again at other resolutions.
+forms=build/$preset/bin/forms_tests.exe
+if [ $# -eq 0 ] && [ -e "$forms" ]; then
+  for dpi in 144 192; do
+    variant="_$dpi"
+    set_resolution "$dpi" && run_program "$forms" --gtest_filter='MainFormTest.*:ErrorFormTest.*:DecompileTest.*Tidy*'
+  done
+  variant=
+  set_resolution 96
+fi
 if [ $# -eq 0 ] && [ -e "build/$preset/bin/scrivo.exe" ] && [ -e "build/$preset/bin/hhc.exe" ]; then run_sample; fi
 if [ $((passed + failed)) -eq 0 ]; then
   echo "FAILED: there are no tests in build/$preset/bin"

@@ -25,9 +25,7 @@ cp -r "samples/Scrivo Builder sample web" "$WINEPREFIX/drive_c/Webs/scrivo"
 mkdir "$work/pictures"
 # Debian's Wine does not look where its own fonts are.
 cp /usr/share/wine/fonts/{tahoma,tahomabd,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
-run_wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null 2>&1
-limited "$wine_server" --kill 2>/dev/null
-limited "$wine_server" --wait 2>/dev/null
+set_resolution "$dpi"
 limited "$wine_loader" "$PWD/build/win-x64/bin/show_windows.exe" \
   'C:\Webs\scrivo' "Z:${work//\//\\}\\pictures" >"$work/show.log" 2>&1 </dev/null 9>&-
 for name in compile run decompile error; do

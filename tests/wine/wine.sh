@@ -180,6 +180,14 @@ make_template() {
 # run_wine PROGRAM ARGUMENT…
 run_wine() { in_wine_root "$wine_loader" "$@" 9>&-; }
 
+# set_resolution DPI: the dots per inch of every program that starts from here on.
+set_resolution() {
+  run_wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1 </dev/null || return
+  stop_wine  # it is read when the server starts
+  limited "$wine_server" --wait
+  limited "$wine_server" --persistent 9>&-
+}
+
 # Ends every program of the prefix.
 stop_wine() { in_wine_root timeout --kill-after=10 30 "$wine_server" --kill; }
 

@@ -10,6 +10,8 @@
 #include "compiler/frm_hhc.h"
 #include "decompile/frm_decompile.h"
 #include "errors/dialog/frm_error_message.h"
+#include "errors/error_handler.h"
+#include "errors/frame.h"
 #include "generator/frm_main.h"
 #include "platform/globals.h"
 #include "platform/memory_registry.h"
@@ -98,15 +100,33 @@ void ShowDecompile() {
   frmDecompile::Load()->ShowModal();
 }
 
+/// A step that fails in the middle of a compile, as the error handler reports it.
 void ShowError() {
-  frmErrorMessage form;
-  form.SupportMail("support@example.org");
-  form.ErrorMessage(
-      "Error 70 in Kestrel.frmMain.BuildContentFile: Permission denied\r\n\r\n"
-      "Call stack:\r\n\tKestrel.frmMain.Generate\r\n\tKestrel.frmMain.BuildContentFile");
+  CErrorHandler& handler = ErrorHandler();
+  handler.ErrorHandlerActions(ehaErrorDialog);
+  handler.CallStackEnabled(true);
+  handler.Dialog(std::make_shared<ErrorMessageDialog>());
+  handler.SupportMail("support@example.org");
   KeepWhenShown("Scrivo", "error");
-  form.ShowModal();
+  Procedure("Kestrel.frmMain.Generate", [](Steps& step) {
+    step([] {
+      Procedure("Kestrel.frmMain.BuildContentFile", [](Steps& inner) {
+        inner([] {
+          throw Error(kPermissionDenied, "Scrivo.Files",
+                      "Permission denied: C:\\Webs\\scrivo\\Scr1A2.hhc");
+        });
+      });
+    });
+  });
+  handler.Dialog(nullptr);
 }
+
+/// The web on disk in the host that it was made with.
+class Host : public DiskHost {
+ public:
+  using DiskHost::DiskHost;
+  std::string Version() override { return "12.0.0.6211"; }
+};
 
 void UseCompilerBesideThisProgram() {
   CRegistry registry;
@@ -121,7 +141,7 @@ int Show(const std::string& web) {
   TheServices().desktop = std::make_shared<WatchingDesktop>();
   UseCompilerBesideThisProgram();
   WebProblemList problems;
-  Globals().HostApplication = std::make_shared<DiskHost>(OpenDiskWeb(web, {}, problems));
+  Globals().HostApplication = std::make_shared<Host>(OpenDiskWeb(web, {}, problems));
   Globals().views = std::make_shared<Win32Views>([] { frmHHC::Unload(); });
   ShowCompile();
   ShowRun();
