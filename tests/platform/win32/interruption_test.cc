@@ -8,6 +8,7 @@
 
 #include "tests/doubles/real_services.h"
 #include "tests/doubles/test_folder.h"
+#include "tests/platform/win32/eventually.h"
 
 namespace scrivo {
 namespace {
@@ -29,7 +30,8 @@ class InterruptionTest : public WithRealServices {
     AllocConsole();
     CatchInterruptions();
     if (!GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0)) ExitProcess(3);
-    while (!Interrupted()) Sleep(5);  // it arrives in another thread
+    // It arrives in another thread.
+    if (!Eventually([] { return Interrupted(); })) ExitProcess(4);
   }
 
   /// Holds that `work` says yes in a child process.
