@@ -33,7 +33,7 @@ void AppendLines(HMENU menu, const std::vector<MenuLine>& lines, ControlIds* ids
     item.fState = line.control->enabled ? MFS_ENABLED : MFS_GRAYED;
     item.wID = ids->IdOf(line.control);
     item.dwTypeData = text.data();
-    item.hbmpItem = images->Bitmap(line.control->face);
+    item.hbmpItem = images->MenuBitmap(line.control->face);
     if (line.control->bar) {
       item.fMask |= MIIM_SUBMENU;
       item.hSubMenu = CreatePopupMenu();

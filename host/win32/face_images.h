@@ -19,15 +19,15 @@ class FaceImages {
   ~FaceImages();
 
   int size() const { return size_; }
-  /// A face's picture, null when there is none for it. It stays ours.
-  HBITMAP Bitmap(std::int32_t face_id);
+  /// A face's picture for a menu, null when there is none for it. It stays ours.
+  HBITMAP MenuBitmap(std::int32_t face_id);
   /// All pictures in one list, ours as well, and a face's place in it; I_IMAGENONE without one.
   HIMAGELIST List();
   int ListIndex(std::int32_t face_id);
 
  private:
   const int size_;
-  std::map<Face, HBITMAP> bitmaps_;
+  std::map<Face, HBITMAP> menu_bitmaps_;
   std::map<Face, int> indexes_;
   HIMAGELIST list_ = nullptr;
 };

@@ -10,7 +10,7 @@ namespace scrivo::host {
 namespace {
 
 constexpr double kMargin = 120, kGap = 60, kLineHeight = 270, kLabelWidth = 900;  // twips
-constexpr double kFaceSize = 240, kWidth = 12600, kHeight = 8400;
+constexpr double kFaceSize = 240, kIndent = 285, kWidth = 12600, kHeight = 8400;
 constexpr double kSmallestWidth = 6600, kSmallestHeight = 4500;
 constexpr UINT kChangedMessage = WM_APP + 1, kConnectMessage = WM_APP + 2;
 
@@ -20,8 +20,10 @@ constexpr char kHint[] =
 RECT StartPlace(int width, int height) {
   RECT work;
   SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-  const int left = work.left + std::max<int>((work.right - work.left - width) / 2, 0);
-  const int top = work.top + std::max<int>((work.bottom - work.top - height) / 3, 0);
+  width = std::min<int>(width, work.right - work.left);
+  height = std::min<int>(height, work.bottom - work.top);
+  const int left = work.left + (work.right - work.left - width) / 2;
+  const int top = work.top + (work.bottom - work.top - height) / 3;
   return {left, top, left + width, top + height};
 }
 
@@ -128,6 +130,7 @@ void HostWindow::MakeFonts() {
   }
   if (font_) DeleteObject(font_);
   font_ = font;
+  TreeView_SetIndent(tree_, Pixels(kIndent));
   HICON icon = MakeIcon(Face::kBook, 2 * Pixels(kFaceSize));
   for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
     SendMessageA(handle(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
@@ -170,7 +173,7 @@ void HostWindow::LayOut() {
   Place(list_, list_left, views, client.right - margin - list_left, height);
   FitListColumns(list_);
 
-  const int parts[] = {Pixels(3900), client.right - Pixels(3600), -1};
+  const int parts[] = {Pixels(3450), client.right - Pixels(2850), -1};
   SendMessageA(status_, SB_SETPARTS, 3, reinterpret_cast<LPARAM>(parts));
 }
 
@@ -205,6 +208,8 @@ void HostWindow::ShowWeb() {
   SetWindowTextA(handle(), web ? (web->Title() + " - Scrivo Host").c_str() : "Scrivo Host");
   FillTree(tree_, outline_.navigation, is_same ? selected : "");
   FillList(list_, outline_.outside, is_same ? selected : "");
+  SetWindowTextA(list_heading_, outline_.outside.empty() ? "&Pages outside the navigation: none"
+                                                         : "&Pages outside the navigation");
   for (HWND control : {tree_heading_, tree_, list_heading_, list_, title_label_, title_,
                        location_label_, location_}) {
     ShowWindow(control, web ? SW_SHOW : SW_HIDE);
