@@ -1,8 +1,8 @@
 // Connect's popups and buttons on the host's command bars.
 
 #include "addin/connect.h"
+#include "addin/needed.h"
 #include "errors/frame.h"
-#include "platform/seams/error.h"
 
 namespace scrivo {
 
@@ -40,8 +40,8 @@ namespace {
 constexpr const char* kPopupCaption = "Scrivo";
 
 std::shared_ptr<CommandBarControls> AddPopup(CommandBar& bar) {
-  const std::shared_ptr<CommandBarControl> popup = bar.Controls()->Add(kControlPopup, true);
-  popup->Caption(kPopupCaption);
+  const std::shared_ptr<CommandBarControl> popup = Needed(bar.Controls()).Add(kControlPopup, true);
+  Needed(popup).Caption(kPopupCaption);
   return popup->Controls();
 }
 
@@ -52,8 +52,10 @@ std::string ActionOf(AddInInstance& instance) { return "!<" + instance.ProgId() 
 
 void Connect::CreateToolsMenu(AddInInstance& AddInInst) {
   bool is_there = false;
-  IgnoringErrors(
-      [&] { is_there = Host().Bar("Tools")->Controls()->Item(kPopupCaption)->Visible(); });
+  IgnoringErrors([&] {
+    const std::shared_ptr<CommandBar> tools = Host().Bar("Tools");
+    is_there = Needed(Needed(Needed(tools).Controls()).Item(kPopupCaption)).Visible();
+  });
   if (is_there) return;
   std::shared_ptr<CommandBar> bar;
   IgnoringErrors([&] { bar = Host().Bar("Tools"); });
@@ -61,7 +63,7 @@ void Connect::CreateToolsMenu(AddInInstance& AddInInst) {
   const std::shared_ptr<CommandBarControls> controls = AddPopup(*bar);
   for (const ButtonRow& row : kButtonRows) {
     std::shared_ptr<CommandBarControl>& button = buttons_.*row.on_tools;
-    button = controls->Add(kControlButton, std::nullopt);
+    button = Needed(controls).Add(kControlButton, std::nullopt);
     if (!button) continue;
     button->OnClick([this, &row](CommandBarControl& Ctrl, bool& CancelDefault) {
       (this->*row.tools_click)(Ctrl, CancelDefault);
@@ -76,14 +78,12 @@ void Connect::CreateToolsMenu(AddInInstance& AddInInst) {
 void Connect::CreateStandardToolbarPopup(AddInInstance& AddInInst) {
   std::shared_ptr<CommandBar> bar;
   IgnoringErrors([&] { bar = Host().Bar("Standard"); });
-  if (!bar) throw Error(kObjectNotSet, "Scrivo.Connect", "There is no Standard bar");
   // There is no look for an older popup here: each connection adds one more.
-  const std::shared_ptr<CommandBarControls> controls = AddPopup(*bar);
+  const std::shared_ptr<CommandBarControls> controls = AddPopup(Needed(bar));
   for (const ButtonRow& row : kButtonRows) {
     std::shared_ptr<CommandBarControl>& button = buttons_.*row.on_standard;
-    button = controls->Add(kControlButton, std::nullopt);
-    if (!button) throw Error(kObjectNotSet, "Scrivo.Connect", "The host has made no button");
-    button->OnClick([this, &row](CommandBarControl& Ctrl, bool& CancelDefault) {
+    button = Needed(controls).Add(kControlButton, std::nullopt);
+    Needed(button).OnClick([this, &row](CommandBarControl& Ctrl, bool& CancelDefault) {
       (this->*row.standard_click)(Ctrl, CancelDefault);
     });
     if (row.begins_group) button->BeginGroup(true);

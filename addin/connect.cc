@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "addin/needed.h"
 #include "addin/product.h"
 #include "compiler/frm_hhc.h"
 #include "errors/dialog/frm_error_message.h"
@@ -41,10 +42,7 @@ std::int32_t TraceSetting() {
 Connect::Connect(VersionCheckerFactory make_version_checker)
     : make_version_checker_(std::move(make_version_checker)) {}
 
-AddinHost& Connect::Host() const {
-  if (!host_) throw Error(kObjectNotSet, "Scrivo.Connect", "No host application is connected");
-  return *host_;
-}
+AddinHost& Connect::Host() const { return Needed(host_); }
 
 void Connect::AddinInstance_OnConnection(const std::shared_ptr<AddinHost>& Application,
                                          std::int32_t ConnectMode,
@@ -66,8 +64,8 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<AddinHost>& Appli
     ShowKestrel();
     return;
   }
-  IgnoringErrors([&] { CreateToolsMenu(*AddInInst); });
-  IgnoringErrors([&] { CreateStandardToolbarPopup(*AddInInst); });
+  IgnoringErrors([&] { CreateToolsMenu(Needed(AddInInst)); });
+  IgnoringErrors([&] { CreateStandardToolbarPopup(Needed(AddInInst)); });
 }
 
 void Connect::SwitchTracing() {
@@ -86,7 +84,10 @@ void Connect::SwitchTracing() {
 void Connect::AddinInstance_OnDisconnection() {
   // The popup on the toolbar stays: it was added as temporary, and the host drops it when it
   // closes.
-  IgnoringErrors([&] { Host().Bar("Tools")->Controls()->Item("Scrivo")->Delete(); });
+  IgnoringErrors([&] {
+    const std::shared_ptr<CommandBar> tools = Host().Bar("Tools");
+    Needed(Needed(Needed(tools).Controls()).Item("Scrivo")).Delete();
+  });
   buttons_.cbBtnKestrel = nullptr;
   buttons_.cbBtnDecompile = nullptr;
   buttons_.cbBtnHelp = nullptr;

@@ -15,7 +15,8 @@ namespace scrivo {
 void Connect::ShowKestrel() {
   bool ready = false;
   IgnoringErrors([&] { ready = frmMain::Load()->BuildUI(); });
-  if (ready) IgnoringErrors([] { frmMain::Load()->ShowModal(); });
+  // Preparing may show messages, during which the host may disconnect the add-in.
+  if (ready && frmMain::IsLoaded()) IgnoringErrors([] { frmMain::Load()->ShowModal(); });
   IgnoringErrors([] { frmMain::Unload(); });
 }
 

@@ -1,6 +1,7 @@
 #include "addin/registration.h"
 
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 #include "addin/product.h"
@@ -29,21 +30,30 @@ Entry Number(const std::string& key, const std::string& name, std::int32_t numbe
   return {key, name, kRegDword, data};
 }
 
-/// All of them, keys before those below them.
-std::vector<Entry> Entries(const std::string& library_path) {
-  const std::string classes = "Software\\Classes\\";
-  const std::string class_key = classes + "CLSID\\" + kConnectClass;
+/// Where it stands under which class the add-in's name creates objects.
+std::string NameClassKey() {
+  return std::string("Software\\Classes\\").append(kProgId).append("\\CLSID");
+}
+
+/// What belongs to the class. Like every list here, keys come before those below them.
+std::vector<Entry> ClassEntries(const std::string& library_path) {
+  const std::string class_key = std::string("Software\\Classes\\CLSID\\") + kConnectClass;
   const std::string server_key = class_key + "\\InprocServer32";
-  const std::string name_key = classes + kProgId;
-  std::string addin_key = kHostRoot;
-  addin_key.append("\\Addins\\").append(kProgId);
   return {
       Text(class_key, "", kFriendlyName),
       Text(server_key, "", library_path),
       Text(server_key, "ThreadingModel", "Apartment"),
       Text(class_key + "\\ProgID", "", kProgId),
-      Text(name_key, "", kFriendlyName),
-      Text(name_key + "\\CLSID", "", kConnectClass),
+  };
+}
+
+/// What belongs to the add-in's name.
+std::vector<Entry> NameEntries() {
+  std::string addin_key = kHostRoot;
+  addin_key.append("\\Addins\\").append(kProgId);
+  return {
+      Text(std::string("Software\\Classes\\").append(kProgId), "", kFriendlyName),
+      Text(NameClassKey(), "", kConnectClass),
       Text(addin_key, "FriendlyName", kFriendlyName),
       Text(addin_key, "Description", kDescription),
       Number(addin_key, "LoadBehavior", kLoadBehavior),
@@ -67,6 +77,22 @@ bool IsEmpty(RegistryStore& registry, RegistryHandle key) {
          registry.EnumValue(key, 0, name, &length) == kRegistryNoMoreItems;
 }
 
+/// Whether the add-in's name belongs to this class, or to nobody yet.
+bool IsNameOurs(RegistryStore& registry, RegistryHandle root) {
+  RegistryHandle key = 0;
+  if (registry.OpenKey(root, NameClassKey(), kRightQueryValue, &key) != kRegistrySuccess) {
+    return true;
+  }
+  const std::string_view expected(kConnectClass, std::strlen(kConnectClass) + 1);
+  std::uint8_t data[64];
+  std::uint32_t type = 0, size = sizeof data;
+  const RegistryStatus status = registry.QueryValue(key, "", &type, data, &size);
+  registry.CloseKey(key);
+  return status == kRegistryFileNotFound ||
+         (status == kRegistrySuccess &&
+          expected.starts_with(std::string_view(reinterpret_cast<char*>(data), size)));
+}
+
 /// Deletes a value, and its key when nothing else is in it. True when the value is not there any
 /// more.
 bool Remove(RegistryStore& registry, RegistryHandle root, const Entry& entry) {
@@ -82,19 +108,27 @@ bool Remove(RegistryStore& registry, RegistryHandle root, const Entry& entry) {
   return status == kRegistrySuccess || status == kRegistryFileNotFound;
 }
 
-/// Removes the first `count` entries, keys after those below them.
-bool RemoveFirst(RegistryStore& registry, RegistryHandle root, const std::vector<Entry>& entries,
-                 std::size_t count) {
+/// Removes the entries, keys after those below them. True when none of them is left.
+bool RemoveAll(RegistryStore& registry, RegistryHandle root, const std::vector<Entry>& entries) {
   bool removed = true;
-  while (count > 0) removed = Remove(registry, root, entries[--count]) && removed;
+  for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+    removed = Remove(registry, root, *entry) && removed;
+  }
   return removed;
 }
 
-bool RegisterBelow(RegistryStore& registry, RegistryHandle root,
-                   const std::vector<Entry>& entries) {
-  for (std::size_t i = 0; i < entries.size(); ++i) {
-    if (Write(registry, root, entries[i])) continue;
-    RemoveFirst(registry, root, entries, i + 1);
+/// Removes the registration below one root; a name that belongs to another class stays with it.
+bool UnregisterBelow(RegistryStore& registry, RegistryHandle root) {
+  const bool name_is_gone = !IsNameOurs(registry, root) || RemoveAll(registry, root, NameEntries());
+  return RemoveAll(registry, root, ClassEntries("")) && name_is_gone;
+}
+
+bool RegisterBelow(RegistryStore& registry, RegistryHandle root, const std::string& library_path) {
+  std::vector<Entry> entries = ClassEntries(library_path);
+  for (const Entry& entry : NameEntries()) entries.push_back(entry);
+  for (const Entry& entry : entries) {
+    if (Write(registry, root, entry)) continue;
+    UnregisterBelow(registry, root);
     return false;
   }
   return true;
@@ -103,15 +137,17 @@ bool RegisterBelow(RegistryStore& registry, RegistryHandle root,
 }  // namespace
 
 bool RegisterAddin(RegistryStore& registry, const std::string& library_path) {
-  const std::vector<Entry> entries = Entries(library_path);
-  return RegisterBelow(registry, kForAllUsers, entries) ||
-         RegisterBelow(registry, kForThisUser, entries);
+  if (!RegisterBelow(registry, kForAllUsers, library_path)) {
+    return RegisterBelow(registry, kForThisUser, library_path);
+  }
+  // An older registration for this user would win over the new one for all.
+  UnregisterBelow(registry, kForThisUser);
+  return true;
 }
 
 bool UnregisterAddin(RegistryStore& registry) {
-  const std::vector<Entry> entries = Entries("");
-  const bool for_all_users = RemoveFirst(registry, kForAllUsers, entries, entries.size());
-  const bool for_this_user = RemoveFirst(registry, kForThisUser, entries, entries.size());
+  const bool for_all_users = UnregisterBelow(registry, kForAllUsers);
+  const bool for_this_user = UnregisterBelow(registry, kForThisUser);
   return for_all_users && for_this_user;
 }
 

@@ -16,7 +16,15 @@ std::shared_ptr<Wrapper> WrappedOrNull(LateBound object) {
 /// to do.
 bool IsAboutArguments(const Error& error) {
   return error.number == DISP_E_BADPARAMCOUNT || error.number == DISP_E_NONAMEDARGS ||
-         error.number == DISP_E_PARAMNOTFOUND || error.number == kTypeMismatch;
+         error.number == DISP_E_PARAMNOTFOUND || error.number == kTypeMismatch ||
+         error.number == kWrongArgumentCount;
+}
+
+/// Whether the host could not answer at all, which is not its way of saying that there is none.
+bool IsBreakdown(const Error& error) {
+  return error.number == kOutOfMemory || error.number == kPermissionDenied ||
+         error.number == E_ACCESSDENIED ||
+         (error.number < 0 && HRESULT_FACILITY(error.number) == FACILITY_RPC);
 }
 
 }  // namespace
@@ -24,7 +32,8 @@ bool IsAboutArguments(const Error& error) {
 LateBound ObjectOrNone(const LateBound& object, const wchar_t* member) {
   try {
     return ObjectOf(object.Get(member));
-  } catch (const Error&) {
+  } catch (const Error& error) {
+    if (IsBreakdown(error)) throw;
     return LateBound();
   }
 }
@@ -93,7 +102,14 @@ void ComPage::Save(bool overwrite) {
   }
 }
 
-std::string ComWeb::Url() { return TextOf(web_.Get(L"Url")); }
+std::string ComWeb::Url() {
+  try {
+    return TextOf(web_.Get(L"Url"));
+  } catch (const Error& error) {
+    if (error.number != kObjectDoesNotSupportThis) throw;
+    return TextOf(ObjectOf(web_.Get(L"RootFolder")).Get(L"Url"));
+  }
+}
 
 std::shared_ptr<SiteFolder> ComWeb::BaseFolder() {
   return std::make_shared<ComFolder>(ObjectOf(web_.Get(L"RootFolder")));
@@ -107,10 +123,25 @@ std::shared_ptr<SiteNode> ComWeb::HomeNode() {
   return WrappedOrNull<ComNode>(ObjectOrNone(web_, L"HomeNavigationNode"));
 }
 
+std::vector<LateBound> ComWeb::Windows() const {
+  try {
+    return ItemsOf(ObjectOf(web_.Get(L"WebWindows")));
+  } catch (const Error& error) {
+    if (error.number != kObjectDoesNotSupportThis) throw;
+  }
+  const LateBound active = ObjectOf(web_.Get(L"ActiveWebWindow"));
+  if (!active) return {};
+  return {active};
+}
+
 scrivo::OpenPages ComWeb::OpenPages() {
-  const LateBound window = ObjectOf(web_.Get(L"ActiveWebWindow"));
-  if (!window) return {};
-  return WrappedItems<ComPage, OpenPage>(ObjectOf(window.Get(L"PageWindows")));
+  scrivo::OpenPages pages;
+  for (const LateBound& window : Windows()) {
+    for (auto& page : WrappedItems<ComPage, OpenPage>(ObjectOf(window.Get(L"PageWindows")))) {
+      pages.push_back(std::move(page));
+    }
+  }
+  return pages;
 }
 
 void ComWeb::Refresh() { web_.Call(L"Refresh"); }

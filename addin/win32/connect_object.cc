@@ -61,10 +61,10 @@ LateBound ObjectOf(IDispatch* object) { return LateBound(ComPtr<IDispatch>::Shar
 ConnectObject::ConnectObject(std::shared_ptr<Connect> connect) : connect_(std::move(connect)) {}
 
 ConnectObject::~ConnectObject() {
-  FromHost([&] {
-    if (Globals().ConnectInstance == connect_.get()) connect_->AddinInstance_OnDisconnection();
-  });
-  // The library may be unloaded from now on, which no window of its may outlive.
+  const Connect* connected = Globals().ConnectInstance;
+  if (connected && connected != connect_.get()) return;  // the forms are another's
+  if (connected) FromHost([&] { connect_->AddinInstance_OnDisconnection(); });
+  // The library is to be unloaded now, which a form that stays loaded would prevent.
   FromHost([] { frmHHC::Unload(); });
   FromHost([] { frmMain::Unload(); });
   FromHost([] { frmDecompile::Unload(); });

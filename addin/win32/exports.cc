@@ -7,7 +7,10 @@
 #include "addin/win32/host_entry.h"
 #include "addin/win32/version_component.h"
 #include "compiler/frm_hhc.h"
+#include "decompile/frm_decompile.h"
+#include "generator/frm_main.h"
 #include "platform/globals.h"
+#include "platform/seams/error.h"
 #include "platform/seams/services.h"
 #include "ui/win32/native_window.h"
 #include "ui/win32/win32_views.h"
@@ -34,10 +37,21 @@ bool IsConnect(REFCLSID class_id) {
   return SUCCEEDED(CLSIDFromString(WideText(kConnectClass).c_str(), &own)) && class_id == own;
 }
 
+/// This library's path. Raises Error (kPathFileAccessError) when the registry, which is written in
+/// the ANSI code page, could not name it.
 std::string LibraryPath() {
-  char path[MAX_PATH + 1] = "";
-  GetModuleFileNameA(OwnModule(), path, MAX_PATH);
-  return path;
+  std::wstring path(32768, L'\0');
+  path.resize(GetModuleFileNameW(OwnModule(), path.data(), static_cast<DWORD>(path.size())));
+  const std::string name = AnsiText(path);
+  if (path.empty() || WideText(name) != path) {
+    throw Error(kPathFileAccessError, "Scrivo", "The folder of Scrivo.dll cannot be registered");
+  }
+  return name;
+}
+
+/// A form's window runs in this library.
+bool IsFormLoaded() {
+  return frmMain::IsLoaded() || frmHHC::IsLoaded() || frmDecompile::IsLoaded();
 }
 
 }  // namespace
@@ -56,7 +70,9 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** object) {
   return FAILED(made) ? made : answer;
 }
 
-STDAPI DllCanUnloadNow() { return scrivo::CanUnloadModule() ? S_OK : S_FALSE; }
+STDAPI DllCanUnloadNow() {
+  return scrivo::CanUnloadModule() && !scrivo::IsFormLoaded() ? S_OK : S_FALSE;
+}
 
 STDAPI DllRegisterServer() {
   using namespace scrivo;

@@ -27,6 +27,7 @@ enum RunTimeError : std::int32_t {
   kPathNotFound = 76,
   kObjectNotSet = 91,
   kObjectDoesNotSupportThis = 438,
+  kWrongArgumentCount = 450,
 };
 
 /// The one exception of the system: failures of the operating system, of the host and of the

@@ -65,6 +65,48 @@ TEST_P(TracingSettings, AnyOtherIntegerSwitchesTracingOnAndSaysWhere) {
 }
 INSTANTIATE_TEST_SUITE_P(Integers, TracingSettings, testing::Values("1", "-1", "2", "1.0"));
 
+TEST_F(ConnectTest, TheNextConnectionSetsTheErrorHandlerUpAnew) {
+  SaveSetting("Scrivo", "Settings", "Trace", "1");
+  ConnectWith(0);
+  connect->AddinInstance_OnDisconnection();
+  ASSERT_TRUE(ErrorHandler().TracingEnabled());
+  SaveSetting("Scrivo", "Settings", "Trace", "0");
+  ConnectWith(0);
+  EXPECT_FALSE(ErrorHandler().TracingEnabled());
+  EXPECT_EQ(ErrorHandler().TracingLogFile(), "Tracing Log.txt");
+  EXPECT_EQ(system->mutexes, (std::vector<std::string>{"Scrivo", "Scrivo"}));
+}
+
+TEST_F(ConnectTest, TracingIsToldBeforeAnyButtonIsMade) {
+  SaveSetting("Scrivo", "Settings", "Trace", "1");
+  desktop->on_message = [&] { EXPECT_TRUE(Tools().children.empty()); };
+  ConnectWith(0);
+  EXPECT_EQ(desktop->messages.size(), 2u);
+  EXPECT_FALSE(Tools().children.empty());
+}
+
+class RoundedTracingSettings : public ConnectTest,
+                               public testing::WithParamInterface<std::pair<const char*, bool>> {};
+
+TEST_P(RoundedTracingSettings, ATextWithAFractionCountsAsTheNearestInteger) {
+  SaveSetting("Scrivo", "Settings", "Trace", GetParam().first);
+  ConnectWith(0);
+  EXPECT_EQ(ErrorHandler().TracingEnabled(), GetParam().second);
+}
+INSTANTIATE_TEST_SUITE_P(Fractions, RoundedTracingSettings,
+                         testing::Values(std::pair("0.4", false), std::pair("0.5", false),
+                                         std::pair("0.6", true), std::pair("1.5", true)));
+
+class ButtonModes : public ConnectTest, public testing::WithParamInterface<std::int32_t> {};
+
+TEST_P(ButtonModes, EveryModeButTheExternalOneMakesTheButtons) {
+  ConnectWith(GetParam());
+  EXPECT_NE(Tools().Child("Scrivo"), nullptr);
+  EXPECT_NE(Standard().Child("Scrivo"), nullptr);
+  EXPECT_EQ(CountOf(views->main, "show"), 0);
+}
+INSTANTIATE_TEST_SUITE_P(Modes, ButtonModes, testing::Values(0, 1, 3, 4));
+
 class BadTracingSettings : public ConnectTest, public testing::WithParamInterface<const char*> {};
 
 TEST_P(BadTracingSettings, ATextThatIsNoIntegerLeavesTracingOffSilently) {
@@ -125,6 +167,17 @@ TEST_F(ConnectTest, DisconnectionUnloadsTheRunWindowAndTheCompileDialogButNotThe
   EXPECT_TRUE(frmDecompile::IsLoaded());
 }
 
+TEST_F(ConnectTest, TheHostIsLetGoBeforeTheRunWindowWhichThusRefreshesNothing) {
+  host->web = site.Web();
+  ConnectWith(0);
+  frmHHC::Load();
+  int asked = 0;
+  host->on_current_web = [&] { ++asked; };
+  connect->AddinInstance_OnDisconnection();
+  EXPECT_FALSE(frmHHC::IsLoaded());
+  EXPECT_EQ(asked, 0);
+}
+
 TEST_F(ConnectTest, ReconnectingLeavesTwoPopupsOnTheToolbarAndOneInTheMenu) {
   ConnectWith(0);
   connect->AddinInstance_OnDisconnection();
@@ -164,6 +217,32 @@ TEST_F(ConnectTest, AHostThatFailsEveryNthCallIsSurvivedInSilence) {
   for (const FakeDesktop::Shown& shown : desktop->messages) {
     EXPECT_EQ(shown.text, "Open site first");
   }
+}
+
+TEST_F(ConnectTest, AHostThatGivesNoObjectEveryNthTimeIsSurvivedInSilence) {
+  host->missing_is_null = true;
+  host->web = site.Web();
+  for (int n = 1; n <= 50; ++n) {
+    host->null_every = n;
+    host->objects = 0;
+    ConnectWith(0);
+    for (FakeControl* bar : {&Tools(), &Standard()}) {
+      if (FakeControl* popup = bar->Child("Scrivo")) {
+        for (const auto& button : popup->children) button->Click();
+      }
+    }
+    connect->AddinInstance_OnDisconnection();
+  }
+  connect.reset();
+  EXPECT_EQ(host->live_references, 0);
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+TEST_F(ConnectTest, WithoutAnInstanceObjectNoPopupIsMade) {
+  instance = nullptr;
+  ConnectWith(0);
+  EXPECT_EQ(Globals().HostApplication, host);
+  EXPECT_TRUE(Tools().children.empty());
 }
 
 }  // namespace

@@ -25,6 +25,14 @@ TEST_F(HostCommandsTest, CompileWithoutAnOpenWebTellsToOpenOneAndShowsNoDialog) 
   EXPECT_FALSE(frmMain::IsLoaded());
 }
 
+TEST_F(HostCommandsTest, AHostThatDisconnectsWhileTheDialogIsPreparedSeesNone) {
+  host->web = site.Web();
+  host->on_current_web = [&] { connect->AddinInstance_OnDisconnection(); };
+  connect->ShowKestrel();
+  EXPECT_EQ(CountOf(views->main, "show"), 0);
+  EXPECT_FALSE(frmMain::IsLoaded());
+}
+
 TEST_F(HostCommandsTest, HidingTheCompileDialogCreatesItFirst) {
   connect->HideKestrel();
   EXPECT_TRUE(frmMain::IsLoaded());
@@ -37,6 +45,14 @@ TEST_F(HostCommandsTest, DecompileShowsItsDialogAndKeepsItLoaded) {
   EXPECT_TRUE(frmDecompile::IsLoaded());
   connect->HideDecompile();
   EXPECT_EQ(CountOf(views->decompile, "hide"), 1);
+}
+
+TEST_F(HostCommandsTest, TheDecompileDialogKeepsItsValuesBetweenShowings) {
+  connect->ShowDecompile();
+  frmDecompile::Load()->suiParams()["FILE"].text = "C:\\a.chm";
+  connect->HideDecompile();
+  connect->ShowDecompile();
+  EXPECT_EQ(frmDecompile::Load()->suiParams()["FILE"].text, "C:\\a.chm");
 }
 
 TEST_F(HostCommandsTest, TheSampleWebIsOpenedFromTheDocumentsFolderAndBroughtForward) {

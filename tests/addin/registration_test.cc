@@ -158,11 +158,40 @@ TEST_F(RegistrationTest, BothRootsAreUnregistered) {
   registry.guarded = kHkeyLocalMachine;
   ASSERT_TRUE(RegisterAddin(registry, kLibrary));
   registry.guarded = 0;
+  ASSERT_NE(KeyAt(kHkeyLocalMachine, kAddinKey), nullptr);
+  ASSERT_NE(KeyAt(kHkeyCurrentUser, kAddinKey), nullptr);
   ASSERT_TRUE(UnregisterAddin(registry));
   for (const RegistryHandle root : {kHkeyLocalMachine, kHkeyCurrentUser}) {
     EXPECT_EQ(KeyAt(root, kAddinKey), nullptr);
     EXPECT_EQ(KeyAt(root, "Software\\Classes\\Kestrel.Connect"), nullptr);
   }
+}
+
+TEST_F(RegistrationTest, ANameThatAnotherClassHasTakenIsLeftToIt) {
+  ASSERT_TRUE(RegisterAddin(registry, kLibrary));
+  RegistryHandle key = 0;
+  ASSERT_EQ(registry.CreateKey(kHkeyLocalMachine, "Software\\Classes\\Kestrel.Connect\\CLSID",
+                               kRightSetValue, &key),
+            kRegistrySuccess);
+  const std::string other = "{00000000-0000-0000-0000-000000000001}";
+  registry.SetValue(key, "", kRegSz, reinterpret_cast<const std::uint8_t*>(other.c_str()),
+                    static_cast<std::uint32_t>(other.size() + 1));
+  registry.CloseKey(key);
+  ASSERT_TRUE(UnregisterAddin(registry));
+  EXPECT_EQ(TextAt(kHkeyLocalMachine, "Software\\Classes\\Kestrel.Connect\\CLSID", ""), other);
+  EXPECT_EQ(TextAt(kHkeyLocalMachine, kAddinKey, "FriendlyName"), "ScrivoBuilder");
+  const std::string class_key = std::string("Software\\Classes\\CLSID\\") + kConnectClass;
+  EXPECT_EQ(KeyAt(kHkeyLocalMachine, class_key), nullptr);
+}
+
+TEST_F(RegistrationTest, ARegistrationForAllUsersReplacesOneForTheUser) {
+  registry.guarded = kHkeyLocalMachine;
+  ASSERT_TRUE(RegisterAddin(registry, "C:\\Old\\Scrivo.dll"));
+  registry.guarded = 0;
+  ASSERT_TRUE(RegisterAddin(registry, kLibrary));
+  ExpectRegisteredBelow(kHkeyLocalMachine);
+  EXPECT_EQ(KeyAt(kHkeyCurrentUser, kAddinKey), nullptr);
+  EXPECT_EQ(KeyAt(kHkeyCurrentUser, "Software\\Classes\\Kestrel.Connect"), nullptr);
 }
 
 TEST_F(RegistrationTest, WhatCannotBeRemovedIsTold) {

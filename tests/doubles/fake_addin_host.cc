@@ -64,6 +64,7 @@ class ControlReference : public CommandBarControl {
   }
   std::shared_ptr<CommandBarControls> Controls() override {
     reference_.host().Call();
+    if (reference_.host().GivesNone()) return nullptr;
     return std::make_shared<ControlsReference>(reference_.host(), control_);
   }
   void OnClick(ClickHandler handler) override {
@@ -86,17 +87,20 @@ class ControlReference : public CommandBarControl {
 
 std::shared_ptr<CommandBarControl> ControlsReference::Item(const std::string& caption) {
   reference_.host().Call();
+  if (reference_.host().GivesNone()) return nullptr;
   for (const auto& child : parent_->children) {
     if (child->caption == caption && !child->deleted) {
       return std::make_shared<ControlReference>(reference_.host(), child);
     }
   }
+  if (reference_.host().missing_is_null) return nullptr;
   throw Error(kInvalidProcedureCall, "FakeAddinHost", "There is no control " + caption);
 }
 
 std::shared_ptr<CommandBarControl> ControlsReference::Add(ControlType type,
                                                           std::optional<bool> temporary) {
   reference_.host().Call();
+  if (reference_.host().GivesNone()) return nullptr;
   auto child = std::make_shared<FakeControl>();
   child->type = type;
   child->temporary = temporary;
@@ -111,6 +115,7 @@ class BarReference : public CommandBar {
 
   std::shared_ptr<CommandBarControls> Controls() override {
     reference_.host().Call();
+    if (reference_.host().GivesNone()) return nullptr;
     return std::make_shared<ControlsReference>(reference_.host(), bar_);
   }
 
@@ -174,6 +179,7 @@ void FakeAddinHost::Call() {
 
 std::shared_ptr<SiteWeb> FakeAddinHost::CurrentWeb() {
   Call();
+  if (on_current_web) on_current_web();
   return web;
 }
 
@@ -189,8 +195,10 @@ std::string FakeAddinHost::Version() {
 
 std::shared_ptr<CommandBar> FakeAddinHost::Bar(const std::string& name) {
   Call();
+  if (GivesNone()) return nullptr;
   const auto bar = bars.find(name);
   if (bar == bars.end()) {
+    if (missing_is_null) return nullptr;
     throw Error(kInvalidProcedureCall, "FakeAddinHost", "There is no bar " + name);
   }
   return std::make_shared<BarReference>(*this, bar->second);
@@ -202,6 +210,7 @@ std::shared_ptr<OpenedWeb> FakeAddinHost::OpenWeb(const std::string& path,
                                                   std::int32_t open_options) {
   Call();
   opened.push_back(path + "|" + user_name + "|" + password + "|" + std::to_string(open_options));
+  if (GivesNone()) return nullptr;
   if (!opens_webs) throw Error(kPathNotFound, "FakeAddinHost", "The folder is no web");
   return std::make_shared<OpenedFakeWeb>(*this);
 }

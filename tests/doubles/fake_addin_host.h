@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -37,10 +38,16 @@ class FakeAddinHost : public AddinHost {
   std::string version = "12.0.0.6211";
   int fail_every = 0;  ///< 0: never
   int calls = 0;
-  int live_references = 0;  ///< wrappers handed out and not yet released
+  bool missing_is_null = false;  ///< what is missing is no object, instead of failing
+  int null_every = 0;            ///< every n-th object asked for is none; 0: never
+  int objects = 0;
+  std::function<void()> on_current_web;  ///< runs while the open web is asked for
+  int live_references = 0;               ///< wrappers handed out and not yet released
 
   /// Counts one call of the host and throws when it is one that fails.
   void Call();
+  /// Counts one object that the host is asked for; true when it gives none instead.
+  bool GivesNone() { return null_every > 0 && ++objects % null_every == 0; }
 
   std::shared_ptr<SiteWeb> CurrentWeb() override;
   std::string RelativeLocation(SiteWeb& of, const std::string& address) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -25,6 +26,7 @@ class FakeDesktop : public Desktop {
   };
 
   std::vector<Shown> messages;
+  std::function<void()> on_message;   ///< runs while a message is shown
   std::deque<MessageAnswer> answers;  ///< kOk once they are used up
   int beeps = 0;
   int message_passes = 0;
@@ -42,6 +44,7 @@ class FakeDesktop : public Desktop {
   MessageAnswer ShowMessage(const std::string& text, std::uint32_t style,
                             const std::string& caption) override {
     messages.push_back({text, style, caption});
+    if (on_message) on_message();
     if (answers.empty()) return MessageAnswer::kOk;
     const MessageAnswer answer = answers.front();
     answers.pop_front();

@@ -179,7 +179,8 @@ TEST_F(ComSiteTest, APageIsSavedOverItself) {
 class RefusedArguments : public ComSiteTest, public testing::WithParamInterface<HRESULT> {};
 INSTANTIATE_TEST_SUITE_P(All, RefusedArguments,
                          testing::Values(DISP_E_BADPARAMCOUNT, DISP_E_NONAMEDARGS,
-                                         DISP_E_PARAMNOTFOUND, DISP_E_TYPEMISMATCH));
+                                         DISP_E_PARAMNOTFOUND, DISP_E_TYPEMISMATCH,
+                                         CTL_E_ILLEGALFUNCTIONCALL + 445));
 
 TEST_P(RefusedArguments, AHostThatTakesNoArgumentToSaveIsGivenNone) {
   int saves = 0;
@@ -228,6 +229,33 @@ TEST_P(WaysOfNothing, AWebWithoutAHomePageHasNoHomeNode) {
 TEST_F(ComSiteTest, AWebWithoutANavigationStructureHasNoRoot) {
   object->Gives(L"RootNavigationNode", PlainVariant(VT_DISPATCH));
   EXPECT_EQ(ComWeb(Called(object)).NavigationRoot(), nullptr);
+}
+
+TEST_F(ComSiteTest, TheOpenPagesAreThoseOfAllTheWebsWindows) {
+  const ComPtr<ScriptedObject> window = ScriptedObject::Make(), second = ScriptedObject::Make();
+  window->GivesObject(L"PageWindows", Enumerable(NumberedObjects(2)));
+  second->GivesObject(L"PageWindows", Enumerable(NumberedObjects(3)));
+  object->GivesObject(L"WebWindows", Enumerable({window, second}));
+  object->GivesObject(L"ActiveWebWindow", window);
+  EXPECT_EQ(ComWeb(Called(object)).OpenPages().size(), 5u);
+}
+
+TEST_F(ComSiteTest, AWebThatDoesNotTellItsAddressHasThatOfItsFolder) {
+  other->GivesText(L"Url", L"file:///C:/Webs/site");
+  object->GivesObject(L"RootFolder", other);
+  EXPECT_EQ(ComWeb(Called(object)).Url(), "file:///C:/Webs/site");
+}
+
+class Breakdowns : public ComSiteTest, public testing::WithParamInterface<HRESULT> {};
+INSTANTIATE_TEST_SUITE_P(All, Breakdowns,
+                         testing::Values(E_OUTOFMEMORY, E_ACCESSDENIED, RPC_E_DISCONNECTED,
+                                         CTL_E_PERMISSIONDENIED));
+
+TEST_P(Breakdowns, AHostThatCannotAnswerHasNotSaidThatThereIsNothing) {
+  object->Fails(L"NavigationNode", GetParam());
+  object->Fails(L"HomeNavigationNode", GetParam());
+  EXPECT_THROW(ComFile(Called(object)).NavigationEntry(), Error);
+  EXPECT_THROW(ComWeb(Called(object)).HomeNode(), Error);
 }
 
 TEST_F(ComSiteTest, AWebWithoutAWindowHasNoOpenPages) {
