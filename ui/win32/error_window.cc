@@ -36,7 +36,7 @@ ErrorWindow::ErrorWindow(ButtonStrip& strip, ErrorViewEvents& events)
 }
 
 ErrorWindow::~ErrorWindow() {
-  Destroy();
+  DestroyForm();
   if (title_font_) DeleteObject(title_font_);
 }
 

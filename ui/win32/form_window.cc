@@ -1,5 +1,7 @@
 #include "ui/win32/form_window.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 
 namespace scrivo {
@@ -9,6 +11,19 @@ LRESULT CALLBACK TakeFormKeys(int code, WPARAM removed, LPARAM message_address) 
   auto* message = reinterpret_cast<MSG*>(message_address);
   if (code >= 0 && removed == PM_REMOVE && IsFormKey(message)) message->message = WM_NULL;
   return CallNextHookEx(nullptr, code, removed, message_address);
+}
+
+/// Gives a window that belongs to a form, and would be destroyed with it, to the form's own owner.
+BOOL CALLBACK HandOver(HWND window, LPARAM form_address) {
+  HWND form = reinterpret_cast<HWND>(form_address);
+  char class_name[32] = "";
+  GetClassNameA(window, class_name, sizeof class_name);
+  if (GetWindow(window, GW_OWNER) == form && IsWindowVisible(window) &&
+      lstrcmpiA(class_name, TOOLTIPS_CLASSA) != 0) {
+    SetWindowLongPtrA(window, GWLP_HWNDPARENT,
+                      reinterpret_cast<LONG_PTR>(GetWindow(form, GW_OWNER)));
+  }
+  return TRUE;
 }
 
 bool IsPushButton(HWND control) {
@@ -47,6 +62,11 @@ void FormWindow::BeReady() {
   is_ready_ = true;
   MakeFont();
   LayOut();
+}
+
+void FormWindow::DestroyForm() {
+  EnumThreadWindows(GetCurrentThreadId(), &HandOver, reinterpret_cast<LPARAM>(handle()));
+  Destroy();
 }
 
 void FormWindow::PlaceOnScreen(int width, int height) {

@@ -23,6 +23,9 @@ class FormWindow : public NativeWindow {
   void CreateForm(Kind kind, const std::string& title, double width, double height);
   /// All controls are there: gives them their font and places.
   void BeReady();
+  /// Destroys the window; to be called first in a derived class's destructor. What was opened for
+  /// it and is not its own, such as the help viewer, goes over to its owner.
+  void DestroyForm();
   /// Puts the window, in this size, in the middle of the screen, a little above.
   void PlaceOnScreen(int width, int height);
 

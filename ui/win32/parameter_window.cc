@@ -52,7 +52,7 @@ ParameterWindow::ParameterWindow(const ParameterDesign& design, ItemPanel& panel
   PlaceOnScreen(Pixels(design.width), NeededHeight());
 }
 
-ParameterWindow::~ParameterWindow() { Destroy(); }
+ParameterWindow::~ParameterWindow() { DestroyForm(); }
 
 void ParameterWindow::ShowModal() {
   just_shown_ = true;

@@ -47,7 +47,7 @@ RunWindow::RunWindow(std::function<void()> on_close) : on_close_(std::move(on_cl
   BeReady();
 }
 
-RunWindow::~RunWindow() { Destroy(); }
+RunWindow::~RunWindow() { DestroyForm(); }
 
 void RunWindow::ShowModeless() {
   // The form that starts a run goes when the run is over; this window stays with the host.

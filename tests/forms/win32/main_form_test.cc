@@ -273,6 +273,20 @@ class Host : public NativeWindow {
   }
 };
 
+TEST_F(MainFormTest, AViewerThatWasOpenedForTheDialogOutlivesIt) {
+  const Host host;
+  HWND viewer = nullptr;
+  Open([&] {
+    viewer = CreateWindowA("STATIC", "The help viewer", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                           Window(kMainTitle), nullptr, nullptr, nullptr);
+    CloseBox(kMainTitle);
+  });
+  ASSERT_EQ(Window(kMainTitle), nullptr);
+  EXPECT_TRUE(IsWindowVisible(viewer));
+  EXPECT_EQ(GetWindow(viewer, GW_OWNER), host.handle());
+  DestroyWindow(viewer);
+}
+
 TEST_F(MainFormTest, TheHostWaitsForTheDialogAndIsBackAfterwards) {
   const Host host;
   Open([&] {
