@@ -337,7 +337,25 @@ void CompileRun::StorePage(std::size_t number, const LoadedFile& file) {
   for (const std::string& keyword : file.page.keywords) page_keywords_.emplace_back(topic, keyword);
   for (const std::string& name : file.page.associations) associations_.AddJoined(name, topic);
   if (project_.full_text_search) postings_.AddPage(topic, file.words);
+  ReportBadTags(number, file.page.bad_tags, file.bytes, file.page.code_page);
   FollowLinks(number, file.page.links, file.page, file.bytes);
+}
+
+void CompileRun::ReportBadTags(std::size_t number, const std::vector<BadTag>& tags,
+                               std::string_view bytes, int code_page) {
+  const std::string& address = stored_[number].found.address;
+  std::ptrdiff_t line = 1, line_offset = 0;
+  for (const BadTag& tag : tags) {
+    const auto offset = static_cast<std::ptrdiff_t>(tag.offset);
+    line += std::count(bytes.begin() + line_offset, bytes.begin() + offset, '\n');
+    line_offset = offset;
+    Report(tag.is_closed ? 3004 : 3002, Severity::kWarning,
+           address + "(" + std::to_string(line) + ") : The HTML tag \"" +
+               ShownTag(bytes, tag, code_page) + "\" is not a valid HTML tag (" +
+               (tag.is_closed ? "it does not begin with an alphanumeric character"
+                              : "it has no \">\" at its end") +
+               ").");
+  }
 }
 
 void CompileRun::FollowLinks(std::size_t number, const std::vector<PageLink>& links,
@@ -405,6 +423,8 @@ void CompileRun::CollectSitemaps() {
 
 void CompileRun::StoreSitemap(std::size_t number, const LoadedFile& file) {
   result_.input_size += file.bytes.size();  // counted twice, as the original does
+  const Sitemap& sitemap = number == contents_ ? contents_map_ : index_map_;
+  ReportBadTags(number, sitemap.bad_tags, file.bytes, sitemap.code_page);
   if (!sitemaps_are_topics_) return;
   stored_[number].topic = topics_.Add(Address(stored_[number].found.address));
   ++result_.topics;

@@ -75,6 +75,8 @@ class CompileRun {
   bool StoreBytes(const StoredFile& stored, const LoadedFile& file);
   void NotCompiled(const StoredFile& stored);
   void StorePage(std::size_t number, const LoadedFile& file);
+  void ReportBadTags(std::size_t number, const std::vector<BadTag>& tags, std::string_view bytes,
+                     int code_page);
   void FollowLinks(std::size_t number, const std::vector<PageLink>& links, const PageScan& page,
                    std::string_view bytes);
   void FollowLink(const PageLink& link, const std::string& folder, int code_page,

@@ -49,7 +49,8 @@ bool IsInline(std::string_view element) {
 
 class Scanner {
  public:
-  Scanner(std::string_view html, int code_page, WordCollector* words) : html_(html), tokens_(html) {
+  Scanner(std::string_view html, int code_page, WordCollector* words)
+      : html_(html), tokens_(html), bad_tags_(html) {
     page_.code_page = DeclaredCodePage(html);
     if (page_.code_page == 0) {
       page_.code_page = LooksLikeUtf8(html) ? kUtf8CodePage : code_page;
@@ -75,6 +76,7 @@ class Scanner {
 
   std::string_view html_;
   HtmlTokenizer tokens_;
+  BadTagFinder bad_tags_;
   PageScan page_;
   std::optional<PageText> text_;
   std::string title_;  // raw bytes so far
@@ -85,6 +87,7 @@ PageScan Scanner::Scan() {
   if (html_.starts_with(kUtf8Mark)) tokens_.set_position(kUtf8Mark.size());
   HtmlToken token;
   while (tokens_.Next(&token)) {
+    bad_tags_.See(token);
     switch (token.kind) {
       case HtmlToken::Kind::kText:
         if (in_title_) {
@@ -111,6 +114,7 @@ PageScan Scanner::Scan() {
   }
   if (in_title_) EndTitle();
   if (text_) text_->Break();
+  page_.bad_tags = bad_tags_.Take();
   return std::move(page_);
 }
 

@@ -78,7 +78,11 @@ struct Param {
 class Reader {
  public:
   Reader(std::string_view bytes, int code_page)
-      : bytes_(bytes), decoder_(code_page), value_ends_(bytes), tokens_(bytes, "param") {}
+      : bytes_(bytes),
+        decoder_(code_page),
+        value_ends_(bytes),
+        tokens_(bytes, "param"),
+        bad_tags_(bytes) {}
 
   Sitemap Read();
 
@@ -98,6 +102,7 @@ class Reader {
   ValueDecoder decoder_;
   SitemapValueEnds value_ends_;
   HtmlTokenizer tokens_;
+  BadTagFinder bad_tags_;
   Sitemap sitemap_;
   enum class Object { kNone, kItem, kProperties, kOther } object_ = Object::kNone;
   SitemapItem item_;
@@ -111,10 +116,12 @@ class Reader {
 Sitemap Reader::Read() {
   HtmlToken token;
   while (tokens_.Next(&token)) {
+    bad_tags_.See(token);
     if (token.kind == HtmlToken::Kind::kStartTag) StartTag(token);
     if (token.kind == HtmlToken::Kind::kEndTag) EndTag(token);
   }
   CloseObject();
+  sitemap_.bad_tags = bad_tags_.Take();
   return std::move(sitemap_);
 }
 
@@ -285,7 +292,9 @@ std::size_t Reader::LineAt(std::size_t offset) {
 
 Sitemap ReadSitemap(std::string_view bytes, int code_page) {
   const int actual = SitemapCodePage(bytes, code_page);
-  return Reader(bytes, actual).Read();
+  Sitemap sitemap = Reader(bytes, actual).Read();
+  sitemap.code_page = actual;
+  return sitemap;
 }
 
 }  // namespace scrivo::chm

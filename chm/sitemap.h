@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "chm/bad_tags.h"
+
 namespace scrivo::chm {
 
 // One page that an item leads to.
@@ -41,8 +43,10 @@ struct SitemapProperties {
 };
 
 struct Sitemap {
+  int code_page = 0;  // of the bytes
   SitemapProperties properties;
   std::vector<SitemapItem> items;
+  std::vector<BadTag> bad_tags;
 };
 
 // Reads a sitemap. `code_page` is the project's; a byte order mark, a charset in a META element, or

@@ -257,6 +257,23 @@ TEST_F(CompilerTest, ReportsMissingFilesAndMakesTheRest) {
           "HHC5013: Error: URL reference in the TOC cannot be resolved: \"lost.htm\"."}));
 }
 
+TEST_F(CompilerTest, TellsOfBadTagsWithPageAndLine) {
+  folder_.Write("help.hhp", "[OPTIONS]\nContents file=a.hhc\n[FILES]\nsub/a.htm\n");
+  folder_.Write("a.hhc", "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<UL>" +
+                             Item("x", "sub/a.htm") + "</UL>");
+  folder_.Write("sub/a.htm", "\n\n(0 <= n and n < 3)<br\n>\n<b title=\"x");
+  EXPECT_TRUE(Compile().made);
+  EXPECT_EQ(recorder_.messages,
+            (std::vector<std::string>{
+                "HHC3004: Warning: sub/a.htm(3) : The HTML tag \"= n and n < 3)<br \" is not a "
+                "valid HTML tag (it does not begin with an alphanumeric character).",
+                "HHC3002: Warning: sub/a.htm(5) : The HTML tag \"b title=\"x\" is not a valid HTML "
+                "tag (it has no \">\" at its end).",
+                "HHC3004: Warning: a.hhc(1) : The HTML tag \"?xml version=\"1.0\" "
+                "encoding=\"utf-8\"?\" is not a valid HTML tag (it does not begin with an "
+                "alphanumeric character)."}));
+}
+
 TEST_F(CompilerTest, MakesNothingWithoutFiles) {
   folder_.Write("help.hhp", "[OPTIONS]\nTitle=x\n");
   folder_.Write("help.chm", "old");

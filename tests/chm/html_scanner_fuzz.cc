@@ -24,6 +24,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const PageLink& link : page.links) {
     if (link.address.empty() || link.offset >= html.size()) std::abort();
   }
+  for (const BadTag& tag : page.bad_tags) {
+    if (tag.offset + 1 + tag.size > html.size()) std::abort();
+    if (!IsUtf8(ShownTag(html, tag, page.code_page))) std::abort();
+  }
   FindCssLinks(html);
   Postings postings;
   postings.AddPage(3, collector.Finish());
