@@ -74,6 +74,16 @@ void CompileRun::ReportProject() {
            "Line " + std::to_string(name.line) + " of the project: the section [" +
                Text(name.text) + "] is not known and is ignored.");
   }
+  for (const ProjectLine& key : project_.unsupported) {
+    Report(4007, Severity::kWarning,
+           "Line " + std::to_string(key.line) + " of the project: the option \"" + Text(key.text) +
+               "\" is not supported; the help file is made without it.");
+  }
+  for (const ProjectLine& name : project_.unsupported_sections) {
+    Report(4007, Severity::kWarning,
+           "Line " + std::to_string(name.line) + " of the project: the section [" +
+               Text(name.text) + "] is not supported; the help file is made without it.");
+  }
 }
 
 void CompileRun::CompileFiles(ContainerWriter* writer) {
@@ -97,6 +107,7 @@ void CompileRun::CompileFiles(ContainerWriter* writer) {
     Store(number, loader.Take());
     if (writer->status() != ContainerStatus::kOk) return;
   }
+  if (auto_contents_ && !auto_contents_->empty()) StoreAutoContents();
 }
 
 void CompileRun::CollectListed() {
@@ -131,6 +142,7 @@ void CompileRun::CollectNamed() {
   for (std::size_t i = 0; i < project_.windows.size(); ++i) {
     if (EqualsIgnoringCase(project_.windows[i].name, project_.default_window)) default_window_ = i;
   }
+  if (project_.auto_toc > 0) auto_contents_.emplace(project_.auto_toc);
   contents_ = ContentsOrIndex(project_.contents_file, window_argument::kContentsFile);
   index_ = ContentsOrIndex(project_.index_file, window_argument::kIndexFile);
   CollectWindowFiles();
@@ -157,20 +169,52 @@ void CompileRun::CollectNamed() {
 }
 
 std::size_t CompileRun::ContentsOrIndex(const std::string& option, std::size_t argument) {
+  const std::string name = NamedSitemap(option, argument);
+  const bool may_be_made = auto_contents_ && argument == window_argument::kContentsFile;
+  if (name.empty()) return kNone;
+  const auto found = tree_.FindListed(name);
+  if (found) {
+    if (may_be_made) {
+      auto_contents_.reset();
+      Report(4008, Severity::kWarning,
+             "The contents file \"" + Text(name) +
+                 "\" is there and is used as it is; \"Auto TOC\" adds nothing to it.");
+    }
+    return Enqueue(*found, kPages);
+  }
+  if (may_be_made) return kNone;
+  Report(5003, Severity::kError, "Compilation failed while compiling " + Text(name) + ".");
+  result_.not_compiled.push_back(WithBackslashes(Text(name)));
+  return kNone;
+}
+
+std::string CompileRun::NamedSitemap(const std::string& option, std::size_t argument) const {
   std::string name = option;
   for (std::size_t i = 0; name.empty() && i < project_.windows.size(); ++i) {
     if (default_window_ == kNone || default_window_ == i) {
       name = WindowArgument(project_.windows[i], argument);
     }
   }
-  if (name.empty()) return kNone;
-  const auto found = tree_.FindListed(name);
-  if (!found) {
-    Report(5003, Severity::kError, "Compilation failed while compiling " + Text(name) + ".");
-    result_.not_compiled.push_back(WithBackslashes(Text(name)));
-    return kNone;
+  return name;
+}
+
+// Contents that the project wants made of the pages' headings go into the help file only: a file of
+// the author's is never written.
+void CompileRun::StoreAutoContents() {
+  std::string name = Text(NamedSitemap(project_.contents_file, window_argument::kContentsFile));
+  std::replace(name.begin(), name.end(), '\\', '/');
+  if (name.empty() || name.starts_with('/') || name.find("..") != std::string::npos) {
+    name = OutputStem().append(".hhc");
   }
-  return Enqueue(*found, kPages);
+  while (by_path_.contains(AsciiLowered(name))) name = std::string("_").append(name);
+  const std::string text = auto_contents_->Write(code_page_, &lost_characters_);
+  contents_map_ = ReadSitemap(text, code_page_);
+  FoundFile made;
+  made.archive_path = made.address = made.tree_path = name;
+  contents_ = Enqueue(made, kPages);
+  writer_->AddCompressed("/" + name, AsBytes(text));
+  result_.input_size += 2 * text.size();
+  result_.local_links += 2 * contents_map_.items.size();
 }
 
 void CompileRun::CollectWindowFiles() {
@@ -337,6 +381,7 @@ void CompileRun::StorePage(std::size_t number, const LoadedFile& file) {
   for (const std::string& keyword : file.page.keywords) page_keywords_.emplace_back(topic, keyword);
   for (const std::string& name : file.page.associations) associations_.AddJoined(name, topic);
   if (project_.full_text_search) postings_.AddPage(topic, file.words);
+  if (auto_contents_) auto_contents_->AddPage(stored_[number].found.address, file.page.headings);
   ReportBadTags(number, file.page.bad_tags, file.bytes, file.page.code_page);
   FollowLinks(number, file.page.links, file.page, file.bytes);
 }

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "chm/auto_contents.h"
 #include "chm/compiler.h"
 #include "chm/container_writer.h"
 #include "chm/contents_tree.h"
@@ -68,6 +69,7 @@ class CompileRun {
   void CollectWindowFiles();
   void CollectAliases();
   std::size_t ContentsOrIndex(const std::string& option, std::size_t window_argument);
+  std::string NamedSitemap(const std::string& option, std::size_t window_argument) const;
   std::size_t Enqueue(const FoundFile& found, Queue queue);
   Queue QueueOf(const FoundFile& found, LinkKind kind) const;
   std::size_t NextToLoad();
@@ -82,6 +84,7 @@ class CompileRun {
   void FollowLink(const PageLink& link, const std::string& folder, int code_page,
                   const std::string& referrer, std::string_view bytes);
   void CollectSitemaps();
+  void StoreAutoContents();
   void StoreSitemap(std::size_t number, const LoadedFile& file);
   void LoadStopWords();
   void LoadMapFiles();
@@ -93,6 +96,7 @@ class CompileRun {
   void BuildContents();
   void BuildKeywords();
   void NameTopics();
+  void ShowContents(ProjectWindow* window) const;
   std::vector<std::pair<std::uint32_t, std::uint32_t>> ContextIds();
   void WriteKeywordStreams(ContainerWriter* writer, std::string_view folder, KeywordTree* tree,
                            bool* present);
@@ -125,6 +129,7 @@ class CompileRun {
 
   std::size_t contents_ = kNone, index_ = kNone;  // in stored_
   bool sitemaps_are_topics_ = false;              // a window names them
+  std::optional<AutoContents> auto_contents_;     // while they are to be made
   Sitemap contents_map_, index_map_;
   std::size_t default_window_ = kNone;  // in project_.windows
   std::vector<std::string> stop_words_;

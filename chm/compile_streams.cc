@@ -26,6 +26,7 @@ void CompileRun::WriteStreams(ContainerWriter* writer) {
   for (ProjectWindow& window : windows) {
     window.name = Encoded(Text(window.name));
     for (std::string& argument : window.arguments) argument = Encoded(Text(argument));
+    if (auto_contents_ && contents_ != kNone) ShowContents(&window);
   }
   if (!windows.empty()) {
     writer->AddCompressed("/#WINDOWS",
@@ -66,6 +67,14 @@ void CompileRun::WriteStreams(ContainerWriter* writer) {
   }
 }
 
+// A window without contents gets those that were made of the headings.
+void CompileRun::ShowContents(ProjectWindow* window) const {
+  std::vector<std::string>& arguments = window->arguments;
+  constexpr std::size_t kPlace = window_argument::kContentsFile;
+  if (arguments.size() <= kPlace) arguments.resize(kPlace + 1);
+  if (arguments[kPlace].empty()) arguments[kPlace] = Address(stored_[contents_].found.address);
+}
+
 std::vector<std::pair<std::uint32_t, std::uint32_t>> CompileRun::ContextIds() {
   std::unordered_map<std::string, std::uint32_t> numbers;
   for (const ProjectMapEntry& entry : map_) numbers[entry.symbol] = entry.number;
@@ -91,8 +100,10 @@ std::optional<std::uint32_t> CompileRun::TopicOf(const SitemapTarget& target,
   } else {
     const std::string folder = FolderOf(stored_[sitemap_file].found.tree_path);
     const auto found = tree_.Find(reference.path, folder, code_page_);
-    if (!found) return std::nullopt;
-    const auto stored = by_path_.find(AsciiLowered(found->archive_path));
+    // Contents that were made name the paths in the help file, which may not be those on disk.
+    const auto stored =
+        by_path_.find(AsciiLowered(found ? found->archive_path : PercentDecoded(reference.path)));
+    if (!found && stored == by_path_.end()) return std::nullopt;
     const std::string& path =
         stored == by_path_.end() ? found->address : stored_[stored->second].found.address;
     address = Address(path) + Encoded(Text(reference.fragment));

@@ -47,6 +47,12 @@ bool IsInline(std::string_view element) {
   return false;
 }
 
+// 1 to 6 for H1 to H6, 0 for other elements.
+int HeadingLevel(std::string_view element) {
+  if (element.size() != 2 || (element[0] != 'h' && element[0] != 'H')) return 0;
+  return element[1] >= '1' && element[1] <= '6' ? element[1] - '0' : 0;
+}
+
 class Scanner {
  public:
   Scanner(std::string_view html, int code_page, WordCollector* words)
@@ -68,6 +74,8 @@ class Scanner {
   void Object(const HtmlToken& token);
   void Param(const HtmlToken& token);
   void AddLink(LinkKind kind, std::string_view address, std::size_t offset);
+  void Heading(const HtmlToken& token);
+  void EndHeading();
   void TitleText(std::string_view content);
   void EndTitle();
   std::string Value(std::string_view value) const {
@@ -81,6 +89,9 @@ class Scanner {
   std::optional<PageText> text_;
   std::string title_;  // raw bytes so far
   bool in_title_ = false, in_index_object_ = false, in_style_ = false;
+  PageHeading heading_;       // while one is open
+  std::string heading_text_;  // raw bytes so far
+  bool in_heading_ = false;
 };
 
 PageScan Scanner::Scan() {
@@ -90,6 +101,7 @@ PageScan Scanner::Scan() {
     bad_tags_.See(token);
     switch (token.kind) {
       case HtmlToken::Kind::kText:
+        if (in_heading_) heading_text_.append(token.content);
         if (in_title_) {
           TitleText(token.content);
         } else if (text_) {
@@ -106,6 +118,7 @@ PageScan Scanner::Scan() {
       case HtmlToken::Kind::kEndTag:
         if (in_title_ && EqualsIgnoringCase(token.name, "title")) EndTitle();
         if (EqualsIgnoringCase(token.name, "object")) in_index_object_ = false;
+        if (in_heading_ && HeadingLevel(token.name) != 0) EndHeading();
         if (text_ && !IsInline(token.name)) text_->Break();
         break;
       case HtmlToken::Kind::kOther:
@@ -113,6 +126,7 @@ PageScan Scanner::Scan() {
     }
   }
   if (in_title_) EndTitle();
+  if (in_heading_) EndHeading();
   if (text_) text_->Break();
   page_.bad_tags = bad_tags_.Take();
   return std::move(page_);
@@ -121,6 +135,7 @@ PageScan Scanner::Scan() {
 void Scanner::StartTag(const HtmlToken& token) {
   if (text_ && !IsInline(token.name)) text_->Break();
   in_style_ = EqualsIgnoringCase(token.name, "style");
+  Heading(token);
   if (EqualsIgnoringCase(token.name, "title")) {
     in_title_ = !page_.has_title;  // a second title, as in an inline drawing, is text
   } else if (EqualsIgnoringCase(token.name, "meta")) {
@@ -137,6 +152,44 @@ void Scanner::StartTag(const HtmlToken& token) {
     if (EqualsIgnoringCase(token.name, "object")) Object(token);
     Links(token);
   }
+}
+
+// A heading's place is its own id, or else that of an anchor within it.
+void Scanner::Heading(const HtmlToken& token) {
+  const int level = HeadingLevel(token.name);
+  if (level == 0 && !(in_heading_ && EqualsIgnoringCase(token.name, "a"))) {
+    if (in_heading_ && !IsInline(token.name)) heading_text_.push_back(' ');
+    return;
+  }
+  if (level != 0) {
+    if (in_heading_) EndHeading();
+    in_heading_ = true;
+    heading_ = {};
+    heading_.level = level;
+    heading_text_.clear();
+  }
+  std::string_view content = token.content;
+  HtmlAttribute attribute;
+  while (heading_.anchor.empty() && NextAttribute(&content, &attribute)) {
+    if (EqualsIgnoringCase(attribute.name, "id") ||
+        (level == 0 && EqualsIgnoringCase(attribute.name, "name"))) {
+      heading_.anchor = Value(Trimmed(attribute.value));
+    }
+  }
+}
+
+void Scanner::EndHeading() {
+  in_heading_ = false;
+  const std::string text = DecodeEntities(ToUtf8(heading_text_, page_.code_page));
+  for (const char c : text) {
+    if (!IsBlank(c)) {
+      heading_.text.push_back(c);
+    } else if (!heading_.text.empty() && heading_.text.back() != ' ') {
+      heading_.text.push_back(' ');
+    }
+  }
+  if (heading_.text.ends_with(' ')) heading_.text.pop_back();
+  page_.headings.push_back(std::move(heading_));
 }
 
 void Scanner::Links(const HtmlToken& token) {

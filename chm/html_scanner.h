@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "chm/auto_contents.h"
 #include "chm/bad_tags.h"
 #include "chm/search_alphabet.h"
 
@@ -34,6 +35,7 @@ struct PageScan {
   std::vector<std::string> keywords;      // UTF-8, of index objects in the page
   std::vector<std::string> associations;  // UTF-8, "ALink Name" of the same objects
   std::vector<BadTag> bad_tags;
+  std::vector<PageHeading> headings;
 };
 
 // Scans `html`. `code_page` is the project's: that of a page which names none and is no UTF-8, and

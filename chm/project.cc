@@ -43,23 +43,18 @@ constexpr SwitchOption kSwitchOptions[] = {
     {"full-text search", &Project::full_text_search},
     {"full text search", &Project::full_text_search},
     {"auto index", &Project::auto_index},
-    {"create chi file", &Project::create_chi},
     {"flat", &Project::flat},
     {"display compile progress", &Project::display_progress},
     {"display compile notes", &Project::display_notes},
 };
 
-// Known, but without an effect on the file.
-constexpr std::string_view kIdleOptions[] = {"enhanced decompilation",
-                                             "dbcs",
-                                             "citation",
-                                             "copyright",
-                                             "compress",
-                                             "ignore",
-                                             "prefix",
-                                             "tmpdir",
-                                             "sample staging path",
-                                             "sample list file"};
+// Known, and without an effect on the file in any compiler.
+constexpr std::string_view kIdleOptions[] = {"compress", "dbcs", "tmpdir"};
+
+// Known, but nothing is done about them. With a value that asks for something they are told of.
+constexpr std::string_view kUnsupportedOptions[] = {
+    "create chi file", "enhanced decompilation", "citation",           "copyright", "ignore",
+    "prefix",          "sample list file",       "sample staging path"};
 
 enum class Section {
   kNone,
@@ -105,6 +100,7 @@ class Reader {
   Project project_;
   std::unordered_map<std::string, std::size_t> window_numbers_;  // by lower-case name
   Section section_ = Section::kNone;
+  std::string section_name_;
 };
 
 void AddOnce(const ProjectLine& line, std::vector<ProjectLine>* lines) {
@@ -134,6 +130,7 @@ void Reader::Header(const ProjectLine& line) {
   const std::string_view name =
       Trimmed(std::string_view(line.text).substr(1, line.text.find(']') - 1));
   section_ = Section::kUnknown;
+  section_name_ = name;
   for (const NamedSection& known : kSections) {
     if (EqualsIgnoringCase(name, known.name)) section_ = known.section;
   }
@@ -173,8 +170,10 @@ void Reader::Line(const ProjectLine& line) {
     case Section::kMergeFiles:
       project_.merge_files.push_back(line);
       break;
-    case Section::kNone:
     case Section::kIdle:
+      AddOnce({section_name_, line.line}, &project_.unsupported_sections);
+      break;
+    case Section::kNone:
     case Section::kUnknown:
       break;
   }
@@ -188,7 +187,13 @@ void Reader::Option(const ProjectLine& line) {
   }
   const std::string_view text = line.text;
   const std::string_view key = Trimmed(text.substr(0, equals));
-  if (!KnownOption(AsciiLowered(key), Trimmed(text.substr(equals + 1)))) {
+  const std::string_view value = Trimmed(text.substr(equals + 1));
+  const std::string lowered = AsciiLowered(key);
+  if (std::find(std::begin(kUnsupportedOptions), std::end(kUnsupportedOptions), lowered) !=
+      std::end(kUnsupportedOptions)) {
+    const bool asks = !value.empty() && value != "0" && !EqualsIgnoringCase(value, "no");
+    if (asks) AddOnce({std::string(key), line.line}, &project_.unsupported);
+  } else if (!KnownOption(lowered, value)) {
     AddOnce({std::string(key), line.line}, &project_.unknown_options);
   }
 }

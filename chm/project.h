@@ -57,7 +57,6 @@ struct Project {
   bool full_text_search = false;
   bool auto_index = false;
   int auto_toc = 0;  // heading levels to build contents from; 0: none
-  bool create_chi = false;
   bool flat = false;
   bool display_progress = false;
   bool display_notes = false;
@@ -76,6 +75,8 @@ struct Project {
   std::vector<ProjectLine> lines_without_equals;  // in [OPTIONS]
   std::vector<ProjectLine> unknown_options;       // keys, each once
   std::vector<ProjectLine> unknown_sections;      // names, each once
+  std::vector<ProjectLine> unsupported;           // known options that ask for what is not done
+  std::vector<ProjectLine> unsupported_sections;  // known sections with such lines, each once
 };
 
 // Reads a project. Anything is accepted; sections and keys in any case and order, repeated sections

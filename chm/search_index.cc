@@ -68,7 +68,8 @@ class IndexWriter {
   std::vector<Child> leaves_;
 
   // For the header.
-  std::uint32_t longest_ = 0, words_ = 0, distinct_ = 0, long_length_ = 0, short_length_ = 0, entry_length_ = 0;
+  std::uint32_t longest_ = 0, words_ = 0, distinct_ = 0, long_length_ = 0, short_length_ = 0,
+                entry_length_ = 0;
   std::uint32_t unused_ = 0;
   std::uint32_t last_repeated_ = 0;  // the highest position of a word that its topic has twice
   bool has_title_words_ = false;

@@ -274,6 +274,63 @@ TEST_F(CompilerTest, TellsOfBadTagsWithPageAndLine) {
                 "alphanumeric character)."}));
 }
 
+TEST_F(CompilerTest, MakesContentsOfHeadingsWhenAskedTo) {
+  folder_.Write(
+      "help.hhp",
+      "[OPTIONS]\nAuto TOC=2\nBinary TOC=Yes\nDefault window=main\n"
+      "[WINDOWS]\nmain=\"t\",,,,,,,,,0x2520,,0x3006,,,,,,,,0\n[FILES]\na.htm\nsub/b.htm\n");
+  folder_.Write("a.htm", Page("A page", "<h1>First</h1><h2 id=x>Part</h2><h3>deep</h3>"));
+  folder_.Write("sub/b.htm", Page("B page", "<h1>Second</h1>"));
+  EXPECT_TRUE(Compile().made);
+  EXPECT_TRUE(recorder_.messages.empty()) << recorder_.messages[0];
+  EXPECT_FALSE(folder_.Has("help.hhc"));
+  const auto help = Opened();
+  const auto contents = help->Contents();
+  ASSERT_TRUE(contents) << help->problem();
+  ASSERT_EQ(contents->size(), 3u);
+  EXPECT_EQ((*contents)[0].address, "a.htm");
+  EXPECT_EQ((*contents)[1].address, "a.htm#x");
+  EXPECT_EQ((*contents)[1].level, 1);
+  EXPECT_EQ((*contents)[2].address, "sub/b.htm");
+  EXPECT_NE(help->Bytes("/help.hhc")->find("value=\"Part\""), std::string::npos);
+  // The viewer finds the contents through the window.
+  EXPECT_NE(help->Bytes("/#STRINGS")->find("help.hhc"), std::string::npos);
+}
+
+TEST_F(CompilerTest, MakesContentsOfHeadingsOfPagesOutsideTheProjectsFolder) {
+  folder_.Write("p/help.hhp", "[OPTIONS]\nAuto TOC=Yes\nBinary TOC=Yes\n[FILES]\n../a#1.htm\n");
+  folder_.Write("a#1.htm", Page("A page", "<h1>First</h1>"));
+  EXPECT_TRUE(folder_.Compile(&recorder_, "p/help.hhp").made);
+  EXPECT_TRUE(recorder_.messages.empty()) << recorder_.messages[0];
+  const auto contents = InternalStreams::Open(folder_.Path("p/help.chm"))->Contents();
+  ASSERT_EQ(contents->size(), 1u);
+  EXPECT_EQ((*contents)[0].address, "a#1.htm");
+}
+
+TEST_F(CompilerTest, UsesAContentsFileThatIsThereRatherThanHeadings) {
+  folder_.Write("help.hhp", "[OPTIONS]\nAuto TOC=9\nContents file=a.hhc\n[FILES]\na.htm\n");
+  folder_.Write("a.hhc", "<UL>" + Item("Mine", "a.htm") + "</UL>");
+  folder_.Write("a.htm", Page("A page", "<h1>First</h1>"));
+  EXPECT_TRUE(Compile().made);
+  EXPECT_EQ(Opened()->Bytes("/a.hhc"), folder_.Read("a.hhc"));
+  EXPECT_EQ(recorder_.messages, std::vector<std::string>{
+                                    "HHC4008: Warning: The contents file \"a.hhc\" is there and is "
+                                    "used as it is; \"Auto TOC\" adds nothing to it."});
+}
+
+TEST_F(CompilerTest, TellsOfWhatIsNotSupported) {
+  folder_.Write("help.hhp", "[OPTIONS]\nCreate CHI file=Yes\n[FILES]\na.htm\n[INFOTYPES]\nx\ny\n");
+  folder_.Write("a.htm", Page("t", ""));
+  EXPECT_TRUE(Compile().made);
+  EXPECT_EQ(
+      recorder_.messages,
+      (std::vector<std::string>{
+          "HHC4007: Warning: Line 2 of the project: the option \"Create CHI file\" is not "
+          "supported; the help file is made without it.",
+          "HHC4007: Warning: Line 6 of the project: the section [INFOTYPES] is not supported; "
+          "the help file is made without it."}));
+}
+
 TEST_F(CompilerTest, MakesNothingWithoutFiles) {
   folder_.Write("help.hhp", "[OPTIONS]\nTitle=x\n");
   folder_.Write("help.chm", "old");

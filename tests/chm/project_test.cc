@@ -79,6 +79,20 @@ TEST(Project, NotesWhatItDoesNotKnowOnce) {
   EXPECT_EQ(project.unknown_sections[0].text, "ODD");
 }
 
+TEST(Project, NotesWhatIsAskedForAndNotSupportedOnce) {
+  const Project project = ReadProject(
+      "[OPTIONS]\nCreate CHI file=No\nEnhanced decompilation=Yes\nenhanced decompilation=yes\n"
+      "Copyright=\nCitation=from me\n[INFOTYPES]\n[SUBSETS]\na\nb\n");
+  ASSERT_EQ(project.unsupported.size(), 2u);
+  EXPECT_EQ(project.unsupported[0].text, "Enhanced decompilation");
+  EXPECT_EQ(project.unsupported[0].line, 3u);
+  EXPECT_EQ(project.unsupported[1].text, "Citation");
+  ASSERT_EQ(project.unsupported_sections.size(), 1u);
+  EXPECT_EQ(project.unsupported_sections[0].text, "SUBSETS");
+  EXPECT_EQ(project.unsupported_sections[0].line, 9u);
+  EXPECT_TRUE(project.unknown_options.empty());
+}
+
 TEST(Project, PassesOverCommentsBlankLinesAndAByteOrderMark) {
   const Project project = ReadProject("\xEF\xBB\xBF[OPTIONS]\n; Title=no\n\n  Title = yes  \n");
   EXPECT_EQ(project.title, "yes");
