@@ -1,5 +1,6 @@
 #include "chm/lzx_encoder.h"
 
+#include <algorithm>
 #include <array>
 
 namespace scrivo::chm {
@@ -72,6 +73,26 @@ LzxEncoder::LzxEncoder(std::size_t max_interval) {
   padded_.reserve(max_interval);
 }
 
+// Sets what symbols cost from the tokens of a first parse, block by block. A second search with the
+// costs that follow from its own result gains a tenth of a percent for half as much time again.
+void LzxEncoder::TakeCosts() {
+  splitter_.Split(tokens_);
+  costs_.resize(std::max(costs_.size(), splitter_.ends().size()));
+  stretches_.clear();
+  std::uint32_t position = 0;
+  std::size_t start = 0;
+  for (const std::size_t end : splitter_.ends()) {
+    const std::span<const LzxToken> tokens = std::span(tokens_).subspan(start, end - start);
+    LzxFrequencies frequencies;
+    frequencies.Count(tokens);
+    LzxCosts& costs = costs_[stretches_.size()];
+    costs.Set(frequencies);
+    stretches_.push_back({position, &costs});
+    for (const LzxToken token : tokens) position += token.size();
+    start = end;
+  }
+}
+
 void LzxEncoder::Encode(std::span<const std::uint8_t> input, LzxInterval& result) {
   const std::size_t frames = (input.size() + kLzxFrameSize - 1) / kLzxFrameSize;
   if (input.size() != frames * kLzxFrameSize) {
@@ -84,6 +105,8 @@ void LzxEncoder::Encode(std::span<const std::uint8_t> input, LzxInterval& result
   result.frames.assign(1, 0);
 
   parser_.Parse(input, tokens_);
+  TakeCosts();
+  path_.Find(input, finder_, stretches_, tokens_);
   splitter_.Split(tokens_);
   blocks_.clear();
   LzxTreeLengths previous;

@@ -9,9 +9,12 @@
 
 #include "chm/lzx_block.h"
 #include "chm/lzx_constants.h"
+#include "chm/lzx_costs.h"
 #include "chm/lzx_parser.h"
+#include "chm/lzx_path.h"
 #include "chm/lzx_splitter.h"
 #include "chm/lzx_token.h"
+#include "chm/match_finder.h"
 
 namespace scrivo::chm {
 
@@ -29,8 +32,8 @@ struct LzxInterval {
 };
 
 // Sees memory only. The result depends on the input alone, not on intervals encoded before, so
-// intervals may be shared out between encoders in any way. An encoder keeps tables of 0.2 MiB and
-// about five times the memory of an interval, cannot fail, and serves one thread at a time.
+// intervals may be shared out between encoders in any way. An encoder keeps tables of 0.3 MiB and
+// about 25 times the memory of an interval, cannot fail, and serves one thread at a time.
 class LzxEncoder {
  public:
   // For intervals of up to `max_interval` bytes, a whole number of frames and at most
@@ -44,10 +47,16 @@ class LzxEncoder {
   void Encode(std::span<const std::uint8_t> input, LzxInterval& result);
 
  private:
+  void TakeCosts();
+
+  MatchFinder finder_;
   LzxParser parser_;
+  LzxPath path_;
   LzxSplitter splitter_;
   std::vector<LzxToken> tokens_;
   std::vector<LzxBlock> blocks_;
+  std::vector<LzxCosts> costs_;
+  std::vector<LzxPath::Stretch> stretches_;
   std::vector<std::uint8_t> padded_;
 };
 

@@ -12,7 +12,8 @@
 namespace scrivo::chm {
 
 // Weighs matches by the bits they are expected to save, and puts a match off for one byte when the
-// next position saves more. It keeps its tables for any number of intervals and serves one thread.
+// next position saves more: a first parse, made without knowing what symbols will cost. It keeps
+// its tables for any number of intervals and serves one thread.
 class LzxParser {
  public:
   // Sets `tokens` to the parse of `interval`, a whole number of frames. No match reaches past the

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
+
+#include "chm/log2.h"
 
 namespace scrivo::chm {
 namespace {
@@ -16,31 +17,8 @@ constexpr std::size_t kUnitTokens = 1024;
 constexpr std::uint64_t kHeaderBits = 400;
 constexpr std::uint64_t kSymbolBits = 5;
 
-// Sizes are estimated in 1/256 bit, with integers, so that every machine splits alike.
-constexpr int kFraction = 8;
-
-// log2(1 + i / 256) in that unit, by squaring: each time the value passes 2, the next bit is 1.
-constexpr std::array<std::uint32_t, 256> kLog2Table = [] {
-  std::array<std::uint32_t, 256> table{};
-  for (std::uint64_t i = 0; i < table.size(); ++i) {
-    std::uint64_t value = (256 + i) << 22;  // 1.0 is 1 << 30
-    for (int bit = 0; bit < kFraction; ++bit) {
-      value = value * value >> 30;
-      const std::uint32_t passed = value >> 31 != 0;
-      table[i] = table[i] << 1 | passed;
-      value >>= passed;
-    }
-  }
-  return table;
-}();
-
-std::uint64_t Log2(std::uint32_t value) {
-  const int top = std::bit_width(value) - 1;
-  const std::uint32_t mantissa = top >= 8 ? value >> (top - 8) : value << (8 - top);
-  return (static_cast<std::uint64_t>(top) << kFraction) + kLog2Table[mantissa & 0xFF];
-}
-
-// What the symbols take with the best code for them, and the code itself in a block header.
+// What the symbols take with the best code for them, and the code itself in a block header. Sizes
+// are in 1/256 bit.
 std::uint64_t EstimateSize(std::span<const std::uint32_t> frequencies) {
   std::uint32_t total = 0;
   std::uint64_t saved = 0;
@@ -48,16 +26,16 @@ std::uint64_t EstimateSize(std::span<const std::uint32_t> frequencies) {
   for (const std::uint32_t frequency : frequencies) {
     if (frequency == 0) continue;
     total += frequency;
-    saved += frequency * Log2(frequency);
+    saved += std::uint64_t{frequency} * Log2(frequency);
     ++used;
   }
   if (total == 0) return 0;
-  return total * Log2(total) - saved + (used * kSymbolBits << kFraction);
+  return std::uint64_t{total} * Log2(total) - saved + (used * kSymbolBits << kLog2Fraction);
 }
 
 std::uint64_t EstimateSize(const LzxFrequencies& frequencies) {
   return EstimateSize(frequencies.main) + EstimateSize(frequencies.length) +
-         (kHeaderBits << kFraction);
+         (kHeaderBits << kLog2Fraction);
 }
 
 template <std::size_t kSize>

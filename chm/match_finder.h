@@ -26,8 +26,8 @@ struct Match {
 std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t limit);
 
 // Chains the positions whose next five bytes hash alike, newest first, and keeps the last position
-// of every hash of three bytes. It reaches back over one window, kLzxUsualWindowBits wide. It holds
-// its tables (about 0.2 MiB) for any number of intervals and serves one thread.
+// of every hash of three and of four bytes. It reaches back over one window, kLzxUsualWindowBits
+// wide. It holds its tables (about 0.2 MiB) for any number of intervals and serves one thread.
 class MatchFinder {
  public:
   MatchFinder();
@@ -44,6 +44,11 @@ class MatchFinder {
   // Enters positions first to end - 1 without looking for matches.
   void Skip(std::uint32_t first, std::uint32_t end);
 
+  // Enters positions up to and including `position`, where nothing was entered behind it yet, and
+  // gives the matches there of at most `max_length` bytes: longer and longer ones, each the nearest
+  // that was found, none shorter than three bytes. They are good until the next call.
+  std::span<const Match> FindEach(std::uint32_t position, std::uint32_t max_length);
+
  private:
   // Matches of fewer than kChainedBytes bytes are only seen in the last place with the same
   // kShortBytes: further back they would not pay for their offset. Chains over four bytes are a
@@ -53,6 +58,7 @@ class MatchFinder {
 
   // Fewer bits make more chance hits; more take longer to clear for each interval.
   static constexpr int kHashBits = 15;
+  static constexpr int kFourHashBits = 14;
   static constexpr int kShortHashBits = 13;
 
   // A position as the tables hold it: modulo the window, in half the memory of a whole one. An
@@ -62,7 +68,8 @@ class MatchFinder {
   static_assert(1 << kLzxUsualWindowBits == 1 << 8 * sizeof(Place));
 
   struct Places {
-    Place newest;        // start of the chain
+    Place newest;  // start of the chain
+    Place newest_four;
     Place newest_short;  // for three bytes
   };
   Places Enter(std::uint32_t position);
@@ -70,8 +77,15 @@ class MatchFinder {
   const std::uint8_t* data_ = nullptr;
   std::uint32_t last_hashed_ = 0;  // positions from here on have too few bytes left to hash
   std::vector<Place> heads_;
+  std::vector<Place> four_heads_;
   std::vector<Place> short_heads_;
   std::vector<Place> chain_;  // by place, the one before it in its chain
+
+  // For FindEach.
+  int steps_left_ = 0;
+  std::uint32_t entered_ = 0;  // positions before this one
+  std::uint32_t found_at_ = 0;
+  std::vector<Match> found_, found_before_;
 };
 
 }  // namespace scrivo::chm
