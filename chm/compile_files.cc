@@ -32,7 +32,11 @@ CompileRun::CompileRun(const CompileRequest& request, const SourceFiles& files, 
       listener_(listener),
       result_(*result),
       code_page_(CodePageOfLanguage(project_.language)),
-      tree_(files, std::move(project_folder), code_page_, project_.flat) {}
+      tree_(files, std::move(project_folder), code_page_, project_.flat),
+      words_file_(SystemPath(std::string(result->output).append(".words.tmp"))),
+      words_space_(&words_file_, request.word_memory) {
+  postings_.SpillTo(&words_space_);
+}
 
 void CompileRun::Report(int code, Severity severity, std::string text) {
   if (severity == Severity::kWarning) ++result_.warnings;

@@ -25,7 +25,9 @@
 #include "chm/project.h"
 #include "chm/project_tree.h"
 #include "chm/sitemap.h"
+#include "chm/spill_space.h"
 #include "chm/strings_table.h"
+#include "chm/temporary_file.h"
 #include "chm/topic_table.h"
 
 namespace scrivo::chm {
@@ -41,8 +43,8 @@ class CompileRun {
   // Puts all files into the help file.
   void CompileFiles(ContainerWriter* writer);
 
-  // Puts the internal streams behind them.
-  void WriteStreams(ContainerWriter* writer);
+  // Puts the internal streams behind them. False when that cannot be done, which has been reported.
+  bool WriteStreams(ContainerWriter* writer);
 
   bool has_files() const { return !stored_.empty(); }
 
@@ -98,6 +100,7 @@ class CompileRun {
   void NameTopics();
   void ShowContents(ProjectWindow* window) const;
   std::vector<std::pair<std::uint32_t, std::uint32_t>> ContextIds();
+  bool AddSearchIndex(ContainerWriter* writer);
   void WriteKeywordStreams(ContainerWriter* writer, std::string_view folder, KeywordTree* tree,
                            bool* present);
   std::vector<std::uint8_t> SystemStream(const std::vector<std::uint8_t>& index_header,
@@ -142,6 +145,8 @@ class CompileRun {
   std::optional<ContentsTree> tree_of_contents_;
   KeywordTree keywords_, associations_;
   std::vector<std::pair<std::uint32_t, std::string>> page_keywords_;  // topic, keyword
+  TemporaryFile words_file_;
+  SpillSpace words_space_;
   Postings postings_;
   std::uint32_t default_topic_ = 0;
   mutable std::size_t lost_characters_ = 0;

@@ -19,7 +19,7 @@ std::string WithSlashes(std::string path) {
 
 }  // namespace
 
-void CompileRun::WriteStreams(ContainerWriter* writer) {
+bool CompileRun::WriteStreams(ContainerWriter* writer) {
   // The order in which strings are added is that of the original compiler: windows, context
   // targets, titles, the rest.
   std::vector<ProjectWindow> windows = project_.windows;
@@ -44,7 +44,7 @@ void CompileRun::WriteStreams(ContainerWriter* writer) {
   WriteKeywordStreams(writer, "/$WWAssociativeLinks/", &associations_, &has_associations);
   const auto language = project_.language;
   writer->AddCompressed("/$OBJINST", WriteSearchObject(language, stop_words_));
-  writer->AddCompressed("/$FIftiMain", WriteSearchIndex(&postings_, language));
+  if (!AddSearchIndex(writer)) return false;
   const std::vector<std::uint8_t> index_header = IndexHeaderStream();
   writer->AddCompressed("/#IDXHDR", index_header);
   if (project_.binary_toc && tree_of_contents_) {
@@ -65,6 +65,25 @@ void CompileRun::WriteStreams(ContainerWriter* writer) {
                " characters of titles, contents and index have no place in the code page " +
                std::to_string(code_page_) + " of the project's language and became \"?\".");
   }
+  return true;
+}
+
+bool CompileRun::AddSearchIndex(ContainerWriter* writer) {
+  SpilledBytes index(&words_space_);
+  const SearchIndexStatus status = WriteSearchIndex(&postings_, project_.language, &index);
+  if (status == SearchIndexStatus::kTooLarge) {
+    Report(5014, Severity::kError,
+           "The search index takes more than 4 GiB, which a help file cannot hold. Compilation "
+           "stopped.");
+    return false;
+  }
+  writer->StartEntry("/$FIftiMain");
+  index.Take([writer](std::span<const std::uint8_t> piece) { writer->Append(piece); });
+  if (index.good()) return true;
+  Report(5010, Severity::kError,
+         "Cannot write \"" + result_.output + ".words.tmp\" (" + words_file_.error().message() +
+             "). Compilation stopped.");
+  return false;
 }
 
 // A window without contents gets those that were made of the headings.

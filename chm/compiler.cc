@@ -68,7 +68,7 @@ void Write(const CompileRequest& request, CompileRun* run, AtomicFile* output,
                 "The project has no topics to compile. Compilation stopped.");
     return;
   }
-  run->WriteStreams(&writer);
+  if (!run->WriteStreams(&writer)) return;
   const ContainerStatus status = writer.Finish();
   if (status == ContainerStatus::kOk && output->Commit()) {
     result->output_size = writer.file_size();

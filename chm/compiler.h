@@ -2,6 +2,7 @@
 
 // Compiles a help project into a help file.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -17,6 +18,9 @@ struct CompileRequest {
   std::string compiler_name;   // name and version, for #SYSTEM
   std::int64_t time = 0;       // seconds since 1970 that the file says it was made at; 0: none
   int threads = 1;             // for compression; scanning has as many of its own
+  // Bytes of words for the search index that may be in memory, about; more go to a file beside the
+  // output. The result does not depend on it.
+  std::size_t word_memory = std::size_t{128} << 20;
 };
 
 struct CompileResult {

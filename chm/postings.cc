@@ -30,6 +30,8 @@ void Postings::LeaveOut(const std::vector<std::string>& words) {
   left_out_.insert(words.begin(), words.end());
 }
 
+void Postings::SpillTo(SpillSpace* space) { space_ = space; }
+
 void Postings::AddPage(std::uint32_t topic, const PageWords& words) {
   if (words.word_count == 0) return;
   ++pages_;
@@ -54,6 +56,7 @@ void Postings::AddPage(std::uint32_t topic, const PageWords& words) {
 
     Term& term = terms_[FindOrAdd(word, in_title)];
     const std::uint32_t step = topic - term.last_topic;
+    if (term.topics == 0) term.first_topic = topic;
     term.last_topic = topic;
     ++term.topics;
     term.occurrences += count;
@@ -66,6 +69,7 @@ void Postings::AddPage(std::uint32_t topic, const PageWords& words) {
     Append(&term, rest.substr(0, bytes));
     rest.remove_prefix(bytes);
   }
+  if (space_ != nullptr && MemoryUsed() > space_->memory()) Spill();
 }
 
 std::uint32_t Postings::FindOrAdd(std::string_view word, bool in_title) {
@@ -152,15 +156,100 @@ void Postings::Collect(const Term& term, std::string* out) const {
   }
 }
 
-bool Postings::Next(WordPostings* word) {
-  if (next_ == 0) {
-    sorted_.resize(terms_.size());
-    for (std::uint32_t i = 0; i < sorted_.size(); ++i) sorted_[i] = i;
-    std::sort(sorted_.begin(), sorted_.end(), [this](std::uint32_t a, std::uint32_t b) {
-      const int order = Text(terms_[a]).compare(Text(terms_[b]));
-      return order != 0 ? order < 0 : terms_[a].in_title < terms_[b].in_title;
-    });
+std::size_t Postings::MemoryUsed() const {
+  return slabs_.size() * kSlabSize + terms_.capacity() * sizeof(Term) + texts_.capacity() +
+         slots_.capacity() * sizeof(std::uint32_t);
+}
+
+void Postings::Sort() {
+  sorted_.resize(terms_.size());
+  for (std::uint32_t i = 0; i < sorted_.size(); ++i) sorted_[i] = i;
+  std::sort(sorted_.begin(), sorted_.end(), [this](std::uint32_t a, std::uint32_t b) {
+    const int order = Text(terms_[a]).compare(Text(terms_[b]));
+    return order != 0 ? order < 0 : terms_[a].in_title < terms_[b].in_title;
+  });
+}
+
+void Postings::Spill() {
+  Sort();
+  if (!spilled_) spilled_.emplace(space_);
+  spilled_->StartRun();
+  SpilledWord word;
+  std::string list;
+  for (const std::uint32_t number : sorted_) {
+    const Term& term = terms_[number];
+    word.word = Text(term);
+    word.in_title = term.in_title;
+    word.topics = term.topics;
+    word.first_topic = term.first_topic;
+    word.last_topic = term.last_topic;
+    word.occurrences = term.occurrences;
+    list.clear();
+    Collect(term, &list);
+    spilled_->Add(word, list);
   }
+  spilled_->EndRun();
+  sorted_ = {};
+  terms_ = {};
+  texts_ = {};
+  slots_ = std::vector<std::uint32_t>(kFirstSlots);
+  slabs_.resize(1);
+  slabs_used_ = kBlockHead;
+}
+
+void Postings::Finish() {
+  if (!spilled_) {
+    Sort();
+    return;
+  }
+  if (!terms_.empty()) Spill();
+  slabs_.clear();
+  CountStepsBetweenRuns();
+  spilled_->StartMerge();
+}
+
+// In each run the first topic of a word was counted as a step from 0.
+void Postings::CountStepsBetweenRuns() {
+  spilled_->StartMerge();
+  while (true) {
+    const std::vector<SpilledWord>& parts = spilled_->NextParts();
+    if (parts.empty()) return;
+    for (std::size_t i = 1; i < parts.size(); ++i) {
+      const std::uint32_t first = parts[i].first_topic;
+      --topic_bits_[static_cast<std::size_t>(std::bit_width(first))];
+      ++topic_bits_[static_cast<std::size_t>(std::bit_width(first - parts[i - 1].last_topic))];
+    }
+  }
+}
+
+bool Postings::NextMerged(WordPostings* word) {
+  const std::vector<SpilledWord>& parts = spilled_->NextParts();
+  if (parts.empty()) return false;
+  word->word = parts[0].word;
+  word->in_title = parts[0].in_title;
+  word->topics = 0;
+  word->occurrences = 0;
+  word->encoded.clear();
+  std::string list;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    word->topics += parts[i].topics;
+    word->occurrences += parts[i].occurrences;
+    if (i == 0) {
+      spilled_->TakeList(i, &word->encoded);
+      continue;
+    }
+    list.clear();
+    spilled_->TakeList(i, &list);
+    std::string_view rest = list;
+    TakeVarint(&rest);
+    AppendVarint(parts[i].first_topic - parts[i - 1].last_topic, &word->encoded);
+    word->encoded.append(rest);
+  }
+  return true;
+}
+
+bool Postings::Next(WordPostings* word) {
+  if (spilled_) return NextMerged(word);
   if (next_ >= sorted_.size()) return false;
   const Term& term = terms_[sorted_[next_++]];
   word->word = Text(term);

@@ -6,12 +6,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
 #include "chm/scale_root.h"
+#include "chm/spill_space.h"
+#include "chm/spilled_words.h"
 #include "chm/word_collector.h"
 
 namespace scrivo::chm {
@@ -34,8 +37,16 @@ class Postings {
   // Leaves these words out of the index; their places still count. Before the first AddPage.
   void LeaveOut(const std::vector<std::string>& words);
 
+  // Puts what is more than the space's `memory` there; otherwise all stays in memory. Before the
+  // first AddPage; the space must outlive this and takes bytes from nobody else before Finish. Its
+  // failures are its own to tell.
+  void SpillTo(SpillSpace* space);
+
   // Adds a page's words. Topic numbers ascend from call to call.
   void AddPage(std::uint32_t topic, const PageWords& words);
+
+  // Call it once, after the last AddPage: what follows is for afterwards.
+  void Finish();
 
   std::uint32_t pages() const { return pages_; }
   std::uint32_t last_topic() const { return last_topic_; }
@@ -43,8 +54,8 @@ class Postings {
   const BitLengths& count_bits() const { return count_bits_; }
   const BitLengths& position_bits() const { return position_bits_; }
 
-  // Hands out word after word in the order of the index: by bytes, body before title. To be called
-  // after the last AddPage; false when there are no more.
+  // Hands out word after word in the order of the index: by bytes, body before title; false when
+  // there are no more.
   bool Next(WordPostings* word);
 
  private:
@@ -53,7 +64,7 @@ class Postings {
   struct Term {
     std::uint32_t hash;
     std::uint32_t text;  // in texts_
-    std::uint32_t topics = 0, last_topic = 0;
+    std::uint32_t topics = 0, first_topic = 0, last_topic = 0;
     std::uint64_t occurrences = 0;
     std::uint32_t first_block = 0, block = 0;  // places; 0: none
     std::uint16_t used = 0, room = 0;          // of the last block, without its head
@@ -67,10 +78,17 @@ class Postings {
   void StartBlock(Term* term);
   char* BlockAt(std::uint32_t place) const;
   void Collect(const Term& term, std::string* out) const;
+  std::size_t MemoryUsed() const;
+  void Sort();
+  void Spill();
+  void CountStepsBetweenRuns();
+  bool NextMerged(WordPostings* word);
   std::string_view Text(const Term& term) const {
     return std::string_view(texts_).substr(term.text, term.length);
   }
 
+  SpillSpace* space_ = nullptr;
+  std::optional<SpilledWords> spilled_;
   std::unordered_set<std::string> left_out_;
   std::vector<std::uint32_t> slots_;
   std::vector<Term> terms_;

@@ -18,6 +18,7 @@ constexpr std::uint32_t kSlackTopics = 3;
 constexpr std::size_t kSlackShare = 10;
 // The header counts the lengths of words up to this apart from those of longer ones.
 constexpr std::uint32_t kShortWord = 2;
+constexpr std::uint64_t kLargest = 0xFFFF0000;
 
 std::size_t SharedLength(std::string_view a, std::string_view b) {
   return static_cast<std::size_t>(
@@ -30,14 +31,15 @@ std::size_t SharedLength(std::string_view a, std::string_view b) {
 
 class IndexWriter {
  public:
-  IndexWriter(Postings* postings, std::uint32_t language)
+  IndexWriter(Postings* postings, std::uint32_t language, SpilledBytes* out)
       : postings_(*postings),
         language_(language),
         topic_root_(BestRootSize(postings->topic_bits())),
         count_root_(BestRootSize(postings->count_bits())),
-        position_root_(BestRootSize(postings->position_bits())) {}
+        position_root_(BestRootSize(postings->position_bits())),
+        out_(*out) {}
 
-  std::vector<std::uint8_t> Write();
+  SearchIndexStatus Write();
 
  private:
   struct Child {
@@ -59,12 +61,12 @@ class IndexWriter {
   std::uint32_t language_;
   int topic_root_, count_root_, position_root_;
 
-  ByteWriter out_;
+  SpilledBytes& out_;
   std::string list_;       // of the current word
   std::string leaf_;       // entries of the current leaf
   std::string last_word_;  // in the current leaf
   std::string previous_word_;
-  std::size_t last_leaf_ = 0;  // offset
+  std::uint64_t last_leaf_ = 0;  // offset
   std::vector<Child> leaves_;
 
   // For the header.
@@ -75,11 +77,16 @@ class IndexWriter {
   bool has_title_words_ = false;
 };
 
-std::vector<std::uint8_t> IndexWriter::Write() {
-  out_.PadTo(kHeaderSize);
+SearchIndexStatus IndexWriter::Write() {
   WordPostings word;
-  while (postings_.Next(&word)) AddWord(word);
-  if (leaf_.empty()) return {};
+  while (postings_.Next(&word) && out_.good()) {
+    if (out_.size() == 0) out_.PadTo(kHeaderSize);
+    AddWord(word);
+    // With room for the index nodes: there is one for sixteen leaves at the very most.
+    if (out_.size() + leaves_.size() / 16 * kNodeSize > kLargest)
+      return SearchIndexStatus::kTooLarge;
+  }
+  if (leaf_.empty()) return SearchIndexStatus::kOk;
   CloseLeaf();
   std::vector<Child> level = leaves_;
   std::size_t depth = 1;
@@ -88,7 +95,7 @@ std::vector<std::uint8_t> IndexWriter::Write() {
     ++depth;
   }
   Header(level[0].offset, depth);
-  return out_.Take();
+  return SearchIndexStatus::kOk;
 }
 
 void IndexWriter::AddWord(const WordPostings& word) {
@@ -99,7 +106,7 @@ void IndexWriter::AddWord(const WordPostings& word) {
     CloseLeaf();
     entry = Entry(word, "", static_cast<std::uint32_t>(out_.size()));
   }
-  out_.PutText(list_);
+  out_.Put(list_);
   leaf_ += entry;
   last_word_ = word.word;
   Count(word);
@@ -156,13 +163,13 @@ std::string IndexWriter::Entry(const WordPostings& word, std::string_view previo
 }
 
 void IndexWriter::CloseLeaf() {
-  const std::size_t offset = out_.size();
+  const std::uint64_t offset = out_.size();
   if (!leaves_.empty()) out_.Set32(last_leaf_, static_cast<std::uint32_t>(offset));
   const std::size_t free = kNodeSize - kLeafHead - leaf_.size();
   out_.Put32(0);
   out_.Put16(0);
   out_.Put16(static_cast<std::uint16_t>(free));
-  out_.PutText(leaf_);
+  out_.Put(leaf_);
   out_.PadTo(offset + kNodeSize);
   unused_ += static_cast<std::uint32_t>(free);
   leaves_.push_back({last_word_, static_cast<std::uint32_t>(offset)});
@@ -173,9 +180,9 @@ void IndexWriter::CloseLeaf() {
 
 void IndexWriter::CloseIndexNode(std::string* node) {
   const std::size_t free = kNodeSize - kIndexHead - node->size();
-  const std::size_t offset = out_.size();
+  const std::uint64_t offset = out_.size();
   out_.Put16(static_cast<std::uint16_t>(free));
-  out_.PutText(*node);
+  out_.Put(*node);
   out_.PadTo(offset + kNodeSize);
   unused_ += static_cast<std::uint32_t>(free);
   node->clear();
@@ -236,8 +243,10 @@ void IndexWriter::Header(std::uint32_t root, std::size_t depth) {
 
 }  // namespace
 
-std::vector<std::uint8_t> WriteSearchIndex(Postings* postings, std::uint32_t language) {
-  return IndexWriter(postings, language).Write();
+SearchIndexStatus WriteSearchIndex(Postings* postings, std::uint32_t language, SpilledBytes* out) {
+  postings->Finish();
+  const SearchIndexStatus status = IndexWriter(postings, language, out).Write();
+  return out->good() ? status : SearchIndexStatus::kNoSpace;
 }
 
 }  // namespace scrivo::chm

@@ -16,11 +16,19 @@
 
 #include "chm/byte_writer.h"
 #include "chm/postings.h"
+#include "chm/spilled_bytes.h"
 
 namespace scrivo::chm {
 
-// Empty when there is not a single word.
-std::vector<std::uint8_t> WriteSearchIndex(Postings* postings, std::uint32_t language);
+enum class SearchIndexStatus {
+  kOk,
+  kTooLarge,  // its offsets have 32 bits
+  kNoSpace,   // the postings' SpillSpace or that of `out` failed
+};
+
+// Puts the index to `*out`, which is empty; nothing when there is not a single word. Finishes the
+// postings and takes their words.
+SearchIndexStatus WriteSearchIndex(Postings* postings, std::uint32_t language, SpilledBytes* out);
 
 // `stop_words`: words in the project's code page that are not in the index.
 std::vector<std::uint8_t> WriteSearchObject(std::uint32_t language,

@@ -378,6 +378,44 @@ TEST_F(CompilerTest, GivesTheSameBytesForAnyNumberOfThreads) {
   }
 }
 
+TEST_F(CompilerTest, GivesTheSameBytesWhenWordsDoNotFitIntoMemory) {
+  folder_.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\n*.htm\n");
+  for (int page = 0; page < 30; ++page) {
+    std::string body;
+    for (int i = 0; i < 300; ++i) body += "word" + std::to_string(i * (page + 1)) + " ";
+    folder_.Write("p" + std::to_string(100 + page) + ".htm", Page("page", body));
+  }
+  ASSERT_TRUE(Compile().made);
+  const std::string expected = folder_.Read("help.chm");
+  CompileRequest request;
+  request.project_path = "help.hhp";
+  request.working_folder = folder_.Path();
+  request.compiler_name = "Test compiler 1.0";
+  request.word_memory = 0;
+  const DiskFiles files;
+  EXPECT_TRUE(CompileProject(request, files, &recorder_).made);
+  EXPECT_TRUE(folder_.Read("help.chm") == expected);
+  EXPECT_FALSE(folder_.Has("help.chm.words.tmp"));
+}
+
+TEST_F(CompilerTest, TellsWhenWordsHaveNowhereToGoAndKeepsTheOldFile) {
+  folder_.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\na.htm\n");
+  folder_.Write("a.htm", Page("t", "word"));
+  folder_.Write("help.chm", "old");
+  folder_.Write("help.chm.words.tmp/in", "the way");
+  CompileRequest request;
+  request.project_path = "help.hhp";
+  request.working_folder = folder_.Path();
+  request.word_memory = 0;
+  const DiskFiles files;
+  EXPECT_FALSE(CompileProject(request, files, &recorder_).made);
+  ASSERT_EQ(recorder_.messages.size(), 1u);
+  EXPECT_TRUE(recorder_.messages[0].starts_with("HHC5010: Error: Cannot write \""));
+  EXPECT_NE(recorder_.messages[0].find("help.chm.words.tmp\" ("), std::string::npos);
+  EXPECT_EQ(folder_.Read("help.chm"), "old");
+  EXPECT_FALSE(folder_.Has("help.chm.tmp"));
+}
+
 TEST_F(CompilerTest, TreatsFilesByTheirExtensionWhateverTheirPath) {
   folder_.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\nx.html.d/a, b.gif\np.htm\n");
   folder_.Write("x.html.d/a, b.gif", "<title>no page</title> words");

@@ -31,6 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   FindCssLinks(html);
   Postings postings;
   postings.AddPage(3, collector.Finish());
-  WriteSearchIndex(&postings, 0x409);
+  SpilledBytes index;
+  WriteSearchIndex(&postings, 0x409, &index);
   return 0;
 }

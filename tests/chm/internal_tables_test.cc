@@ -198,7 +198,9 @@ TEST(WriteSearchObject, HasTheSizesOfTheOriginal) {
 
 TEST(WriteSearchIndex, IsEmptyWithoutWords) {
   Postings postings;
-  EXPECT_TRUE(WriteSearchIndex(&postings, 0x409).empty());
+  SpilledBytes index;
+  EXPECT_EQ(WriteSearchIndex(&postings, 0x409, &index), SearchIndexStatus::kOk);
+  EXPECT_EQ(index.size(), 0u);
 }
 
 }  // namespace
