@@ -52,7 +52,7 @@ std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::str
   exit_code_ = 0;
   Procedure("Kestrel.frmHHC.Execute", [&](Steps& step) {
     step([&] { view_->SetProgress("", 0); });
-    step([&] { ShowStart(); });
+    ShowStart(step);
     std::string tool;
     step([&] { tool = FindTool(); });
     if (!tool.empty()) {
@@ -66,23 +66,25 @@ std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::str
       }
       step([&] { ShowProgress(100); });
     }
-    step([&] { ShowEnd(); });
+    step([&] { view_->EnableClose(true); });
+    step([&] { view_->ShowBusy(false); });
+    running_ = false;
   });
-  if (running_) IgnoringErrors([&] { ShowEnd(); });  // a run that was left must not lock its window
+  if (running_) ReleaseWindow();
   return result;
 }
 
-void frmHHC::ShowStart() {
-  view_->ShowBusy(true);
-  view_->ShowModeless();
-  view_->EnableClose(false);
-  view_->Repaint();
-  TheServices().desktop->ProcessMessages();
+void frmHHC::ShowStart(Steps& step) {
+  step([&] { view_->ShowBusy(true); });
+  step([&] { view_->ShowModeless(); });
+  step([&] { view_->EnableClose(false); });
+  step([&] { view_->Repaint(); });
+  step([] { TheServices().desktop->ProcessMessages(); });
 }
 
-void frmHHC::ShowEnd() {
-  view_->EnableClose(true);
-  view_->ShowBusy(false);
+void frmHHC::ReleaseWindow() {
+  IgnoringErrors([&] { view_->EnableClose(true); });
+  IgnoringErrors([&] { view_->ShowBusy(false); });
   running_ = false;
 }
 

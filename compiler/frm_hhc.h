@@ -54,8 +54,9 @@ class frmHHC {
   std::int32_t ExitCode() const { return exit_code_; }
 
  private:
-  void ShowStart();
-  void ShowEnd();
+  void ShowStart(class Steps& step);
+  /// Gives the user a window back whose run was left before its end.
+  void ReleaseWindow();
   /// The tool's path, "" after telling the user that there is no compiler.
   std::string FindTool();
   void RunTool(const std::string& command_line, const std::string& folder);

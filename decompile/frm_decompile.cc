@@ -9,6 +9,7 @@
 #include "platform/common_dialog.h"
 #include "platform/globals.h"
 #include "platform/help.h"
+#include "platform/seams/error.h"
 #include "platform/seams/services.h"
 #include "platform/settings.h"
 #include "ui/number_text.h"
@@ -52,6 +53,16 @@ std::string Setting(const char* key, const std::string& value_when_missing) {
   return GetSetting(kComponentTitle, kSection, key, value_when_missing);
 }
 
+/// A saved number; the default when the text that was saved is none.
+double SavedNumber(const char* key, const std::string& default_text) {
+  const std::string text = Setting(key, default_text);
+  try {
+    return NumberFromText(text);
+  } catch (const Error&) {
+    return NumberFromText(default_text);
+  }
+}
+
 void Remember(const char* key, const std::string& value) {
   SaveSetting(kComponentTitle, kSection, key, value);
 }
@@ -90,7 +101,7 @@ void frmDecompile::Hide() {
 
 void frmDecompile::Restore() {
   const auto saved = [](const char* key, float current) {
-    return static_cast<float>(NumberFromText(Setting(key, TextOfSingle(current))));
+    return static_cast<float>(SavedNumber(key, TextOfSingle(current)));
   };
   Procedure("Kestrel.frmDecompile.Form_Load", [&](Steps& step) {
     if (view_) {
@@ -101,7 +112,7 @@ void frmDecompile::Restore() {
     }
     step([&] { params_["FILE"].text = Setting("FILE", ""); });
     step([&] { params_["DIR"].text = Setting("DIR", ""); });
-    step([&] { params_["TOFPSITE"].checked = NumberFromText(Setting("TOFPSITE", "1")) != 0; });
+    step([&] { params_["TOFPSITE"].checked = SavedNumber("TOFPSITE", "1") != 0; });
     if (!view_) return;
     for (const char* key : {"FILE", "DIR", "TOFPSITE"}) {
       step([&] { view_->ShowItem(key); });

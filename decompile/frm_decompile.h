@@ -36,7 +36,7 @@ class frmDecompile : public std::enable_shared_from_this<frmDecompile>, private 
 
   /// Runs the viewer's decompile mode on "FILE" into the folder "DIR", made if need be, and unloads
   /// the dialog in every case, also after a message about a wrong path. Errors go to the error
-  /// handler.
+  /// handler; an abort leaves the dialog as it is then.
   void Decompile();
   /// What the run of the last Decompile returned; 0 when nothing was run.
   std::int32_t Result() const { return result_; }

@@ -60,7 +60,8 @@ void frmMain::CompileAndShow(Steps& step) {
   if (stopped || !BuildSources(step)) return;
 
   std::int32_t result = 0;
-  step([&] { frmHHC::Load(); });
+  // A window that stayed from an earlier run may have taken a file apart.
+  step([&] { frmHHC::Load().Decompile(false); });
   step([&] { frmHHC::Load().FilesCount(static_cast<std::int32_t>(AllFiles().size())); });
   step([&] {
     result = frmHHC::Load().Execute(Globals().working_folder, GetFileName(project_path_));

@@ -74,7 +74,7 @@ void frmErrorMessage::ButtonClicked(const std::string& key) {
     return;
   }
   tag_ = key;
-  view_->Hide();
+  IgnoringErrors([&] { view_->Hide(); });
 }
 
 void frmErrorMessage::SendToSupport() {

@@ -2,6 +2,7 @@
 
 #include "generator/site/site.h"
 #include "platform/registry.h"
+#include "tests/doubles/fake_error_dialog.h"
 #include "tests/doubles/fake_run_view.h"
 #include "tests/doubles/fake_services.h"
 
@@ -219,29 +220,92 @@ TEST_F(FrmHHC, ShowsAnErrorThatReachesItInTheTranscript) {
   EXPECT_FALSE(Shown().is_busy);
 }
 
-TEST_F(FrmHHC, GoesOnWhenShowingOutputFails) {
-  class Stumbling : public FakeRunView {
+/// A run view that fails in one of the things that it does with the output "a".
+class Stumbling : public FakeRunView {
+ public:
+  Stumbling(ShownRun& shown, const std::string& failing) : FakeRunView(shown), failing_(failing) {}
+
+  void SetProgress(const std::string& caption, int flood_percent) override {
+    if (caption == "10 %") FailAs("progress");
+    FakeRunView::SetProgress(caption, flood_percent);
+  }
+  void AppendTranscript(const std::string& text) override {
+    if (text == "a") FailAs("append");
+    has_output_ = has_output_ || text == "a";
+    FakeRunView::AppendTranscript(text);
+  }
+  void Repaint() override {
+    if (has_output_) FailAs("repaint");
+    FakeRunView::Repaint();
+  }
+
+ private:
+  void FailAs(const std::string& what) {
+    if (failing_ == what) throw Error(kInternalError, "test", "It cannot be shown");
+  }
+
+  std::string failing_;
+  bool has_output_ = false;
+};
+
+class StumblingViews : public ViewFactory {
+ public:
+  StumblingViews(ShownRun& run, const std::string& failing) : run_(run), failing_(failing) {}
+
+  std::unique_ptr<RunView> MakeRunView() override {
+    return std::make_unique<Stumbling>(run_, failing_);
+  }
+
+ private:
+  ShownRun& run_;
+  std::string failing_;
+};
+
+class ShowingOutput : public FrmHHC, public testing::WithParamInterface<const char*> {};
+
+TEST_P(ShowingOutput, MayFailAndTheRunGoesOn) {
+  frmHHC::Unload();
+  Globals().views = std::make_shared<StumblingViews>(views->run, GetParam());
+  processes->exit_code = 1;
+  EXPECT_EQ(Compile({"a"}), 1);
+  EXPECT_EQ(ErrorLog(), "");
+  EXPECT_TRUE(frmHHC::Load().Transcript().ends_with("a\r\nDone!"));
+  EXPECT_EQ(Shown().caption, "100 %");
+}
+INSTANTIATE_TEST_SUITE_P(Steps, ShowingOutput, testing::Values("progress", "append", "repaint"));
+
+TEST_F(FrmHHC, IgnoringAWindowThatCannotBeShownStillLocksItForTheRun) {
+  class Invisible : public FakeRunView {
    public:
     using FakeRunView::FakeRunView;
-    void SetProgress(const std::string& caption, int flood_percent) override {
-      if (caption == "10 %") throw Error(kInternalError, "test", "no bar");
-      FakeRunView::SetProgress(caption, flood_percent);
-    }
+    void ShowModeless() override { throw Error(kOutOfMemory, "test", "no window"); }
   };
-  class StumblingViews : public ViewFactory {
+  class InvisibleViews : public ViewFactory {
    public:
-    explicit StumblingViews(ShownRun& run) : run_(run) {}
-    std::unique_ptr<RunView> MakeRunView() override { return std::make_unique<Stumbling>(run_); }
+    explicit InvisibleViews(ShownRun& run) : run_(run) {}
+    std::unique_ptr<RunView> MakeRunView() override { return std::make_unique<Invisible>(run_); }
 
    private:
     ShownRun& run_;
   };
+  const auto dialog = std::make_shared<FakeErrorDialog>();
+  dialog->answers = {"IGNORE"};
+  ErrorHandler().ErrorHandlerActions(ehaErrorDialog);
+  ErrorHandler().Dialog(dialog);
   frmHHC::Unload();
-  Globals().views = std::make_shared<StumblingViews>(views->run);
-  processes->exit_code = 1;
-  EXPECT_EQ(Compile({"a"}), 1);
-  EXPECT_EQ(ErrorLog(), "");
-  EXPECT_TRUE(Shown().transcript.ends_with("a\r\nDone!"));
+  Globals().views = std::make_shared<InvisibleViews>(views->run);
+  bool could_be_closed = true;
+  processes->on_start = [&] { could_be_closed = Shown().may_close; };
+  Compile({"a"});
+  EXPECT_FALSE(could_be_closed);
+  EXPECT_EQ(dialog->reports.size(), 1u);
+  ErrorHandler().Dialog(nullptr);
+}
+
+TEST_F(FrmHHC, LetsPendingMessagesBeProcessedWithEachPieceOfOutput) {
+  Compile({"a", "b"});
+  EXPECT_EQ(desktop->message_passes, 1 + 2 * 3)
+      << "one at the start; the window's and the runner's for each piece and the empty last one";
 }
 
 TEST_F(FrmHHC, CanBeClosedAfterARunThatWasLeft) {

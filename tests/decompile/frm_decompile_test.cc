@@ -1,6 +1,7 @@
 #include "decompile/frm_decompile.h"
 
 #include "compiler/frm_hhc.h"
+#include "platform/registry_text.h"
 #include "platform/settings.h"
 #include "tests/doubles/fake_error_dialog.h"
 #include "tests/doubles/fake_form_views.h"
@@ -80,6 +81,32 @@ TEST_F(DecompileTest, AnyNonZeroNumberSwitchesTheOptionOn) {
   EXPECT_TRUE(Form().suiParams()["TOFPSITE"].checked);
 }
 
+TEST_F(DecompileTest, SavedTextsThatAreNoNumbersGiveWayToTheDefaults) {
+  for (const char* key : {"LEFT", "TOP", "WIDTH", "HEIGHT", "TOFPSITE"}) {
+    SaveSetting("Scrivo", "Decompile", key, "much");
+  }
+  SaveSetting("Scrivo", "Decompile", "DIR", "C:\\y");
+  EXPECT_TRUE(Form().suiParams()["TOFPSITE"].checked);
+  EXPECT_EQ(Form().suiParams()["DIR"].text, "C:\\y");
+  EXPECT_EQ(views->decompile.left, 100);
+  EXPECT_EQ(views->decompile.height, 6000.5F);
+  EXPECT_TRUE(dialog->reports.empty());
+}
+
+TEST_F(DecompileTest, ValuesAreSavedInTheirOrder) {
+  Form();
+  frmDecompile::Unload();
+  const std::string saved = FormatRegistry(registry->tree);
+  std::size_t last = 0;
+  for (const char* key : {"LEFT", "HEIGHT", "TOP", "WIDTH", "FILE", "DIR", "TOFPSITE"}) {
+    const std::size_t place = saved.find(std::string(1, '"').append(key).append("\"="));
+    ASSERT_NE(place, std::string::npos) << key;
+    EXPECT_GT(place, last) << key;
+    last = place;
+  }
+  EXPECT_EQ(Saved("TOFPSITE"), "1");
+}
+
 TEST_F(DecompileTest, UnloadingSavesPlaceAndValues) {
   Enter("C:\\x.chm", "C:\\y");
   Form().suiParams()["TOFPSITE"].checked = false;
@@ -143,6 +170,7 @@ TEST_F(DecompileTest, TheFolderRowOpensTheFolderBrowser) {
   EXPECT_EQ(desktop->browsed[0].title, "Select output directory");
   EXPECT_EQ(desktop->browsed[0].owner, views->decompile.window);
   EXPECT_EQ(Form().suiParams()["DIR"].text, "C:\\new");
+  EXPECT_EQ(views->decompile.log.back(), "item DIR");
 }
 
 TEST_F(DecompileTest, CancellingTheFolderBrowserKeepsTheText) {
@@ -173,7 +201,9 @@ TEST_F(DecompileTest, AnEmptyFolderIsToldAndTheDialogIsUnloaded) {
   ASSERT_EQ(desktop->messages.size(), 1u);
   EXPECT_EQ(desktop->messages[0].text, "Please, enter output folder");
   EXPECT_EQ(desktop->messages[0].style, kInformation);
+  EXPECT_EQ(desktop->messages[0].caption, "Scrivo");
   EXPECT_FALSE(frmDecompile::IsLoaded());
+  EXPECT_EQ(Saved("FILE"), "C:\\My help\\a b.chm") << "its values are saved";
 }
 
 TEST_F(DecompileTest, TheViewerIsRunWithShortUnquotedPathsInTheFolder) {
@@ -201,7 +231,10 @@ TEST_F(DecompileTest, TheOptionForTheOpenWebChangesNothing) {
 
 TEST_F(DecompileTest, AMissingFolderIsMadeFirst) {
   Enter("C:\\My help\\a b.chm", "C:\\New");
-  processes->on_start = [&] { EXPECT_TRUE(files->FolderExists("C:\\New")); };
+  processes->on_start = [&] {
+    EXPECT_TRUE(files->FolderExists("C:\\New"));
+    EXPECT_EQ(CountOf(views->decompile, "hide"), 1) << "the dialog is out of the way by then";
+  };
   Form().Decompile();
   ASSERT_EQ(processes->requests.size(), 1u);
   EXPECT_EQ(processes->requests[0].folder, "C:\\New");
@@ -224,6 +257,7 @@ TEST_F(DecompileTest, AFolderThatCannotBeMadeGoesToTheErrorHandler) {
   EXPECT_NE(dialog->reports[0].find("\tin Kestrel.frmDecompile.Decompile at line 0"),
             std::string::npos);
   EXPECT_TRUE(processes->requests.empty());
+  EXPECT_TRUE(frmDecompile::IsLoaded()) << "an abort leaves the dialog as it is";
 }
 
 TEST_F(DecompileTest, WithoutWindowsItWorksAllTheSame) {

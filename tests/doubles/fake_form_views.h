@@ -17,13 +17,14 @@ struct ShownError {
   std::string title, message;
   std::vector<std::string> buttons;  ///< keys, as they were shown last
   bool is_hidden = false;
+  bool hide_fails = false;
   std::function<void()> on_show;  ///< what the user does while the dialog is shown
 };
 
 class FakeErrorView : public ErrorView {
  public:
   FakeErrorView(ShownError& shown, ErrorViewEvents& events, ButtonStrip& strip) : shown_(shown) {
-    shown_ = {&events, &strip, "", "", {}, false, shown_.on_show};
+    shown_ = {&events, &strip, "", "", {}, false, false, shown_.on_show};
   }
   ~FakeErrorView() override { shown_.events = nullptr; }
 
@@ -38,7 +39,10 @@ class FakeErrorView : public ErrorView {
     shown_.events->Activated();
     if (shown_.on_show) shown_.on_show();
   }
-  void Hide() override { shown_.is_hidden = true; }
+  void Hide() override {
+    if (shown_.hide_fails) throw Error(kInternalError, "FakeErrorView", "It cannot be hidden");
+    shown_.is_hidden = true;
+  }
 
  private:
   ShownError& shown_;

@@ -47,6 +47,14 @@ TEST_F(ErrorMessageTest, ActivationSetsTheTitleAndBeeps) {
   EXPECT_EQ(desktop->beeps, 1);
 }
 
+TEST_F(ErrorMessageTest, AWindowThatCannotBeHiddenStillGivesItsAnswer) {
+  frmErrorMessage form;
+  shown.hide_fails = true;
+  shown.on_show = [&] { EXPECT_NO_THROW(shown.events->ButtonClicked("IGNORE")); };
+  form.ShowModal();
+  EXPECT_EQ(form.Tag(), "IGNORE");
+}
+
 TEST_F(ErrorMessageTest, WithoutASupportMailThereIsNoMailButton) {
   frmErrorMessage form;
   form.ShowModal();

@@ -227,7 +227,8 @@ TEST_F(FrmMainTest, TheBrowseButtonAsksForTheOutputFile) {
   EXPECT_EQ(record.filter_index, 1);
   EXPECT_EQ(record.owner, 77U);
   EXPECT_EQ(record.file_buffer.substr(0, 11), std::string("C:\\old.chm\0", 11));
-  EXPECT_EQ(record.filter.substr(0, 32), std::string("Microsoft HTML Help (*.CHM)\0*.CHM", 32));
+  EXPECT_EQ(record.filter,
+            std::string("Microsoft HTML Help (*.CHM)\0*.CHM\0All(*.*)\0*.*\0\0", 48));
 }
 
 TEST_F(FrmMainTest, CancellingTheFileDialogLeavesTheOutput) {

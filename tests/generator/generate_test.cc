@@ -56,6 +56,13 @@ TEST_F(GenerateTest, OneWholeRun) {
   ExpectEnded();
 }
 
+TEST_F(GenerateTest, ARunWindowThatStayedFromADecompileCompilesAllTheSame) {
+  frmHHC::Load().Decompile(true);
+  Generate();
+  ASSERT_EQ(processes->requests.size(), 1U);
+  EXPECT_EQ(processes->requests[0].command_line, "\"C:\\HHW\\hhc.exe\" Scr1A5.hhp");
+}
+
 TEST_F(GenerateTest, TheRunWindowExpectsAsManyFilesAsTheWebHas) {
   site.AddPage("image.gif");
   site.AddPage("sub/page.htm");
