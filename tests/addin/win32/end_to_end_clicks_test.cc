@@ -50,12 +50,6 @@ bool WaitUntil(const std::function<bool()>& condition) {
   return false;
 }
 
-std::string LibraryFolder(const Library& library) {
-  char path[MAX_PATH] = "";
-  GetModuleFileNameA(library.module(), path, MAX_PATH);
-  return fs::path(path).parent_path().string();
-}
-
 class ClicksTest : public EndToEndTest, public testing::WithParamInterface<const char*> {
  protected:
   void Press(const char* caption) { EndToEndTest::Press(GetParam(), caption); }
@@ -122,14 +116,14 @@ TEST_P(ClicksTest, AMissingSampleWebIsSilent) {
 TEST_P(ClicksTest, HelpOpensTheHelpFileBesideTheLibrary) {
   OwnClasses classes;
   classes.Set("CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32", "",
-              LibraryFolder(library) + "\\recording_viewer.dll");
+              library.Folder() + "\\recording_viewer.dll");
   Connect();
   Press("Help");
   const HMODULE viewer = GetModuleHandleA("recording_viewer.dll");
   ASSERT_NE(viewer, nullptr);
   const auto last_call = reinterpret_cast<const char*(WINAPI*)()>(
       reinterpret_cast<void*>(GetProcAddress(viewer, "LastCall")));
-  EXPECT_EQ(std::string(last_call()), LibraryFolder(library) + "\\Scrivo.CHM|0|index.html|owned");
+  EXPECT_EQ(std::string(last_call()), library.Folder() + "\\Scrivo.CHM|0|index.html|owned");
   EXPECT_EQ(user.Seen(), Seen()) << "the compile dialog owns the viewer without being shown";
 }
 
@@ -222,41 +216,6 @@ TEST_F(EndToEndTest, TheVersionCheckIsReachedByNameOnlyAndSilentWithoutItsCompon
   }
   EXPECT_EQ(cancel, VARIANT_FALSE);
   EXPECT_EQ(user.Seen(), Seen());
-}
-
-TEST_F(EndToEndTest, AWebIsCompiledIntoAHelpFile) {
-  OpenWeb();
-  const std::string output = folder / "made.chm";
-  const std::string settings =
-      "Software\\VB and VBA Program Settings\\Scrivo\\" + world->session.active()->Url();
-  const auto set = [&](const std::string& key, const char* name, const std::string& value) {
-    RegSetKeyValueA(HKEY_CURRENT_USER, key.c_str(), name, REG_SZ, value.c_str(),
-                    static_cast<DWORD>(value.size() + 1));
-  };
-  set(settings, "OUTPUT", output);
-  set(settings, "TITLE", "Made in a host");
-  set(settings, "VIEWRESULT", "0");
-  set(settings, "CLOSELOG", "0");
-  const std::string workshop = "Software\\Microsoft\\HTML Help Workshop";
-  set(workshop, "InstallDir", LibraryFolder(library));
-  user.on_form = [](HWND form) {
-    if (TextOf(form) == "Scrivo - compile the open web") {
-      PostMessageA(ButtonOf(form, "Generate"), BM_CLICK, 0, 0);
-    }
-  };
-  Connect();
-  Press("Tools", "Compile");  // the dialog closes itself when it has generated
-  RegDeleteKeyValueA(HKEY_CURRENT_USER, workshop.c_str(), "InstallDir");
-  RegDeleteTreeA(HKEY_CURRENT_USER, settings.c_str());
-
-  std::ifstream stream(output, std::ios::binary);
-  char signature[4] = "";
-  stream.read(signature, sizeof signature);
-  EXPECT_EQ(std::string(signature, sizeof signature), "ITSF");
-  std::size_t left = 0;
-  for (const auto& entry : fs::directory_iterator(folder / "site")) left += entry.is_regular_file();
-  EXPECT_EQ(left, 1u) << "the project's files are removed";
-  EXPECT_EQ(user.Seen().front(), "form: Scrivo - compile the open web");
 }
 
 TEST_F(EndToEndTest, ThePublicOperationsCanBeCalledByName) {

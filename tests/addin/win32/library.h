@@ -17,6 +17,13 @@ class Library {
 
   void Load() { module_ = LoadLibraryA("Scrivo.dll"); }
   void Unload() { FreeLibrary(module_); }
+  /// Where it lies.
+  std::string Folder() const {
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(module_, path, MAX_PATH);
+    const std::string whole = path;
+    return whole.substr(0, whole.rfind('\\'));
+  }
   HMODULE module() const { return module_; }
   /// One of its exports, null when there is none with this name.
   template <typename Function>

@@ -79,7 +79,7 @@ void User::Meet(HWND window) {
     seen_.push_back(what);
   }
   if (class_name == "#32770") {
-    PostMessageA(window, WM_COMMAND, IDOK, 0);
+    PostMessageA(window, WM_COMMAND, GetDlgItem(window, IDYES) ? IDYES : IDOK, 0);
   } else if (on_form) {
     on_form(window);
   } else {

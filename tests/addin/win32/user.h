@@ -11,8 +11,8 @@
 
 namespace scrivo {
 
-/// A user in a thread of its own, who closes every message box and every form of this process as
-/// soon as it is shown, and remembers them.
+/// A user in a thread of its own, who says yes to every message box of this process and closes
+/// every form as soon as it is shown, and remembers them.
 class User {
  public:
   User();
