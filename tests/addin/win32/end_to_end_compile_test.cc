@@ -27,6 +27,8 @@ class OwnCompiler {
     before_ = text;
     Set(folder);
   }
+  /// Another folder from now on.
+  void Use(const std::string& folder) const { Set(folder); }
   ~OwnCompiler() {
     if (had_one_) {
       Set(before_);
@@ -125,7 +127,7 @@ TEST_F(CompileTest, AHostThatFailsWhileTheDialogOpensIsSurvived) {
   Press("Tools", "Compile");
   const long calls = world->faults.calls();
   ASSERT_GT(calls, 10);
-  constexpr long kFaults = 8;
+  constexpr long kFaults = 5;
   for (long i = 0; i < kFaults; ++i) {
     world->faults.FailOnly(1 + i * calls / kFaults);
     Press("Standard", "Compile");
@@ -133,6 +135,33 @@ TEST_F(CompileTest, AHostThatFailsWhileTheDialogOpensIsSurvived) {
     ASSERT_EQ(world->references, references);
   }
   EXPECT_EQ(user.Seen().front(), "form: Scrivo - compile the open web");
+}
+
+/// The run window, null while it is not shown.
+HWND RunWindow() {
+  HWND window = FindWindowA("ScrivoWindow", "Scrivo - compiler output");
+  return window && IsWindowVisible(window) ? window : nullptr;
+}
+
+TEST_F(CompileTest, AHostThatDisconnectsDuringARunMayUnloadTheLibraryWhenTheRunsWindowIsClosed) {
+  fs::copy_file(fs::path(library.Folder()) / "waiting_compiler.exe", folder / "hhc.exe");
+  compiler.Use(folder.path());
+  Choose("CLOSELOG", "1");  // the window stays
+  std::function<void()> disconnect_in_the_run = [&] {
+    if (!RunWindow()) return OnceShown(disconnect_in_the_run);
+    Disconnect();
+    EXPECT_FALSE(library.CanUnload());
+    Put("go", "");
+  };
+  OnceShown(disconnect_in_the_run);
+  Generate();
+  EXPECT_FALSE(addin->IsConnected());
+  EXPECT_EQ(world->references, 0);
+  ASSERT_TRUE(RunWindow());
+  EXPECT_FALSE(library.CanUnload()) << "its window is open";
+  SendMessageA(RunWindow(), WM_CLOSE, 0, 0);
+  EXPECT_FALSE(RunWindow());
+  EXPECT_TRUE(library.CanUnload());
 }
 
 }  // namespace
