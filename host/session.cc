@@ -10,9 +10,22 @@
 namespace scrivo::host {
 namespace {
 
+bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+
 std::string WithoutEndSeparator(std::string path) {
-  while (path.size() > 1 && (path.back() == '/' || path.back() == '\\')) path.pop_back();
+  while (path.size() > 1 && IsSeparator(path.back())) path.pop_back();
   return path;
+}
+
+/// A path with one separator where two stand in a row, as in a folder's path that ended in one
+/// before a name was added. Those at its start mean another machine.
+std::string WithSingleSeparators(const std::string& path) {
+  std::string single;
+  for (const char c : path) {
+    if (single.size() > 1 && IsSeparator(c) && IsSeparator(single.back())) continue;
+    single += c;
+  }
+  return single;
 }
 
 /// The folder that a path or an address means.
@@ -23,7 +36,7 @@ std::string FolderOf(const std::string& path_or_url, PathStyle style) {
     throw HostError("The web " + path_or_url +
                     " is on a server. Only webs in folders on disk can be opened.");
   }
-  return path;
+  return WithSingleSeparators(path);
 }
 
 }  // namespace

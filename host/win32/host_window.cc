@@ -261,6 +261,7 @@ void HostWindow::Start(bool external) {
 void HostWindow::ConnectAddins() {
   world_->addins.Read();
   world_->addins.ConnectAtStart(external_ ? kExternal : kAtStartup);
+  OfferRegistration();
   ShowState();
 }
 
@@ -315,6 +316,10 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     }
     case WM_SETFOCUS:
       SetFocus(world_->session.active() ? last_view_ : open_button_);
+      return 0;
+    case WM_NEXTDLGCTL:  // the dialog keys ask whose window it is to move the focus
+      SetFocus(LOWORD(lparam) ? reinterpret_cast<HWND>(wparam)
+                              : GetNextDlgTabItem(handle(), GetFocus(), wparam != 0));
       return 0;
     case WM_ENTERMENULOOP:
       in_menu_ = true;

@@ -63,6 +63,8 @@ class HostWindow : public NativeWindow {
   void ShowDetails();
   void StateChanged();
   void ConnectAddins();
+  void OfferRegistration();
+  void RegisterAddin();
 
   void ChooseWeb();
   void CloseWeb();
@@ -91,7 +93,8 @@ class HostWindow : public NativeWindow {
   HWND tree_heading_ = nullptr, list_heading_ = nullptr;
   HWND title_label_ = nullptr, title_ = nullptr, location_label_ = nullptr, location_ = nullptr;
   HWND hint_ = nullptr, open_button_ = nullptr;
-  HWND last_view_ = nullptr;  ///< the view whose selection the details show
+  HWND last_view_ = nullptr;              ///< the view whose selection the details show
+  std::shared_ptr<BarControl> register_;  ///< the command that registers the add-in; may be null
   bool bars_changed_ = false, web_changed_ = false;
   bool in_menu_ = false;
   bool external_ = false;

@@ -24,6 +24,12 @@ std::string Doubled(const std::string& text) {
   return doubled;
 }
 
+/// The number of the command that registers the add-in.
+constexpr std::int32_t kRegisterControl = 900;
+
+/// The add-in's library beside this program.
+std::string AddinLibrary() { return TheServices().system->ModuleFolder() + "\\Scrivo.dll"; }
+
 void AppendCommand(HMENU menu, UINT id, const std::string& text, bool enabled = true) {
   AppendMenuA(menu, enabled ? MF_STRING : MF_STRING | MF_GRAYED, id, text.c_str());
 }
@@ -183,6 +189,36 @@ void HostWindow::ShowAddins() {
         "example \"regsvr32 Scrivo.dll\", and start Scrivo Host again.";
   }
   Tell(text, MB_ICONINFORMATION);
+}
+
+void HostWindow::OfferRegistration() {
+  const auto tools = world_->bars.Find("Tools");
+  if (!tools || !world_->addins.addins().empty() ||
+      !TheServices().files->FileExists(AddinLibrary())) {
+    return;
+  }
+  register_ = BarModel::AddCommand(tools.get(), kRegisterControl, "Register &add-in", 0,
+                                   [this] { RegisterAddin(); });
+  register_->begin_group = true;
+  world_->bars.Changed();
+}
+
+void HostWindow::RegisterAddin() {
+  using Function = HRESULT(WINAPI*)();
+  HMODULE library = LoadLibraryA(AddinLibrary().c_str());
+  const auto function = library ? reinterpret_cast<Function>(reinterpret_cast<void*>(
+                                      GetProcAddress(library, "DllRegisterServer")))
+                                : nullptr;
+  const bool is_registered = function && SUCCEEDED(function());
+  if (library) FreeLibrary(library);
+  if (!is_registered) {
+    Tell("The add-in " + AddinLibrary() + " cannot be registered.", MB_ICONEXCLAMATION);
+    return;
+  }
+  Remove(register_.get());
+  world_->addins.Read();
+  world_->addins.ConnectAtStart(kAfterStartup);
+  world_->bars.Changed();
 }
 
 void HostWindow::ShowAbout() {

@@ -30,6 +30,10 @@ TEST_F(SessionTest, OpensAWebByPathOrAddressOnce) {
   EXPECT_EQ(session.active(), web);
   EXPECT_EQ(changes, 1);
   EXPECT_EQ(session.Open("/web/"), web);
+  disk->folders.insert("/webs/one");
+  disk->files["/webs/one/a.htm"] = "";
+  EXPECT_EQ(session.Open("/webs//one")->Url(), "file:///webs/one");
+  session.Close(session.active());
   EXPECT_EQ(session.Open("file:///web"), web);
   EXPECT_EQ(session.webs().size(), 1u);
 }

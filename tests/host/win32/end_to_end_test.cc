@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "platform/registry.h"
-#include "platform/settings.h"
+#include "platform/win32/shell_api.h"
 #include "tests/addin/win32/library.h"
 #include "tests/host/win32/window_test.h"
 
@@ -151,7 +151,11 @@ class EndToEndTest : public WindowTest {
 
  private:
   Apartment apartment_;
+
+ protected:
   Library library_;
+
+ private:
   CRegistry user_;
 };
 
@@ -200,6 +204,36 @@ TEST_F(EndToEndTest, MakesAHelpFileThroughTheMenuAndTakesItApartAgain) {
   });
   EXPECT_TRUE(fs::exists(folder + "\\index.htm"));
   EXPECT_TRUE(fs::exists(folder + "\\start\\options.htm"));
+}
+
+TEST_F(EndToEndTest, OffersToRegisterTheAddInBesideTheProgram) {
+  ASSERT_EQ(library_.Unregister(), S_OK);
+  StartHost();
+  EXPECT_EQ(StatusText(2), "No add-in is registered");
+  EXPECT_EQ(Drawn(Menu("Tools")), "Refresh\tF5\n-\nRegister add-in\n");
+  Choose(Menu("Tools"), "Register add-in");
+  PumpMessages();
+  EXPECT_EQ(StatusText(2), "Add-in: ScrivoBuilder");
+  EXPECT_EQ(Drawn(Menu("Tools")).find("Register"), std::string::npos);
+  EXPECT_NE(SubMenu(Menu("Tools"), "Scrivo"), nullptr);
+}
+
+TEST_F(EndToEndTest, OpensTheSampleWebFromTheUsersDocuments) {
+  char documents[MAX_PATH] = "";
+  ASSERT_EQ(SHGetFolderPathA(nullptr, CSIDL_PERSONAL | CSIDL_FLAG_CREATE, nullptr, 0, documents),
+            S_OK);
+  const std::string sample = std::string(documents) + "\\Scrivo Builder sample web";
+  const bool is_ours = !fs::exists(sample);
+  if (is_ours) fs::copy(SAMPLE_WEB, sample, fs::copy_options::recursive);
+  window->OpenWeb(web_path);
+  window->Start(false);
+  PumpMessages();
+  Choose(SubMenu(Menu("Tools"), "Scrivo"), "Scrivo Builder Sample Web");
+  PumpMessages();
+  EXPECT_EQ(TextOf(window->handle()), "Scrivo Builder sample web - Scrivo Host");
+  EXPECT_EQ(StatusText(1), sample);
+  EXPECT_EQ(world->session.webs().size(), 2u);
+  if (is_ours) fs::remove_all(sample);
 }
 
 TEST_F(EndToEndTest, CompileFromTheToolbarAsksForAWebWhenNoneIsOpen) {

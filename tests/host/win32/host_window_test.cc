@@ -1,4 +1,5 @@
 #include "host/recent_webs.h"
+#include "platform/win32/shell_api.h"
 #include "tests/host/win32/window_test.h"
 #include "tests/platform/win32/dialog_answer.h"
 
@@ -203,21 +204,63 @@ TEST_F(HostWindowTest, EveryControlStaysInsideAtEverySizeAndResolution) {
   }
 }
 
+TEST_F(HostWindowTest, AccessKeysLeadToTheViews) {
+  window->OpenWeb(web_path);
+  window->Start(false);
+  PumpMessages();
+  EXPECT_EQ(GetFocus(), Control(kTreeId));
+  MSG key{Control(kTreeId), WM_SYSCHAR, 'p', 1 << 29, 0, {}};
+  EXPECT_TRUE(window->IsKey(&key));
+  EXPECT_EQ(GetFocus(), Control(kListId));
+  key = {Control(kListId), WM_SYSCHAR, 'n', 1 << 29, 0, {}};
+  EXPECT_TRUE(window->IsKey(&key));
+  EXPECT_EQ(GetFocus(), Control(kTreeId));
+}
+
+TEST_F(HostWindowTest, AFolderDroppedOnTheWindowIsOpened) {
+  const std::size_t size = sizeof(DROPFILES) + web_path.size() + 2;
+  HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
+  auto* files = static_cast<DROPFILES*>(GlobalLock(memory));
+  files->pFiles = sizeof(DROPFILES);
+  std::copy(web_path.begin(), web_path.end(), reinterpret_cast<char*>(files + 1));
+  GlobalUnlock(memory);
+  SendMessageA(window->handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+  EXPECT_EQ(TextOf(window->handle()), "my web - Scrivo Host");
+}
+
+/// Remembers what the shell was asked to open.
+struct RecordingShell : public ShellServices {
+  std::string opened;
+  WindowHandle DesktopWindow() override { return 0; }
+  std::int32_t Execute(const ShellRequest& request) override {
+    opened = request.verb + " " + request.file;
+    return 33;
+  }
+  std::int32_t ExecuteExtended(const ExtendedShellRequest&) override { return 0; }
+  std::int32_t SpecialFolderLocation(WindowHandle, std::int32_t, std::uintptr_t*) override {
+    return 1;
+  }
+  void FreeItemList(std::uintptr_t) override {}
+};
+
+TEST_F(HostWindowTest, EnterOpensTheSelectedPage) {
+  const auto shell = std::make_shared<RecordingShell>();
+  TheServices().shell = shell;
+  window->OpenWeb(web_path);
+  window->Start(false);
+  PumpMessages();
+  SetFocus(Control(kListId));
+  LVITEMA item{};
+  item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  SendMessageA(Control(kListId), LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&item));
+  EXPECT_EQ(TextOf(Control(kLocationId)), "loose.htm");
+  MSG key{Control(kListId), WM_KEYDOWN, VK_RETURN, 1, 0, {}};
+  EXPECT_TRUE(window->IsKey(&key));
+  EXPECT_EQ(shell->opened, "open " + web_path + "\\loose.htm");
+}
+
 TEST_F(HostWindowTest, ADoubleClickOpensThePageInItsProgram) {
-  struct Shell : public ShellServices {
-    std::string opened;
-    WindowHandle DesktopWindow() override { return 0; }
-    std::int32_t Execute(const ShellRequest& request) override {
-      opened = request.verb + " " + request.file;
-      return 33;
-    }
-    std::int32_t ExecuteExtended(const ExtendedShellRequest&) override { return 0; }
-    std::int32_t SpecialFolderLocation(WindowHandle, std::int32_t, std::uintptr_t*) override {
-      return 1;
-    }
-    void FreeItemList(std::uintptr_t) override {}
-  };
-  const auto shell = std::make_shared<Shell>();
+  const auto shell = std::make_shared<RecordingShell>();
   TheServices().shell = shell;
   window->OpenWeb(web_path);
   NMHDR header{Control(kTreeId), kTreeId, static_cast<UINT>(NM_DBLCLK)};
