@@ -2,6 +2,8 @@
 
 #include "tests/addin/win32/end_to_end.h"
 
+#include "tests/compiler/leak_count.h"
+
 namespace scrivo {
 namespace {
 
@@ -161,13 +163,16 @@ TEST_F(EndToEndTest, ATraceSettingThatIsNoNumberIsSilent) {
 TEST_F(EndToEndTest, AThousandConnectionsLeaveNoReferenceToTheHost) {
   const long references = world->references;
   const std::size_t objects = world->objects.size();
+  long long memory = 0;
   for (int i = 0; i < 1000; ++i) {
+    if (i == 100) memory = UsedMemory();  // what is made once has been made
     Connect();
     Disconnect();
     ASSERT_EQ(world->references, references) << "after connection " << i + 1;
     ASSERT_EQ(world->objects.size(), objects);
     BarNamed("Standard").controls.clear();  // what the host does when it closes
   }
+  EXPECT_LT(UsedMemory() - memory, MemorySlack());
   EXPECT_TRUE(library.CanUnload());
 }
 
