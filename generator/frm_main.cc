@@ -123,18 +123,10 @@ void frmMain::Resized(float strip_width, float panel_width) {
 
 void frmMain::ButtonClicked(const std::string& key) {
   IgnoringErrors([&] {
-    if (key == "GENERATE") GenerateFromWindow();
+    if (key == "GENERATE") Generate();
     if (key == "HELP") ShowHelp();
     if (key == "CLOSE") Unload();
   });
-}
-
-void frmMain::GenerateFromWindow() {
-  const std::shared_ptr<frmMain> alive = shared_from_this();
-  // A run lets the user's clicks through; a second one must not begin, nor the dialog go.
-  if (view_) IgnoringErrors([&] { view_->Enable(false); });
-  Generate();
-  if (view_) IgnoringErrors([&] { view_->Enable(true); });
 }
 
 void frmMain::ItemChanged(const std::string& key) {

@@ -114,8 +114,6 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
   void FillDefaultPages(Steps& step);
   void SaveParameters();
   void ChooseOutput();
-  /// Generate, with the window standing still meanwhile.
-  void GenerateFromWindow();
   /// The window. Raises Error (kObjectNotSet) in a program without windows.
   MainView& View() const;
 

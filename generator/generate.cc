@@ -32,6 +32,24 @@ bool IsLockedAgainstRemoval(const std::string& path) {
   }
 }
 
+/// A run lets the user's clicks through; while this object lives, none of them begins a second run
+/// or closes the dialog.
+class HeldStill {
+ public:
+  /// The dialog's window, which may be null.
+  explicit HeldStill(MainView* view) : view_(view) {
+    if (view_) IgnoringErrors([&] { view_->Enable(false); });
+  }
+  ~HeldStill() {
+    if (view_) IgnoringErrors([&] { view_->Enable(true); });
+  }
+  HeldStill(const HeldStill&) = delete;
+  HeldStill& operator=(const HeldStill&) = delete;
+
+ private:
+  MainView* view_;
+};
+
 }  // namespace
 
 void frmMain::Generate() {
@@ -64,6 +82,7 @@ void frmMain::CompileAndShow(Steps& step) {
   step([&] { frmHHC::Load().Decompile(false); });
   step([&] { frmHHC::Load().FilesCount(static_cast<std::int32_t>(AllFiles().size())); });
   step([&] {
+    const HeldStill held(view_.get());
     result = frmHHC::Load().Execute(Globals().working_folder, GetFileName(project_path_));
   });
   if (result == kCompilerMessages) return;

@@ -86,12 +86,6 @@ TEST_F(FrmMainTest, TheGenerateButtonRunsTheDriver) {
   EXPECT_FALSE(frmMain::IsLoaded());
 }
 
-TEST_F(FrmMainTest, TheDialogStandsStillWhileItGenerates) {
-  Form();
-  Events().ButtonClicked("GENERATE");
-  EXPECT_EQ(Shown().log, (std::vector<std::string>{"disable", "close", "enable"}));
-}
-
 TEST_F(FrmMainTest, TheWindowShowsEveryRowOnceItIsFilled) {
   ASSERT_TRUE(frmMain::Load()->BuildUI());
   std::vector<std::string> expected;

@@ -56,6 +56,22 @@ TEST_F(GenerateTest, OneWholeRun) {
   ExpectEnded();
 }
 
+TEST_F(GenerateTest, TheDialogStandsStillWhileTheCompilerRunsAndNoLonger) {
+  const auto told = [&](const char* what) {
+    return std::count(views->main.log.begin(), views->main.log.end(), what);
+  };
+  processes->on_start = [&] {
+    EXPECT_EQ(told("disable"), 1);
+    EXPECT_EQ(told("enable"), 0);
+  };
+  desktop->on_message = [&] {
+    EXPECT_EQ(told("disable"), told("enable")) << "a box needs its owner";
+  };
+  site.open.push_back({"a.htm", true});
+  Generate();
+  EXPECT_EQ(told("enable"), 1);
+}
+
 TEST_F(GenerateTest, ARunWindowThatStayedFromADecompileCompilesAllTheSame) {
   frmHHC::Load().Decompile(true);
   Generate();

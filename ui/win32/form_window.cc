@@ -9,17 +9,20 @@ namespace {
 
 LRESULT CALLBACK TakeFormKeys(int code, WPARAM removed, LPARAM message_address) {
   auto* message = reinterpret_cast<MSG*>(message_address);
-  if (code >= 0 && removed == PM_REMOVE && IsFormKey(message)) message->message = WM_NULL;
+  const bool is_key = message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST;
+  if (code >= 0 && removed == PM_REMOVE && is_key && IsFormKey(message)) {
+    message->message = WM_NULL;
+  }
   return CallNextHookEx(nullptr, code, removed, message_address);
 }
 
 /// Gives a window that belongs to a form, and would be destroyed with it, to the form's own owner.
 BOOL CALLBACK HandOver(HWND window, LPARAM form_address) {
   HWND form = reinterpret_cast<HWND>(form_address);
+  if (GetWindow(window, GW_OWNER) != form || !IsWindowVisible(window)) return TRUE;
   char class_name[32] = "";
   GetClassNameA(window, class_name, sizeof class_name);
-  if (GetWindow(window, GW_OWNER) == form && IsWindowVisible(window) &&
-      lstrcmpiA(class_name, TOOLTIPS_CLASSA) != 0) {
+  if (lstrcmpiA(class_name, TOOLTIPS_CLASSA) != 0) {
     SetWindowLongPtrA(window, GWLP_HWNDPARENT,
                       reinterpret_cast<LONG_PTR>(GetWindow(form, GW_OWNER)));
   }
@@ -46,6 +49,7 @@ void GiveFocus(HWND control) {
 
 FormWindow::~FormWindow() {
   *done_ = true;
+  *is_gone_ = true;
   if (font_) DeleteObject(font_);
 }
 
@@ -65,13 +69,19 @@ void FormWindow::BeReady() {
 }
 
 void FormWindow::DestroyForm() {
-  EnumThreadWindows(GetCurrentThreadId(), &HandOver, reinterpret_cast<LPARAM>(handle()));
+  others_.reset();  // or the system would bring another program's window to the front
+  // The help viewer's windows run in a thread of its own.
+  EnumWindows(&HandOver, reinterpret_cast<LPARAM>(handle()));
   Destroy();
 }
 
 void FormWindow::PlaceOnScreen(int width, int height) {
-  RECT work;
-  SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+  HWND active = GetActiveWindow();
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoA(MonitorFromWindow(active ? active : handle(), MONITOR_DEFAULTTOPRIMARY),
+                  &monitor);
+  const RECT& work = monitor.rcWork;
   MoveWindow(handle(), work.left + (work.right - work.left - width) / 2,
              work.top + (work.bottom - work.top - height) / 3, width, height, TRUE);
 }
@@ -88,12 +98,18 @@ void FormWindow::ShowUntilHidden() {
   HWND owner = GetActiveWindow();
   if (owner == handle()) owner = nullptr;
   BelongTo(owner);
-  RunModal(handle(), owner, done_);  // may destroy this object
+  others_.emplace(handle());
+  const std::shared_ptr<bool> is_gone = is_gone_;
+  RunModal(handle(), done_);  // may destroy this object
+  if (!*is_gone) others_.reset();
 }
 
 void FormWindow::HideForm() {
   *done_ = true;
+  // The window behind can become the active one only while it can be used.
+  if (others_) others_->Enable(true);
   ShowWindow(handle(), SW_HIDE);
+  if (others_) others_->Enable(false);
 }
 
 void FormWindow::BelongTo(HWND owner) {

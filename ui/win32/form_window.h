@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "ui/win32/native_window.h"
+#include "ui/win32/other_windows.h"
 
 namespace scrivo {
 
@@ -26,7 +28,7 @@ class FormWindow : public NativeWindow {
   /// Destroys the window; to be called first in a derived class's destructor. What was opened for
   /// it and is not its own, such as the help viewer, goes over to its owner.
   void DestroyForm();
-  /// Puts the window, in this size, in the middle of the screen, a little above.
+  /// Puts the window, in this size, in the middle of the active window's monitor, a little above.
   void PlaceOnScreen(int width, int height);
 
   /// Gives the controls their font; it lives until the next call has returned.
@@ -44,9 +46,10 @@ class FormWindow : public NativeWindow {
   /// What the title bar and the borders add to the client area's height, in pixels.
   int FrameHeight() const;
 
-  /// Shows the form and returns when it was hidden; its owner, the window that was active before,
-  /// is disabled meanwhile. The object may be destroyed meanwhile.
+  /// Shows the form, in front of the window that was active before, and returns when it was hidden.
+  /// No other window of the thread can be used until then. The object may be destroyed meanwhile.
   void ShowUntilHidden();
+  /// Hides the form. The other windows still wait until what has hidden it is done.
   void HideForm();
   /// Makes the window belong to another: it stays in front of it and out of the task bar.
   void BelongTo(HWND owner);
@@ -62,6 +65,8 @@ class FormWindow : public NativeWindow {
   HFONT font_ = nullptr;
   HWND focus_ = nullptr;  ///< the control that had the focus when the form was left
   std::shared_ptr<bool> done_ = std::make_shared<bool>(true);
+  std::shared_ptr<bool> is_gone_ = std::make_shared<bool>(false);
+  std::optional<OtherWindowsDisabled> others_;  ///< while the form is shown as a modal one
 };
 
 /// While it lives, Tab, Enter, Escape and access keys work in all forms of this thread, whoever

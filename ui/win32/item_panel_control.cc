@@ -36,6 +36,15 @@ void DrawButtonFace(const DRAWITEMSTRUCT& draw) {
   }
 }
 
+/// The list's entry that is chosen: the one with the item's data, for several may have its text. -1
+/// when there is none.
+WPARAM ChosenEntry(const Item& item) {
+  const auto chosen = std::find_if(item.entries.begin(), item.entries.end(),
+                                   [&](const ListEntry& entry) { return entry.key == item.data; });
+  return chosen == item.entries.end() ? static_cast<WPARAM>(-1)
+                                      : static_cast<WPARAM>(chosen - item.entries.begin());
+}
+
 /// A line, as deep as its place.
 void DrawSeparator(const DRAWITEMSTRUCT& draw) {
   RECT shadow = draw.rcItem, light = draw.rcItem;
@@ -204,13 +213,10 @@ void ItemPanelControl::Fill(const Row& row) {
   } else if (item.kind == ItemKind::kList) {
     SendMessageA(row.edit, WM_SETREDRAW, FALSE, 0);
     SendMessageA(row.edit, CB_RESETCONTENT, 0, 0);
-    int chosen = -1;
     for (const ListEntry& entry : item.entries) {
-      const auto at = static_cast<int>(
-          SendMessageA(row.edit, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.text.c_str())));
-      if (chosen < 0 && entry.text == item.text) chosen = at;
+      SendMessageA(row.edit, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.text.c_str()));
     }
-    SendMessageA(row.edit, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+    SendMessageA(row.edit, CB_SETCURSEL, ChosenEntry(item), 0);
     SendMessageA(row.edit, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(row.edit, nullptr, TRUE);
   } else {

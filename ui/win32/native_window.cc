@@ -1,5 +1,6 @@
 #include "ui/win32/native_window.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -58,7 +59,9 @@ int SystemDpi() {
 }  // namespace
 
 int PixelsFromTwips(double twips, int dpi) {
-  const double pixels = twips * dpi / kTwipsPerInch;
+  // No place on any screen is further out; settings may hold any number.
+  constexpr double kFurthest = 1 << 20;
+  const double pixels = std::clamp(twips * dpi / kTwipsPerInch, -kFurthest, kFurthest);
   return static_cast<int>(pixels < 0 ? pixels - 0.5 : pixels + 0.5);
 }
 
@@ -112,9 +115,7 @@ LRESULT CALLBACK NativeWindow::Procedure(HWND handle, UINT message, WPARAM wpara
   }
 }
 
-void RunModal(HWND window, HWND owner, const std::shared_ptr<const bool>& done) {
-  const bool disable_owner = owner && IsWindowEnabled(owner);
-  if (disable_owner) EnableWindow(owner, FALSE);
+void RunModal(HWND window, const std::shared_ptr<const bool>& done) {
   ShowWindow(window, SW_SHOW);
   SetForegroundWindow(window);
   MSG message;
@@ -128,10 +129,6 @@ void RunModal(HWND window, HWND owner, const std::shared_ptr<const bool>& done) 
     TranslateMessage(&message);
     DispatchMessageA(&message);
   }
-  if (disable_owner) EnableWindow(owner, TRUE);
-  // The window went while its owner could not be used, so another program's may have come to the
-  // front.
-  if (owner && !GetActiveWindow()) SetForegroundWindow(owner);
 }
 
 bool IsFormKey(MSG* message) {

@@ -49,10 +49,10 @@ class NativeWindow {
   HWND handle_ = nullptr;
 };
 
-/// Shows `window` until *done, its owner disabled meanwhile; a quit message ends the display too
-/// and is passed on. Tab, Enter, Escape and access keys work as in a dialog. The window may be
-/// destroyed while it is shown, provided that *done is set then.
-void RunModal(HWND window, HWND owner, const std::shared_ptr<const bool>& done);
+/// Shows `window` and serves messages until *done; a quit message ends the display too and is
+/// passed on. Tab, Enter, Escape and access keys work as in a dialog. The window may be destroyed
+/// while it is shown, provided that *done is set then.
+void RunModal(HWND window, const std::shared_ptr<const bool>& done);
 
 /// Hands a message to the dialog keys of the form that it belongs to; true when it was one.
 bool IsFormKey(MSG* message);

@@ -162,14 +162,18 @@ void ParameterWindow::Activate(HWND other) {
 
 void ParameterWindow::PullIntoView() {
   RECT place = Place();
-  // Who can see the title bar can move the window.
-  const RECT title_bar{place.left, place.top, place.right,
-                       place.top + GetSystemMetrics(SM_CYCAPTION)};
-  if (MonitorFromRect(&title_bar, MONITOR_DEFAULTTONULL)) return;
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
   GetMonitorInfoA(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor);
   const RECT& work = monitor.rcWork;
+  // Who can take hold of the title bar can move the window.
+  const int grip = GetSystemMetrics(SM_CYCAPTION);
+  const RECT title_bar{place.left, place.top, place.right, place.top + grip};
+  RECT seen;
+  if (IntersectRect(&seen, &title_bar, &work) && seen.bottom - seen.top >= grip / 2 &&
+      seen.right - seen.left >= 3 * grip) {
+    return;
+  }
   const LONG left =
       std::max(work.left, std::min(place.left, work.right - (place.right - place.left)));
   const LONG top =

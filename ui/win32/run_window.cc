@@ -54,6 +54,7 @@ void RunWindow::ShowModeless() {
   HWND active = GetActiveWindow();
   HWND host = active ? GetAncestor(active, GA_ROOTOWNER) : nullptr;
   BelongTo(IsOwnWindow(host) ? nullptr : host);
+  EnableWindow(handle(), TRUE);  // it may have stayed from an earlier run, behind a modal form
   ShowWindow(handle(), SW_SHOW);
   UpdateWindow(handle());
 }

@@ -42,6 +42,7 @@ class ParameterWindowTest : public testing::Test {
   ParameterWindowTest() {
     panel["LIST"].entries = {{"First", "a.htm", 900}, {"Second", "b.htm", 900}};
     panel["LIST"].text = "Second";
+    panel["LIST"].data = "b.htm";
     window = std::make_unique<ParameterWindow>(ParameterDesign{"Test", "GO", "CLOSE", 6000, 4500},
                                                panel, strip, listener);
   }
@@ -79,6 +80,16 @@ TEST_F(ParameterWindowTest, ShowsWhatTheRowsHold) {
   EXPECT_EQ(TextOf(List()), "Second");
   EXPECT_EQ(SendMessageA(Box(), BM_GETCHECK, 0, 0), BST_CHECKED);
   EXPECT_TRUE(listener.log.empty()) << "showing is not changing";
+}
+
+TEST_F(ParameterWindowTest, AmongEntriesOfOneTextTheOneWithTheDataIsChosen) {
+  panel["LIST"].entries = {{"Page", "a.htm", 900}, {"Page", "b.htm", 900}};
+  panel["LIST"].text = "A label that no entry has";
+  window->ShowItem("LIST");
+  EXPECT_EQ(SendMessageA(List(), CB_GETCURSEL, 0, 0), 1);
+  panel["LIST"].data = "gone.htm";
+  window->ShowItem("LIST");
+  EXPECT_EQ(SendMessageA(List(), CB_GETCURSEL, 0, 0), CB_ERR);
 }
 
 TEST_F(ParameterWindowTest, TypingChangesTheRow) {
@@ -127,6 +138,55 @@ TEST_F(ParameterWindowTest, ShownModallyItIsActivatedOnceAndEndsWhenHidden) {
   window->ShowModal();
   EXPECT_FALSE(IsWindowVisible(window->handle()));
   EXPECT_EQ(std::count(listener.log.begin(), listener.log.end(), "activated"), 1);
+}
+
+/// A window of the host's, on view until the end of the test.
+class HostWindow : public NativeWindow {
+ public:
+  HostWindow() {
+    Create("Host", WS_OVERLAPPEDWINDOW, 0, nullptr, RECT{0, 0, 300, 200});
+    ShowWindow(handle(), SW_SHOWNOACTIVATE);
+  }
+};
+
+TEST_F(ParameterWindowTest, NoOtherWindowOfTheThreadCanBeUsedWhileItIsShown) {
+  const HostWindow first, second, out_of_use;
+  EnableWindow(out_of_use.handle(), FALSE);
+  SetActiveWindow(nullptr);
+  OnceShown([&] {
+    EXPECT_FALSE(IsWindowEnabled(first.handle()));
+    EXPECT_FALSE(IsWindowEnabled(second.handle()));
+    EXPECT_TRUE(IsWindowEnabled(window->handle()));
+    window->Hide();
+    EXPECT_FALSE(IsWindowEnabled(first.handle())) << "what has hidden it is not done yet";
+  });
+  window->ShowModal();
+  EXPECT_TRUE(IsWindowEnabled(first.handle()));
+  EXPECT_TRUE(IsWindowEnabled(second.handle()));
+  EXPECT_FALSE(IsWindowEnabled(out_of_use.handle())) << "it was so before";
+}
+
+TEST_F(ParameterWindowTest, DestroyedWhileItIsShownItLeavesTheOtherWindowsInUse) {
+  const HostWindow host;
+  OnceShown([&] { window.reset(); });
+  window->ShowModal();
+  EXPECT_TRUE(IsWindowEnabled(host.handle()));
+}
+
+TEST_F(ParameterWindowTest, HiddenItLeavesTheFrontToTheWindowBehindIt) {
+  const HostWindow host;
+  SetForegroundWindow(host.handle());
+  OnceShown([&] { window->Hide(); });
+  window->ShowModal();
+  EXPECT_EQ(GetActiveWindow(), host.handle());
+}
+
+TEST_F(ParameterWindowTest, OnlyKeysAreTakenFromAMessageLoopOfTheHosts) {
+  const FormKeys keys;
+  MSG message;
+  PostMessageA(window->handle(), WM_APP, 1, 2);
+  ASSERT_TRUE(PeekMessageA(&message, window->handle(), WM_APP, WM_APP, PM_REMOVE));
+  EXPECT_EQ(message.message, static_cast<UINT>(WM_APP));
 }
 
 TEST_F(ParameterWindowTest, EnterPressesTheDefaultButtonAndEscapeTheCancelButton) {
@@ -179,6 +239,29 @@ TEST_F(ParameterWindowTest, APlaceThatNoMonitorShowsIsPulledBackIntoView) {
     window->Hide();
   });
   window->ShowModal();
+}
+
+TEST_F(ParameterWindowTest, APlaceThatLeavesNothingToTakeHoldOfIsPulledBackIntoView) {
+  RECT work;
+  SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+  window->Left(static_cast<float>(TwipsFromPixels(work.right - 2, window->Dpi())));
+  window->Top(static_cast<float>(TwipsFromPixels(work.bottom - 2, window->Dpi())));
+  OnceShown([&] {
+    RECT place;
+    GetWindowRect(window->handle(), &place);
+    EXPECT_LE(place.right, work.right);
+    EXPECT_LE(place.bottom, work.bottom);
+    window->Hide();
+  });
+  window->ShowModal();
+}
+
+TEST_F(ParameterWindowTest, AnyNumberIsAPlace) {
+  for (const float twips : {1e30F, -1e30F}) {
+    window->Left(twips);
+    window->Width(twips);
+    EXPECT_LE(std::abs(window->Left()), 1e9F);
+  }
 }
 
 TEST_F(ParameterWindowTest, TheBrowseButtonStaysInsideAtEverySize) {
