@@ -7,6 +7,8 @@
 #include "host/host_arguments.h"
 #include "host/win32/host_window.h"
 #include "platform/seams/services.h"
+// After windows.h, on which it stands.
+#include <ole2.h>
 
 namespace {
 
@@ -42,16 +44,18 @@ void RunMessages(HostWindow* window) {
   }
 }
 
-void Run(const HostArguments& arguments) {
+/// Shows the host until it is closed; gives the program's exit status.
+int Run(const HostArguments& arguments) {
   const auto world = HostWorld::Make();
   HostWindow window(world);
   if (!arguments.web.empty()) {
     const bool is_address = arguments.web.find("://") != std::string::npos;
     window.OpenWeb(is_address ? arguments.web : FullPath(arguments.web));
-    if (arguments.external && !world->session.active()) return;  // the user has been told why
+    if (arguments.external && !world->session.active()) return 1;  // the user has been told why
   }
   window.Start(arguments.external);
   RunMessages(&window);
+  return 0;
 }
 
 }  // namespace
@@ -62,15 +66,15 @@ int main(int argc, char** argv) {
     TellUsage(arguments.problem);
     return arguments.help ? 0 : 2;
   }
-  if (FAILED(CoInitialize(nullptr))) return 1;
-  int status = 0;
+  if (FAILED(OleInitialize(nullptr)))
+    return 1;  // add-ins use the clipboard and the shell's dialogs
+  int status = 1;
   try {
     TheServices() = CreateSystemServices();
-    Run(arguments);
+    status = Run(arguments);
   } catch (const std::exception& exception) {
     MessageBoxA(nullptr, exception.what(), "Scrivo Host", MB_OK | MB_ICONERROR);
-    status = 1;
   }
-  CoUninitialize();
+  OleUninitialize();
   return status;
 }

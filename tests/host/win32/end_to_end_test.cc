@@ -295,6 +295,21 @@ TEST_F(EndToEndTest, TheProgramShowsTheCompileDialogAtOnceWhenConnectedExternall
   EXPECT_EQ(host.ExitStatus(), 0u);
 }
 
+TEST_F(EndToEndTest, TheProgramSaysWhyAWebCannotBeOpenedAndEndsWhenItWasConnectedForIt) {
+  Program host("--external \"" + InFolder("nowhere") + "\"");
+  HWND box = host.AwaitBox();
+  ASSERT_NE(box, nullptr);
+  std::string text;
+  for (HWND label : ControlsOf(box, "STATIC")) {
+    char part[512] = "";
+    SendMessageA(label, WM_GETTEXT, sizeof part, reinterpret_cast<LPARAM>(part));
+    text += part;
+  }
+  EXPECT_NE(text.find(InFolder("nowhere")), std::string::npos) << text;
+  PostMessageA(box, WM_CLOSE, 0, 0);
+  EXPECT_EQ(host.ExitStatus(), 1u);
+}
+
 TEST_F(EndToEndTest, TheProgramOpensAWebAndEndsWhenItIsClosed) {
   Program host("\"" + web + "\"");
   HWND main = host.Await(
