@@ -103,15 +103,17 @@ void AddinList::Read() {
 
 void AddinList::ConnectAtStart(LONG mode) {
   const auto addins = addins_;
+  std::vector<std::shared_ptr<Addin>> loaded;
   for (const auto& addin : addins) {
-    if (!addin->entry.LoadsAtStart()) continue;
+    if (!addin->entry.LoadsAtStart() || addin->connected) continue;
     try {
       Connect(addin, mode);
+      loaded.push_back(addin);
     } catch (const Error&) {
       // It is kept as the add-in's problem.
     }
   }
-  for (const auto& addin : addins) {
+  for (const auto& addin : loaded) {
     CustomData custom;
     if (addin->connected) ComPtr(addin->connected)->OnStartupComplete(custom.get());
   }
@@ -137,6 +139,7 @@ void AddinList::Connect(const std::shared_ptr<Addin>& addin, LONG mode) {
       entry_point->OnConnection(application.get(), mode, instance.get().pdispVal, custom.get());
   if (result != S_OK) {
     addin->connected.Reset();
+    addin->object.Reset();
     Fail(addin.get(), "it refuses the connection with " + ReasonOf(result));
   }
   TellUpdate();

@@ -64,6 +64,7 @@ bool ClickPoint::TellClick(IDispatch* button) {
   std::vector<ComPtr<IDispatch>> sinks;
   for (const auto& [cookie, sink] : sinks_) sinks.push_back(sink);
   const auto self = ComPtr<IConnectionPoint>::Share(this);
+  const auto pressed = ComPtr<IDispatch>::Share(button);
   VARIANT_BOOL cancel = VARIANT_FALSE;
   for (const auto& sink : sinks) {
     VARIANT arguments[2];  // last first

@@ -15,7 +15,7 @@ const CLSID kClass = {0x5F0F6A51, 0x71B2, 0x4A5C, {0x9D, 0x0B, 0x31, 0x5B, 0x6F,
 struct Told {
   std::string calls;
   HRESULT answer = S_OK;
-  bool is_addin = true;
+  bool is_addin = true, publishes = false;
   int living = 0;
   std::string prog_id, host_name;
   bool counts_as_connected = false;
@@ -56,6 +56,7 @@ class TestAddin : public AddinInterface {
     told.prog_id = TextOf(own.Get(L"ProgId"));
     told.counts_as_connected = TruthOf(own.Get(L"Connect"));
     EXPECT_NE(*custom, nullptr);
+    if (told.publishes) own.Put(L"Object", Variant::Object(application));
     Say("connect " + std::to_string(mode));
     return told.answer;
   }
@@ -216,6 +217,23 @@ TEST_F(AddinListTest, AnAddInThatRefusesIsLetGoOf) {
   const Outcome outcome = Invoke(AddinObject(), L"Connect", kPut, {yes.get()});
   EXPECT_EQ(outcome.code, DISP_E_EXCEPTION);
   EXPECT_EQ(outcome.description, world->addins.Find(kProgId)->problem);
+}
+
+TEST_F(AddinListTest, AnObjectThatWasPublishedBeforeTheRefusalGoesWithIt) {
+  told.publishes = true;
+  world->addins.ConnectAtStart(kAtStartup);
+  EXPECT_TRUE(Object(AddinObject(), L"Object"));
+  world->addins.Disconnect(world->addins.Find(kProgId), kUserClosed);
+  told.answer = E_FAIL;
+  world->addins.ConnectAtStart(kAtStartup);
+  EXPECT_FALSE(Object(AddinObject(), L"Object"));
+}
+
+TEST_F(AddinListTest, OneThatIsLoadedAlreadyHearsNothingOfTheStart) {
+  world->addins.ConnectOnDemand(kProgId);
+  Calls();
+  world->addins.ConnectAtStart(kAtStartup);
+  EXPECT_EQ(Calls(), "");
 }
 
 TEST_F(AddinListTest, AClassThatIsNoAddInIsNotLoaded) {

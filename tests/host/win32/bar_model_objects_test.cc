@@ -310,6 +310,27 @@ TEST_F(BarObjectsTest, ASinkMayLetGoOfEverythingWhileItIsTold) {
   EXPECT_EQ(sink.references, 1);
 }
 
+TEST_F(BarObjectsTest, TheButtonLivesUntilTheLastSinkIsTold) {
+  auto button = std::make_unique<LateBound>(Add(Controls("Tools"), kBarButton));
+  button->Put(L"Caption", Variant::Text("Pressed"));
+  Sink first, second;
+  DWORD cookie = 0;
+  auto point = ClicksOf(*button);
+  point->Advise(&first, &cookie);
+  point->Advise(&second, &cookie);
+  first.on_click = [&] {
+    world->bars.Find("Tools")->controls.clear();
+    point.Reset();
+    button.reset();
+  };
+  std::string caption;
+  second.on_click = [&] {
+    caption = Text(LateBound(ComPtr<IDispatch>::Share(second.clicked)), L"Caption");
+  };
+  world->Press(std::shared_ptr(world->bars.Find("Tools")->controls.front()));
+  EXPECT_EQ(caption, "Pressed");
+}
+
 TEST_F(BarObjectsTest, ADisabledButtonCannotBePressed) {
   const LateBound button = Add(Controls("Tools"), kBarButton);
   button.Put(L"Enabled", Variant::Boolean(false));
