@@ -70,6 +70,13 @@ TEST_F(HostCommandsTest, TheSampleWebIsOpenedFromTheDocumentsFolderAndBroughtFor
   EXPECT_EQ(CountOf(views->main, "show"), 0);
 }
 
+TEST_F(HostCommandsTest, WithoutADocumentsFolderTheNameIsTriedAsItIs) {
+  desktop->browse_path = "";
+  connect->ShowExample();
+  EXPECT_EQ(host->opened, std::vector<std::string>{"\\Scrivo Builder sample web|||0"});
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
 TEST_F(HostCommandsTest, AMissingSampleWebIsSilent) {
   host->opens_webs = false;
   connect->ShowExample();
