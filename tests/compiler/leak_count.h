@@ -19,6 +19,10 @@ long long MemorySlack();
 /// How many children to start in a row: ten thousand, or as many as end in bearable time.
 int ChildrenToStart();
 
+/// How many of them the system may fail to start for reasons of its own: an emulated Windows loses
+/// one now and then, one in ten thousand or so; any other none.
+int ChildrenThatMayNotStart();
+
 /// How many handles of the system an open key of the registry takes.
 extern const long kHandlesOfAKey;
 

@@ -44,6 +44,8 @@ long long MemorySlack() {
 
 int ChildrenToStart() { return IsSanitized() ? 500 : 10'000; }
 
+int ChildrenThatMayNotStart() { return 0; }
+
 std::shared_ptr<RegistryStore> RegistryIn(const std::string& folder) {
   return std::make_shared<FileRegistry>(CreateSystemServices().files, folder, "registry.reg");
 }

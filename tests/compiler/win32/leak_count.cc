@@ -48,6 +48,12 @@ int ChildrenToStart() {
   return std::getenv("SCRIVO_LONG_TESTS") ? 10'000 : 100;
 }
 
+int ChildrenThatMayNotStart() {
+  const bool is_emulated =
+      GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+  return is_emulated ? 2 + ChildrenToStart() / 1000 : 0;
+}
+
 std::shared_ptr<RegistryStore> RegistryIn(const std::string&) {
   return CreateSystemServices().registry;
 }
