@@ -97,6 +97,7 @@ TEST_F(Leaks, ChildrenLeaveNothing) {
   std::map<std::string, int> ends;  // how many printed what and ended with which status
   std::string failures;             // to start one
   int not_started = 0;
+  ErrorHandler().ErrorNumber(0);  // that of the last error, of whatever test it was
   ExpectLeft(0, ChildrenToStart(), [&] {
     std::string printed;
     CSpawnConsoleApp app;

@@ -51,7 +51,7 @@ int ChildrenToStart() {
 int ChildrenThatMayNotStart() {
   const bool is_emulated =
       GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
-  return is_emulated ? 2 + ChildrenToStart() / 1000 : 0;
+  return is_emulated ? 1 + ChildrenToStart() / 1000 : 0;
 }
 
 std::shared_ptr<RegistryStore> RegistryIn(const std::string&) {
