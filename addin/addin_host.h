@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "generator/site/site.h"
+#include "site/site.h"
 
 namespace scrivo {
 

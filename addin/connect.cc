@@ -13,9 +13,9 @@
 #include "errors/frame.h"
 #include "generator/frm_main.h"
 #include "platform/globals.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
 #include "platform/settings.h"
+#include "system/error.h"
+#include "system/services.h"
 #include "ui/number_text.h"
 
 namespace scrivo {

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "platform/seams/services.h"
+#include "system/services.h"
 #include "webs/disk_web.h"
 
 // A web on disk against reading the same files once: listing it, its tree, the keywords of all its

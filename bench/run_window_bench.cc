@@ -11,7 +11,7 @@
 #include "platform/globals.h"
 #include "platform/memory_registry.h"
 #include "platform/registry.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 #include "tests/doubles/fake_desktop.h"
 #include "tests/doubles/fake_system.h"
 #include "tests/doubles/printing_processes.h"

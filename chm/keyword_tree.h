@@ -23,8 +23,8 @@ struct Keyword {
 class KeywordTree {
  public:
   // Adds a keyword below the last one added at the level above (at the top when there is none), or
-  // adds to the one that is there. Items of a sitemap come here in their order. A reference too long
-  // for any keyword leads nowhere and is left out.
+  // adds to the one that is there. Items of a sitemap come here in their order. A reference too
+  // long for any keyword leads nowhere and is left out.
   void Add(int level, std::string_view name, const std::vector<std::uint32_t>& topics,
            std::string_view see_also);
 

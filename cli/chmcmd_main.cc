@@ -5,8 +5,8 @@
 #include <iostream>
 
 #include "cli/chmcmd_run.h"
-#include "platform/seams/interruption.h"
-#include "platform/seams/services.h"
+#include "system/interruption.h"
+#include "system/services.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) {

@@ -4,8 +4,8 @@
 #include "cli/chmcmd_project.h"
 #include "errors/frame.h"
 #include "platform/paths.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

@@ -11,9 +11,9 @@
 #include "compiler/frm_hhc.h"
 #include "generator/relative_location.h"
 #include "platform/globals.h"
-#include "platform/seams/error.h"
-#include "platform/seams/interruption.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/interruption.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

@@ -8,8 +8,8 @@
 #include "generator/relative_location.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
-#include "platform/seams/error.h"
 #include "platform/settings.h"
+#include "system/error.h"
 #include "text/code_page.h"
 
 namespace scrivo {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/seams/processes.h"
+#include "system/processes.h"
 
 namespace scrivo {
 

@@ -5,7 +5,7 @@
 #include "compiler/spawn_console_app.h"
 #include "errors/error_handler.h"
 #include "platform/globals.h"
-#include "platform/seams/interruption.h"
+#include "system/interruption.h"
 
 namespace scrivo {
 namespace {

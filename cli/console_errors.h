@@ -3,7 +3,7 @@
 #include <string>
 
 #include "errors/error_dialog.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "ui/console/console.h"
 
 namespace scrivo {

@@ -5,8 +5,8 @@
 #include "decompile/frm_decompile.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 #include "ui/console/console_run_view.h"
 
 namespace scrivo {

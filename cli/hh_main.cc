@@ -7,7 +7,7 @@
 
 #include "cli/code_page_stream.h"
 #include "cli/hh_command.h"
-#include "platform/seams/terminal.h"
+#include "system/terminal.h"
 #include "text/code_page.h"
 
 int main(int argc, char** argv) {

@@ -10,7 +10,7 @@
 #include "chm/source_files.h"
 #include "cli/code_page_stream.h"
 #include "cli/hhc_command.h"
-#include "platform/seams/terminal.h"
+#include "system/terminal.h"
 #include "text/code_page.h"
 
 int main(int argc, char** argv) {

@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "platform/globals.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 #include "webs/disk_host.h"
 
 namespace scrivo {

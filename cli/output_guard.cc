@@ -7,8 +7,8 @@
 #include "chm/little_endian.h"
 #include "errors/frame.h"
 #include "platform/paths.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

@@ -5,8 +5,8 @@
 #include <iterator>
 
 #include "errors/frame.h"
-#include "platform/seams/error.h"
-#include "platform/seams/interruption.h"
+#include "system/error.h"
+#include "system/interruption.h"
 
 namespace scrivo {
 namespace {

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "generator/site/site.h"
+#include "site/site.h"
 
 namespace scrivo {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "cli/scrivo.h"
-#include "platform/seams/interruption.h"
-#include "platform/seams/services.h"
-#include "platform/seams/terminal.h"
+#include "system/interruption.h"
+#include "system/services.h"
+#include "system/terminal.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "cli/terminal_text.h"
 
-#include "platform/seams/services.h"
-#include "platform/seams/terminal.h"
+#include "system/services.h"
+#include "system/terminal.h"
 #include "text/code_page.h"
 
 namespace scrivo {

@@ -4,10 +4,10 @@
 #include "compiler/spawn_console_app.h"
 #include "errors/error_handler.h"
 #include "errors/frame.h"
-#include "generator/site/site.h"
 #include "platform/globals.h"
 #include "platform/registry.h"
-#include "platform/seams/services.h"
+#include "site/site.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

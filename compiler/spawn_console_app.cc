@@ -1,7 +1,7 @@
 #include "compiler/spawn_console_app.h"
 
 #include "errors/frame.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

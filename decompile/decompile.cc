@@ -4,8 +4,8 @@
 #include "decompile/frm_decompile.h"
 #include "errors/error_handler.h"
 #include "errors/frame.h"
-#include "platform/seams/services.h"
 #include "platform/temp_files.h"
+#include "system/services.h"
 
 namespace scrivo {
 

@@ -9,9 +9,9 @@
 #include "platform/common_dialog.h"
 #include "platform/globals.h"
 #include "platform/help.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
 #include "platform/settings.h"
+#include "system/error.h"
+#include "system/services.h"
 #include "ui/number_text.h"
 #include "ui/run_view.h"
 

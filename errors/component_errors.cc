@@ -1,7 +1,7 @@
 #include "errors/component_errors.h"
 
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 
 namespace scrivo {
 

@@ -4,8 +4,8 @@
 
 #include "errors/component_errors.h"
 #include "errors/log_file.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

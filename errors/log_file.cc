@@ -1,6 +1,6 @@
 #include "errors/log_file.h"
 
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 

@@ -6,8 +6,8 @@
 #include "generator/frm_main.h"
 #include "generator/project_names.h"
 #include "platform/paths.h"
-#include "platform/seams/services.h"
 #include "platform/text_file.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

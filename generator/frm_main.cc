@@ -9,7 +9,7 @@
 #include "platform/common_dialog.h"
 #include "platform/globals.h"
 #include "platform/help.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "ui/number_text.h"
 #include "ui/run_view.h"
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "generator/site/site.h"
-#include "platform/seams/desktop.h"
+#include "site/site.h"
+#include "system/desktop.h"
 #include "ui/button_strip.h"
 #include "ui/item_panel.h"
 #include "ui/main_view.h"

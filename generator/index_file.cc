@@ -8,8 +8,8 @@
 #include "generator/project_names.h"
 #include "generator/relative_location.h"
 #include "generator/sitemap_text.h"
-#include "platform/seams/services.h"
 #include "platform/text_file.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

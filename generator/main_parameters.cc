@@ -8,9 +8,9 @@
 #include "generator/frm_main.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
 #include "platform/settings.h"
+#include "system/error.h"
+#include "system/services.h"
 #include "ui/number_text.h"
 
 namespace scrivo {

@@ -1,8 +1,8 @@
 #include "generator/project_names.h"
 
 #include "platform/globals.h"
-#include "platform/seams/error.h"
 #include "platform/temp_files.h"
+#include "system/error.h"
 
 namespace scrivo {
 

@@ -1,8 +1,8 @@
 #include "generator/relative_location.h"
 
 #include "errors/frame.h"
-#include "generator/site/site.h"
 #include "platform/globals.h"
+#include "site/site.h"
 
 namespace scrivo {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "errors/frame.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 #include "webs/page_head.h"
 
 namespace scrivo::host {

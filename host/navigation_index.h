@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "generator/site/site.h"
+#include "site/site.h"
 
 namespace scrivo::host {
 

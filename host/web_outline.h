@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "generator/site/site.h"
 #include "host/session.h"
+#include "site/site.h"
 
 namespace scrivo::host {
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 
 #include "errors/frame.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

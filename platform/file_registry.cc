@@ -3,7 +3,7 @@
 #include "errors/frame.h"
 #include "platform/paths.h"
 #include "platform/registry_text.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/memory_registry.h"
-#include "platform/seams/files.h"
+#include "system/files.h"
 
 namespace scrivo {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/path_style.h"
-#include "platform/seams/desktop.h"
+#include "system/desktop.h"
 
 namespace scrivo {
 

@@ -3,7 +3,7 @@
 #include "errors/frame.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/registry_tree.h"
-#include "platform/seams/registry_store.h"
+#include "system/registry_store.h"
 
 namespace scrivo {
 

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "errors/component_errors.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

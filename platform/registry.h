@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/registry_value.h"
-#include "platform/seams/registry_store.h"
+#include "system/registry_store.h"
 
 namespace scrivo {
 

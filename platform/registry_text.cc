@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "platform/seams/error.h"
-#include "platform/seams/registry_store.h"
+#include "system/error.h"
+#include "system/registry_store.h"
 
 namespace scrivo {
 namespace {

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "errors/component_errors.h"
 #include "platform/globals.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

@@ -1,7 +1,7 @@
 #include "platform/special_folder.h"
 
 #include "errors/frame.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 

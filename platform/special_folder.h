@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/seams/desktop.h"
+#include "system/desktop.h"
 
 namespace scrivo {
 

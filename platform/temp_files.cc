@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "errors/frame.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

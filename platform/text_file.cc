@@ -1,6 +1,6 @@
 #include "platform/text_file.h"
 
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

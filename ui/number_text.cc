@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "generator/site/site.h"
 #include "platform/globals.h"
 #include "platform/path_style.h"
+#include "site/site.h"
 
 namespace scrivo {
 

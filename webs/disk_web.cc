@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 #include "webs/contents_tree.h"
 #include "webs/html_tag.h"
 #include "webs/web_snapshot.h"

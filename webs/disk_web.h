@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "generator/site/site.h"
 #include "platform/globals.h"
 #include "platform/path_style.h"
+#include "site/site.h"
 #include "webs/web_report.h"
 
 namespace scrivo {

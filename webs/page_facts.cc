@@ -4,7 +4,7 @@
 #include <optional>
 #include <set>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "text/code_page.h"
 #include "text/html_entities.h"
 #include "webs/vti_cnf.h"

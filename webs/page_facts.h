@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/seams/files.h"
+#include "system/files.h"
 #include "webs/ansi_text.h"
 #include "webs/disk_web.h"
 #include "webs/page_head.h"

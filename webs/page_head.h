@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/seams/files.h"
+#include "system/files.h"
 
 namespace scrivo {
 

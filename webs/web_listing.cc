@@ -4,7 +4,7 @@
 #include <array>
 #include <unordered_set>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "webs/ansi_text.h"
 #include "webs/name_order.h"
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/path_style.h"
-#include "platform/seams/files.h"
+#include "system/files.h"
 #include "webs/web_report.h"
 
 namespace scrivo {

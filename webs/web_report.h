@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

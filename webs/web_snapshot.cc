@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "webs/folder_tree.h"
 #include "webs/html_tag.h"
 #include "webs/navigation_tree.h"

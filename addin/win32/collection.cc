@@ -1,7 +1,7 @@
 #include "addin/win32/collection.h"
 
 #include "com/win32/com_error.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "addin/win32/collection.h"
 #include "platform/paths.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "com/win32/dispatch_call.h"
-#include "generator/site/site.h"
+#include "site/site.h"
 
 namespace scrivo {
 

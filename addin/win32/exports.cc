@@ -10,8 +10,8 @@
 #include "decompile/frm_decompile.h"
 #include "generator/frm_main.h"
 #include "platform/globals.h"
-#include "platform/seams/error.h"
-#include "platform/seams/services.h"
+#include "system/error.h"
+#include "system/services.h"
 #include "ui/win32/native_window.h"
 #include "ui/win32/win32_views.h"
 

@@ -1,6 +1,6 @@
 #include "com/win32/com_error.h"
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

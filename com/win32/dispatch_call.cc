@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "com/win32/com_error.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

@@ -3,7 +3,7 @@
 #include <atomic>
 #include <exception>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

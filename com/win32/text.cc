@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

@@ -2,10 +2,10 @@
 
 #include "errors/error_handler.h"
 #include "errors/frame.h"
-#include "generator/site/site.h"
 #include "platform/globals.h"
-#include "platform/seams/services.h"
 #include "platform/shell.h"
+#include "site/site.h"
+#include "system/services.h"
 #include "ui/run_view.h"
 
 namespace scrivo {

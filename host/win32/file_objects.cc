@@ -9,7 +9,7 @@
 #include "host/win32/web_objects.h"
 #include "host/win32/window_objects.h"
 #include "platform/paths.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo::host {
 namespace {

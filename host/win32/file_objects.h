@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "com/win32/variant.h"
-#include "generator/site/site.h"
 #include "host/session.h"
+#include "site/site.h"
 
 namespace scrivo::host {
 

@@ -6,7 +6,7 @@
 #include "com/win32/ole.h"
 #include "host/host_arguments.h"
 #include "host/win32/host_window.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 // After windows.h, on which it stands.
 #include <ole2.h>
 

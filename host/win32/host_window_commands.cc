@@ -6,8 +6,8 @@
 #include "host/recent_webs.h"
 #include "host/win32/host_window.h"
 #include "platform/common_dialog.h"
-#include "platform/seams/services.h"
 #include "platform/win32/shell_api.h"
+#include "system/services.h"
 
 namespace scrivo::host {
 namespace {

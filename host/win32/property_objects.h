@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "com/win32/variant.h"
-#include "generator/site/site.h"
+#include "site/site.h"
 
 namespace scrivo::host {
 

@@ -5,7 +5,7 @@
 #include "platform/posix/shell.h"
 #include "platform/posix/system.h"
 #include "platform/posix/user_folders.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "platform/posix/opener.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

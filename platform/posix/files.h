@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/files.h"
+#include "system/files.h"
 
 namespace scrivo {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/seams/error.h"
-#include "platform/seams/interruption.h"
+#include "system/error.h"
+#include "system/interruption.h"
 
 namespace scrivo {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/posix/descriptor.h"
-#include "platform/seams/processes.h"
+#include "system/processes.h"
 
 namespace scrivo {
 

@@ -10,9 +10,9 @@
 #include "platform/posix/opener.h"
 #include "platform/posix/spawn.h"
 #include "platform/posix/user_folders.h"
-#include "platform/seams/error.h"
 #include "platform/special_folder.h"
 #include "platform/user_dirs.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

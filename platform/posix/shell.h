@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/seams/shell_services.h"
+#include "system/shell_services.h"
 
 namespace scrivo {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/seams/system_services.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 

@@ -1,4 +1,4 @@
-#include "platform/seams/terminal.h"
+#include "system/terminal.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>

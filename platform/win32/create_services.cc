@@ -1,10 +1,10 @@
-#include "platform/seams/services.h"
 #include "platform/win32/desktop.h"
 #include "platform/win32/files.h"
 #include "platform/win32/processes.h"
 #include "platform/win32/registry.h"
 #include "platform/win32/shell.h"
 #include "platform/win32/system.h"
+#include "system/services.h"
 
 namespace scrivo {
 

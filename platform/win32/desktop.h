@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/seams/desktop.h"
+#include "system/desktop.h"
 
 namespace scrivo {
 

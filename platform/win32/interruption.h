@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/seams/error.h"
-#include "platform/seams/interruption.h"
 #include "platform/win32/windows.h"
+#include "system/error.h"
+#include "system/interruption.h"
 
 namespace scrivo {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/seams/processes.h"
+#include "system/processes.h"
 
 namespace scrivo {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/seams/registry_store.h"
+#include "system/registry_store.h"
 
 namespace scrivo {
 

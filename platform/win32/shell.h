@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/seams/shell_services.h"
+#include "system/shell_services.h"
 
 namespace scrivo {
 

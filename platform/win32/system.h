@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/seams/system_services.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 

@@ -1,6 +1,6 @@
 #include "platform/win32/system_error.h"
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

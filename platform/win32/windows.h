@@ -1,7 +1,7 @@
 #pragma once
 
-// The one place that includes the system's header, so that every body sees it with the same settings: no min and max
-// macros, no seldom used parts, handles of distinct types.
+// The one place that includes the system's header, so that every body sees it with the same
+// settings: no min and max macros, no seldom used parts, handles of distinct types.
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif

@@ -1,7 +1,7 @@
 // Webs, structures and disks that are not as they should be: what is told, the exit status, and
 // that nothing is lost.
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/cli/failing_disk.h"
 #include "tests/cli/scrivo_run.h"
 

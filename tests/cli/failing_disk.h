@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/seams/files.h"
+#include "system/files.h"
 
 namespace scrivo {
 

@@ -10,7 +10,7 @@
 
 #include "cli/scrivo.h"
 #include "platform/memory_registry.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 #include "tests/doubles/fake_shell.h"
 #include "tests/doubles/test_folder.h"
 

@@ -1,7 +1,7 @@
 #include "compiler/frm_hhc.h"
 
-#include "generator/site/site.h"
 #include "platform/registry.h"
+#include "site/site.h"
 #include "tests/doubles/fake_error_dialog.h"
 #include "tests/doubles/fake_run_view.h"
 #include "tests/doubles/fake_services.h"

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/seams/registry_store.h"
+#include "system/registry_store.h"
 
 namespace scrivo {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/seams/registry_store.h"
+#include "system/registry_store.h"
 
 namespace scrivo {
 

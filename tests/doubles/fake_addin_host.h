@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "addin/addin_host.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

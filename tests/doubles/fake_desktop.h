@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/desktop.h"
+#include "system/desktop.h"
 
 namespace scrivo {
 

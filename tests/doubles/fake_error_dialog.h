@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "errors/error_dialog.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 

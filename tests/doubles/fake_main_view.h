@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/doubles/fake_run_view.h"
 #include "ui/main_view.h"
 

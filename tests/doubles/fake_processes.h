@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/processes.h"
+#include "system/processes.h"
 
 namespace scrivo {
 

@@ -5,7 +5,7 @@
 #include "errors/error_handler.h"
 #include "platform/globals.h"
 #include "platform/memory_registry.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 #include "tests/doubles/fake_desktop.h"
 #include "tests/doubles/fake_processes.h"
 #include "tests/doubles/fake_shell.h"

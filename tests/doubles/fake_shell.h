@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/shell_services.h"
+#include "system/shell_services.h"
 
 namespace scrivo {
 

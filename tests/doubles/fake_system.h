@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/system_services.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/doubles/fake_services.h"
 
 namespace scrivo {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/error.h"
-#include "platform/seams/files.h"
+#include "system/error.h"
+#include "system/files.h"
 
 namespace scrivo {
 

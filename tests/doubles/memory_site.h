@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "generator/site/site.h"
-#include "platform/seams/error.h"
+#include "site/site.h"
+#include "system/error.h"
 
 namespace scrivo {
 

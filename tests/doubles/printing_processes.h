@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/seams/processes.h"
+#include "system/processes.h"
 
 namespace scrivo {
 

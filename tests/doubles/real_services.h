@@ -6,7 +6,7 @@
 
 #include "errors/error_handler.h"
 #include "platform/globals.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 #include "tests/doubles/temp_folder.h"
 
 namespace scrivo {

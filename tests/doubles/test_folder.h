@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/paths.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 

@@ -1,4 +1,4 @@
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 #include <gtest/gtest.h>
 

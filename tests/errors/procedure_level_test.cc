@@ -1,6 +1,6 @@
 #include "errors/procedure_level.h"
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/doubles/fake_error_dialog.h"
 #include "tests/doubles/fake_services.h"
 

@@ -11,7 +11,7 @@
 #include "chm/chm_reader.h"
 #include "chm/sitemap.h"
 #include "platform/paths.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/seams/registry_store.h"
+#include "system/registry_store.h"
 
 namespace scrivo {
 

@@ -1,6 +1,6 @@
 #include "platform/registry_text.h"
 
-#include "platform/seams/registry_store.h"
+#include "system/registry_store.h"
 #include "tests/doubles/expect_error.h"
 
 namespace scrivo {

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/doubles/failing_registry.h"
 #include "tests/doubles/fake_services.h"
 

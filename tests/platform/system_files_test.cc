@@ -6,8 +6,8 @@
 #include <functional>
 #include <string>
 
-#include "platform/seams/error.h"
 #include "platform/temp_files.h"
+#include "system/error.h"
 #include "tests/doubles/real_services.h"
 
 namespace scrivo {

@@ -18,10 +18,10 @@ const fs::path kSource = SCRIVO_SOURCE_DIR;
 
 /// Headers of one operating system; only bodies made for that system may see them.
 const std::set<std::string> kSystemHeaders = {
-    "windows.h", "shellapi.h", "shlobj.h",  "commdlg.h",  "commctrl.h", "htmlhelp.h", "objbase.h",
-    "ole2.h",    "winreg.h",   "unistd.h",  "fcntl.h",    "dirent.h",   "poll.h",     "syslog.h",
-    "spawn.h",   "iconv.h",    "signal.h",  "csignal",    "pwd.h",      "dlfcn.h",    "langinfo.h",
-    "process.h", "io.h",       "direct.h",  "termios.h"};
+    "windows.h", "shellapi.h", "shlobj.h", "commdlg.h", "commctrl.h", "htmlhelp.h", "objbase.h",
+    "ole2.h",    "winreg.h",   "unistd.h", "fcntl.h",   "dirent.h",   "poll.h",     "syslog.h",
+    "spawn.h",   "iconv.h",    "signal.h", "csignal",   "pwd.h",      "dlfcn.h",    "langinfo.h",
+    "process.h", "io.h",       "direct.h", "termios.h"};
 
 std::string ReadText(const fs::path& path) {
   std::ifstream stream(path, std::ios::binary);

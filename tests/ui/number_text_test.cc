@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

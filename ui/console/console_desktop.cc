@@ -1,6 +1,6 @@
 #include "ui/console/console_desktop.h"
 
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "platform/seams/desktop.h"
+#include "system/desktop.h"
 #include "ui/console/console.h"
 
 namespace scrivo {

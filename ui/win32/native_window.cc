@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

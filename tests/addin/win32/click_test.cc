@@ -5,7 +5,7 @@
 #include "addin/win32/click_connection.h"
 #include "addin/win32/com_command_bars.h"
 #include "com/win32/dispatch_object.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/addin/win32/scripted_events.h"
 
 namespace scrivo {

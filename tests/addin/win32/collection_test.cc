@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/addin/win32/scripted_collection.h"
 
 namespace scrivo {

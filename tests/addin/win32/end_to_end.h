@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "host/win32/host_world.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 #include "tests/addin/win32/library.h"
 #include "tests/addin/win32/user.h"
 #include "tests/doubles/temp_folder.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "addin/win32/class_factory.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/addin/win32/library.h"
 #include "tests/com/win32/scripted_object.h"
 

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "platform/seams/interruption.h"
+#include "system/interruption.h"
 #include "tests/cli/failing_disk.h"
 #include "tests/cli/scrivo_run.h"
 

@@ -3,7 +3,7 @@
 #include "cli/compiler_choice.h"
 #include "cli/open_web.h"
 #include "platform/registry.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 #include "tests/cli/scrivo_run.h"
 #include "tests/doubles/fake_services.h"
 

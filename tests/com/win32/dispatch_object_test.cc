@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "com/win32/text.h"
-#include "platform/seams/error.h"
+#include "system/error.h"
 
 namespace scrivo {
 namespace {

@@ -69,7 +69,8 @@ int Behave(const std::string& behaviour, const std::string& project, const std::
   if (behaviour == "make silently") return Make(output);
   if (behaviour == "make and show the project") {
     std::cout << std::ifstream(project, std::ios::binary).rdbuf();
-    Write("project.txt", (std::ostringstream() << std::ifstream(project, std::ios::binary).rdbuf()).str());
+    Write("project.txt",
+          (std::ostringstream() << std::ifstream(project, std::ios::binary).rdbuf()).str());
     return Make(output);
   }
   if (behaviour == "print much") {

@@ -7,7 +7,7 @@
 #include <iterator>
 
 #include "platform/file_registry.h"
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-#include "platform/seams/services.h"
 #include "platform/win32/windows.h"
+#include "system/services.h"
 
 namespace scrivo {
 namespace {

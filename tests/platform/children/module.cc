@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 /// Fills both buffers, of `size` bytes each, with texts that a NUL closes.
 extern "C" __declspec(dllexport) void TellModule(char* name, char* folder, std::size_t size) {

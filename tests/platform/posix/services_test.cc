@@ -1,6 +1,6 @@
 // The system, shell and desktop of a POSIX machine, and its services as a whole.
 
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -4,10 +4,10 @@
 #include <functional>
 #include <string>
 
-#include "platform/seams/error.h"
 #include "platform/shell.h"
 #include "platform/special_folder.h"
 #include "platform/win32/shell_api.h"
+#include "system/error.h"
 #include "tests/doubles/real_services.h"
 #include "tests/doubles/test_folder.h"
 #include "tests/platform/win32/eventually.h"

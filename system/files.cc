@@ -1,4 +1,4 @@
-#include "platform/seams/files.h"
+#include "system/files.h"
 
 namespace scrivo {
 

@@ -2,12 +2,12 @@
 
 #include <memory>
 
-#include "platform/seams/desktop.h"
-#include "platform/seams/files.h"
-#include "platform/seams/processes.h"
-#include "platform/seams/registry_store.h"
-#include "platform/seams/shell_services.h"
-#include "platform/seams/system_services.h"
+#include "system/desktop.h"
+#include "system/files.h"
+#include "system/processes.h"
+#include "system/registry_store.h"
+#include "system/shell_services.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 

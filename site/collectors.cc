@@ -1,4 +1,4 @@
-#include "generator/site/site.h"
+#include "site/site.h"
 
 namespace scrivo {
 namespace {

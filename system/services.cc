@@ -1,4 +1,4 @@
-#include "platform/seams/services.h"
+#include "system/services.h"
 
 namespace scrivo {
 
