@@ -6,7 +6,7 @@
 
 namespace scrivo {
 
-/// One button of both popups.
+// One button of both popups.
 struct Connect::ButtonRow {
   using Reference = std::shared_ptr<CommandBarControl> ButtonReferences::*;
   using Handler = void (Connect::*)(CommandBarControl&, bool&);
@@ -45,7 +45,7 @@ std::shared_ptr<CommandBarControls> AddPopup(CommandBar& bar) {
   return popup->Controls();
 }
 
-/// Tells the host to load the add-in, if it is not loaded, before it delivers a click.
+// Tells the host to load the add-in, if it is not loaded, before it delivers a click.
 std::string ActionOf(AddInInstance& instance) { return "!<" + instance.ProgId() + ">"; }
 
 }  // namespace

@@ -9,13 +9,13 @@
 
 namespace scrivo {
 
-/// The object that the host creates: it is told when the add-in is connected and disconnected, puts
-/// the add-in's buttons on the host's command bars, and carries out what they stand for. Every
-/// public operation runs with errors ignored, statement by statement: a failing statement is
-/// skipped, nothing is reported, nothing is thrown.
+// The object that the host creates: it is told when the add-in is connected and disconnected, puts
+// the add-in's buttons on the host's command bars, and carries out what they stand for. Every
+// public operation runs with errors ignored, statement by statement: a failing statement is
+// skipped, nothing is reported, nothing is thrown.
 class Connect {
  public:
-  /// Makes the version-check component; fails or gives null when it is not installed.
+  // Makes the version-check component; fails or gives null when it is not installed.
   using VersionCheckerFactory = std::function<std::shared_ptr<VersionChecker>()>;
 
   explicit Connect(VersionCheckerFactory make_version_checker = {});
@@ -23,16 +23,16 @@ class Connect {
   Connect& operator=(const Connect&) = delete;
 
   void HideKestrel();
-  /// Shows the compile dialog, if a web is open, until the user closes it.
+  // Shows the compile dialog, if a web is open, until the user closes it.
   void ShowKestrel();
-  /// Shows the decompile dialog until the user closes it; it is not unloaded here.
+  // Shows the decompile dialog until the user closes it; it is not unloaded here.
   void ShowDecompile();
   void HideDecompile();
-  /// Opens the sample web from the user's documents folder in the host.
+  // Opens the sample web from the user's documents folder in the host.
   void ShowExample();
 
-  /// `ConnectMode` 2 (started by another program) shows the compile dialog at once; every other
-  /// mode puts the buttons on the host's command bars.
+  // `ConnectMode` 2 (started by another program) shows the compile dialog at once; every other
+  // mode puts the buttons on the host's command bars.
   void AddinInstance_OnConnection(const std::shared_ptr<AddinHost>& Application,
                                   std::int32_t ConnectMode,
                                   const std::shared_ptr<AddInInstance>& AddInInst);
@@ -52,8 +52,8 @@ class Connect {
   void cbBtnPanelCheckVersion_Click(CommandBarControl& Ctrl, bool& CancelDefault);
   void cbBtnPanelOpenSample_Click(CommandBarControl& Ctrl, bool& CancelDefault);
 
-  /// The buttons whose clicks are heard. The two for the version check never get a button, on
-  /// purpose: it cannot be reached from the host.
+  // The buttons whose clicks are heard. The two for the version check never get a button, on
+  // purpose: it cannot be reached from the host.
   struct ButtonReferences {
     std::shared_ptr<CommandBarControl> cbBtnKestrel, cbBtnDecompile, cbBtnHelp, cbBtnHome,
         cbBtnCheckVersion, cbBtnOpenSample, cbBtnPanelKestrel, cbBtnPanelDecompile, cbBtnPanelHelp,

@@ -12,10 +12,10 @@ namespace {
 constexpr RegistryHandle kForAllUsers = kHkeyLocalMachine;
 constexpr RegistryHandle kForThisUser = kHkeyCurrentUser;
 
-/// One value of the registration.
+// One value of the registration.
 struct Entry {
-  std::string key;   ///< below the root
-  std::string name;  ///< "" for the key's default value
+  std::string key;   // below the root
+  std::string name;  // "" for the key's default value
   std::uint32_t type;
   std::string data;
 };
@@ -30,12 +30,12 @@ Entry Number(const std::string& key, const std::string& name, std::int32_t numbe
   return {key, name, kRegDword, data};
 }
 
-/// Where it stands under which class the add-in's name creates objects.
+// Where it stands under which class the add-in's name creates objects.
 std::string NameClassKey() {
   return std::string("Software\\Classes\\").append(kProgId).append("\\CLSID");
 }
 
-/// What belongs to the class. Like every list here, keys come before those below them.
+// What belongs to the class. Like every list here, keys come before those below them.
 std::vector<Entry> ClassEntries(const std::string& library_path) {
   const std::string class_key = std::string("Software\\Classes\\CLSID\\") + kConnectClass;
   const std::string server_key = class_key + "\\InprocServer32";
@@ -47,7 +47,7 @@ std::vector<Entry> ClassEntries(const std::string& library_path) {
   };
 }
 
-/// What belongs to the add-in's name.
+// What belongs to the add-in's name.
 std::vector<Entry> NameEntries() {
   std::string addin_key = kHostRoot;
   addin_key.append("\\Addins\\").append(kProgId);
@@ -77,7 +77,7 @@ bool IsEmpty(RegistryStore& registry, RegistryHandle key) {
          registry.EnumValue(key, 0, name, &length) == kRegistryNoMoreItems;
 }
 
-/// Whether the add-in's name belongs to this class, or to nobody yet.
+// Whether the add-in's name belongs to this class, or to nobody yet.
 bool IsNameOurs(RegistryStore& registry, RegistryHandle root) {
   RegistryHandle key = 0;
   if (registry.OpenKey(root, NameClassKey(), kRightQueryValue, &key) != kRegistrySuccess) {
@@ -93,8 +93,8 @@ bool IsNameOurs(RegistryStore& registry, RegistryHandle root) {
           expected.starts_with(std::string_view(reinterpret_cast<char*>(data), size)));
 }
 
-/// Deletes a value, and its key when nothing else is in it. True when the value is not there any
-/// more.
+// Deletes a value, and its key when nothing else is in it. True when the value is not there any
+// more.
 bool Remove(RegistryStore& registry, RegistryHandle root, const Entry& entry) {
   RegistryHandle key = 0;
   const std::uint32_t rights = kRightQueryValue | kRightSetValue | kRightEnumerateSubKeys;
@@ -108,7 +108,7 @@ bool Remove(RegistryStore& registry, RegistryHandle root, const Entry& entry) {
   return status == kRegistrySuccess || status == kRegistryFileNotFound;
 }
 
-/// Removes the entries, keys after those below them. True when none of them is left.
+// Removes the entries, keys after those below them. True when none of them is left.
 bool RemoveAll(RegistryStore& registry, RegistryHandle root, const std::vector<Entry>& entries) {
   bool removed = true;
   for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
@@ -117,7 +117,7 @@ bool RemoveAll(RegistryStore& registry, RegistryHandle root, const std::vector<E
   return removed;
 }
 
-/// Removes the registration below one root; a name that belongs to another class stays with it.
+// Removes the registration below one root; a name that belongs to another class stays with it.
 bool UnregisterBelow(RegistryStore& registry, RegistryHandle root) {
   const bool name_is_gone = !IsNameOurs(registry, root) || RemoveAll(registry, root, NameEntries());
   return RemoveAll(registry, root, ClassEntries("")) && name_is_gone;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kPagesInFolder = 100;
 
-/// Webs made when they are first needed, removed at the end.
+// Webs made when they are first needed, removed at the end.
 class Webs {
  public:
   ~Webs() {
@@ -91,7 +91,7 @@ void ReadFilesOnce(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-/// What the writers ask of a web: its tree with labels and locations, all files with keywords.
+// What the writers ask of a web: its tree with labels and locations, all files with keywords.
 std::size_t Enumerate(const std::string& folder, const DiskWebOptions& options) {
   WebProblemList report;
   const auto web = OpenDiskWeb(folder, options, report);

@@ -20,7 +20,7 @@
 namespace scrivo {
 namespace {
 
-/// A web in memory, open in the compile dialog.
+// A web in memory, open in the compile dialog.
 class OpenedWeb {
  public:
   OpenedWeb() {
@@ -42,7 +42,7 @@ class OpenedWeb {
   OpenedWeb(const OpenedWeb&) = delete;
   OpenedWeb& operator=(const OpenedWeb&) = delete;
 
-  /// A tree in which every node has up to ten children, each a page with two keywords.
+  // A tree in which every node has up to ten children, each a page with two keywords.
   void AddPages(std::int64_t count) {
     std::vector<std::shared_ptr<SiteNode>> nodes{nullptr};
     for (std::int64_t i = 0; i < count; ++i) {
@@ -53,7 +53,7 @@ class OpenedWeb {
       nodes.push_back(site_.AddNode(parent, "Label " + name, page));
     }
   }
-  /// `levels` nodes, each below the one before, each with nine pages beside it.
+  // `levels` nodes, each below the one before, each with nine pages beside it.
   void AddLevels(std::int64_t levels) {
     const auto page = site_.AddPage("page.htm", "Title");
     std::shared_ptr<SiteNode> node;
@@ -70,7 +70,7 @@ class OpenedWeb {
   std::shared_ptr<SiteNode> Root() { return site_.Web()->NavigationRoot(); }
 
  private:
-  MemorySite site_{"file:///srv/web", "/srv/web"};
+  MemorySite site_{"file://srv/web", "/srv/web"};
 };
 
 void CountBytes(benchmark::State& state, const std::string& text, std::int64_t items) {

@@ -71,7 +71,7 @@ class ArgumentReader {
     option->set(argument.substr(2));
   }
 
-  /// Sets an option whose value, if it takes one, is the next argument.
+  // Sets an option whose value, if it takes one, is the next argument.
   void Set(const Option& option, const std::string& name) {
     if (option.value.empty()) return option.set("");
     if (at_ + 1 == arguments_.size()) {
@@ -105,7 +105,7 @@ std::string OptionText(const Option& option) {
   return text;
 }
 
-/// Two columns: what, and its help, on the same line when there is room for it.
+// Two columns: what, and its help, on the same line when there is room for it.
 void AppendRow(std::string* text, const std::string& what, const std::string& help) {
   constexpr std::size_t kHelpColumn = 32;
   *text += "  " + what;

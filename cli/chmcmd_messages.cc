@@ -6,8 +6,8 @@ namespace {
 constexpr std::string_view kBanner = "chmcmd, a CHM compiler.";
 constexpr std::string_view kCrash = "An unhandled exception occurred";
 
-/// The message of the line that names an exception, such as "EFOpenError: Unable to open file";
-/// empty when the line is none.
+// The message of the line that names an exception, such as "EFOpenError: Unable to open file";
+// empty when the line is none.
 std::string_view ExceptionText(std::string_view line) {
   if (line.size() < 2 || line[0] != 'E' || line[1] < 'A' || line[1] > 'Z') return {};
   const std::size_t colon = line.find(": ");

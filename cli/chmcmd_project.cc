@@ -73,7 +73,7 @@ class ProjectRewriter {
     Put(RelativePath(line));
   }
 
-  /// Notes a file that is not there.
+  // Notes a file that is not there.
   bool IsMissing(std::string_view path) {
     if (files_.FileExists(FullPath(path))) return false;
     result_.missing.emplace_back(path);
@@ -88,7 +88,7 @@ class ProjectRewriter {
     return std::string(path.starts_with(folder_) ? path.substr(folder_.size()) : path);
   }
 
-  std::string folder_;  ///< with a separator at its end
+  std::string folder_;  // with a separator at its end
   Files& files_;
   std::string section_;
   ChmcmdProject result_;

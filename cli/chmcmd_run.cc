@@ -14,7 +14,7 @@ constexpr int kMade = 1;
 constexpr int kNotMade = 0;
 constexpr const char* kFilesNotCompiled = "The following files were not compiled:";
 
-/// A file that is removed when it goes out of scope.
+// A file that is removed when it goes out of scope.
 class TemporaryFile {
  public:
   explicit TemporaryFile(std::string path) : path_(std::move(path)) {}
@@ -28,7 +28,7 @@ class TemporaryFile {
   std::string path_;
 };
 
-/// Reads what a child prints, line by line, and puts each into the form of the vendor's compiler.
+// Reads what a child prints, line by line, and puts each into the form of the vendor's compiler.
 class LineTranslator {
  public:
   explicit LineTranslator(std::ostream& out) : out_(out) {}
@@ -55,7 +55,7 @@ class LineTranslator {
   std::string line_;
 };
 
-/// Runs chmcmd on the project `name` in `folder`. True when it ended with status 0.
+// Runs chmcmd on the project `name` in `folder`. True when it ended with status 0.
 bool RunChmcmd(const std::string& folder, const std::string& name, std::ostream& out) {
   Processes& processes = *TheServices().processes;
   SystemHandle read_end = 0;
@@ -90,7 +90,7 @@ bool RunChmcmd(const std::string& folder, const std::string& name, std::ostream&
   return status == 0;
 }
 
-/// The number with "," between its thousands.
+// The number with "," between its thousands.
 std::string WithThousands(std::uint64_t number) {
   const std::string digits = std::to_string(number);
   std::string text;

@@ -21,9 +21,9 @@ namespace {
 constexpr const char* kProjectFilesNeedRoom =
     "The project files cannot be written there; copy the web to another place.";
 
-/// What the run window knows of a run that is over.
+// What the run window knows of a run that is over.
 struct RunFacts {
-  bool has_run = false;  ///< the compiler was started
+  bool has_run = false;  // the compiler was started
   std::int32_t exit_code = 0;
   std::vector<std::string> messages;
   std::string transcript;
@@ -57,14 +57,14 @@ bool IsOrdinaryEnd(std::int32_t exit_code) {
   return !HasLivedOn(exit_code) && !HasCrashed(exit_code);
 }
 
-/// How a run ended, for a compiler that did not do its job.
+// How a run ended, for a compiler that did not do its job.
 std::string EndingText(std::int32_t exit_code) {
   if (HasLivedOn(exit_code)) return "closed its output without ending, and was ended";
   const std::string status = "exit status " + std::to_string(exit_code);
   return HasCrashed(exit_code) ? "crashed (" + status + ")" : "ended with " + status;
 }
 
-/// The last lines that the compiler printed, each on a line of its own behind a line break.
+// The last lines that the compiler printed, each on a line of its own behind a line break.
 std::string LastLines(const std::string& transcript) {
   constexpr std::size_t kLines = 5;
   const std::size_t first = transcript.find("\r\n");  // where the run window's own line ends
@@ -106,7 +106,7 @@ void TellWhyNothingWasMade(Console& console, const RunFacts& run, const OutputGu
   console.Fail(text);
 }
 
-/// A quiet run has not told the warnings, which are now what it fails for.
+// A quiet run has not told the warnings, which are now what it fails for.
 void TellWhyStrictFails(Console& console, const RunFacts& run, const CompileOptions& options) {
   const bool has_told = std::any_of(run.messages.begin(), run.messages.end(), IsErrorMessage);
   if (!options.quiet || has_told) return;
@@ -125,7 +125,7 @@ WebCounts ReadPages(SiteWeb& web, const CompileOptions& options, Console& consol
   });
 }
 
-/// Takes the dialog and its project files away when the run is left before Generate could.
+// Takes the dialog and its project files away when the run is left before Generate could.
 class FormCleaner {
  public:
   FormCleaner(std::shared_ptr<frmMain> form, bool keep_project)

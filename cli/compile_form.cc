@@ -15,8 +15,8 @@
 namespace scrivo {
 namespace {
 
-/// The dialog takes what the user typed for this web the last time from the settings; here that is
-/// the command line.
+// The dialog takes what the user typed for this web the last time from the settings; here that is
+// the command line.
 void SaveAsSettings(const CompileOptions& options, const std::string& web_url) {
   if (!options.title.empty()) {
     bool lost = false;
@@ -34,16 +34,16 @@ void SaveAsSettings(const CompileOptions& options, const std::string& web_url) {
   }
 }
 
-/// The default output file is named after the title, which is text; a file's name is bytes of the
-/// system.
+// The default output file is named after the title, which is text; a file's name is bytes of the
+// system.
 void NameOutputAsFilesAre(Item& output) {
   const std::string& folder = Globals().working_folder;
   const std::string name = WithoutControlCharacters(output.text.substr(folder.size()));
   output.text = folder + ToTerminal(name);
 }
 
-/// A project file is named after a temporary file: each ".tmp" in that file's path gives way to the
-/// project file's extension, also one in the folder.
+// A project file is named after a temporary file: each ".tmp" in that file's path gives way to the
+// project file's extension, also one in the folder.
 void ThrowIfNamedLikeATemporaryFile(const std::string& folder) {
   if (folder.find(".tmp") == std::string::npos) return;
   throw Error(
@@ -53,7 +53,7 @@ void ThrowIfNamedLikeATemporaryFile(const std::string& folder) {
           "of temporary files may. Rename the folder or copy the web to another place.");
 }
 
-/// A folder's name may hold what no line of a project file can carry.
+// A folder's name may hold what no line of a project file can carry.
 void ThrowUnlessOneLine(const std::string& output) {
   if (!HasControlCharacters(output)) return;
   throw Error(kPathFileAccessError, "scrivo",

@@ -17,7 +17,7 @@ constexpr const char* kSourceNames[] = {"keywords", "titles", "headings"};
 constexpr IndexSource kSources[] = {IndexSource::kKeywords, IndexSource::kTitles,
                                     IndexSource::kHeadings};
 
-/// The place of `value` among three names.
+// The place of `value` among three names.
 std::size_t OneOf(const std::string& option, const char* const (&names)[3],
                   const std::string& value) {
   for (std::size_t i = 0; i < 3; ++i) {
@@ -66,8 +66,8 @@ Option Text(const std::string& name, const std::string& short_name, const std::s
           }};
 }
 
-/// The compiler reads the name from a project file, without the blanks at its ends: the file that
-/// it writes would be another one than the one that is looked after here.
+// The compiler reads the name from a project file, without the blanks at its ends: the file that
+// it writes would be another one than the one that is looked after here.
 Option OutputFile(CompileOptions* options) {
   Option option = Text("--output", "-o", "FILE", "the help file to make (default: WEB/title.CHM)",
                        &options->output);

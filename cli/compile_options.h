@@ -8,31 +8,31 @@
 
 namespace scrivo {
 
-/// What the command line says about one compile of a web.
+// What the command line says about one compile of a web.
 struct CompileOptions {
   std::string web;
-  std::string output;        ///< "" for the web's folder and the title
-  std::string title;         ///< "" for the home page's label
-  std::string default_page;  ///< "" for the first page
+  std::string output;        // "" for the web's folder and the title
+  std::string title;         // "" for the home page's label
+  std::string default_page;  // "" for the first page
   DiskWebOptions reading;
   bool use_index = true;
   bool favorites = true;
   bool keep_project = false;
-  std::string compiler;  ///< "" for the one that is installed, or the program's own
+  std::string compiler;  // "" for the one that is installed, or the program's own
   bool view = false;
   bool strict = false;
-  int code_page = 0;  ///< 0 for the system's
+  int code_page = 0;  // 0 for the system's
   bool quiet = false;
 };
 
-/// What the user can do when the pages have nothing of what the index was to be made of.
+// What the user can do when the pages have nothing of what the index was to be made of.
 std::string NoIndexHint(const std::vector<IndexSource>& sources);
 
-/// The operand WEB.
+// The operand WEB.
 Syntax::Operand WebOperand(CompileOptions* options);
-/// The options that say how a web is read and how much is told.
+// The options that say how a web is read and how much is told.
 std::vector<Option> ReadingOptions(CompileOptions* options);
-/// The options of a compile, with the reading ones among them. The options must outlive the result.
+// The options of a compile, with the reading ones among them. The options must outlive the result.
 std::vector<Option> AllCompileOptions(CompileOptions* options);
 
 }  // namespace scrivo

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kWorkshopKey = "Software\\Microsoft\\HTML Help Workshop";
 constexpr const char* kInstallFolder = "InstallDir";
 
-/// The folder that is registered for the user, "" when there is none.
+// The folder that is registered for the user, "" when there is none.
 std::string RegisteredFolder() {
   CRegistry registry;
   registry.Init(static_cast<std::uint32_t>(kHkeyCurrentUser));
@@ -23,7 +23,7 @@ std::string RegisteredFolder() {
   return folder ? *folder : "";
 }
 
-/// The first of the compilers that may stand in that exists, "" when none does.
+// The first of the compilers that may stand in that exists, "" when none does.
 std::string CompilerAtHand() {
   Files& files = *TheServices().files;
   const std::string own_folder = TheServices().system->ModuleFolder();

@@ -10,7 +10,7 @@
 namespace scrivo {
 namespace {
 
-/// Why a program could not be started, by the system's code (Windows' numbers on every system).
+// Why a program could not be started, by the system's code (Windows' numbers on every system).
 std::string StartFailureText(const std::string& description) {
   const std::string code = description.substr(description.rfind(' ') + 1);
   switch (std::atoi(code.c_str())) {

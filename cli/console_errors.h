@@ -8,11 +8,11 @@
 
 namespace scrivo {
 
-/// One line for the user: what failed, and what to do about it where that is known.
+// One line for the user: what failed, and what to do about it where that is known.
 std::string ErrorText(const Error& error);
 
-/// The error dialog of a command line: prints one line for each error and lets the failing
-/// procedure leave. Says nothing of an interruption, which the user has asked for.
+// The error dialog of a command line: prints one line for each error and lets the failing
+// procedure leave. Says nothing of an interruption, which the user has asked for.
 class ConsoleErrors : public ErrorDialog {
  public:
   explicit ConsoleErrors(Console& console) : console_(console) {}

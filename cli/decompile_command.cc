@@ -12,14 +12,14 @@
 namespace scrivo {
 namespace {
 
-/// This program's own unpacker, when it lies beside it; else whatever the search path has.
+// This program's own unpacker, when it lies beside it; else whatever the search path has.
 void ChooseUnpacker() {
   const std::string own =
       JoinPath(TheServices().system->ModuleFolder(), Globals().decompiler_file_name);
   if (TheServices().files->FileExists(own)) Globals().decompiler_file_name = own;
 }
 
-/// All that the unpacker prints is what it could not do.
+// All that the unpacker prints is what it could not do.
 void TellComplaint(const std::string& line, Console& console) {
   const std::string own_name = "hh: ";
   console.Fail(line.starts_with(own_name) ? line.substr(own_name.size()) : line);

@@ -11,8 +11,8 @@
 namespace scrivo {
 namespace {
 
-/// An absolute path with its ".." gone. Behind a link to a folder ".." is not the folder that the
-/// link lies in, so the system has to be asked; a link at the path's end stays one.
+// An absolute path with its ".." gone. Behind a link to a folder ".." is not the folder that the
+// link lies in, so the system has to be asked; a link at the path's end stays one.
 std::filesystem::path WithoutParents(const std::filesystem::path& path, std::error_code& error) {
   const std::filesystem::path name = path.filename();
   if (name == "..") return std::filesystem::weakly_canonical(path, error);

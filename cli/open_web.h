@@ -8,8 +8,8 @@
 
 namespace scrivo {
 
-/// Warns of what is wrong with a web: "FILE:LINE: reason". After a number of warnings it only
-/// counts; Sum tells how many there were more.
+// Warns of what is wrong with a web: "FILE:LINE: reason". After a number of warnings it only
+// counts; Sum tells how many there were more.
 class WebWarnings : public WebReport {
  public:
   explicit WebWarnings(Console& console) : console_(console) {}
@@ -23,16 +23,16 @@ class WebWarnings : public WebReport {
   int problems_ = 0;
 };
 
-/// Opens the web that the options name and makes it the open web of a host application
-/// (Globals().HostApplication). The warnings must outlive the web. Throws Error with a text for the
-/// user.
+// Opens the web that the options name and makes it the open web of a host application
+// (Globals().HostApplication). The warnings must outlive the web. Throws Error with a text for the
+// user.
 std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings);
 
-/// Tells, in one line, that the contents are made of the folders where nobody has asked for that.
+// Tells, in one line, that the contents are made of the folders where nobody has asked for that.
 void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& console);
 
-/// `path` as it is on its own, whatever folder is current: the file that the system means by it,
-/// also where ".." follows a link to a folder.
+// `path` as it is on its own, whatever folder is current: the file that the system means by it,
+// also where ".." follows a link to a folder.
 std::string AbsolutePath(const std::string& path);
 
 }  // namespace scrivo

@@ -18,7 +18,7 @@ std::string LowerCase(std::string text) {
   return text;
 }
 
-/// Keywords are parted by ";" and ","; empty ones count.
+// Keywords are parted by ";" and ","; empty ones count.
 std::size_t CountKeywords(SiteFile& file) {
   std::string keywords;
   IgnoringErrors([&] { keywords = file.Property("keywords"); });

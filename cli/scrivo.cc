@@ -27,20 +27,20 @@ constexpr int kNotDone = 1;
 constexpr int kWrongUsage = 2;
 constexpr int kInterrupted = 130;
 
-/// One command: what it takes, and what it does once its options are read.
+// One command: what it takes, and what it does once its options are read.
 struct Command {
   Syntax syntax;
   std::function<int(const Streams& streams)> run;
 };
 
-/// What a command does on a console.
+// What a command does on a console.
 using Work = std::function<int(Console& console)>;
 
-/// `no_index_hint` is what to do when no index entries were found.
+// `no_index_hint` is what to do when no index entries were found.
 int RunOnConsole(const Work& work, bool quiet, const Streams& streams,
                  const std::string& no_index_hint = "");
 
-/// Runs a command that prints UTF-8 about a help file.
+// Runs a command that prints UTF-8 about a help file.
 template <typename Listing>
 int RunListing(const HelpFileOptions& options, const Streams& streams, Listing listing) {
   CodePageStream out(streams.out, TerminalCodePage());
@@ -125,7 +125,7 @@ const Command& FindCommand(const std::vector<Command>& commands, const std::stri
       (suggestion.empty() ? "; see scrivo --help" : "; did you mean " + suggestion + "?"));
 }
 
-/// Puts the terminal where the windows of the forms and the boxes of the desktop would be.
+// Puts the terminal where the windows of the forms and the boxes of the desktop would be.
 void UseConsole(Console& console, const std::string& no_index_hint) {
   auto desktop = std::make_shared<ConsoleDesktop>(console);
   desktop->hints["No keywords were found! No index was created!"] = no_index_hint;

@@ -5,8 +5,8 @@
 namespace scrivo {
 namespace {
 
-/// How many letters must be inserted, removed, replaced or swapped with their neighbour to make
-/// one word of the other.
+// How many letters must be inserted, removed, replaced or swapped with their neighbour to make
+// one word of the other.
 std::size_t Distance(const std::string& a, const std::string& b) {
   std::vector<std::vector<std::size_t>> cost(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
   for (std::size_t i = 0; i <= a.size(); ++i) cost[i][0] = i;

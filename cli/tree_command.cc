@@ -7,8 +7,8 @@
 namespace scrivo {
 namespace {
 
-/// The contents as indented lines. The nodes still to be printed are a list, not a call stack:
-/// a structure may be as deep as it is long.
+// The contents as indented lines. The nodes still to be printed are a list, not a call stack:
+// a structure may be as deep as it is long.
 class TreePrinter {
  public:
   TreePrinter(SiteWeb& web, Console& console) : web_(web), console_(console) {}

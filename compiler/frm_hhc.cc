@@ -19,7 +19,7 @@ std::unique_ptr<frmHHC>& DefaultInstance() {
   return form;
 }
 
-/// Makes the host show the files that a run has written.
+// Makes the host show the files that a run has written.
 void RefreshHost() {
   if (!Globals().HostApplication) return;
   const std::shared_ptr<SiteWeb> web = Globals().HostApplication->CurrentWeb();

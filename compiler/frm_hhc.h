@@ -12,18 +12,18 @@ namespace scrivo {
 
 class CSpawnConsoleApp;
 
-/// The run window: it runs the help compiler on a project, or the viewer that takes a compiled file
-/// apart, shows what the tool prints as it is printed, estimates the progress and at the end tells
-/// the compiler's messages. It speaks to whatever Globals().views makes for it. A caller loads the
-/// window, sets Decompile and FilesCount, calls Execute, which shows the window, and unloads it;
-/// a window that stays loaded is the user's to close.
+// The run window: it runs the help compiler on a project, or the viewer that takes a compiled file
+// apart, shows what the tool prints as it is printed, estimates the progress and at the end tells
+// the compiler's messages. It speaks to whatever Globals().views makes for it. A caller loads the
+// window, sets Decompile and FilesCount, calls Execute, which shows the window, and unloads it;
+// a window that stays loaded is the user's to close.
 class frmHHC {
  public:
-  /// The one run window; creates it, not yet shown, when it is not loaded.
+  // The one run window; creates it, not yet shown, when it is not loaded.
   static frmHHC& Load();
   static bool IsLoaded();
-  /// Closes the window and makes the host show the files that the run has made. Nothing happens
-  /// when it is not loaded, or while a run lasts, which needs it.
+  // Closes the window and makes the host show the files that the run has made. Nothing happens
+  // when it is not loaded, or while a run lasts, which needs it.
   static void Unload();
 
   frmHHC();
@@ -31,33 +31,33 @@ class frmHHC {
   frmHHC(const frmHHC&) = delete;
   frmHHC& operator=(const frmHHC&) = delete;
 
-  /// True to take a compiled file apart, false (after loading) to compile a project.
+  // True to take a compiled file apart, false (after loading) to compile a project.
   bool Decompile() const { return decompile_; }
   void Decompile(bool value) { decompile_ = value; }
-  /// A project path that callers may leave here; a run does not read it.
+  // A project path that callers may leave here; a run does not read it.
   std::string ProjectPath() const { return project_path_; }
   void ProjectPath(const std::string& value) { project_path_ = value; }
-  /// How many files the tool is expected to process; feeds the progress estimate only.
+  // How many files the tool is expected to process; feeds the progress estimate only.
   std::int32_t FilesCount() const { return files_count_; }
   void FilesCount(std::int32_t value) { files_count_ = value; }
 
-  /// Runs the tool in `WorkingDirectory` with `Arguments` exactly as given (nothing is quoted).
-  /// Returns -1 when the compiler gave messages, else the tool's exit code; 0 also when no compiler
-  /// is installed, and nothing was run, or when the run did not come to an exit code.
+  // Runs the tool in `WorkingDirectory` with `Arguments` exactly as given (nothing is quoted).
+  // Returns -1 when the compiler gave messages, else the tool's exit code; 0 also when no compiler
+  // is installed, and nothing was run, or when the run did not come to an exit code.
   std::int32_t Execute(const std::string& WorkingDirectory, const std::string& Arguments);
 
-  /// What the tool has printed in the last run, framed by this window's own lines.
+  // What the tool has printed in the last run, framed by this window's own lines.
   const std::string& Transcript() const { return transcript_; }
-  /// The texts of the compiler's messages in the last run.
+  // The texts of the compiler's messages in the last run.
   const std::vector<std::string>& Messages() const { return messages_; }
-  /// The tool's own exit code in the last run, messages or not.
+  // The tool's own exit code in the last run, messages or not.
   std::int32_t ExitCode() const { return exit_code_; }
 
  private:
   void ShowStart(class Steps& step);
-  /// Gives the user a window back whose run was left before its end.
+  // Gives the user a window back whose run was left before its end.
   void ReleaseWindow();
-  /// The tool's path, "" after telling the user that there is no compiler.
+  // The tool's path, "" after telling the user that there is no compiler.
   std::string FindTool();
   void RunTool(const std::string& command_line, const std::string& folder);
   void TellMessages();
@@ -70,12 +70,12 @@ class frmHHC {
   bool decompile_ = false;
   std::string project_path_;
   std::int32_t files_count_ = 0;
-  std::unique_ptr<CSpawnConsoleApp> mHHC;  ///< set while a tool runs
+  std::unique_ptr<CSpawnConsoleApp> mHHC;  // set while a tool runs
 
   std::unique_ptr<RunView> view_;
   bool running_ = false;
   std::string transcript_;
-  LineCount lines_;  ///< of transcript_
+  LineCount lines_;  // of transcript_
   std::vector<std::string> messages_;
   std::int32_t exit_code_ = 0;
 };

@@ -7,9 +7,9 @@
 
 namespace scrivo {
 
-/// Counts the line breaks of a text that arrives in pieces, each piece once: a CR LF that two
-/// pieces share counts once. Where the system's own programs end a line with a line feed alone
-/// (the POSIX style), that is a line break too.
+// Counts the line breaks of a text that arrives in pieces, each piece once: a CR LF that two
+// pieces share counts once. Where the system's own programs end a line with a line feed alone
+// (the POSIX style), that is a line break too.
 class LineCount {
  public:
   explicit LineCount(PathStyle style) : line_feed_is_enough_(style == PathStyle::kPosix) {}
@@ -28,9 +28,9 @@ class LineCount {
   std::int64_t breaks_ = 0;
 };
 
-/// How far a run has probably come, in percent: printed lines against the expected files plus ten
-/// lines of framing, rounded to the nearest integer (halves to even). Above 100 it is held at 99,
-/// just short of complete. 0 when the expected files give nothing to divide by.
+// How far a run has probably come, in percent: printed lines against the expected files plus ten
+// lines of framing, rounded to the nearest integer (halves to even). Above 100 it is held at 99,
+// just short of complete. 0 when the expected files give nothing to divide by.
 int EstimateProgress(std::int64_t line_breaks, std::int32_t files_count);
 
 }  // namespace scrivo

@@ -11,14 +11,14 @@ constexpr std::string_view kLineEnds = "\r\n";
 
 bool IsLetter(char c, char upper_case) { return c == upper_case || c == upper_case - 'A' + 'a'; }
 
-/// True when the letters HHC stand at the beginning of `text`.
+// True when the letters HHC stand at the beginning of `text`.
 bool BeginsWithMark(std::string_view text) {
   return text.size() >= 3 && IsLetter(text[0], 'H') && IsLetter(text[1], 'H') &&
          IsLetter(text[2], 'C');
 }
 
-/// Where the message text of the mark at `mark` begins, npos when what follows the mark is no
-/// message.
+// Where the message text of the mark at `mark` begins, npos when what follows the mark is no
+// message.
 std::size_t MessageTextAfter(std::string_view transcript, std::size_t mark) {
   const std::size_t digits = mark + 3;
   const std::size_t colon = transcript.find_first_not_of(kDigits, digits);

@@ -6,7 +6,7 @@
 namespace scrivo {
 namespace {
 
-/// Small on purpose: the reader's window shows what a slow program prints almost as it is printed.
+// Small on purpose: the reader's window shows what a slow program prints almost as it is printed.
 constexpr std::uint32_t kReadSize = 16;
 
 struct Pipe {

@@ -8,25 +8,25 @@
 
 namespace scrivo {
 
-/// Runs one console program, hidden, with its standard output and standard error in one pipe, and
-/// hands on what it prints while it runs. Made for one run and dropped afterwards. Everything
-/// happens on the caller's thread; between two pieces of output the user interface gets one pass of
-/// its message loop.
+// Runs one console program, hidden, with its standard output and standard error in one pipe, and
+// hands on what it prints while it runs. Made for one run and dropped afterwards. Everything
+// happens on the caller's thread; between two pieces of output the user interface gets one pass of
+// its message loop.
 class CSpawnConsoleApp {
  public:
   static constexpr std::int32_t kCreatePipeFailed = kComponentErrorBase + 512;
   static constexpr std::int32_t kCreateProcessFailed = kComponentErrorBase + 513;
 
-  /// Called once, when the program has been started and nothing was read yet.
+  // Called once, when the program has been started and nothing was read yet.
   std::function<void()> OnProcessStarted;
-  /// Called once for each read with what was read: up to 16 bytes in the ANSI code page, cut
-  /// wherever they happen to end, and at last an empty text for the read that found the end.
+  // Called once for each read with what was read: up to 16 bytes in the ANSI code page, cut
+  // wherever they happen to end, and at last an empty text for the read that found the end.
   std::function<void(const std::string& Output)> OnProcessOutputs;
 
-  /// Runs `CommandLine` in `WorkingDirectory` and returns the program's exit code as it stands when
-  /// its output ends: 259 when it has closed its output and lives on. A pipe or process that cannot
-  /// be made is kCreatePipeFailed or kCreateProcessFailed, reported through the procedure frame;
-  /// after an abort the result is 0.
+  // Runs `CommandLine` in `WorkingDirectory` and returns the program's exit code as it stands when
+  // its output ends: 259 when it has closed its output and lives on. A pipe or process that cannot
+  // be made is kCreatePipeFailed or kCreateProcessFailed, reported through the procedure frame;
+  // after an abort the result is 0.
   std::int32_t ExecuteApp(const std::string& CommandLine, const std::string& WorkingDirectory);
 };
 

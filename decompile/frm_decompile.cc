@@ -19,7 +19,7 @@ namespace scrivo {
 namespace {
 
 constexpr char kSection[] = "Decompile";
-/// In twips: what the strip and the panel's rows need beside their spacer and edit parts.
+// In twips: what the strip and the panel's rows need beside their spacer and edit parts.
 constexpr float kStripMargin = 90, kNarrowestSpacer = 15, kBesideEdit = 315;
 
 std::vector<Item> ParameterRows() {
@@ -53,7 +53,7 @@ std::string Setting(const char* key, const std::string& value_when_missing) {
   return GetSetting(kComponentTitle, kSection, key, value_when_missing);
 }
 
-/// A saved number; the default when the text that was saved is none.
+// A saved number; the default when the text that was saved is none.
 double SavedNumber(const char* key, const std::string& default_text) {
   const std::string text = Setting(key, default_text);
   try {

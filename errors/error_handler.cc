@@ -48,7 +48,7 @@ ErrorHandlerResult ResultOf(const std::string& button_key) {
   return button_key == "RETRY" ? ehrRetry : ehrIgnore;
 }
 
-/// The failure that is being handled; outside of a catch clause there is none, number 0.
+// The failure that is being handled; outside of a catch clause there is none, number 0.
 Error CurrentError() {
   const std::exception_ptr failure = std::current_exception();
   return failure ? ErrorFrom(failure) : Error(0, "", "");

@@ -15,8 +15,8 @@
 namespace scrivo {
 namespace {
 
-/// Writes the nested lists below one node at the end of a text. Every list is a call of EnumNodes
-/// to the error handler, its levels kept in a stack of our own.
+// Writes the nested lists below one node at the end of a text. Every list is a call of EnumNodes
+// to the error handler, its levels kept in a stack of our own.
 class ContentsLists {
  public:
   explicit ContentsLists(std::string* text) : text_(*text) {}
@@ -36,28 +36,28 @@ class ContentsLists {
   }
 
  private:
-  /// One list that is being written.
+  // One list that is being written.
   struct Level {
     Level(std::shared_ptr<SiteNode> node, std::size_t start)
         : node(std::move(node)), start(start) {}
 
     std::shared_ptr<SiteNode> node;
-    std::size_t start;  ///< of the list in the text
+    std::size_t start;  // of the list in the text
     bool entered = false;
     SiteNodes children;
-    std::size_t next = 0;  ///< the child to write next
+    std::size_t next = 0;  // the child to write next
     ProcedureLevel procedure;
   };
 
   void Call(const std::shared_ptr<SiteNode>& node) { levels_.emplace_back(node, text_.size()); }
 
-  /// A level that is left by an abort or an error gives the empty string to the level above.
+  // A level that is left by an abort or an error gives the empty string to the level above.
   void DropList() {
     text_.resize(levels_.back().start);
     levels_.pop_back();
   }
 
-  /// Goes one step further in the innermost list; false when that was aborted.
+  // Goes one step further in the innermost list; false when that was aborted.
   bool Advance() {
     Level& level = levels_.back();
     if (!level.entered) return Begin(level);
@@ -96,7 +96,7 @@ class ContentsLists {
     return true;
   }
 
-  /// Raises the error that ended the list below in the statement that called for it.
+  // Raises the error that ended the list below in the statement that called for it.
   bool FailCall() {
     Level& level = levels_.back();
     bool again = false;
@@ -109,8 +109,8 @@ class ContentsLists {
   }
 
   std::string& text_;
-  std::deque<Level> levels_;    ///< innermost at the back
-  std::exception_ptr failure_;  ///< a failure inside the error handler, on its way up
+  std::deque<Level> levels_;    // innermost at the back
+  std::exception_ptr failure_;  // a failure inside the error handler, on its way up
 };
 
 }  // namespace

@@ -18,8 +18,8 @@ std::string LowerCase(std::string text) {
   return text;
 }
 
-/// The names of a folder's own files, in name order without regard to case (bytes break ties), so
-/// that the same web always gives the same page.
+// The names of a folder's own files, in name order without regard to case (bytes break ties), so
+// that the same web always gives the same page.
 std::vector<std::string> FileNamesIn(const std::string& folder) {
   std::vector<std::pair<std::string, std::string>> sorted;
   for (const FolderEntry& entry : TheServices().files->List(folder)) {

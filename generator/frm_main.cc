@@ -16,10 +16,10 @@
 namespace scrivo {
 namespace {
 
-/// The strip's width that is no item's: borders and gaps, in twips.
+// The strip's width that is no item's: borders and gaps, in twips.
 constexpr float kStripMargin = 90;
 constexpr float kNarrowestSpacer = 15;
-/// What the panel's rows need beside their edit parts, in twips: the caption, the browse button.
+// What the panel's rows need beside their edit parts, in twips: the caption, the browse button.
 constexpr float kBesideTitle = 780;
 constexpr float kBesideDefaultPage = 150;
 constexpr float kBesideOutput = 315;

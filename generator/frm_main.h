@@ -13,90 +13,90 @@ namespace scrivo {
 
 class Steps;
 
-/// The compile dialog: the parameters of one compilation of the open web, and the driver behind its
-/// "Generate" button. It is a presenter: what the user sees is a MainView that Globals().views
-/// makes, or nothing at all, when the program has no windows. A caller loads the one instance,
-/// calls BuildUI, shows it (or sets the items and calls Generate), and unloads it.
-///
-/// Procedures that are named "Kestrel.frmMain.…" in the error reports answer to the error handler:
-/// what they return after an abort is false or empty. All others never throw.
+// The compile dialog: the parameters of one compilation of the open web, and the driver behind its
+// "Generate" button. It is a presenter: what the user sees is a MainView that Globals().views
+// makes, or nothing at all, when the program has no windows. A caller loads the one instance,
+// calls BuildUI, shows it (or sets the items and calls Generate), and unloads it.
+//
+// Procedures that are named "Kestrel.frmMain.…" in the error reports answer to the error handler:
+// what they return after an abort is false or empty. All others never throw.
 class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEvents {
  public:
-  /// The one dialog; creates it, not shown, when it is not loaded.
+  // The one dialog; creates it, not shown, when it is not loaded.
   static std::shared_ptr<frmMain> Load();
   static bool IsLoaded();
-  /// Saves the parameters under the web that BuildUI took, closes the window and lets go of the
-  /// dialog. Nothing happens when it is not loaded.
+  // Saves the parameters under the web that BuildUI took, closes the window and lets go of the
+  // dialog. Nothing happens when it is not loaded.
   static void Unload();
 
   frmMain();
   frmMain(const frmMain&) = delete;
   frmMain& operator=(const frmMain&) = delete;
 
-  /// Takes the host's open web and its local folder and fills the items from the web and from the
-  /// settings saved for it. False, after telling the user, when no web is open.
+  // Takes the host's open web and its local folder and fills the items from the web and from the
+  // settings saved for it. False, after telling the user, when no web is open.
   bool BuildUI();
-  /// Shows the dialog until it is hidden or unloaded.
+  // Shows the dialog until it is hidden or unloaded.
   void ShowModal();
   void Hide();
-  /// The dialog's window; 0 in a program without windows.
+  // The dialog's window; 0 in a program without windows.
   WindowHandle Window();
 
-  /// The parameter panel: "TITLE" (text), "DEFAULTPAGE" (the page's address in its data), "OUTPUT"
-  /// (text), and the check boxes "USEKEYWORDS", "FAVORITES", "VIEWRESULT", "CLOSELOG" and
-  /// "LEAVEPROJECTFILE".
+  // The parameter panel: "TITLE" (text), "DEFAULTPAGE" (the page's address in its data), "OUTPUT"
+  // (text), and the check boxes "USEKEYWORDS", "FAVORITES", "VIEWRESULT", "CLOSELOG" and
+  // "LEAVEPROJECTFILE".
   ItemPanel& suiParams() { return params_; }
-  /// The buttons "GENERATE", "HELP" and "CLOSE" behind a spacer "SPACE".
+  // The buttons "GENERATE", "HELP" and "CLOSE" behind a spacer "SPACE".
   ButtonStrip& suiButtons() { return buttons_; }
-  /// The web that BuildUI took, null before.
+  // The web that BuildUI took, null before.
   std::shared_ptr<SiteWeb> Web() const { return web_; }
 
-  /// One whole compilation: saves open pages, finds the compiler, frees the output file, writes the
-  /// project, compiles, shows the result, cleans up and unloads the dialog. An abort in the driver
-  /// itself leaves it at once, without cleaning up.
+  // One whole compilation: saves open pages, finds the compiler, frees the output file, writes the
+  // project, compiles, shows the result, cleans up and unloads the dialog. An abort in the driver
+  // itself leaves it at once, without cleaning up.
   void Generate();
-  /// Writes the project files and compiles nothing: the index file when "USEKEYWORDS" is on, the
-  /// contents file, the derived-image page and the project file. False when one was not written.
+  // Writes the project files and compiles nothing: the index file when "USEKEYWORDS" is on, the
+  // contents file, the derived-image page and the project file. False when one was not written.
   bool WriteProject();
-  /// Deletes the project files written so far, quietly.
+  // Deletes the project files written so far, quietly.
   void RemoveProjectFiles();
 
-  /// Offers to save the pages that are open with unsaved changes.
+  // Offers to save the pages that are open with unsaved changes.
   void SaveModifiedPages();
-  /// True when the compiler's path is known and the file is there, if need be chosen by the user.
+  // True when the compiler's path is known and the file is there, if need be chosen by the user.
   bool FindCompiler();
-  /// Lets the user choose the compiler.
+  // Lets the user choose the compiler.
   bool SelectCompiler();
-  /// Offers to close the help viewer whose window has this title. True: the compilation stops.
+  // Offers to close the help viewer whose window has this title. True: the compilation stops.
   bool CloseHelpViewer(const std::string& title);
 
-  /// Writes the contents file. True when it was written.
+  // Writes the contents file. True when it was written.
   bool BuildContentFile();
-  /// The contents list of the children of `node` (the node itself is not written): what it costs is
-  /// linear in the nodes, and no depth is too deep. A level that is aborted is left out.
+  // The contents list of the children of `node` (the node itself is not written): what it costs is
+  // linear in the nodes, and no depth is too deep. A level that is aborted is left out.
   std::string EnumNodes(const std::shared_ptr<SiteNode>& node);
-  /// Writes the index file, or, when no page has a keyword, tells the user and clears the use-index
-  /// flag. True in both cases.
+  // Writes the index file, or, when no page has a keyword, tells the user and clears the use-index
+  // flag. True in both cases.
   bool BuildIndexFile();
-  /// The index list of all pages' keywords, "" when there are none.
+  // The index list of all pages' keywords, "" when there are none.
   std::string UseKeywords();
-  /// Writes the derived-image page and the project file. True when they were written.
+  // Writes the derived-image page and the project file. True when they were written.
   bool BuildProjectFile();
-  /// Writes the page that links every file of the web's "_derived" folder.
+  // Writes the page that links every file of the web's "_derived" folder.
   void LinksToDerived();
 
-  /// All files and all nodes of the web, in the order of the site model's collectors.
+  // All files and all nodes of the web, in the order of the site model's collectors.
   SiteFiles AllFiles();
   SiteNodes AllNodes();
 
-  /// Full paths of the files written so far, "" for one that was not made.
+  // Full paths of the files written so far, "" for one that was not made.
   const std::string& ContentsPath() const { return contents_path_; }
   const std::string& IndexPath() const { return index_path_; }
   const std::string& DerivedPath() const { return derived_path_; }
   const std::string& ProjectPath() const { return project_path_; }
 
-  /// Whether the project gets an index: set from "USEKEYWORDS" when the project is written, cleared
-  /// when no keyword was found.
+  // Whether the project gets an index: set from "USEKEYWORDS" when the project is written, cleared
+  // when no keyword was found.
   bool UseIndex() const { return use_index_; }
   void UseIndex(bool value) { use_index_ = value; }
 
@@ -108,13 +108,13 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
   void ItemButtonClicked(const std::string& key) override;
   void CloseRequested() override;
 
-  /// The web that BuildUI took. Raises Error (kObjectNotSet) when there is none.
+  // The web that BuildUI took. Raises Error (kObjectNotSet) when there is none.
   SiteWeb& OpenWeb() const;
   std::string Setting(const std::string& key, const std::string& value_when_missing) const;
   void FillDefaultPages(Steps& step);
   void SaveParameters();
   void ChooseOutput();
-  /// The window. Raises Error (kObjectNotSet) in a program without windows.
+  // The window. Raises Error (kObjectNotSet) in a program without windows.
   MainView& View() const;
 
   // Statements of Generate and of BuildProjectFile.
@@ -125,7 +125,7 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
 
   ItemPanel params_;
   ButtonStrip buttons_;
-  std::shared_ptr<MainView> view_;  ///< null in a program without windows
+  std::shared_ptr<MainView> view_;  // null in a program without windows
   std::shared_ptr<SiteWeb> web_;
   std::string contents_path_;
   std::string index_path_;

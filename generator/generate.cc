@@ -13,7 +13,7 @@
 namespace scrivo {
 namespace {
 
-/// What frmHHC::Execute gives when the compiler had something to say.
+// What frmHHC::Execute gives when the compiler had something to say.
 constexpr std::int32_t kCompilerMessages = -1;
 
 bool AskYesNo(const std::string& question, std::uint32_t icon, const std::string& caption) {
@@ -21,8 +21,8 @@ bool AskYesNo(const std::string& question, std::uint32_t icon, const std::string
          MessageAnswer::kYes;
 }
 
-/// Deletes a file without forcing it and ignores a failure; true when the failure was that the file
-/// is in use or protected.
+// Deletes a file without forcing it and ignores a failure; true when the failure was that the file
+// is in use or protected.
 bool IsLockedAgainstRemoval(const std::string& path) {
   try {
     TheServices().files->Remove(path, false);
@@ -32,11 +32,11 @@ bool IsLockedAgainstRemoval(const std::string& path) {
   }
 }
 
-/// A run lets the user's clicks through; while this object lives, none of them begins a second run
-/// or closes the dialog.
+// A run lets the user's clicks through; while this object lives, none of them begins a second run
+// or closes the dialog.
 class HeldStill {
  public:
-  /// The dialog's window, which may be null.
+  // The dialog's window, which may be null.
   explicit HeldStill(MainView* view) : view_(view) {
     if (view_) IgnoringErrors([&] { view_->Enable(false); });
   }
@@ -63,7 +63,7 @@ void frmMain::Generate() {
   });
 }
 
-/// The statements of Generate that lead to its clean-up, whichever of them is the last.
+// The statements of Generate that lead to its clean-up, whichever of them is the last.
 void frmMain::CompileAndShow(Steps& step) {
   bool found = false;
   step([&] { found = FindCompiler(); });

@@ -14,14 +14,14 @@
 namespace scrivo {
 namespace {
 
-/// The keywords of a page; "" also when they cannot be read, which is no error.
+// The keywords of a page; "" also when they cannot be read, which is no error.
 std::string KeywordsOf(SiteFile& file) {
   std::string keywords;
   IgnoringErrors([&] { keywords = file.Property("keywords"); });
   return keywords;
 }
 
-/// The parts between separators, untrimmed; empty ones are kept.
+// The parts between separators, untrimmed; empty ones are kept.
 std::vector<std::string> SplitKeywords(std::string keywords) {
   std::replace(keywords.begin(), keywords.end(), ';', ',');
   std::vector<std::string> parts;
@@ -41,7 +41,7 @@ void AppendEntry(const std::string& keyword, const std::string& title, const std
            kLocalStart + location + kValueEnd + kEntryEnd;
 }
 
-/// Appends the entries of one page: statements of UseKeywords.
+// Appends the entries of one page: statements of UseKeywords.
 void AppendPage(Steps& step, SiteFile& file, std::string* text) {
   const std::string keywords = KeywordsOf(file);
   if (keywords.empty()) return;

@@ -28,14 +28,14 @@ constexpr CheckBoxDefault kCheckBoxes[] = {
     {"CLOSELOG", "1"},    {"LEAVEPROJECTFILE", "0"},
 };
 
-/// The web open in the host, null when none is open.
+// The web open in the host, null when none is open.
 std::shared_ptr<SiteWeb> CurrentWeb() {
   const std::shared_ptr<HostApplication> host = Globals().HostApplication;
   if (!host) throw Error(kObjectNotSet, "Scrivo.frmMain", "No host application is connected");
   return host->CurrentWeb();
 }
 
-/// The label of the web's home page, else the last name of the web's address.
+// The label of the web's home page, else the last name of the web's address.
 std::string DefaultTitle(SiteWeb& web) {
   const std::shared_ptr<SiteNode> home = web.HomeNode();
   if (home) return home->Label();
@@ -43,7 +43,7 @@ std::string DefaultTitle(SiteWeb& web) {
   return address.substr(address.rfind('/') + 1);
 }
 
-/// Only "/" and ":" are replaced in the file name, on purpose.
+// Only "/" and ":" are replaced in the file name, on purpose.
 std::string DefaultOutput(const std::string& folder, std::string title) {
   std::replace(title.begin(), title.end(), '/', '_');
   std::replace(title.begin(), title.end(), ':', '_');
@@ -101,7 +101,7 @@ bool frmMain::BuildUI() {
   return ready;
 }
 
-/// Statements of BuildUI.
+// Statements of BuildUI.
 void frmMain::FillDefaultPages(Steps& step) {
   Item& item = params_["DEFAULTPAGE"];
   item.text.clear();

@@ -19,7 +19,7 @@ constexpr char kFixedOptions[] =
     "Binary TOC = Yes\r\n"
     "Compatibility = 1.1 Or later\r\n";
 
-/// The window's navigation-pane style; the two differ in the flag of the favourites tab, 0x1000.
+// The window's navigation-pane style; the two differ in the flag of the favourites tab, 0x1000.
 constexpr char kStyleWithFavorites[] = "0x23520";
 constexpr char kStyleWithoutFavorites[] = "0x22520";
 
@@ -30,8 +30,8 @@ bool IsPage(const std::string& extension) {
   return lower == "htm" || lower == "html";
 }
 
-/// The window definitions. The first line, which ends in a comma, is unfinished on purpose; the
-/// compiler takes the second. `index_name` is null for a project without an index.
+// The window definitions. The first line, which ends in a comma, is unfinished on purpose; the
+// compiler takes the second. `index_name` is null for a project without an index.
 std::string WindowLines(const std::string& contents_name, const std::string* index_name) {
   std::string text = "default=,\"" + contents_name + "\",\r\n";
   text += "default=,\"" + contents_name;

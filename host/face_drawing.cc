@@ -29,7 +29,7 @@ double Distance(double x, double y, double to_x, double to_y) {
   return std::hypot(x - to_x, y - to_y);
 }
 
-/// A book with lines on its right page and a spine in the middle.
+// A book with lines on its right page and a spine in the middle.
 Colour Book(double x, double y) {
   if (!InBox(x, y, 0.06, 0.16, 0.94, 0.86)) return kClear;
   if (std::abs(x - 0.5) < 0.035) return kDarkBlue;
@@ -47,7 +47,7 @@ Colour Folder(double x, double y) {
   return is_edge ? kDarkSand : kSand;
 }
 
-/// A question mark in a disc.
+// A question mark in a disc.
 Colour Question(double x, double y) {
   if (Distance(x, y, 0.5, 0.5) > 0.45) return kClear;
   if (Distance(x, y, 0.5, 0.75) < 0.065) return kWhite;
@@ -57,7 +57,7 @@ Colour Question(double x, double y) {
   return on_hook || on_stem ? kWhite : kBlue;
 }
 
-/// A ball with a net of meridians and parallels.
+// A ball with a net of meridians and parallels.
 Colour Globe(double x, double y) {
   const double from_middle = Distance(x, y, 0.5, 0.5);
   if (from_middle > 0.45) return kClear;
@@ -69,7 +69,7 @@ Colour Globe(double x, double y) {
   return on_net ? kWhite : kBlue;
 }
 
-/// An arrow that comes back to its start.
+// An arrow that comes back to its start.
 Colour Refresh(double x, double y) {
   const double ring = Distance(x, y, 0.5, 0.52);
   const bool in_gap = x > 0.5 && y < 0.52 && y > 0.12 + (x - 0.5) * 0.9;

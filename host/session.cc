@@ -17,8 +17,8 @@ std::string WithoutEndSeparator(std::string path) {
   return path;
 }
 
-/// A path with one separator where two stand in a row, as in a folder's path that ended in one
-/// before a name was added. Those at its start mean another machine.
+// A path with one separator where two stand in a row, as in a folder's path that ended in one
+// before a name was added. Those at its start mean another machine.
 std::string WithSingleSeparators(const std::string& path) {
   std::string single;
   for (const char c : path) {
@@ -28,7 +28,7 @@ std::string WithSingleSeparators(const std::string& path) {
   return single;
 }
 
-/// The folder that a path or an address means.
+// The folder that a path or an address means.
 std::string FolderOf(const std::string& path_or_url, PathStyle style) {
   std::string path = WithoutEndSeparator(path_or_url);
   if (path.starts_with("file:")) return UrlToPath(path, style);

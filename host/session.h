@@ -12,50 +12,50 @@
 
 namespace scrivo::host {
 
-/// A page that is open for editing. This host has no editor: a page becomes dirty when somebody
-/// says so, and saving it makes it clean again without touching the disk.
+// A page that is open for editing. This host has no editor: a page becomes dirty when somebody
+// says so, and saving it makes it clean again without touching the disk.
 struct EditedPage {
   std::shared_ptr<SiteFile> file;
   bool dirty = false;
   int saves = 0;
 };
 
-/// One open web with its open pages.
+// One open web with its open pages.
 class OpenedWeb {
  public:
-  /// Opens the folder. Throws Error as OpenDiskWeb.
+  // Opens the folder. Throws Error as OpenDiskWeb.
   OpenedWeb(const std::string& path, PathStyle style);
 
   const std::string& path() const { return path_; }
   DiskWeb& web() { return *web_; }
   std::string Url() { return web_->Url(); }
-  /// The name of the web's folder.
+  // The name of the web's folder.
   std::string Title();
-  /// The navigation tree, read when it is first asked for after opening or refreshing.
+  // The navigation tree, read when it is first asked for after opening or refreshing.
   std::shared_ptr<const NavigationIndex> Navigation();
-  /// Lists the folders anew when something is next asked for.
+  // Lists the folders anew when something is next asked for.
   void Refresh();
 
-  /// The file at a location inside the web or at an absolute address, letter case aside; null when
-  /// there is none.
+  // The file at a location inside the web or at an absolute address, letter case aside; null when
+  // there is none.
   std::shared_ptr<SiteFile> FindFile(const std::string& address);
-  /// The folder at such a place.
+  // The folder at such a place.
   std::shared_ptr<SiteFolder> FindFolder(const std::string& address);
-  /// The address of one of the web's folders.
+  // The address of one of the web's folders.
   static std::string FolderUrl(SiteFolder& folder);
 
   std::vector<std::shared_ptr<EditedPage>> pages;
   std::shared_ptr<EditedPage> active_page;
 
-  /// The page's entry in `pages`, made when there is none, as the active one.
+  // The page's entry in `pages`, made when there is none, as the active one.
   std::shared_ptr<EditedPage> Edit(const std::shared_ptr<SiteFile>& file);
-  /// The open page with this file; null when there is none.
+  // The open page with this file; null when there is none.
   std::shared_ptr<EditedPage> FindPage(const std::string& url) const;
   void ClosePage(const EditedPage* page);
 
   bool is_open = true;
 
-  /// What was wrong in the web, for the user's eyes.
+  // What was wrong in the web, for the user's eyes.
   const WebProblemList& problems() const { return problems_; }
 
  private:
@@ -65,29 +65,29 @@ class OpenedWeb {
   std::shared_ptr<const NavigationIndex> navigation_;
 };
 
-/// The webs that are open in the host, one of them active.
+// The webs that are open in the host, one of them active.
 class Session {
  public:
   explicit Session(PathStyle style = Globals().path_style) : style_(style) {}
 
-  /// Called after the set of webs, the active one, or what is in it may have changed.
+  // Called after the set of webs, the active one, or what is in it may have changed.
   std::function<void()> on_change;
 
   const std::vector<std::shared_ptr<OpenedWeb>>& webs() const { return webs_; }
-  /// Null when no web is open.
+  // Null when no web is open.
   const std::shared_ptr<OpenedWeb>& active() const { return active_; }
 
-  /// Opens the web at a path or a "file" address and makes it active; one that is open already
-  /// only becomes active. Throws Error, with nothing changed, when it cannot be opened.
+  // Opens the web at a path or a "file" address and makes it active; one that is open already
+  // only becomes active. Throws Error, with nothing changed, when it cannot be opened.
   std::shared_ptr<OpenedWeb> Open(const std::string& path_or_url);
-  /// `web` must be open.
+  // `web` must be open.
   void Activate(const std::shared_ptr<OpenedWeb>& web);
-  /// The web opened before it becomes the active one.
+  // The web opened before it becomes the active one.
   void Close(const std::shared_ptr<OpenedWeb>& web);
-  /// Reads the web anew.
+  // Reads the web anew.
   void Refresh(OpenedWeb* web);
-  /// The open web and whether the address names a folder of it: what a base in an address routine
-  /// stands for.
+  // The open web and whether the address names a folder of it: what a base in an address routine
+  // stands for.
   bool NamesFolder(const std::string& address) const;
 
  private:

@@ -14,7 +14,7 @@ bool IsOneOf(char character, const char* set) {
   return character != '\0' && std::strchr(set, character) != nullptr;
 }
 
-/// Takes the word at `*at`, which is not a blank.
+// Takes the word at `*at`, which is not a blank.
 std::string TakeWord(const std::string& line, std::size_t* at) {
   std::string word;
   bool in_quotes = false;

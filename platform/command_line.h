@@ -11,10 +11,10 @@ namespace scrivo {
 // backslash takes the meaning from a blank, a tab, a line end, a quote or a backslash behind it; in
 // quotes, only from a quote or a backslash. Any other backslash is an ordinary character.
 
-/// The words of a command line, the program first; none when it is blank.
+// The words of a command line, the program first; none when it is blank.
 std::vector<std::string> SplitCommandLine(const std::string& command_line);
 
-/// The one word as a command line takes it without quotes.
+// The one word as a command line takes it without quotes.
 std::string EscapeWord(const std::string& word);
 
 }  // namespace scrivo

@@ -23,7 +23,7 @@ constexpr std::size_t kPathBufferSize = 260;
 std::int32_t last_result = 0;
 std::uint32_t last_extended_error = 0;
 
-/// `text` with NULs up to `size`.
+// `text` with NULs up to `size`.
 std::string Buffer(const std::string& text, std::uint32_t size) {
   if (text.size() > size) {
     throw Error(kInvalidProcedureCall, "mCommonDialog", "Invalid procedure call or argument");
@@ -65,7 +65,7 @@ FileDialogRecord RecordOf(const FileDialogParameters& dialog) {
   return record;
 }
 
-/// The folder and the names of a multiple selection, which two NULs close.
+// The folder and the names of a multiple selection, which two NULs close.
 std::string MultipleNames(const std::string& buffer) {
   const std::size_t end = buffer.find(std::string(2, '\0'));
   return end == std::string::npos ? StrZToStr(buffer) : buffer.substr(0, end);

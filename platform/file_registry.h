@@ -8,20 +8,20 @@
 
 namespace scrivo {
 
-/// A registry kept in a text file (see registry_text.h), for systems that have none of their own.
-/// The file is read again before each operation, so that what others wrote is seen, and written
-/// after each change, whole under a temporary name and then put in place; folder and file are made
-/// by the first change. Key names must not hold CR or LF (kRegistryInvalidParameter). A change that
-/// cannot be written is kRegistryAccessDenied or kRegistryCannotWrite and has no effect.
-///
-/// A file that cannot be read, or is damaged, is never overwritten: each operation then raises an
-/// Error that names the file and, for a damaged one, the line.
+// A registry kept in a text file (see registry_text.h), for systems that have none of their own.
+// The file is read again before each operation, so that what others wrote is seen, and written
+// after each change, whole under a temporary name and then put in place; folder and file are made
+// by the first change. Key names must not hold CR or LF (kRegistryInvalidParameter). A change that
+// cannot be written is kRegistryAccessDenied or kRegistryCannotWrite and has no effect.
+//
+// A file that cannot be read, or is damaged, is never overwritten: each operation then raises an
+// Error that names the file and, for a damaged one, the line.
 class FileRegistry : public RegistryStore {
  public:
   FileRegistry(std::shared_ptr<Files> files, const std::string& folder,
                const std::string& file_name);
 
-  /// How many keys are open.
+  // How many keys are open.
   std::size_t OpenKeys() const { return memory_.OpenKeys(); }
 
   RegistryStatus OpenKey(RegistryHandle parent, const std::string& path, std::uint32_t rights,
@@ -45,7 +45,7 @@ class FileRegistry : public RegistryStore {
 
  private:
   void Load();
-  /// Writes the file when the registry's text is not what was read.
+  // Writes the file when the registry's text is not what was read.
   void Save();
   void MakeFolder(const std::string& folder);
   template <typename Operation>
@@ -54,7 +54,7 @@ class FileRegistry : public RegistryStore {
   std::shared_ptr<Files> files_;
   std::string folder_;
   std::string path_;
-  std::string text_;  ///< what the file held when it was last read; "" for a missing file
+  std::string text_;  // what the file held when it was last read; "" for a missing file
   MemoryRegistry memory_;
 };
 

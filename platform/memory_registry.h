@@ -11,20 +11,20 @@
 
 namespace scrivo {
 
-/// A registry in memory, with all predefined roots, empty at first. It holds type codes and bytes
-/// as they were given and checks the rights that keys were opened with. Names compare without
-/// regard to the case of the letters A to Z.
+// A registry in memory, with all predefined roots, empty at first. It holds type codes and bytes
+// as they were given and checks the rights that keys were opened with. Names compare without
+// regard to the case of the letters A to Z.
 class MemoryRegistry : public RegistryStore {
  public:
-  /// What it holds; may be replaced at any time. A handle whose key is gone then answers
-  /// kRegistryKeyDeleted.
+  // What it holds; may be replaced at any time. A handle whose key is gone then answers
+  // kRegistryKeyDeleted.
   RegistryTree tree;
-  /// Tells an environment variable, null for one that is not set; the process's own by default.
+  // Tells an environment variable, null for one that is not set; the process's own by default.
   std::function<const char*(const std::string& name)> environment;
 
   MemoryRegistry();
 
-  /// How many keys are open.
+  // How many keys are open.
   std::size_t OpenKeys() const { return open_.size(); }
 
   RegistryStatus OpenKey(RegistryHandle parent, const std::string& path, std::uint32_t rights,
@@ -47,7 +47,7 @@ class MemoryRegistry : public RegistryStore {
                                   std::uint32_t size) override;
 
  private:
-  /// Where an open key is, and what it may be used for.
+  // Where an open key is, and what it may be used for.
   struct Opened {
     std::uint32_t root;
     std::vector<std::string> names;
@@ -55,11 +55,11 @@ class MemoryRegistry : public RegistryStore {
   };
 
   static bool IsRoot(RegistryHandle key);
-  /// The place of a predefined root or open key.
+  // The place of a predefined root or open key.
   RegistryStatus Locate(RegistryHandle key, Opened* place) const;
-  /// The place of `path` below `parent`.
+  // The place of `path` below `parent`.
   RegistryStatus LocateBelow(RegistryHandle parent, const std::string& path, Opened* place) const;
-  /// The key itself, when it was opened with all of `rights`.
+  // The key itself, when it was opened with all of `rights`.
   RegistryStatus Find(RegistryHandle key, std::uint32_t rights, StoredKey** found);
   StoredKey* At(const Opened& place);
   RegistryHandle Open(Opened place, std::uint32_t rights);

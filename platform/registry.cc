@@ -26,7 +26,7 @@ RegistryStore& Store() { return *TheServices().registry; }
 
 std::string UpToNul(const std::string& buffer) { return buffer.substr(0, buffer.find('\0')); }
 
-/// The text with its environment references replaced; nothing when the system cannot say.
+// The text with its environment references replaced; nothing when the system cannot say.
 std::optional<std::string> Expanded(const std::string& text) {
   const std::uint32_t needed = Store().ExpandEnvironment(text, nullptr, 0);
   if (needed == 0) return std::nullopt;
@@ -89,7 +89,7 @@ std::string TextOf(const RegistryValue& value) {
   return "";
 }
 
-/// Whether a text holds a "%" and another at least two characters after it.
+// Whether a text holds a "%" and another at least two characters after it.
 bool HoldsEnvironmentReference(const std::string& text) {
   const std::size_t first = text.find('%');
   return first != std::string::npos && text.find('%', first + 2) != std::string::npos;
@@ -138,7 +138,7 @@ RegistryStatus StoreValue(RegistryHandle key, const std::string& name, const Reg
   }
 }
 
-/// A key that is closed at the end of its scope, whatever happens in between.
+// A key that is closed at the end of its scope, whatever happens in between.
 class OpenedKey {
  public:
   explicit OpenedKey(RegistryHandle key) : key_(key) {}

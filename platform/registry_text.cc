@@ -75,8 +75,8 @@ void FormatKey(const StoredKey& key, const std::string& path, std::string* text)
   for (const StoredKey& below : key.keys) FormatKey(below, path + "\\" + below.name, text);
 }
 
-/// Reads the parts of one line from its beginning on. A member that answers false has found
-/// something else.
+// Reads the parts of one line from its beginning on. A member that answers false has found
+// something else.
 class LineReader {
  public:
   explicit LineReader(std::string_view line) : rest_(line) {}
@@ -106,7 +106,7 @@ class LineReader {
     return false;
   }
 
-  /// A hexadecimal number of 1 to `most_digits` digits.
+  // A hexadecimal number of 1 to `most_digits` digits.
   bool TakeHex(std::size_t most_digits, std::uint32_t* number) {
     constexpr std::string_view kDigits = "0123456789abcdef";
     std::size_t digits = 0;
@@ -171,7 +171,7 @@ bool ParseValue(std::string_view text, StoredKey* key) {
   return true;
 }
 
-/// The key of a heading's path, made where it is missing; null when the path has no known root.
+// The key of a heading's path, made where it is missing; null when the path has no known root.
 StoredKey* KeyOfHeading(std::string_view path, RegistryTree* tree) {
   const std::string_view root_name = path.substr(0, path.find('\\'));
   for (const auto& root : kRoots) {
@@ -185,7 +185,7 @@ StoredKey* KeyOfHeading(std::string_view path, RegistryTree* tree) {
   return nullptr;
 }
 
-/// Reads one line below the heading; `*key` is the key that values belong to.
+// Reads one line below the heading; `*key` is the key that values belong to.
 bool ParseLine(std::string_view line, RegistryTree* tree, StoredKey** key) {
   if (line.empty() || line.front() == ';') return true;
   if (line.front() == '[' && line.back() == ']') {

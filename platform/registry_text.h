@@ -22,12 +22,12 @@ namespace scrivo {
 // quote, CR and LF as \\, \", \r and \n. A text that does not end in its only NUL, and every type
 // without a form of its own, is given as hex with the type code (in hexadecimal) and its bytes.
 
-/// Writes the tree with LF line ends; keys in the order of their names. Key names must not hold CR
-/// or LF.
+// Writes the tree with LF line ends; keys in the order of their names. Key names must not hold CR
+// or LF.
 std::string FormatRegistry(const RegistryTree& tree);
 
-/// Reads such a text; lines may end in CR LF, and those that begin with ";" are comments. What is
-/// not such a text raises Error (kPathFileAccessError) that names `file_name` and the line.
+// Reads such a text; lines may end in CR LF, and those that begin with ";" are comments. What is
+// not such a text raises Error (kPathFileAccessError) that names `file_name` and the line.
 RegistryTree ParseRegistry(const std::string& text, const std::string& file_name);
 
 }  // namespace scrivo

@@ -13,7 +13,7 @@ std::string Folded(const std::string& name) {
   return folded;
 }
 
-/// Where the sub-key with this name is, or belongs.
+// Where the sub-key with this name is, or belongs.
 std::vector<StoredKey>::iterator PlaceOf(std::vector<StoredKey>& keys, const std::string& name) {
   return std::lower_bound(
       keys.begin(), keys.end(), Folded(name),

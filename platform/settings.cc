@@ -9,7 +9,7 @@
 namespace scrivo {
 namespace {
 
-/// `name` as one name of a key path.
+// `name` as one name of a key path.
 std::string AsKeyName(const std::string& name) {
   std::string key_name;
   for (const char character : name) {

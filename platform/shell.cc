@@ -11,18 +11,18 @@
 namespace scrivo {
 namespace {
 
-/// The greatest result that the shell uses for a failure.
+// The greatest result that the shell uses for a failure.
 constexpr std::int32_t kLastFailureCode = 32;
 
 constexpr std::uint32_t kExtendedRecordSize = 60;  // SHELLEXECUTEINFO of 32-bit programs
-/// Invoke the verb list of the item's context menu, keep the process handle, show no error.
+// Invoke the verb list of the item's context menu, keep the process handle, show no error.
 constexpr std::uint32_t kPropertiesMask = 0x44C;
 
 struct ShellFailure {
   std::int32_t code;
   std::int32_t number;
   const char* text;
-  bool reported_for_addresses;  ///< also by CreateNewMailMessage and OpenUrl
+  bool reported_for_addresses;  // also by CreateNewMailMessage and OpenUrl
 };
 
 constexpr ShellFailure kFailures[] = {
@@ -44,7 +44,7 @@ constexpr ShellFailure kFailures[] = {
   RaiseComponentError("CShell", number, text);
 }
 
-/// Runs a member's work. Errors of a member's own are raised outside of it.
+// Runs a member's work. Errors of a member's own are raised outside of it.
 template <typename Work>
 auto Guarded(Work work) {
   return OrComponentFailure("CShell", CShell::kComponentFailure, work);
@@ -84,8 +84,8 @@ void RequireFile(const std::string& path) {
   }
 }
 
-/// The folder part of a path, "" when it has none. A drive's or the system's root keeps its
-/// separator, without which it would name another folder.
+// The folder part of a path, "" when it has none. A drive's or the system's root keeps its
+// separator, without which it would name another folder.
 std::string FolderOf(const std::string& path) {
   const std::size_t separator = path.rfind(Separator(Globals().path_style));
   if (separator == std::string::npos) return "";
@@ -109,7 +109,7 @@ void RunToItsEnd(const std::string& program, const std::string& parameters) {
   });
 }
 
-/// A key below HKEY_LOCAL_MACHINE open for reading, or none.
+// A key below HKEY_LOCAL_MACHINE open for reading, or none.
 class MachineKey {
  public:
   explicit MachineKey(const std::string& path) {
@@ -122,7 +122,7 @@ class MachineKey {
   MachineKey(const MachineKey&) = delete;
   MachineKey& operator=(const MachineKey&) = delete;
 
-  /// The default value up to its first NUL, "" when there is none.
+  // The default value up to its first NUL, "" when there is none.
   std::string DefaultValue() {
     std::uint32_t type = kRegNone;
     std::uint32_t size = 0;
@@ -137,7 +137,7 @@ class MachineKey {
     return text.substr(0, text.find('\0'));
   }
 
-  /// The name of a sub-key, "" when there are no more.
+  // The name of a sub-key, "" when there are no more.
   std::string SubKey(std::uint32_t index) {
     char name[2048] = "";
     if (!is_open_ || store_.EnumKey(key_, index, name, sizeof name) != kRegistrySuccess) return "";
@@ -150,7 +150,7 @@ class MachineKey {
   bool is_open_ = false;
 };
 
-/// True for "open" in any case, also with the mark of its accelerator key: "&Open".
+// True for "open" in any case, also with the mark of its accelerator key: "&Open".
 bool IsOpenVerb(const std::string& name) {
   std::string plain;
   std::copy_if(name.begin(), name.end(), std::back_inserter(plain),

@@ -7,14 +7,14 @@
 
 namespace scrivo {
 
-/// The system's shell: opening addresses, documents, folders and programs, and writing mail. It
-/// keeps no state and reaches the system through TheServices(). Every request is owned by the
-/// desktop window and asks for a normal window.
-///
-/// Members raise Error with source "<module>.CShell". Which of the shell's failures a member
-/// reports differs on purpose: CreateNewMailMessage and OpenUrl report only kOutOfMemory,
-/// kSharingViolation, kDdeTimeout, kDdeTransactionFailed and kDdeBusy. A shell that answers 0, out
-/// of memory or resources, is never reported. Anything unexpected is kComponentFailure.
+// The system's shell: opening addresses, documents, folders and programs, and writing mail. It
+// keeps no state and reaches the system through TheServices(). Every request is owned by the
+// desktop window and asks for a normal window.
+//
+// Members raise Error with source "<module>.CShell". Which of the shell's failures a member
+// reports differs on purpose: CreateNewMailMessage and OpenUrl report only kOutOfMemory,
+// kSharingViolation, kDdeTimeout, kDdeTransactionFailed and kDdeBusy. A shell that answers 0, out
+// of memory or resources, is never reported. Anything unexpected is kComponentFailure.
 class CShell {
  public:
   static constexpr std::int32_t kFileNotFound = -2147203463;          // base + 18041
@@ -32,22 +32,22 @@ class CShell {
   static constexpr std::int32_t kCannotShowProperties = -2147203450;  // base + 18054
   static constexpr std::int32_t kComponentFailure = -2147203449;      // base + 18055
 
-  /// Opens a new message in the mail program. Nothing is encoded here, and without a subject the
-  /// other parts follow the address without a "?", both on purpose.
+  // Opens a new message in the mail program. Nothing is encoded here, and without a subject the
+  // other parts follow the address without a "?", both on purpose.
   void CreateNewMailMessage(const std::string& To, const std::string& CC,
                             const std::string& Subject, const std::string& Body);
-  /// Opens a folder with the tree of folders beside it.
+  // Opens a folder with the tree of folders beside it.
   void ExploreFolder(const std::string& Path);
-  /// Starts a program. `Program` must name an existing file. With `Wait` the call returns when the
-  /// program has ended; no messages are processed meanwhile.
+  // Starts a program. `Program` must name an existing file. With `Wait` the call returns when the
+  // program has ended; no messages are processed meanwhile.
   void LaunchProgram(const std::string& Program, const std::string& Parameters = "",
                      bool Wait = false);
-  /// Opens a document with the verb that its type is registered with: the one that the type names
-  /// as its own, else "open", else the first one listed. `Path` must name an existing file.
+  // Opens a document with the verb that its type is registered with: the one that the type names
+  // as its own, else "open", else the first one listed. `Path` must name an existing file.
   void OpenDocument(const std::string& Path);
   void OpenFolder(const std::string& Path);
   void OpenUrl(const std::string& Url);
-  /// Shows the properties sheet of an existing file or folder. `Owner` 0 is the desktop window.
+  // Shows the properties sheet of an existing file or folder. `Owner` 0 is the desktop window.
   void ShowProperties(const std::string& Path, WindowHandle Owner);
 };
 

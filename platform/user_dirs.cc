@@ -6,8 +6,8 @@
 namespace scrivo {
 namespace {
 
-/// The text between the quotes that the shell would see, a backslash taking the meaning from the
-/// character behind it.
+// The text between the quotes that the shell would see, a backslash taking the meaning from the
+// character behind it.
 std::string Unquoted(std::string_view text) {
   std::string value;
   for (std::size_t i = 0; i < text.size() && text[i] != '"'; ++i) {

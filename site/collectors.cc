@@ -3,8 +3,8 @@
 namespace scrivo {
 namespace {
 
-/// What is still to visit, next at the back; a stack of our own, so that no depth of a web
-/// overflows the program's.
+// What is still to visit, next at the back; a stack of our own, so that no depth of a web
+// overflows the program's.
 template <typename Items>
 void PushReversed(const Items& items, Items* pending) {
   pending->insert(pending->end(), items.rbegin(), items.rend());

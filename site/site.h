@@ -21,51 +21,51 @@ using SiteFolders = std::vector<std::shared_ptr<SiteFolder>>;
 using SiteNodes = std::vector<std::shared_ptr<SiteNode>>;
 using OpenPages = std::vector<std::shared_ptr<OpenPage>>;
 
-/// A file of the web.
+// A file of the web.
 class SiteFile {
  public:
   virtual ~SiteFile() = default;
 
-  /// The file's address, such as file:///C:/Webs/site/docs/a.htm.
+  // The file's address, such as file://C:/Webs/site/docs/a.htm.
   virtual std::string Url() = 0;
-  /// The extension without the point, in any case; "" when there is none.
+  // The extension without the point, in any case; "" when there is none.
   virtual std::string Extension() = 0;
-  /// The page's named meta property, such as "keywords". A page without it fails.
+  // The page's named meta property, such as "keywords". A page without it fails.
   virtual std::string Property(const std::string& name) = 0;
-  /// The file's place in the navigation structure, null when it has none.
+  // The file's place in the navigation structure, null when it has none.
   virtual std::shared_ptr<SiteNode> NavigationEntry() = 0;
-  /// The page's title.
+  // The page's title.
   virtual std::string Title() = 0;
 };
 
-/// A folder of the web.
+// A folder of the web.
 class SiteFolder {
  public:
   virtual ~SiteFolder() = default;
 
-  /// The files of this folder only.
+  // The files of this folder only.
   virtual SiteFiles Files() = 0;
-  /// The direct subfolders.
+  // The direct subfolders.
   virtual SiteFolders Folders() = 0;
-  /// The folder's path on disk, without a separator at its end.
+  // The folder's path on disk, without a separator at its end.
   virtual std::string LocalPath() = 0;
 };
 
-/// A node of the web's navigation structure.
+// A node of the web's navigation structure.
 class SiteNode {
  public:
   virtual ~SiteNode() = default;
 
   virtual SiteNodes Children() = 0;
-  /// The page that the node stands for, null for a node that is only a label.
+  // The page that the node stands for, null for a node that is only a label.
   virtual std::shared_ptr<SiteFile> File() = 0;
-  /// The text shown in the navigation structure.
+  // The text shown in the navigation structure.
   virtual std::string Label() = 0;
-  /// The node's address, that of its page.
+  // The node's address, that of its page.
   virtual std::string Url() = 0;
 };
 
-/// A page that is open in the host's editor.
+// A page that is open in the host's editor.
 class OpenPage {
  public:
   virtual ~OpenPage() = default;
@@ -74,49 +74,49 @@ class OpenPage {
   virtual void Save(bool overwrite) = 0;
 };
 
-/// The open web.
+// The open web.
 class SiteWeb {
  public:
   virtual ~SiteWeb() = default;
 
-  /// The web's address, such as file:///C:/Webs/site.
+  // The web's address, such as file://C:/Webs/site.
   virtual std::string Url() = 0;
   virtual std::shared_ptr<SiteFolder> BaseFolder() = 0;
-  /// The root of the navigation structure; its children are the top-level entries.
+  // The root of the navigation structure; its children are the top-level entries.
   virtual std::shared_ptr<SiteNode> NavigationRoot() = 0;
-  /// The node of the web's home page, null when it has none.
+  // The node of the web's home page, null when it has none.
   virtual std::shared_ptr<SiteNode> HomeNode() = 0;
   virtual scrivo::OpenPages OpenPages() = 0;
-  /// Makes the host show the files that were added or removed.
+  // Makes the host show the files that were added or removed.
   virtual void Refresh() = 0;
 };
 
-/// The application that hosts the add-in.
+// The application that hosts the add-in.
 class HostApplication {
  public:
   virtual ~HostApplication() = default;
 
-  /// The open web, null when none is open.
+  // The open web, null when none is open.
   virtual std::shared_ptr<SiteWeb> CurrentWeb() = 0;
-  /// Where a page lies inside `web`, relative to its base folder, with "/" between folder names:
-  /// docs/a.htm for file:///C:/Webs/site/docs/a.htm in file:///C:/Webs/site.
+  // Where a page lies inside `web`, relative to its base folder, with "/" between folder names:
+  // docs/a.htm for file://C:/Webs/site/docs/a.htm in file://C:/Webs/site.
   virtual std::string RelativeLocation(SiteWeb& web, const std::string& address) = 0;
-  /// The host's version, such as "12.0.0.6211".
+  // The host's version, such as "12.0.0.6211".
   virtual std::string Version() = 0;
 };
 
-/// Runs one statement of a collector, which calls into the host; what it does about a failure is
-/// its own affair. A statement that it skips adds nothing.
+// Runs one statement of a collector, which calls into the host; what it does about a failure is
+// its own affair. A statement that it skips adds nothing.
 using StatementRunner = std::function<void(const std::function<void()>& statement)>;
 
-/// Lets a failure pass to the collector's caller.
+// Lets a failure pass to the collector's caller.
 void RunDirectly(const std::function<void()>& statement);
 
-/// Every file of the web: a folder's own files in order, then those of each subfolder the same way.
+// Every file of the web: a folder's own files in order, then those of each subfolder the same way.
 SiteFiles AllFiles(SiteWeb& web, const StatementRunner& run = RunDirectly);
 
-/// Every node below the root: a node, then its descendants. The root itself is not listed; a web
-/// without a root has no nodes.
+// Every node below the root: a node, then its descendants. The root itself is not listed; a web
+// without a root has no nodes.
 SiteNodes AllNodes(SiteWeb& web, const StatementRunner& run = RunDirectly);
 
 }  // namespace scrivo

@@ -6,11 +6,11 @@
 
 namespace scrivo {
 
-/// Added to a class's own error offsets (17401, 18001, …) to make the numbers that callers see.
+// Added to a class's own error offsets (17401, 18001, …) to make the numbers that callers see.
 constexpr std::int32_t kComponentErrorBase = -2147221504;  // 0x80040000
 
-/// Numbers of the failures that the operating system and the language report. Callers test some of
-/// them, such as kPermissionDenied.
+// Numbers of the failures that the operating system and the language report. Callers test some of
+// them, such as kPermissionDenied.
 enum RunTimeError : std::int32_t {
   kInvalidProcedureCall = 5,
   kOverflow = 6,
@@ -30,8 +30,8 @@ enum RunTimeError : std::int32_t {
   kWrongArgumentCount = 450,
 };
 
-/// The one exception of the system: failures of the operating system, of the host and of the
-/// standard library are turned into it where they enter.
+// The one exception of the system: failures of the operating system, of the host and of the
+// standard library are turned into it where they enter.
 class Error : public std::exception {
  public:
   Error(std::int32_t number, std::string source, std::string description)
@@ -39,15 +39,15 @@ class Error : public std::exception {
 
   const char* what() const noexcept override { return description.c_str(); }
 
-  std::int32_t number;      ///< a RunTimeError, kComponentErrorBase + offset, or a host's HRESULT
-  std::string source;       ///< who raised it
-  std::string description;  ///< English text for the user, without a line end
-  std::int32_t line = 0;    ///< line number of the failed statement, 0 when it carries none
+  std::int32_t number;      // a RunTimeError, kComponentErrorBase + offset, or a host's HRESULT
+  std::string source;       // who raised it
+  std::string description;  // English text for the user, without a line end
+  std::int32_t line = 0;    // line number of the failed statement, 0 when it carries none
 };
 
-/// Gives the failure held by `failure` as an Error: an Error as it is, std::bad_alloc as
-/// kOutOfMemory, any other exception as kInternalError with its what() text. `failure` must not be
-/// null.
+// Gives the failure held by `failure` as an Error: an Error as it is, std::bad_alloc as
+// kOutOfMemory, any other exception as kInternalError with its what() text. `failure` must not be
+// null.
 Error ErrorFrom(const std::exception_ptr& failure) noexcept;
 
 }  // namespace scrivo

@@ -11,9 +11,9 @@
 
 namespace scrivo {
 
-/// Everything that this system asks of the operating system. The entry point (library, command line
-/// or test) fills it once, before anything else runs, and may replace single members (a terminal as
-/// the desktop, a registry in memory).
+// Everything that this system asks of the operating system. The entry point (library, command line
+// or test) fills it once, before anything else runs, and may replace single members (a terminal as
+// the desktop, a registry in memory).
 struct Services {
   std::shared_ptr<Files> files;
   std::shared_ptr<RegistryStore> registry;
@@ -23,10 +23,10 @@ struct Services {
   std::shared_ptr<SystemServices> system;
 };
 
-/// The process-wide services.
+// The process-wide services.
 Services& TheServices();
 
-/// The services of the system this program was built for.
+// The services of the system this program was built for.
 Services CreateSystemServices();
 
 }  // namespace scrivo

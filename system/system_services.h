@@ -5,31 +5,31 @@
 
 namespace scrivo {
 
-/// What the system tells of itself and of this program.
+// What the system tells of itself and of this program.
 class SystemServices {
  public:
   virtual ~SystemServices() = default;
 
-  /// Today's date and the time of day in the user's regional short forms.
+  // Today's date and the time of day in the user's regional short forms.
   virtual std::string DateText() = 0;
   virtual std::string TimeText() = 0;
 
-  /// The platform identifier (2: the NT family), asked with a version record of `record_size` bytes
-  /// (156 or 148); false when the system does not answer.
+  // The platform identifier (2: the NT family), asked with a version record of `record_size` bytes
+  // (156 or 148); false when the system does not answer.
   virtual bool PlatformId(std::uint32_t record_size, std::uint32_t* platform_id) = 0;
 
-  /// Writes one entry of type error to the Application event log. Throws Error when that fails.
+  // Writes one entry of type error to the Application event log. Throws Error when that fails.
   virtual void WriteErrorEvent(const std::string& source, const std::string& text) = 0;
 
-  /// The file name of the running library or program, without folder and extension.
+  // The file name of the running library or program, without folder and extension.
   virtual std::string ModuleName() = 0;
-  /// The folder of the running library or program, without a separator at its end.
+  // The folder of the running library or program, without a separator at its end.
   virtual std::string ModuleFolder() = 0;
 
-  /// Creates or opens a named mutex and keeps it until the process ends.
+  // Creates or opens a named mutex and keeps it until the process ends.
   virtual void HoldMutex(const std::string& name) = 0;
 
-  /// The code page of ANSI text, such as 1252: the system's own until another was chosen.
+  // The code page of ANSI text, such as 1252: the system's own until another was chosen.
   virtual int AnsiCodePage() = 0;
   virtual void SetAnsiCodePage(int code_page) = 0;
 };

@@ -6,14 +6,14 @@ namespace scrivo {
 
 enum class StandardStream { kOutput, kError };
 
-/// True when a person looks at the stream: it goes to a terminal and not to a file or a program.
+// True when a person looks at the stream: it goes to a terminal and not to a file or a program.
 bool IsTerminal(StandardStream stream);
 
-/// How many characters a line of that terminal holds; 80 when it does not tell.
+// How many characters a line of that terminal holds; 80 when it does not tell.
 int TerminalColumns(StandardStream stream);
 
-/// The code page of the text that programs of this system print and are given as arguments: UTF-8
-/// (65001) on POSIX, the ANSI code page on Windows.
+// The code page of the text that programs of this system print and are given as arguments: UTF-8
+// (65001) on POSIX, the ANSI code page on Windows.
 int TerminalCodePage();
 
 }  // namespace scrivo

@@ -6,28 +6,28 @@
 
 namespace scrivo {
 
-/// One place in a button strip: a button, or an empty spacer (no caption).
+// One place in a button strip: a button, or an empty spacer (no caption).
 struct StripItem {
   std::string key;
   std::string caption{};
-  std::string tip{};  ///< shown while the pointer rests on the button
-  float width = 0;    ///< in twips; the view sets it for a button, the presenter for a spacer
+  std::string tip{};  // shown while the pointer rests on the button
+  float width = 0;    // in twips; the view sets it for a button, the presenter for a spacer
   bool enabled = true;
 };
 
-/// The buttons of a dialog as plain data, left to right: the presenter says what they are, a view
-/// shows them.
+// The buttons of a dialog as plain data, left to right: the presenter says what they are, a view
+// shows them.
 class ButtonStrip {
  public:
   explicit ButtonStrip(std::vector<StripItem> items) : items_(std::move(items)) {}
 
-  /// The item with this key. Raises Error (kInvalidProcedureCall) when there is none.
+  // The item with this key. Raises Error (kInvalidProcedureCall) when there is none.
   StripItem& operator[](const std::string& key);
-  /// Takes the item with this key out of the strip, if it is there.
+  // Takes the item with this key out of the strip, if it is there.
   void Remove(const std::string& key);
-  /// All items, left to right.
+  // All items, left to right.
   std::vector<StripItem>& Items() { return items_; }
-  /// The sum of all items' widths, in twips.
+  // The sum of all items' widths, in twips.
   float ItemsWidth() const;
 
  private:

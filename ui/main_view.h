@@ -8,38 +8,38 @@
 
 namespace scrivo {
 
-/// What the user does to the compile dialog, as its presenter hears it. No member throws.
+// What the user does to the compile dialog, as its presenter hears it. No member throws.
 class MainViewEvents {
  public:
   virtual ~MainViewEvents() = default;
 
-  /// The dialog has become the active window; told on every activation.
+  // The dialog has become the active window; told on every activation.
   virtual void Activated() = 0;
-  /// The dialog's sizing container has a new size; widths of its parts in twips. The view then
-  /// takes the widths of the panel's edit parts and of the strip's spacer from their data.
+  // The dialog's sizing container has a new size; widths of its parts in twips. The view then
+  // takes the widths of the panel's edit parts and of the strip's spacer from their data.
   virtual void Resized(float strip_width, float panel_width) = 0;
   virtual void ButtonClicked(const std::string& key) = 0;
-  /// The row's text or check mark, already stored in the panel, is a new one.
+  // The row's text or check mark, already stored in the panel, is a new one.
   virtual void ItemChanged(const std::string& key) = 0;
-  /// The browse button of a row.
+  // The browse button of a row.
   virtual void ItemButtonClicked(const std::string& key) = 0;
-  /// The window's own close box. The view may be destroyed before this returns.
+  // The window's own close box. The view may be destroyed before this returns.
   virtual void CloseRequested() = 0;
 };
 
-/// What the compile dialog shows itself through: a window or a test. It shows the rows of an
-/// ItemPanel and a ButtonStrip that belong to the presenter and outlive it. Measures are in twips
-/// (1440 to the inch), places relative to the screen.
+// What the compile dialog shows itself through: a window or a test. It shows the rows of an
+// ItemPanel and a ButtonStrip that belong to the presenter and outlive it. Measures are in twips
+// (1440 to the inch), places relative to the screen.
 class MainView {
  public:
   virtual ~MainView() = default;
 
-  /// Shows the dialog and returns when it was hidden or closed.
+  // Shows the dialog and returns when it was hidden or closed.
   virtual void ShowModal() = 0;
   virtual void Hide() = 0;
-  /// Takes the window from the screen for good; a ShowModal under way returns.
+  // Takes the window from the screen for good; a ShowModal under way returns.
   virtual void Close() = 0;
-  /// The system's window, made now (hidden) if there is none yet.
+  // The system's window, made now (hidden) if there is none yet.
   virtual WindowHandle Window() = 0;
 
   virtual float Left() = 0;
@@ -51,10 +51,10 @@ class MainView {
   virtual float Height() = 0;
   virtual void Height(float twips) = 0;
 
-  /// While false the dialog stands still: it takes no click and no key.
+  // While false the dialog stands still: it takes no click and no key.
   virtual void Enable(bool enabled) = 0;
 
-  /// The presenter has changed this row; show it anew.
+  // The presenter has changed this row; show it anew.
   virtual void ShowItem(const std::string& key) = 0;
 };
 

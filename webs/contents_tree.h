@@ -8,31 +8,31 @@
 
 namespace scrivo {
 
-/// One entry of a web's contents.
+// One entry of a web's contents.
 struct ContentsNode {
-  std::string label;  ///< ANSI text
-  /// The page's location or address, for a node whose page is not a file of this web; else "".
+  std::string label;  // ANSI text
+  // The page's location or address, for a node whose page is not a file of this web; else "".
   std::string page;
   WebListing::Index file = WebListing::kNone;
-  /// Its children stand together: nodes first_child … first_child + child_count - 1.
+  // Its children stand together: nodes first_child … first_child + child_count - 1.
   std::uint32_t first_child = 0;
   std::uint32_t child_count = 0;
 };
 
-/// A web's contents. Node 0 is the root, which stands for no page; its children are the top-level
-/// entries. A node stands before its children.
+// A web's contents. Node 0 is the root, which stands for no page; its children are the top-level
+// entries. A node stands before its children.
 struct ContentsTree {
   std::vector<ContentsNode> nodes{1};
 };
 
-/// The place of a file name, given in small letters, among the names that the home page of a web
-/// and the index page of a folder go by, the best first; -1 for any other name.
+// The place of a file name, given in small letters, among the names that the home page of a web
+// and the index page of a folder go by, the best first; -1 for any other name.
 int WelcomeRank(const std::string& name);
 
-/// The file of the folder with the best welcome name; kNone when it has none.
+// The file of the folder with the best welcome name; kNone when it has none.
 WebListing::Index WelcomePage(const WebListing& listing, WebListing::Index folder);
 
-/// Whether a help file holds the file as a page: its name ends in .htm or .html, in any case.
+// Whether a help file holds the file as a page: its name ends in .htm or .html, in any case.
 bool IsHelpPage(const WebListing& listing, WebListing::Index file);
 
 }  // namespace scrivo

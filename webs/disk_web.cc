@@ -11,7 +11,7 @@
 namespace scrivo {
 namespace {
 
-/// `path` with the separators of its style, none at its end.
+// `path` with the separators of its style, none at its end.
 std::string FolderPathOf(std::string path, PathStyle style) {
   const char separator = Separator(style);
   if (style == PathStyle::kWindows) std::replace(path.begin(), path.end(), '/', separator);
@@ -21,7 +21,7 @@ std::string FolderPathOf(std::string path, PathStyle style) {
 
 std::string UrlOf(const std::string& path, PathStyle style) {
   if (style == PathStyle::kPosix) return "file://" + path;
-  std::string url = "file:///" + path;
+  std::string url = "file://" + path;
   std::replace(url.begin(), url.end(), '\\', '/');
   return url;
 }
@@ -32,7 +32,7 @@ std::string UrlOf(const std::string& path, PathStyle style) {
                   "). Ask for the right to read the folder.");
 }
 
-/// A folder behind one that may not be entered looks as if it did not exist.
+// A folder behind one that may not be entered looks as if it did not exist.
 void ThrowIfOutOfReach(Files& files, const std::string& folder) {
   try {
     files.List(folder);
@@ -62,10 +62,10 @@ class OpenedDiskWeb : public DiskWeb {
     const std::uint32_t home = Now().HomeNode();
     return home == 0 ? nullptr : Now().Node(home);
   }
-  /// Nothing edits a web on disk.
+  // Nothing edits a web on disk.
   scrivo::OpenPages OpenPages() override { return {}; }
-  /// The folders are listed anew when something is next asked for, and what is wrong there is
-  /// reported again.
+  // The folders are listed anew when something is next asked for, and what is wrong there is
+  // reported again.
   void Refresh() override { snapshot_ = nullptr; }
 
   ContentsChoice ContentsUsed() override { return Now().TreeUsed(); }
@@ -79,7 +79,7 @@ class OpenedDiskWeb : public DiskWeb {
   }
 
   const std::shared_ptr<WebSource> source_;
-  std::shared_ptr<WebSnapshot> snapshot_;  ///< null after a Refresh
+  std::shared_ptr<WebSnapshot> snapshot_;  // null after a Refresh
   bool has_reported_losses_ = false;
 };
 

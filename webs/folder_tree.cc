@@ -56,7 +56,7 @@ class FolderTreeBuilder {
     }
   }
 
-  /// The index page of a folder, if a help file can show it.
+  // The index page of a folder, if a help file can show it.
   Index Target(Index folder) const {
     const Index page = WelcomePage(listing_, folder);
     return page != WebListing::kNone && IsHelpPage(listing_, page) ? page : WebListing::kNone;
@@ -106,7 +106,7 @@ class FolderTreeBuilder {
   const WebListing& listing_;
   const std::function<std::string(Index)>& title_;
   AnsiText& ansi_;
-  std::vector<bool> has_pages_;  ///< by folder
+  std::vector<bool> has_pages_;  // by folder
 };
 
 }  // namespace

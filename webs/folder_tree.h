@@ -9,11 +9,11 @@
 
 namespace scrivo {
 
-/// The contents of a web whose author arranged none: each folder that holds pages, itself or
-/// deeper, is a heading with the folder's index page (index.htm, default.htm, …) as its target and
-/// that page's title as its label, or without a target under the folder's name. Pages and headings
-/// stand together by label in a person's order; the home page comes first. `title` gives a page's
-/// title as ANSI text, and is asked once for each page.
+// The contents of a web whose author arranged none: each folder that holds pages, itself or
+// deeper, is a heading with the folder's index page (index.htm, default.htm, …) as its target and
+// that page's title as its label, or without a target under the folder's name. Pages and headings
+// stand together by label in a person's order; the home page comes first. `title` gives a page's
+// title as ANSI text, and is asked once for each page.
 ContentsTree BuildFolderTree(const WebListing& listing,
                              const std::function<std::string(WebListing::Index file)>& title,
                              AnsiText* ansi);

@@ -6,16 +6,16 @@
 
 namespace scrivo {
 
-/// A tag of an HTML page, from what stands between "<" and ">". It keeps views of that text.
+// A tag of an HTML page, from what stands between "<" and ">". It keeps views of that text.
 class HtmlTag {
  public:
   explicit HtmlTag(std::string_view text);
 
-  /// In small letters, without the "/" of an end tag.
+  // In small letters, without the "/" of an end tag.
   const std::string& name() const { return name_; }
   bool is_end() const { return is_end_; }
-  /// The attribute's value as it stands in the page, without its quotes; "" for one without a
-  /// value. Names are compared without regard to case.
+  // The attribute's value as it stands in the page, without its quotes; "" for one without a
+  // value. Names are compared without regard to case.
   std::optional<std::string_view> Attribute(std::string_view name) const;
 
  private:
@@ -24,7 +24,7 @@ class HtmlTag {
   bool is_end_ = false;
 };
 
-/// Text with its ASCII capital letters made small.
+// Text with its ASCII capital letters made small.
 std::string SmallAscii(std::string_view text);
 
 }  // namespace scrivo

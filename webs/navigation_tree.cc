@@ -55,8 +55,8 @@ class NavigationBuilder {
     }
   }
 
-  /// Follows each node's parents up to one that was followed before; on the way of this same node,
-  /// that one closes a circle.
+  // Follows each node's parents up to one that was followed before; on the way of this same node,
+  // that one closes a circle.
   void BreakCycles() {
     std::vector<Place> followed_from(nodes_.size(), kTop);
     for (Place start = 0; start < nodes_.size(); ++start) {
@@ -69,7 +69,7 @@ class NavigationBuilder {
     }
   }
 
-  /// Raises the first node of the circle that is no link bar: below one it would be lost.
+  // Raises the first node of the circle that is no link bar: below one it would be lost.
   void BreakCycle(Place member) {
     Place raised = kTop;
     Place place = member;
@@ -83,8 +83,8 @@ class NavigationBuilder {
            Named(nodes_[raised]) + " hangs below itself; it was put at the top level");
   }
 
-  /// Sorts the nodes by parent, keeping the file's order: the children of slot s stand in
-  /// children_ from starts_[s] up to starts_[s + 1].
+  // Sorts the nodes by parent, keeping the file's order: the children of slot s stand in
+  // children_ from starts_[s] up to starts_[s + 1].
   void CountChildren() {
     starts_.assign(nodes_.size() + 3, 0);
     for (const Place parent : parents_) ++starts_[Slot(parent) + 2];
@@ -99,7 +99,7 @@ class NavigationBuilder {
     return parent == kTop ? 0 : static_cast<std::size_t>(parent) + 1;
   }
 
-  /// Writes the tree level by level, so that children stand together.
+  // Writes the tree level by level, so that children stand together.
   ContentsTree Lay() {
     ContentsTree tree;
     tree.nodes.reserve(nodes_.size() + 1);

@@ -17,8 +17,8 @@ constexpr std::size_t kLongestNotes = 256 * 1024;
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == '\x7F'; }
 
-/// Text as a line of its own: each run of blanks, line ends and no-break spaces is one blank, and
-/// none stands at either end.
+// Text as a line of its own: each run of blanks, line ends and no-break spaces is one blank, and
+// none stands at either end.
 std::string OneLine(std::string_view utf8) {
   std::string line;
   for (std::size_t at = 0; at < utf8.size(); ++at) {
@@ -34,7 +34,7 @@ std::string OneLine(std::string_view utf8) {
   return line;
 }
 
-/// A property's text: its blanks are its own, a line end with what stands around it is one blank.
+// A property's text: its blanks are its own, a line end with what stands around it is one blank.
 std::string WithoutLineEnds(std::string_view utf8) {
   std::string text;
   for (std::size_t at = 0; at < utf8.size();) {
@@ -48,8 +48,8 @@ std::string WithoutLineEnds(std::string_view utf8) {
   return text;
 }
 
-/// An index entry cannot hold a comma or a semicolon, which part the entries: a blank stands for
-/// them.
+// An index entry cannot hold a comma or a semicolon, which part the entries: a blank stands for
+// them.
 std::string AsEntry(const std::string& text) {
   std::string entry = text;
   std::replace(entry.begin(), entry.end(), ',', ' ');
@@ -57,7 +57,7 @@ std::string AsEntry(const std::string& text) {
   return OneLine(entry);
 }
 
-/// The host's notes about a page, read when they are first needed.
+// The host's notes about a page, read when they are first needed.
 class Notes {
  public:
   Notes(Files& files, const std::string& path) : files_(files), path_(path) {}
@@ -90,9 +90,9 @@ class Notes {
   std::optional<VtiNotes> notes_;
 };
 
-/// Makes the bytes of one page UTF-8. A page that declares no charset that is known, or UTF-8 that
-/// it is not, is in UTF-8 if it can be, else in the charset of the host's notes, else in the ANSI
-/// code page.
+// Makes the bytes of one page UTF-8. A page that declares no charset that is known, or UTF-8 that
+// it is not, is in UTF-8 if it can be, else in the charset of the host's notes, else in the ANSI
+// code page.
 class PageText {
  public:
   PageText(std::optional<int> declared, Notes* notes, int ansi)
@@ -115,10 +115,10 @@ class PageText {
   const int ansi_;
 };
 
-/// Joins index entries, each once.
+// Joins index entries, each once.
 class EntryList {
  public:
-  /// Entries as their author wrote them: they keep their blanks and their empty places.
+  // Entries as their author wrote them: they keep their blanks and their empty places.
   void AddKeywords(const std::string& keywords) {
     if (keywords.empty()) return;
     Append(keywords);

@@ -12,22 +12,22 @@
 
 namespace scrivo {
 
-/// What a page tells the index and the contents, as ANSI text.
+// What a page tells the index and the contents, as ANSI text.
 struct PageFacts {
-  std::string title;     ///< "" when it has none
-  std::string keywords;  ///< index entries parted by "," or ";"; "" when there are none
-  std::vector<std::pair<std::string, std::string>> metas;  ///< other named meta tags, small names
+  std::string title;     // "" when it has none
+  std::string keywords;  // index entries parted by "," or ";"; "" when there are none
+  std::vector<std::pair<std::string, std::string>> metas;  // other named meta tags, small names
 };
 
-/// Reads pages of one web.
+// Reads pages of one web.
 class PageReader {
  public:
   PageReader(Files& files, const std::vector<IndexSource>& index, AnsiText* ansi,
              WebReport& report);
 
-  /// Reads the page at `path`, and the host's notes about it at `notes_path` for what the page
-  /// itself does not say; "" when there are no notes. A page that cannot be read is reported, and
-  /// only its notes count.
+  // Reads the page at `path`, and the host's notes about it at `notes_path` for what the page
+  // itself does not say; "" when there are no notes. A page that cannot be read is reported, and
+  // only its notes count.
   PageFacts Read(const std::string& path, const std::string& notes_path);
 
  private:

@@ -27,13 +27,13 @@ bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f'; }
 
-/// Elements that hold text without tags. Their end tag ends them and nothing else does.
+// Elements that hold text without tags. Their end tag ends them and nothing else does.
 bool HoldsRawText(std::string_view name) {
   constexpr std::array<std::string_view, 4> kNames = {"script", "style", "textarea", "xmp"};
   return IsOneOf(name, kNames);
 }
 
-/// Elements that can only stand in a body: a page may go without its <body> tag.
+// Elements that can only stand in a body: a page may go without its <body> tag.
 bool StartsBody(std::string_view name) {
   constexpr std::array<std::string_view, 25> kNames = {
       "body",  "frameset", "p",   "h1",   "h2",     "h3",  "h4",  "h5", "h6",
@@ -42,14 +42,14 @@ bool StartsBody(std::string_view name) {
   return IsOneOf(name, kNames);
 }
 
-/// Elements that show that a title was never closed.
+// Elements that show that a title was never closed.
 bool EndsTitle(std::string_view name, bool is_end) {
   constexpr std::array<std::string_view, 6> kStarts = {"meta",  "link", "script",
                                                        "style", "base", "body"};
   return is_end ? name == "title" || name == "head" : IsOneOf(name, kStarts);
 }
 
-/// Elements that stand between words of a heading.
+// Elements that stand between words of a heading.
 bool SeparatesWords(std::string_view name) {
   constexpr std::array<std::string_view, 4> kNames = {"br", "p", "div", "img"};
   return IsOneOf(name, kNames);
@@ -57,7 +57,7 @@ bool SeparatesWords(std::string_view name) {
 
 bool IsHeading(std::string_view name) { return name == "h1" || name == "h2" || name == "h3"; }
 
-/// Elements that show that a heading was never closed.
+// Elements that show that a heading was never closed.
 bool EndsHeading(std::string_view name, bool is_end) {
   constexpr std::array<std::string_view, 4> kEnds = {"td", "table", "body", "html"};
   constexpr std::array<std::string_view, 4> kStarts = {"td", "table", "ul", "ol"};
@@ -65,7 +65,7 @@ bool EndsHeading(std::string_view name, bool is_end) {
   return any_heading || (is_end ? IsOneOf(name, kEnds) : IsOneOf(name, kStarts));
 }
 
-/// Blanks only; the no-break spaces of an empty heading too, in whatever way they are written.
+// Blanks only; the no-break spaces of an empty heading too, in whatever way they are written.
 bool IsEmptyText(std::string_view text) {
   while (!text.empty()) {
     if (IsBlank(text[0]) || text[0] == '\xA0') {
@@ -87,7 +87,7 @@ std::string_view Trimmed(std::string_view text) {
   return text;
 }
 
-/// The charset in "text/html; charset=windows-1252".
+// The charset in "text/html; charset=windows-1252".
 std::optional<int> CharsetOf(std::string_view content) {
   const std::string small = SmallAscii(content);
   const std::size_t at = small.find("charset");
@@ -192,7 +192,7 @@ void PageHeadScanner::Scan(std::string_view bytes) {
   }
 }
 
-/// False when `c` is still to be read: the "<" was only text.
+// False when `c` is still to be read: the "<" was only text.
 bool PageHeadScanner::ScanTagStart(char c) {
   tag_.clear();
   quote_ = '\0';

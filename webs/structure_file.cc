@@ -24,7 +24,7 @@ std::optional<std::uint64_t> Number(std::string_view text) {
   return number;
 }
 
-/// The number of fields of the line; those past the last of `fields` are only counted.
+// The number of fields of the line; those past the last of `fields` are only counted.
 std::size_t Split(std::string_view line, Fields* fields) {
   for (std::string& field : *fields) field.clear();
   std::size_t count = 1;
@@ -40,12 +40,12 @@ std::size_t Split(std::string_view line, Fields* fields) {
   return count;
 }
 
-/// "3.0.0.507" or "1054".
+// "3.0.0.507" or "1054".
 bool IsHeaderLine(std::string_view line) {
   return !line.empty() && line.find_first_not_of("0123456789.") == std::string_view::npos;
 }
 
-/// "name:TT|value".
+// "name:TT|value".
 bool IsProperty(std::string_view line) {
   const std::size_t colon = line.find(':');
   return colon != std::string_view::npos && colon > 0 && line.size() > colon + 3 &&
@@ -86,7 +86,7 @@ class StructureParser {
     report_.Problem({file_, line, std::move(reason)});
   }
 
-  /// Takes the two header lines; a node that stands in the place of one of them is not lost.
+  // Takes the two header lines; a node that stands in the place of one of them is not lost.
   void ReadHeader() {
     for (const char* what : {"the version", "the next free number"}) {
       std::string_view line;

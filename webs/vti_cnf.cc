@@ -17,7 +17,7 @@ std::string Unescaped(std::string_view text) {
   return plain;
 }
 
-/// The items of a list whose outer escapes are undone.
+// The items of a list whose outer escapes are undone.
 std::vector<std::string> Items(std::string_view list) {
   std::vector<std::string> items(1);
   for (std::size_t at = 0; at < list.size(); ++at) {
@@ -31,7 +31,7 @@ std::vector<std::string> Items(std::string_view list) {
   return items;
 }
 
-/// Meta tags stand as name, content, name, content, …
+// Meta tags stand as name, content, name, content, …
 std::string KeywordsOf(std::string_view meta_tags) {
   const std::vector<std::string> items = Items(meta_tags);
   for (std::size_t i = 0; i + 1 < items.size(); i += 2) {

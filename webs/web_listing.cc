@@ -11,15 +11,15 @@
 namespace scrivo {
 namespace {
 
-/// The folders in which the host keeps its own files, in small letters.
+// The folders in which the host keeps its own files, in small letters.
 bool IsHostFolder(std::string_view key) {
   constexpr std::array<std::string_view, 5> kNames = {"_borders", "_derived", "_fpclass",
                                                       "_overlay", "_themes"};
   return key.starts_with("_vti_") || std::find(kNames.begin(), kNames.end(), key) != kNames.end();
 }
 
-/// The derived-image page of a project that was kept in the web: Scr1A2.tmp.htm. It is no page of
-/// the author's.
+// The derived-image page of a project that was kept in the web: Scr1A2.tmp.htm. It is no page of
+// the author's.
 bool IsKeptProjectPage(std::string_view key) {
   constexpr std::string_view kStart = "scr", kEnd = ".tmp.htm";
   if (key.size() <= kStart.size() + kEnd.size() || !key.starts_with(kStart) ||
@@ -33,8 +33,8 @@ bool IsKeptProjectPage(std::string_view key) {
 
 }  // namespace
 
-/// Lists one folder after another, each folder's subfolders behind all that are known: no depth of
-/// a web overflows the stack.
+// Lists one folder after another, each folder's subfolders behind all that are known: no depth of
+// a web overflows the stack.
 class WebListing::Lister {
  public:
   Lister(WebListing* listing, Files& files, WebReport& report)
@@ -104,8 +104,8 @@ class WebListing::Lister {
     folders[parent].folders = {first, static_cast<Index>(folders.size())};
   }
 
-  /// Remembers where the folder really is. False for a link that would lead round in circles: to a
-  /// folder above it, or to one already entered through another link.
+  // Remembers where the folder really is. False for a link that would lead round in circles: to a
+  // folder above it, or to one already entered through another link.
   bool Enter(Index folder) {
     const Index parent = listing_.folders_[folder].parent;
     const std::string path = listing_.FolderPath(folder);
@@ -133,7 +133,7 @@ class WebListing::Lister {
   WebListing& listing_;
   Files& files_;
   WebReport& report_;
-  std::vector<std::string> real_paths_;  ///< by folder
+  std::vector<std::string> real_paths_;  // by folder
   std::unordered_set<std::string> entered_by_link_;
 };
 

@@ -8,26 +8,26 @@
 
 namespace scrivo {
 
-/// Something in a web on disk that is not as it should be, and that reading went on without.
+// Something in a web on disk that is not as it should be, and that reading went on without.
 struct WebProblem {
-  std::string file;      ///< path on disk, or the web's own path when it is not about one file
-  std::size_t line = 0;  ///< counted from 1; 0 when it is not about one line
-  std::string reason;    ///< English, without a full stop
+  std::string file;      // path on disk, or the web's own path when it is not about one file
+  std::size_t line = 0;  // counted from 1; 0 when it is not about one line
+  std::string reason;    // English, without a full stop
 };
 
-/// Takes the problems of a web as they are met. Whoever reads the web words and shows them.
+// Takes the problems of a web as they are met. Whoever reads the web words and shows them.
 class WebReport {
  public:
   virtual ~WebReport() = default;
   virtual void Problem(const WebProblem& problem) = 0;
 };
 
-/// Reports that `what` failed, which reading goes on without, and why. A user's interruption ends
-/// all reading: it is thrown on.
+// Reports that `what` failed, which reading goes on without, and why. A user's interruption ends
+// all reading: it is thrown on.
 void ReportFailure(const std::string& file, const std::string& what, const Error& error,
                    WebReport& report);
 
-/// A report that keeps everything.
+// A report that keeps everything.
 class WebProblemList : public WebReport {
  public:
   void Problem(const WebProblem& problem) override { problems.push_back(problem); }

@@ -17,7 +17,7 @@ std::string ExtensionOf(const std::string& name) {
   return point == std::string::npos ? "" : name.substr(point + 1);
 }
 
-/// Whether a file with this extension holds HTML, with a title and meta tags.
+// Whether a file with this extension holds HTML, with a title and meta tags.
 bool HoldsHtml(const std::string& extension) {
   constexpr std::array<std::string_view, 8> kExtensions = {"htm", "html", "shtm", "shtml",
                                                            "stm", "asp",  "aspx", "php"};

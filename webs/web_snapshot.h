@@ -12,10 +12,10 @@
 
 namespace scrivo {
 
-/// Where a web lies and how it is read; shared by everything that one web hands out.
+// Where a web lies and how it is read; shared by everything that one web hands out.
 struct WebSource {
   std::shared_ptr<Files> files;
-  std::string path;  ///< without a separator at its end
+  std::string path;  // without a separator at its end
   std::string url;
   PathStyle style;
   DiskWebOptions options;
@@ -23,13 +23,13 @@ struct WebSource {
   WebReport& report;
 };
 
-/// The objects of a web as it was when its folders were listed: files, folders and nodes, each made
-/// once. Pointers to them share the ownership of the snapshot.
+// The objects of a web as it was when its folders were listed: files, folders and nodes, each made
+// once. Pointers to them share the ownership of the snapshot.
 class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
  public:
   using Index = WebListing::Index;
 
-  /// Lists the folders. Errors as WebListing.
+  // Lists the folders. Errors as WebListing.
   explicit WebSnapshot(std::shared_ptr<WebSource> source);
   ~WebSnapshot();
   WebSnapshot(const WebSnapshot&) = delete;
@@ -37,15 +37,15 @@ class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
 
   WebSource& source() { return *source_; }
   const WebListing& listing() const { return listing_; }
-  /// The contents, read when they are first asked for.
+  // The contents, read when they are first asked for.
   const ContentsTree& Tree();
-  /// Which contents Tree() holds.
+  // Which contents Tree() holds.
   ContentsChoice TreeUsed();
-  /// The node that shows the file first in AllNodes; 0, the root, when none does.
+  // The node that shows the file first in AllNodes; 0, the root, when none does.
   std::uint32_t FirstNodeOf(Index file);
-  /// The node of the home page; 0 when there is none.
+  // The node of the home page; 0 when there is none.
   std::uint32_t HomeNode();
-  /// What the page says of itself; the page is read when it is first asked for.
+  // What the page says of itself; the page is read when it is first asked for.
   const PageFacts& Facts(Index file);
 
   std::shared_ptr<SiteFile> File(Index file);
@@ -65,14 +65,14 @@ class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
   const std::shared_ptr<WebSource> source_;
   const WebListing listing_;
   PageReader reader_;
-  std::vector<std::unique_ptr<PageFacts>> facts_;  ///< by file, null while not read
+  std::vector<std::unique_ptr<PageFacts>> facts_;  // by file, null while not read
   std::vector<DiskFile> file_objects_;
   std::vector<DiskFolder> folder_objects_;
   bool has_tree_ = false;
   ContentsTree tree_;
   ContentsChoice tree_used_ = ContentsChoice::kNavigation;
   std::vector<DiskNode> node_objects_;
-  std::vector<std::uint32_t> first_nodes_;  ///< by file
+  std::vector<std::uint32_t> first_nodes_;  // by file
 };
 
 }  // namespace scrivo

@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-/// Makes the objects of one class for COM.
+// Makes the objects of one class for COM.
 class ClassFactory : public IClassFactory {
  public:
   using Maker = std::function<ComPtr<IDispatch>()>;
@@ -17,7 +17,7 @@ class ClassFactory : public IClassFactory {
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
   ULONG STDMETHODCALLTYPE AddRef() override;
   ULONG STDMETHODCALLTYPE Release() override;
-  /// The class cannot be part of another object: `outer` must be null.
+  // The class cannot be part of another object: `outer` must be null.
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** object) override;
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override;
 

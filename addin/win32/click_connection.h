@@ -10,14 +10,14 @@ namespace scrivo {
 
 class ClickSink;
 
-/// The dispatch interface under which the host's buttons send their clicks.
+// The dispatch interface under which the host's buttons send their clicks.
 extern const GUID kButtonEvents;
 
-/// A subscription to a button's clicks, which ends with this object.
+// A subscription to a button's clicks, which ends with this object.
 class ClickConnection {
  public:
-  /// `handler` hears the clicks; it must not throw. `listener` is kept alive while it runs. Raises
-  /// Error when the control sends no clicks.
+  // `handler` hears the clicks; it must not throw. `listener` is kept alive while it runs. Raises
+  // Error when the control sends no clicks.
   ClickConnection(const LateBound& control, CommandBarControl::ClickHandler handler,
                   std::weak_ptr<void> listener);
   ClickConnection(ClickConnection&& other) noexcept;

@@ -9,8 +9,8 @@ namespace {
 
 constexpr DISPID kClick = 1;
 
-/// The host's cancel flag: a Boolean by reference, or a VARIANT by reference that holds one. A flag
-/// by value can only be read.
+// The host's cancel flag: a Boolean by reference, or a VARIANT by reference that holds one. A flag
+// by value can only be read.
 class CancelFlag {
  public:
   explicit CancelFlag(const VARIANT& argument) {
@@ -39,7 +39,7 @@ class CancelFlag {
   VARIANT_BOOL* flag_ = nullptr;
 };
 
-/// A copy of an argument, without its reference; the argument itself stays the host's.
+// A copy of an argument, without its reference; the argument itself stays the host's.
 Variant CopyOf(const VARIANT& argument) {
   Variant copy;
   VariantCopyInd(copy.Put(), const_cast<VARIANT*>(&argument));

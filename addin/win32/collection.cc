@@ -13,7 +13,7 @@ LateBound RequireObject(const Variant& item) {
   return object;
 }
 
-/// The collection's enumerator, null when it has none.
+// The collection's enumerator, null when it has none.
 ComPtr<IEnumVARIANT> EnumeratorOf(const LateBound& collection) {
   try {
     const Variant enumerator = collection.GetById(DISPID_NEWENUM);
@@ -36,7 +36,7 @@ std::vector<LateBound> Enumerated(IEnumVARIANT& enumerator) {
   }
 }
 
-/// The web's collections number their items from 0.
+// The web's collections number their items from 0.
 std::vector<LateBound> Counted(const LateBound& collection) {
   std::vector<LateBound> items;
   const std::int32_t count = NumberOf(collection.Get(L"Count"));

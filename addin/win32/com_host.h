@@ -8,15 +8,15 @@
 
 namespace scrivo {
 
-/// The host's application object, called by name.
+// The host's application object, called by name.
 class ComHost : public AddinHost {
  public:
-  /// `listener` is kept alive while one of the buttons' click handlers runs: it is whom they call.
+  // `listener` is kept alive while one of the buttons' click handlers runs: it is whom they call.
   ComHost(LateBound application, std::weak_ptr<void> listener)
       : application_(std::move(application)), listener_(std::move(listener)) {}
 
   std::shared_ptr<SiteWeb> CurrentWeb() override;
-  /// `web` must be one that this host gave.
+  // `web` must be one that this host gave.
   std::string RelativeLocation(SiteWeb& web, const std::string& address) override;
   std::string Version() override;
   std::shared_ptr<CommandBar> Bar(const std::string& name) override;
@@ -29,7 +29,7 @@ class ComHost : public AddinHost {
   std::weak_ptr<void> listener_;
 };
 
-/// The host's object for the add-in, called by name.
+// The host's object for the add-in, called by name.
 class ComAddInInstance : public AddInInstance {
  public:
   explicit ComAddInInstance(LateBound instance) : instance_(std::move(instance)) {}

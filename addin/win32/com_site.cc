@@ -12,15 +12,15 @@ std::shared_ptr<Wrapper> WrappedOrNull(LateBound object) {
   return object ? std::make_shared<Wrapper>(std::move(object)) : nullptr;
 }
 
-/// Whether a host has refused a call for the arguments that it was given, and not for what it was
-/// to do.
+// Whether a host has refused a call for the arguments that it was given, and not for what it was
+// to do.
 bool IsAboutArguments(const Error& error) {
   return error.number == DISP_E_BADPARAMCOUNT || error.number == DISP_E_NONAMEDARGS ||
          error.number == DISP_E_PARAMNOTFOUND || error.number == kTypeMismatch ||
          error.number == kWrongArgumentCount;
 }
 
-/// Whether the host could not answer at all, which is not its way of saying that there is none.
+// Whether the host could not answer at all, which is not its way of saying that there is none.
 bool IsBreakdown(const Error& error) {
   return error.number == kOutOfMemory || error.number == kPermissionDenied ||
          error.number == E_ACCESSDENIED ||

@@ -31,9 +31,9 @@ class ComFolder : public SiteFolder {
   explicit ComFolder(LateBound folder) : folder_(std::move(folder)) {}
 
   SiteFiles Files() override;
-  /// Those that are webs of their own among them.
+  // Those that are webs of their own among them.
   SiteFolders Folders() override;
-  /// Told by the folder's address.
+  // Told by the folder's address.
   std::string LocalPath() override;
 
  private:
@@ -72,22 +72,22 @@ class ComWeb : public SiteWeb {
   std::shared_ptr<SiteFolder> BaseFolder() override;
   std::shared_ptr<SiteNode> NavigationRoot() override;
   std::shared_ptr<SiteNode> HomeNode() override;
-  /// Those of all the web's windows.
+  // Those of all the web's windows.
   scrivo::OpenPages OpenPages() override;
   void Refresh() override;
 
   const LateBound& object() const { return web_; }
 
  private:
-  /// The web's windows; the active one where the host does not tell them all.
+  // The web's windows; the active one where the host does not tell them all.
   std::vector<LateBound> Windows() const;
 
   LateBound web_;
 };
 
-/// What a member gives where editions of the host disagree on how to say that there is nothing:
-/// none for null, empty, a reference to no object, an error, and a member that the edition does not
-/// have. That the host could not answer at all (no memory, no access, no connection) is raised.
+// What a member gives where editions of the host disagree on how to say that there is nothing:
+// none for null, empty, a reference to no object, an error, and a member that the edition does not
+// have. That the host could not answer at all (no memory, no access, no connection) is raised.
 LateBound ObjectOrNone(const LateBound& object, const wchar_t* member);
 
 }  // namespace scrivo

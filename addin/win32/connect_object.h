@@ -8,9 +8,9 @@
 
 namespace scrivo {
 
-/// The add-in as the host creates it: Connect behind the host's own interface for add-ins, and by
-/// name its public operations. Both show one set of names; the interface's own members have the
-/// numbers 1 to 5, the public operations follow one another from kFirstOperation on.
+// The add-in as the host creates it: Connect behind the host's own interface for add-ins, and by
+// name its public operations. Both show one set of names; the interface's own members have the
+// numbers 1 to 5, the public operations follow one another from kFirstOperation on.
 class ConnectObject : public DispatchObject {
  public:
   static constexpr DISPID kFirstOperation = 0x60030000;
@@ -22,13 +22,13 @@ class ConnectObject : public DispatchObject {
                                    UINT* wrong_argument) override;
 
  protected:
-  /// A host that lets go of a connected add-in has disconnected it.
+  // A host that lets go of a connected add-in has disconnected it.
   ~ConnectObject() override;
   const DispatchTable& Members() const override;
   void* OtherInterface(REFIID id) override;
 
  private:
-  /// The host's interface, part of this object.
+  // The host's interface, part of this object.
   class HostSide : public Extensibility {
    public:
     explicit HostSide(ConnectObject& owner) : owner_(owner) {}

@@ -18,7 +18,7 @@
 namespace scrivo {
 namespace {
 
-/// Puts the system and the windows in place, once.
+// Puts the system and the windows in place, once.
 void SetUp() {
   if (TheServices().system) return;
   TheServices() = CreateSystemServices();
@@ -37,8 +37,8 @@ bool IsConnect(REFCLSID class_id) {
   return SUCCEEDED(CLSIDFromString(WideText(kConnectClass).c_str(), &own)) && class_id == own;
 }
 
-/// This library's path. Raises Error (kPathFileAccessError) when the registry, which is written in
-/// the ANSI code page, could not name it.
+// This library's path. Raises Error (kPathFileAccessError) when the registry, which is written in
+// the ANSI code page, could not name it.
 std::string LibraryPath() {
   std::wstring path(32768, L'\0');
   path.resize(GetModuleFileNameW(OwnModule(), path.data(), static_cast<DWORD>(path.size())));
@@ -49,7 +49,7 @@ std::string LibraryPath() {
   return name;
 }
 
-/// A form's window runs in this library.
+// A form's window runs in this library.
 bool IsFormLoaded() {
   return frmMain::IsLoaded() || frmHHC::IsLoaded() || frmDecompile::IsLoaded();
 }

@@ -4,12 +4,12 @@
 
 namespace scrivo {
 
-/// {B65AD801-ABAF-11D0-BB8B-00A0C90F2744}
+// {B65AD801-ABAF-11D0-BB8B-00A0C90F2744}
 extern const GUID kExtensibilityId;
 
-/// The interface through which hosts of the Office family speak to their add-ins
-/// (IDTExtensibility2), a dual one: the order of its members is that of the host's calls. `custom`
-/// may be null and stays the host's.
+// The interface through which hosts of the Office family speak to their add-ins
+// (IDTExtensibility2), a dual one: the order of its members is that of the host's calls. `custom`
+// may be null and stays the host's.
 class Extensibility : public IDispatch {
  public:
   virtual HRESULT STDMETHODCALLTYPE OnConnection(IDispatch* application, LONG connect_mode,

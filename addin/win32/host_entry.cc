@@ -5,7 +5,7 @@
 namespace scrivo {
 namespace {
 
-/// The library's manifest as a context that can be made the active one.
+// The library's manifest as a context that can be made the active one.
 class ControlsContext {
  public:
   ControlsContext() {
@@ -22,7 +22,7 @@ class ControlsContext {
   ControlsContext(const ControlsContext&) = delete;
   ControlsContext& operator=(const ControlsContext&) = delete;
 
-  /// False in a program without such a manifest: its own controls do.
+  // False in a program without such a manifest: its own controls do.
   bool Activate(ULONG_PTR* cookie) const {
     return handle_ != INVALID_HANDLE_VALUE && ActivateActCtx(handle_, cookie);
   }

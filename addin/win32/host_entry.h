@@ -6,8 +6,8 @@
 
 namespace scrivo {
 
-/// While this object lives, windows get the controls that this library was made for, whatever the
-/// program that has loaded it uses itself.
+// While this object lives, windows get the controls that this library was made for, whatever the
+// program that has loaded it uses itself.
 class OwnControls {
  public:
   OwnControls();
@@ -20,7 +20,7 @@ class OwnControls {
   ULONG_PTR cookie_ = 0;
 };
 
-/// Runs what the host has called, with our own controls. No exception goes back to the host.
+// Runs what the host has called, with our own controls. No exception goes back to the host.
 template <typename Body>
 HRESULT FromHost(Body&& body) noexcept {
   try {

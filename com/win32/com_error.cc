@@ -18,7 +18,7 @@ const Meaning kMeanings[] = {
     {E_OUTOFMEMORY, kOutOfMemory},
 };
 
-/// The system's text for a code, without its line end and point; "" when it has none.
+// The system's text for a code, without its line end and point; "" when it has none.
 std::string SystemText(HRESULT result) {
   char text[512] = "";
   DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,

@@ -6,7 +6,7 @@
 
 namespace scrivo {
 
-/// Owns one reference to a COM object, or none.
+// Owns one reference to a COM object, or none.
 template <typename Interface>
 class ComPtr {
  public:
@@ -21,13 +21,13 @@ class ComPtr {
     return *this;
   }
 
-  /// Owns a reference that the caller has.
+  // Owns a reference that the caller has.
   static ComPtr Take(Interface* pointer) {
     ComPtr taken;
     taken.pointer_ = pointer;
     return taken;
   }
-  /// Owns a reference of its own beside the caller's. `pointer` may be null.
+  // Owns a reference of its own beside the caller's. `pointer` may be null.
   static ComPtr Share(Interface* pointer) {
     if (pointer) pointer->AddRef();
     return Take(pointer);
@@ -41,16 +41,16 @@ class ComPtr {
   void Reset() {
     if (Interface* released = std::exchange(pointer_, nullptr)) released->Release();
   }
-  /// Gives the reference to the caller.
+  // Gives the reference to the caller.
   Interface* Detach() { return std::exchange(pointer_, nullptr); }
-  /// Where a function writes a new reference; what was owned before is released.
+  // Where a function writes a new reference; what was owned before is released.
   Interface** Put() {
     Reset();
     return &pointer_;
   }
   void** PutVoid() { return reinterpret_cast<void**>(Put()); }
 
-  /// Another interface of the same object; null when it has none or this is null.
+  // Another interface of the same object; null when it has none or this is null.
   template <typename Other>
   ComPtr<Other> Query(REFIID id) const {
     ComPtr<Other> other;

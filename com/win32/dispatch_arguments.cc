@@ -5,7 +5,7 @@
 namespace scrivo {
 namespace {
 
-/// Conversions between text and numbers must not depend on who runs the program.
+// Conversions between text and numbers must not depend on who runs the program.
 constexpr LCID kEnglish = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
 
 bool IsLeftOut(const VARIANT& value) {
@@ -37,7 +37,7 @@ Variant Converted(const VARIANT& given, VARTYPE type, UINT position) {
   return converted;
 }
 
-/// Which element of rgvarg belongs to each parameter; kNoArgument where none does.
+// Which element of rgvarg belongs to each parameter; kNoArgument where none does.
 std::vector<UINT> Places(std::size_t parameters, const DISPPARAMS& given, bool takes_value) {
   if (given.cNamedArgs > given.cArgs) throw DispatchFailure{DISP_E_BADPARAMCOUNT};
   std::vector<UINT> places(parameters, DispatchFailure::kNoArgument);

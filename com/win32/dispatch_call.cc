@@ -9,7 +9,7 @@
 namespace scrivo {
 namespace {
 
-/// What an object tells of the error that it raises; owns its texts.
+// What an object tells of the error that it raises; owns its texts.
 class RaisedError {
  public:
   RaisedError() = default;
@@ -34,10 +34,10 @@ class RaisedError {
   EXCEPINFO info_{};
 };
 
-/// The system's functions only read from it, which their older declarations do not say.
+// The system's functions only read from it, which their older declarations do not say.
 VARIANT* SourceOf(const Variant& value) { return const_cast<VARIANT*>(&value.get()); }
 
-/// `value` as a value of `type`; what it refers to when it is a reference.
+// `value` as a value of `type`; what it refers to when it is a reference.
 Variant Converted(const Variant& value, VARTYPE type) {
   Variant converted;
   const HRESULT result = VariantChangeType(converted.Put(), SourceOf(value), 0, type);

@@ -10,9 +10,9 @@
 
 namespace scrivo {
 
-/// An object of somebody else's that is called by name, or none. Every failure is an Error: the
-/// number, source and description that the object raised itself, else as RaiseComError makes it.
-/// Calling none raises kObjectNotSet.
+// An object of somebody else's that is called by name, or none. Every failure is an Error: the
+// number, source and description that the object raised itself, else as RaiseComError makes it.
+// Calling none raises kObjectNotSet.
 class LateBound {
  public:
   LateBound() = default;
@@ -21,25 +21,25 @@ class LateBound {
   explicit operator bool() const { return static_cast<bool>(object_); }
   IDispatch* get() const { return object_.get(); }
 
-  /// The value of a property, or the result of a method, of these arguments in their order. An
-  /// optional argument that is left out before another stands in the list as Variant::Omitted().
+  // The value of a property, or the result of a method, of these arguments in their order. An
+  // optional argument that is left out before another stands in the list as Variant::Omitted().
   template <typename... Arguments>
   Variant Get(const wchar_t* member, const Arguments&... arguments) const {
     return Invoke(Find(member), DISPATCH_PROPERTYGET | DISPATCH_METHOD, {arguments.get()...},
                   AnsiText(member));
   }
-  /// The same for the default member, or another with a fixed number.
+  // The same for the default member, or another with a fixed number.
   template <typename... Arguments>
   Variant GetById(DISPID id, const Arguments&... arguments) const {
     return Invoke(id, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {arguments.get()...},
                   "member " + std::to_string(id));
   }
-  /// Calls a method for what it does.
+  // Calls a method for what it does.
   template <typename... Arguments>
   void Call(const wchar_t* member, const Arguments&... arguments) const {
     Invoke(Find(member), DISPATCH_METHOD, {arguments.get()...}, AnsiText(member));
   }
-  /// Sets a property: an object by reference, anything else by value.
+  // Sets a property: an object by reference, anything else by value.
   void Put(const wchar_t* member, const Variant& value) const;
 
  private:
@@ -56,7 +56,7 @@ class LateBound {
 std::string TextOf(const Variant& value);
 std::int32_t NumberOf(const Variant& value);
 bool TruthOf(const Variant& value);
-/// None for nothing in any form: empty, null, a reference to no object.
+// None for nothing in any form: empty, null, a reference to no object.
 LateBound ObjectOf(const Variant& value);
 
 }  // namespace scrivo

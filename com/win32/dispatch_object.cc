@@ -11,8 +11,8 @@ namespace {
 std::atomic<long> live_objects{0};
 std::atomic<long> live_references{0};
 
-/// What Automation's callers take out of an Error: run-time errors are numbered in a range of their
-/// own, all others are HRESULTs as they are.
+// What Automation's callers take out of an Error: run-time errors are numbered in a range of their
+// own, all others are HRESULTs as they are.
 void Describe(const Error& error, EXCEPINFO* exception) {
   *exception = EXCEPINFO{};
   exception->scode =

@@ -7,10 +7,10 @@
 
 namespace scrivo {
 
-/// An object that serves its members by name (IDispatch) from a table, as strictly as the system's
-/// own servers: unknown names, wrong kinds of call, counts and types of arguments fail with the
-/// DISP_E code that Automation has for them. No exception leaves it. Made by MakeObject, destroyed
-/// by its last Release.
+// An object that serves its members by name (IDispatch) from a table, as strictly as the system's
+// own servers: unknown names, wrong kinds of call, counts and types of arguments fail with the
+// DISP_E code that Automation has for them. No exception leaves it. Made by MakeObject, destroyed
+// by its last Release.
 class DispatchObject : public IDispatch {
  public:
   DispatchObject(const DispatchObject&) = delete;
@@ -19,19 +19,19 @@ class DispatchObject : public IDispatch {
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
   ULONG STDMETHODCALLTYPE AddRef() override;
   ULONG STDMETHODCALLTYPE Release() override;
-  /// There is no type information: callers go by names.
+  // There is no type information: callers go by names.
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
-  /// The first name is a member, the others are its parameters, whatever their case.
+  // The first name is a member, the others are its parameters, whatever their case.
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale,
                                           DISPID* ids) override;
-  /// Arguments for a property that takes none go to the default member of what it gives, so that
-  /// Files("a.htm") is an item of Files.
+  // Arguments for a property that takes none go to the default member of what it gives, so that
+  // Files("a.htm") is an item of Files.
   HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID id, LCID locale, WORD kinds,
                                    DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
                                    UINT* wrong_argument) override;
 
-  /// How many objects of this module live, and how many references to them are held.
+  // How many objects of this module live, and how many references to them are held.
   static long LiveObjects();
   static long LiveReferences();
 
@@ -39,12 +39,12 @@ class DispatchObject : public IDispatch {
   DispatchObject();
   virtual ~DispatchObject();
 
-  /// The members; the same table for the object's whole life.
+  // The members; the same table for the object's whole life.
   virtual const DispatchTable& Members() const = 0;
-  /// Another interface of the object, without a reference for the caller; null when it has none
-  /// with this id.
+  // Another interface of the object, without a reference for the caller; null when it has none
+  // with this id.
   virtual void* OtherInterface(REFIID) { return nullptr; }
-  /// Called before a member's body; may throw as a body may.
+  // Called before a member's body; may throw as a body may.
   virtual void Entering(const DispatchMember&) {}
 
  private:
@@ -53,7 +53,7 @@ class DispatchObject : public IDispatch {
   LONG references_ = 1;
 };
 
-/// Makes an object that serves by name; the caller owns its first reference.
+// Makes an object that serves by name; the caller owns its first reference.
 template <typename Object, typename... Arguments>
 ComPtr<Object> MakeObject(Arguments&&... arguments) {
   return ComPtr<Object>::Take(new Object(std::forward<Arguments>(arguments)...));

@@ -10,7 +10,7 @@
 namespace scrivo {
 namespace {
 
-/// Clones share the items; each has its own place in them.
+// Clones share the items; each has its own place in them.
 class EnumVariant : public IEnumVARIANT {
  public:
   using Items = std::shared_ptr<const std::vector<Variant>>;

@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-/// Owns what a VARIANT holds.
+// Owns what a VARIANT holds.
 class Variant {
  public:
   Variant() { VariantInit(&value_); }
@@ -15,14 +15,14 @@ class Variant {
   ~Variant() { VariantClear(&value_); }
   Variant& operator=(Variant&&) = delete;
 
-  /// Stands for an optional argument that is left out.
+  // Stands for an optional argument that is left out.
   static Variant Omitted() {
     Variant omitted;
     omitted.value_.vt = VT_ERROR;
     omitted.value_.scode = DISP_E_PARAMNOTFOUND;
     return omitted;
   }
-  /// Raises Error (kOutOfMemory).
+  // Raises Error (kOutOfMemory).
   static Variant Text(std::string_view ansi) {
     Variant text;
     text.value_.bstrVal = Bstr(ansi).Detach();
@@ -41,7 +41,7 @@ class Variant {
     variant.value_.boolVal = truth ? VARIANT_TRUE : VARIANT_FALSE;
     return variant;
   }
-  /// A reference of its own to `object`, which may be null.
+  // A reference of its own to `object`, which may be null.
   static Variant Object(IDispatch* object) {
     Variant variant;
     if (object) object->AddRef();
@@ -50,7 +50,7 @@ class Variant {
     return variant;
   }
 
-  /// A reference of its own to `object`, which may be null.
+  // A reference of its own to `object`, which may be null.
   static Variant Unknown(IUnknown* object) {
     Variant variant;
     if (object) object->AddRef();
@@ -61,12 +61,12 @@ class Variant {
 
   const VARIANT& get() const { return value_; }
   VARTYPE type() const { return value_.vt; }
-  /// Where a function writes a new value; what was held before is cleared.
+  // Where a function writes a new value; what was held before is cleared.
   VARIANT* Put() {
     VariantClear(&value_);
     return &value_;
   }
-  /// Gives the value to the caller, who clears it with VariantClear.
+  // Gives the value to the caller, who clears it with VariantClear.
   VARIANT Detach() {
     const VARIANT detached = value_;
     VariantInit(&value_);

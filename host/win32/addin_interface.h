@@ -4,11 +4,11 @@
 
 namespace scrivo::host {
 
-/// {B65AD801-ABAF-11D0-BB8B-00A0C90F2744}
+// {B65AD801-ABAF-11D0-BB8B-00A0C90F2744}
 extern const GUID kAddinInterfaceId;
 
-/// What an add-in is called through (IDTExtensibility2), as a host sees it: in the order of the
-/// interface's own table, behind IDispatch.
+// What an add-in is called through (IDTExtensibility2), as a host sees it: in the order of the
+// interface's own table, behind IDispatch.
 struct AddinInterface : public IDispatch {
   virtual HRESULT STDMETHODCALLTYPE OnConnection(IDispatch* application, LONG connect_mode,
                                                  IDispatch* instance, SAFEARRAY** custom) = 0;

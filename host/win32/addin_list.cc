@@ -15,7 +15,7 @@ const GUID kAddinInterfaceId = {
 
 namespace {
 
-/// The array of extra data that every call carries: empty.
+// The array of extra data that every call carries: empty.
 class CustomData {
  public:
   CustomData() : array_(SafeArrayCreateVector(VT_VARIANT, 1, 0)) {}
@@ -37,7 +37,7 @@ std::string Hexadecimal(HRESULT code) {
   return text;
 }
 
-/// What a failure to create a class means to a person.
+// What a failure to create a class means to a person.
 std::string ReasonOf(HRESULT code) {
   switch (code) {
     case REGDB_E_CLASSNOTREG:

@@ -12,17 +12,17 @@ namespace scrivo::host {
 
 class HostWorld;
 
-/// An add-in of the list, loaded or not.
+// An add-in of the list, loaded or not.
 struct Addin {
   AddinEntry entry;
-  std::string class_id;              ///< "{…}", "" when the class is not registered
-  ComPtr<AddinInterface> connected;  ///< null while it is not connected
-  ComPtr<IDispatch> object;          ///< what the add-in has published for others
-  std::string problem;               ///< why it could not be connected; "" when it could
+  std::string class_id;              // "{…}", "" when the class is not registered
+  ComPtr<AddinInterface> connected;  // null while it is not connected
+  ComPtr<IDispatch> object;          // what the add-in has published for others
+  std::string problem;               // why it could not be connected; "" when it could
   bool IsConnected() const { return static_cast<bool>(connected); }
 };
 
-/// The add-ins of a host, loaded through COM and told what happens to them.
+// The add-ins of a host, loaded through COM and told what happens to them.
 class AddinList {
  public:
   explicit AddinList(HostWorld& world) : world_(world) {}
@@ -30,21 +30,21 @@ class AddinList {
   AddinList& operator=(const AddinList&) = delete;
 
   const std::vector<std::shared_ptr<Addin>>& addins() const { return addins_; }
-  /// The add-in with this ProgID; null when there is none.
+  // The add-in with this ProgID; null when there is none.
   std::shared_ptr<Addin> Find(const std::string& prog_id) const;
 
-  /// Reads the registered add-ins. Those that are connected stay, registered or not.
+  // Reads the registered add-ins. Those that are connected stay, registered or not.
   void Read();
-  /// Connects every add-in that is to be loaded at start, then tells them that the host has
-  /// started. What fails is kept as the add-in's problem.
+  // Connects every add-in that is to be loaded at start, then tells them that the host has
+  // started. What fails is kept as the add-in's problem.
   void ConnectAtStart(LONG mode);
-  /// Connects an add-in. Throws Error when it cannot be, with its problem.
+  // Connects an add-in. Throws Error when it cannot be, with its problem.
   void Connect(const std::shared_ptr<Addin>& addin, LONG mode);
-  /// Connects the add-in with this ProgID if it is registered and not connected. Nothing is
-  /// thrown.
+  // Connects the add-in with this ProgID if it is registered and not connected. Nothing is
+  // thrown.
   void ConnectOnDemand(const std::string& prog_id);
   void Disconnect(const std::shared_ptr<Addin>& addin, LONG mode);
-  /// Announces the end of the host and disconnects all.
+  // Announces the end of the host and disconnects all.
   void DisconnectAll();
 
  private:

@@ -19,7 +19,7 @@ class ApplicationObject : public HostObject {
  private:
   const DispatchTable& Members() const override { return Table(); }
 
-  /// What the first argument of an address routine stands for: a text, or an object of this host.
+  // What the first argument of an address routine stands for: a text, or an object of this host.
   Base BaseOf(const DispatchArguments& arguments) {
     const VARIANT& given = arguments.Value(0);
     if (given.vt == VT_BSTR) {

@@ -8,7 +8,7 @@ namespace scrivo::host {
 
 class HostWorld;
 
-/// The Application object of a world.
+// The Application object of a world.
 Variant ApplicationOf(const std::shared_ptr<HostWorld>& world);
 
 }  // namespace scrivo::host

@@ -8,14 +8,14 @@
 
 namespace scrivo::host {
 
-/// The command numbers of the controls on the command bars. A control keeps its number, so that a
-/// command on its way means the same when the menus have been made anew meanwhile.
+// The command numbers of the controls on the command bars. A control keeps its number, so that a
+// command on its way means the same when the menus have been made anew meanwhile.
 class ControlIds {
  public:
   static constexpr UINT kFirst = 2000, kLast = 0xEFFF;
 
   UINT IdOf(const std::shared_ptr<BarControl>& control);
-  /// Null when no living control has this number.
+  // Null when no living control has this number.
   std::shared_ptr<BarControl> Find(UINT id) const;
 
  private:
@@ -23,11 +23,11 @@ class ControlIds {
   UINT next_ = kFirst;
 };
 
-/// Writes a menu's lines at the end of `menu`.
+// Writes a menu's lines at the end of `menu`.
 void AppendLines(HMENU menu, const std::vector<MenuLine>& lines, ControlIds* ids,
                  FaceImages* images);
 
-/// A caption as menus show it: the shortcut stands at its right.
+// A caption as menus show it: the shortcut stands at its right.
 std::string MenuText(const BarControl& control);
 
 }  // namespace scrivo::host

@@ -117,7 +117,7 @@ class BarObject : public HostObject {
   const std::shared_ptr<Bar> bar_;
 };
 
-/// The first control below a bar that a test approves; menus are searched too.
+// The first control below a bar that a test approves; menus are searched too.
 template <typename Test>
 std::shared_ptr<BarControl> FindBelow(const Bar& bar, const Test& test) {
   for (const auto& control : bar.controls) {

@@ -8,19 +8,19 @@
 
 namespace scrivo::host {
 
-/// CommandBarControl: a button (CommandBarButton) or a popup (CommandBarPopup). A control has at
-/// most one object, which lives as long as somebody holds it; when the last reference goes, those
-/// who listened to its clicks hear them no more.
+// CommandBarControl: a button (CommandBarButton) or a popup (CommandBarPopup). A control has at
+// most one object, which lives as long as somebody holds it; when the last reference goes, those
+// who listened to its clicks hear them no more.
 class ControlObject : public HostObject {
  public:
   ControlObject(std::shared_ptr<HostWorld> world, std::shared_ptr<BarControl> control);
   ~ControlObject() override;
 
-  /// True when a listener has cancelled the click.
+  // True when a listener has cancelled the click.
   bool TellClick() { return clicks_->TellClick(this); }
 
  private:
-  /// The button as a container of connection points: the same object to its callers.
+  // The button as a container of connection points: the same object to its callers.
   class Container : public IConnectionPointContainer {
    public:
     explicit Container(ControlObject* control) : control_(*control) {}
@@ -50,7 +50,7 @@ class ControlObject : public HostObject {
   ComPtr<ClickPoint> clicks_;
 };
 
-/// The control's object.
+// The control's object.
 Variant ControlOf(const std::shared_ptr<HostWorld>& world,
                   const std::shared_ptr<BarControl>& control);
 

@@ -7,13 +7,13 @@
 namespace scrivo::host {
 namespace {
 
-/// Wine copies the pictures of a menu without regard to their alpha values.
+// Wine copies the pictures of a menu without regard to their alpha values.
 bool MenusIgnoreAlpha() {
   HMODULE ntdll = GetModuleHandleA("ntdll.dll");
   return ntdll && GetProcAddress(ntdll, "wine_get_version") != nullptr;
 }
 
-/// The picture on the background of menus.
+// The picture on the background of menus.
 std::vector<std::uint32_t> OnMenu(std::vector<std::uint32_t> pixels) {
   const COLORREF menu = GetSysColor(COLOR_MENU);
   const std::uint32_t background[] = {GetBValue(menu), GetGValue(menu), GetRValue(menu)};

@@ -14,7 +14,7 @@
 namespace scrivo::host {
 namespace {
 
-/// An object of an open web: its calls fail once the web is closed.
+// An object of an open web: its calls fail once the web is closed.
 class WebPart : public HostObject {
  protected:
   WebPart(std::shared_ptr<HostWorld> world, const char* class_name, std::shared_ptr<OpenedWeb> web)
@@ -59,7 +59,7 @@ class FileObject : public WebPart {
     return NodeOrNone(world_, web_, navigation,
                       entry ? navigation->Find(entry.get()) : NavigationIndex::kNone);
   }
-  /// A page opened for editing shows in the program that is registered for it.
+  // A page opened for editing shows in the program that is registered for it.
   Variant Edit() {
     const auto page = web_->Edit(file_);
     if (world_->open_document) world_->open_document(Path());
@@ -121,7 +121,7 @@ class FolderObject : public WebPart {
 
   std::string Url() { return OpenedWeb::FolderUrl(*folder_); }
   bool IsRoot() { return IsSameText(Url(), web_->Url()); }
-  /// The root of a web or of a sub-web: only those keep the extensions' private folder.
+  // The root of a web or of a sub-web: only those keep the extensions' private folder.
   bool IsWeb() {
     return IsRoot() ||
            TheServices().files->FolderExists(JoinPath(folder_->LocalPath(), "_vti_pvt"));

@@ -15,7 +15,7 @@ namespace {
 using namespace scrivo;
 using namespace scrivo::host;
 
-/// Says how to call the program, on the console that it was started from too if there is one.
+// Says how to call the program, on the console that it was started from too if there is one.
 void TellUsage(const std::string& problem) {
   const std::string text = problem.empty() ? Usage() : problem + "\n\n" + Usage();
   if (AttachConsole(ATTACH_PARENT_PROCESS)) {
@@ -28,7 +28,7 @@ void TellUsage(const std::string& problem) {
               MB_OK | (problem.empty() ? MB_ICONINFORMATION : MB_ICONEXCLAMATION));
 }
 
-/// The whole path of one relative to the current folder.
+// The whole path of one relative to the current folder.
 std::string FullPath(const std::string& path) {
   char full[MAX_PATH];
   const DWORD length = GetFullPathNameA(path.c_str(), MAX_PATH, full, nullptr);
@@ -44,7 +44,7 @@ void RunMessages(HostWindow* window) {
   }
 }
 
-/// Shows the host until it is closed; gives the program's exit status.
+// Shows the host until it is closed; gives the program's exit status.
 int Run(const HostArguments& arguments) {
   const auto world = HostWorld::Make();
   HostWindow window(world);

@@ -11,7 +11,7 @@
 
 namespace scrivo::host {
 
-/// Numbers of the window's controls and of its own commands.
+// Numbers of the window's controls and of its own commands.
 enum HostWindowId : int {
   kTreeId = 101,
   kListId = 102,
@@ -29,25 +29,25 @@ enum HostWindowId : int {
   kFirstRecentId = 1100,
 };
 
-/// The stand-in's one window: the menus and the toolbar that show the command bars, the active
-/// web's navigation tree, and the pages outside it. Closing it ends the thread's message loop.
+// The stand-in's one window: the menus and the toolbar that show the command bars, the active
+// web's navigation tree, and the pages outside it. Closing it ends the thread's message loop.
 class HostWindow : public NativeWindow {
  public:
   static constexpr char kClass[] = "ScrivoHostWindow";
 
-  /// Creates the window, hidden, and puts the host's own buttons on the bars of `world`.
+  // Creates the window, hidden, and puts the host's own buttons on the bars of `world`.
   explicit HostWindow(std::shared_ptr<HostWorld> world);
   ~HostWindow() override;
 
-  /// Opens the web in a folder. Tells the user when that fails, and keeps what was open.
+  // Opens the web in a folder. Tells the user when that fails, and keeps what was open.
   void OpenWeb(const std::string& path);
-  /// Shows the window and loads the add-ins from the message loop that comes next; `external`: as
-  /// another program connects them.
+  // Shows the window and loads the add-ins from the message loop that comes next; `external`: as
+  // another program connects them.
   void Start(bool external);
-  /// Handles the keys that are the window's own: shortcuts, Tab, access keys.
+  // Handles the keys that are the window's own: shortcuts, Tab, access keys.
   bool IsKey(MSG* message);
 
-  /// Brings menus, toolbar, views and status bar up to date at once.
+  // Brings menus, toolbar, views and status bar up to date at once.
   void ShowState();
 
  private:
@@ -84,7 +84,7 @@ class HostWindow : public NativeWindow {
   ControlIds ids_;
   std::unique_ptr<FaceImages> images_;
   WebOutline outline_;
-  std::string shown_url_;  ///< of the web that the views show
+  std::string shown_url_;  // of the web that the views show
   std::vector<std::string> recent_;
   HFONT font_ = nullptr;
   HICON icon_ = nullptr;
@@ -93,8 +93,8 @@ class HostWindow : public NativeWindow {
   HWND tree_heading_ = nullptr, list_heading_ = nullptr;
   HWND title_label_ = nullptr, title_ = nullptr, location_label_ = nullptr, location_ = nullptr;
   HWND hint_ = nullptr, open_button_ = nullptr;
-  HWND last_view_ = nullptr;              ///< the view whose selection the details show
-  std::shared_ptr<BarControl> register_;  ///< the command that registers the add-in; may be null
+  HWND last_view_ = nullptr;              // the view whose selection the details show
+  std::shared_ptr<BarControl> register_;  // the command that registers the add-in; may be null
   bool bars_changed_ = false, web_changed_ = false;
   bool in_menu_ = false;
   bool external_ = false;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kMenuPathLength = 60;
 
-/// A text as a menu shows it, its "&" as they are.
+// A text as a menu shows it, its "&" as they are.
 std::string Doubled(const std::string& text) {
   std::string doubled;
   for (const char c : text) {
@@ -24,17 +24,17 @@ std::string Doubled(const std::string& text) {
   return doubled;
 }
 
-/// The number of the command that registers the add-in.
+// The number of the command that registers the add-in.
 constexpr std::int32_t kRegisterControl = 900;
 
-/// The add-in's library beside this program.
+// The add-in's library beside this program.
 std::string AddinLibrary() { return TheServices().system->ModuleFolder() + "\\Scrivo.dll"; }
 
 void AppendCommand(HMENU menu, UINT id, const std::string& text, bool enabled = true) {
   AppendMenuA(menu, enabled ? MF_STRING : MF_STRING | MF_GRAYED, id, text.c_str());
 }
 
-/// The picture of a toolbar button; a popup without one of its own shows its first button's.
+// The picture of a toolbar button; a popup without one of its own shows its first button's.
 std::int32_t FaceIdOf(const BarControl& control) {
   if (!control.bar || control.face != 0) return control.face;
   for (const auto& below : control.bar->controls) {

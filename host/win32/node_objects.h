@@ -12,7 +12,7 @@ class HostWorld;
 
 // NavigationNode and NavigationNodes of an open web, as its tree was when they were asked for.
 
-/// No object for NavigationIndex::kNone.
+// No object for NavigationIndex::kNone.
 Variant NodeOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
                    const std::shared_ptr<const NavigationIndex>& navigation, std::size_t place);
 Variant NodesOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,

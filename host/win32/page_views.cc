@@ -5,7 +5,7 @@
 namespace scrivo::host {
 namespace {
 
-/// Trees with more nodes than this are shown with their branches closed.
+// Trees with more nodes than this are shown with their branches closed.
 constexpr std::size_t kMostExpanded = 200;
 
 char* Shown(const std::string& text) { return const_cast<char*>(text.c_str()); }

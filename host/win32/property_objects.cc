@@ -8,7 +8,7 @@
 namespace scrivo::host {
 namespace {
 
-/// Enumerating gives the keys; an item is a value.
+// Enumerating gives the keys; an item is a value.
 class PropertiesObject : public HostCollection {
  public:
   using Pairs = std::vector<std::pair<std::string, std::string>>;

@@ -22,7 +22,7 @@ class WebsObject : public HostCollection {
   Variant ItemAt(std::size_t index) override {
     return WebOrNone(world_, world_->session.webs()[index]);
   }
-  /// By the folder's path or address.
+  // By the folder's path or address.
   Variant ItemNamed(const std::string& name) override {
     for (const auto& web : world_->session.webs()) {
       if (web->FindFolder(name) == web->web().BaseFolder()) return WebOrNone(world_, web);

@@ -9,13 +9,13 @@ namespace scrivo::host {
 
 class HostWorld;
 
-/// Webs, the open webs.
+// Webs, the open webs.
 Variant WebsOf(const std::shared_ptr<HostWorld>& world);
 
-/// Web. `web` may be null: then there is no object.
+// Web. `web` may be null: then there is no object.
 Variant WebOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web);
 
-/// Lets the call fail when the web has been closed since.
+// Lets the call fail when the web has been closed since.
 void RequireOpen(const OpenedWeb& web);
 
 }  // namespace scrivo::host

@@ -164,7 +164,7 @@ class WebWindowsObject : public HostCollection {
   std::size_t Count() override { return Webs().size(); }
   Variant ItemAt(std::size_t index) override { return WebWindowOrNone(world_, Webs()[index]); }
 
-  /// A host whose last web window closes ends.
+  // A host whose last web window closes ends.
   void Close(const DispatchArguments& arguments) {
     auto closing = Webs();
     if (arguments.Has(0)) closing = {closing[IndexOf(arguments.Long(0))]};
@@ -183,7 +183,7 @@ class WebWindowsObject : public HostCollection {
     return table;
   }
 
-  const std::shared_ptr<OpenedWeb> web_;  ///< null: all webs
+  const std::shared_ptr<OpenedWeb> web_;  // null: all webs
 };
 
 }  // namespace

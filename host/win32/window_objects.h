@@ -11,13 +11,13 @@ class HostWorld;
 
 // WebWindow, WebWindows, PageWindow and PageWindows. Each open web has one web window.
 
-/// The windows of one web, or of all when `web` is null.
+// The windows of one web, or of all when `web` is null.
 Variant WebWindowsOf(const std::shared_ptr<HostWorld>& world,
                      const std::shared_ptr<OpenedWeb>& web);
-/// `web` may be null: then there is no object.
+// `web` may be null: then there is no object.
 Variant WebWindowOrNone(const std::shared_ptr<HostWorld>& world,
                         const std::shared_ptr<OpenedWeb>& web);
-/// `page` may be null: then there is no object.
+// `page` may be null: then there is no object.
 Variant PageWindowOrNone(const std::shared_ptr<HostWorld>& world,
                          const std::shared_ptr<OpenedWeb>& web,
                          const std::shared_ptr<EditedPage>& page);

@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-/// Owns a file descriptor; -1 is none.
+// Owns a file descriptor; -1 is none.
 class Descriptor {
  public:
   explicit Descriptor(int number = -1) : number_(number) {}
@@ -23,15 +23,15 @@ class Descriptor {
 
   int get() const { return number_; }
   int Release() { return std::exchange(number_, -1); }
-  /// Closes it; false when the system reports that earlier writes were lost.
+  // Closes it; false when the system reports that earlier writes were lost.
   bool Close() { return number_ == -1 || close(Release()) == 0; }
 
  private:
   int number_;
 };
 
-/// The same file under a number above those of the standard streams, so that setting up a child's
-/// streams cannot overwrite it; none when that fails.
+// The same file under a number above those of the standard streams, so that setting up a child's
+// streams cannot overwrite it; none when that fails.
 inline Descriptor AboveStandardStreams(Descriptor descriptor) {
   if (descriptor.get() == -1 || descriptor.get() > STDERR_FILENO) return descriptor;
   return Descriptor(fcntl(descriptor.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));

@@ -9,9 +9,9 @@
 
 namespace scrivo {
 
-/// The files of a POSIX system. A file without any write permission is read-only. Once an
-/// interruption was caught, nothing is opened for reading, listed or written anew; appending,
-/// removing and renaming go on.
+// The files of a POSIX system. A file without any write permission is read-only. Once an
+// interruption was caught, nothing is opened for reading, listed or written anew; appending,
+// removing and renaming go on.
 class PosixFiles : public Files {
  public:
   PosixFiles();
@@ -31,7 +31,7 @@ class PosixFiles : public Files {
   std::string RealPath(const std::string& path) override;
 
  private:
-  std::uint32_t next_number_;  ///< of unique files; begins anywhere, so that programs seldom meet
+  std::uint32_t next_number_;  // of unique files; begins anywhere, so that programs seldom meet
 };
 
 }  // namespace scrivo

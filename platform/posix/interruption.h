@@ -5,10 +5,10 @@
 
 namespace scrivo {
 
-/// A descriptor that can be read from once an interruption has come; -1 while none are caught.
+// A descriptor that can be read from once an interruption has come; -1 while none are caught.
 int InterruptionDescriptor();
 
-/// Throws Error kUserInterrupt when an interruption has come.
+// Throws Error kUserInterrupt when an interruption has come.
 void ThrowIfInterrupted();
 
 }  // namespace scrivo

@@ -16,15 +16,15 @@
 namespace scrivo {
 namespace {
 
-/// How long a child that closed its output may take until its end is reported, in milliseconds.
-/// Longer makes a run whose child really lives on end later; shorter mistakes the slow end of an
-/// ordinary child (a core dump, a loaded machine) for life.
+// How long a child that closed its output may take until its end is reported, in milliseconds.
+// Longer makes a run whose child really lives on end later; shorter mistakes the slow end of an
+// ordinary child (a core dump, a loaded machine) for life.
 constexpr int kGrace = 1000;
-/// How long an interrupted child may take to put its things in order before it is killed.
+// How long an interrupted child may take to put its things in order before it is killed.
 constexpr int kEndingTime = 2000;
-/// How often a wait without a limit looks for an interruption, in milliseconds.
+// How often a wait without a limit looks for an interruption, in milliseconds.
 constexpr int kWaitPiece = 100;
-/// The longest pause between two looks at a child: what its end may be noticed too late.
+// The longest pause between two looks at a child: what its end may be noticed too late.
 constexpr int kLongestPause = 20;
 
 constexpr std::uint32_t kInvalidHandleCode = 6;
@@ -32,7 +32,7 @@ constexpr std::uint32_t kBrokenPipeCode = 109;
 constexpr std::uint32_t kInvalidFolderCode = 267;
 constexpr std::uint32_t kOperationAbortedCode = 995;
 
-/// The Windows code of an errno value.
+// The Windows code of an errno value.
 std::uint32_t WindowsCode(int error) {
   switch (error) {
     case ENOENT:

@@ -12,11 +12,11 @@
 
 namespace scrivo {
 
-/// Child processes of a POSIX system. A command line is cut into words as SplitCommandLine tells;
-/// window and priority flags mean nothing here. Each child heads its own process group, so that
-/// Ctrl-C in the terminal reaches this program alone: once that was caught, Read fails and ends the
-/// groups of all children that were not closed. A child that a signal ended has the exit code 128
-/// and the signal's number. LastError gives the Windows codes that callers know.
+// Child processes of a POSIX system. A command line is cut into words as SplitCommandLine tells;
+// window and priority flags mean nothing here. Each child heads its own process group, so that
+// Ctrl-C in the terminal reaches this program alone: once that was caught, Read fails and ends the
+// groups of all children that were not closed. A child that a signal ended has the exit code 128
+// and the signal's number. LastError gives the Windows codes that callers know.
 class PosixProcesses : public Processes {
  public:
   bool OpenPipe(SystemHandle* read_end, SystemHandle* write_end) override;
@@ -35,23 +35,23 @@ class PosixProcesses : public Processes {
     std::uint32_t exit_code = kStillActive;
   };
 
-  /// What was read from a pipe and not handed out yet.
+  // What was read from a pipe and not handed out yet.
   struct ReadAhead {
     std::string bytes;
     std::size_t next = 0;
   };
 
-  /// Waits for bytes in the pipe and takes them; false at its end, on a failure and when
-  /// interrupted.
+  // Waits for bytes in the pipe and takes them; false at its end, on a failure and when
+  // interrupted.
   bool Refill(int descriptor, ReadAhead* ahead);
   bool Fail(std::uint32_t windows_code);
   bool FailWith(int error);
   int DescriptorOf(SystemHandle pipe) const;
-  /// Notes the child's end when the system has reported it; true once it has ended.
+  // Notes the child's end when the system has reported it; true once it has ended.
   static bool Reap(Child* child);
-  /// Waits up to a time in milliseconds for the child's end.
+  // Waits up to a time in milliseconds for the child's end.
   static bool ReapWithin(Child* child, int milliseconds);
-  /// Kills the group of a child that has been asked to end and did not.
+  // Kills the group of a child that has been asked to end and did not.
   static void KillUnlessEnded(Child* child);
   void EndChildren();
 
@@ -59,7 +59,7 @@ class PosixProcesses : public Processes {
   std::map<SystemHandle, Descriptor> pipes_;
   std::map<SystemHandle, ReadAhead> ahead_;
   std::map<SystemHandle, Child> children_;
-  std::vector<Child> left_alone_;  ///< closed while they lived; reaped when they have ended
+  std::vector<Child> left_alone_;  // closed while they lived; reaped when they have ended
   std::uint32_t last_error_ = 0;
 };
 

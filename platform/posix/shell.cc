@@ -26,14 +26,14 @@ constexpr std::int32_t kInvalidProgramResult = 11;
 constexpr std::int32_t kNoAssociationResult = 31;
 constexpr std::int32_t kInvalidArgument = static_cast<std::int32_t>(0x80070057);
 
-/// Whether a target names something of the network or another service rather than a file.
+// Whether a target names something of the network or another service rather than a file.
 bool IsAddress(const std::string& target) {
   const std::size_t colon = target.find(':');
   return colon != std::string::npos && colon > 1 && target.find('/') > colon;
 }
 
-/// A file that may be run and begins as programs and scripts do. (On foreign file systems every
-/// file may be run.)
+// A file that may be run and begins as programs and scripts do. (On foreign file systems every
+// file may be run.)
 bool IsProgram(const std::string& path) {
   if (access(path.c_str(), X_OK) != 0) return false;
   PosixFiles files;

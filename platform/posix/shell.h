@@ -7,12 +7,12 @@
 
 namespace scrivo {
 
-/// The desktop's own ways of opening things. The verbs "open" and "explore" hand an address, file
-/// or folder to the user's program for it; "open" starts a program (a file that may be run and is
-/// one by its first bytes) with its parameters, cut as SplitCommandLine tells. Results are
-/// Windows': 2 or 3 for what is missing, 31 for what nothing can open, such as any other verb.
-/// The documents folder is the only special folder; its item list is a path for
-/// PosixDesktop::PathFromItemList.
+// The desktop's own ways of opening things. The verbs "open" and "explore" hand an address, file
+// or folder to the user's program for it; "open" starts a program (a file that may be run and is
+// one by its first bytes) with its parameters, cut as SplitCommandLine tells. Results are
+// Windows': 2 or 3 for what is missing, 31 for what nothing can open, such as any other verb.
+// The documents folder is the only special folder; its item list is a path for
+// PosixDesktop::PathFromItemList.
 class PosixShell : public ShellServices {
  public:
   WindowHandle DesktopWindow() override { return 0; }

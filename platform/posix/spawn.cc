@@ -14,15 +14,15 @@
 namespace scrivo {
 namespace {
 
-/// Everything that the child needs, made ready before the fork: behind it, memory may not be
-/// allocated.
+// Everything that the child needs, made ready before the fork: behind it, memory may not be
+// allocated.
 struct Prepared {
-  std::vector<std::string> programs;  ///< paths to try in turn
-  std::vector<char*> arguments;       ///< closed by a null pointer
-  const char* folder;                 ///< null for the caller's
+  std::vector<std::string> programs;  // paths to try in turn
+  std::vector<char*> arguments;       // closed by a null pointer
+  const char* folder;                 // null for the caller's
   int streams[3];
   bool detached;
-  int report;  ///< where the child writes why it could not start
+  int report;  // where the child writes why it could not start
 };
 
 std::string AbsolutePath(const std::string& path) {
@@ -34,7 +34,7 @@ std::string AbsolutePath(const std::string& path) {
   return absolute;
 }
 
-/// The paths that a program's name stands for, relative to the caller's folder, not the child's.
+// The paths that a program's name stands for, relative to the caller's folder, not the child's.
 std::vector<std::string> ProgramPaths(const std::string& name) {
   if (name.find('/') != std::string::npos) return {AbsolutePath(name)};
   const char* const path = std::getenv("PATH");
@@ -55,8 +55,8 @@ std::vector<std::string> ProgramPaths(const std::string& name) {
   _exit(127);
 }
 
-/// Tries the programs in turn; returns why none could be run. A program that is there but may not
-/// be run says more than the others that are missing.
+// Tries the programs in turn; returns why none could be run. A program that is there but may not
+// be run says more than the others that are missing.
 int Execute(const Prepared& child) {
   int error = ENOENT;
   for (const std::string& program : child.programs) {
@@ -87,7 +87,7 @@ int Execute(const Prepared& child) {
   ReportAndExit(child.report, Execute(child), false);
 }
 
-/// Reads what the child reports; nothing when it runs.
+// Reads what the child reports; nothing when it runs.
 SpawnResult ReadReport(int report) {
   int facts[2] = {0, 0};
   ssize_t got = -1;

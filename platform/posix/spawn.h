@@ -7,24 +7,24 @@
 
 namespace scrivo {
 
-/// What a program is started with.
+// What a program is started with.
 struct SpawnRequest {
-  std::vector<std::string> arguments;  ///< the program first; without "/" it is looked up in PATH
-  std::string folder;                  ///< the child's current folder; "" for the caller's
-  int streams[3] = {-1, -1, -1};       ///< its standard streams; -1 is the null device
-  /// A child of its own session whose end nobody waits for; otherwise one that the caller waits
-  /// for, at the head of its own process group.
+  std::vector<std::string> arguments;  // the program first; without "/" it is looked up in PATH
+  std::string folder;                  // the child's current folder; "" for the caller's
+  int streams[3] = {-1, -1, -1};       // its standard streams; -1 is the null device
+  // A child of its own session whose end nobody waits for; otherwise one that the caller waits
+  // for, at the head of its own process group.
   bool detached = false;
 };
 
-/// Where and why a program could not be started; `error` is an errno value, 0 when it was.
+// Where and why a program could not be started; `error` is an errno value, 0 when it was.
 struct SpawnResult {
   int error = 0;
-  bool in_folder = false;  ///< the folder was at fault
-  pid_t process = -1;      ///< the child, unless it is detached
+  bool in_folder = false;  // the folder was at fault
+  pid_t process = -1;      // the child, unless it is detached
 };
 
-/// Starts a program and returns once it runs, or has turned out not to.
+// Starts a program and returns once it runs, or has turned out not to.
 SpawnResult Spawn(const SpawnRequest& request);
 
 }  // namespace scrivo

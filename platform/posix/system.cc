@@ -13,7 +13,7 @@
 namespace scrivo {
 namespace {
 
-/// The present time in the user's regional form; `form` as for strftime.
+// The present time in the user's regional form; `form` as for strftime.
 std::string NowText(const char* form) {
   const time_t now = time(nullptr);
   tm parts = {};

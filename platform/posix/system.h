@@ -7,9 +7,9 @@
 
 namespace scrivo {
 
-/// What a POSIX system tells. It has no Windows platform, so PlatformId never answers; error events
-/// go to the system log. Its ANSI code page is 1252 until another is set. HoldMutex raises Error
-/// (kObjectDoesNotSupportThis).
+// What a POSIX system tells. It has no Windows platform, so PlatformId never answers; error events
+// go to the system log. Its ANSI code page is 1252 until another is set. HoldMutex raises Error
+// (kObjectDoesNotSupportThis).
 class PosixSystem : public SystemServices {
  public:
   std::string DateText() override;

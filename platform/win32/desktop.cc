@@ -18,7 +18,7 @@ WindowHandle HandleOf(HWND window) { return reinterpret_cast<WindowHandle>(windo
 
 const char* TextOrNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
 
-/// What the dialogs return when they failed; the system itself does not tell that from a cancel.
+// What the dialogs return when they failed; the system itself does not tell that from a cancel.
 constexpr std::int32_t kDialogFailed = -1;
 
 std::int32_t RunFileDialog(FileDialog show, FileDialogRecord* record) {
@@ -46,7 +46,7 @@ std::int32_t RunFileDialog(FileDialog show, FileDialogRecord* record) {
 
 using HtmlHelpFunction = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
 
-/// Where the viewer's control is registered; empty when it is not.
+// Where the viewer's control is registered; empty when it is not.
 std::string RegisteredHelpControl() {
   char path[MAX_PATH] = "";
   DWORD size = sizeof path;
@@ -57,8 +57,8 @@ std::string RegisteredHelpControl() {
   return status == ERROR_SUCCESS ? path : "";
 }
 
-/// The viewer's entry in a library, or null. A library that has it stays loaded: its windows run in
-/// it.
+// The viewer's entry in a library, or null. A library that has it stays loaded: its windows run in
+// it.
 HtmlHelpFunction HtmlHelpOf(const std::string& library_path) {
   const HMODULE library = library_path.empty() ? nullptr : LoadLibraryA(library_path.c_str());
   if (!library) return nullptr;
@@ -68,8 +68,8 @@ HtmlHelpFunction HtmlHelpOf(const std::string& library_path) {
   return entry;
 }
 
-/// The viewer's entry, or null when it is not installed. A registration may be out of date, so the
-/// system's own search comes second; and what is missing now may be installed later.
+// The viewer's entry, or null when it is not installed. A registration may be out of date, so the
+// system's own search comes second; and what is missing now may be installed later.
 HtmlHelpFunction FindHtmlHelp() {
   static HtmlHelpFunction found = nullptr;
   if (!found) found = HtmlHelpOf(RegisteredHelpControl());
@@ -77,8 +77,8 @@ HtmlHelpFunction FindHtmlHelp() {
   return found;
 }
 
-/// The folder browser in its new style works only on a thread with OLE. It stays initialized until
-/// the thread ends; a thread that somebody else has made ready otherwise is left as it is.
+// The folder browser in its new style works only on a thread with OLE. It stays initialized until
+// the thread ends; a thread that somebody else has made ready otherwise is left as it is.
 void NeedOle() {
   thread_local const HRESULT initialized = OleInitialize(nullptr);
   static_cast<void>(initialized);

@@ -6,7 +6,7 @@
 
 namespace scrivo {
 
-/// The user's desktop: message boxes, the common dialogs, the folder browser and the help viewer.
+// The user's desktop: message boxes, the common dialogs, the folder browser and the help viewer.
 class Win32Desktop : public Desktop {
  public:
   MessageAnswer ShowMessage(const std::string& text, std::uint32_t style,

@@ -11,7 +11,7 @@
 namespace scrivo {
 namespace {
 
-/// One call moves at most this many bytes, as its count has 32 bits.
+// One call moves at most this many bytes, as its count has 32 bits.
 constexpr std::size_t kLargestTransfer = 1u << 30;
 
 FileHandle Open(const std::string& path, DWORD access, DWORD sharing, DWORD disposition) {
@@ -57,7 +57,7 @@ class Win32Reader : public FileReader {
 
 bool IsFolder(DWORD attributes) { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
 
-/// Closes a search on destruction.
+// Closes a search on destruction.
 class Search {
  public:
   Search(const std::string& pattern, WIN32_FIND_DATAA* found)

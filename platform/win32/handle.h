@@ -4,7 +4,7 @@
 
 namespace scrivo {
 
-/// Owns a file handle, whose invalid value is INVALID_HANDLE_VALUE, and closes it.
+// Owns a file handle, whose invalid value is INVALID_HANDLE_VALUE, and closes it.
 class FileHandle {
  public:
   explicit FileHandle(HANDLE handle) : handle_(handle) {}

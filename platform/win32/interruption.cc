@@ -8,14 +8,14 @@
 namespace scrivo {
 namespace {
 
-/// How long an interrupted child may take to put its things in order before it is ended.
+// How long an interrupted child may take to put its things in order before it is ended.
 constexpr DWORD kEndingTime = 2000;
 
 std::atomic<bool> interrupted = false;
 std::mutex children_mutex;
 std::vector<HANDLE> children;
 
-/// The console tells its programs of Ctrl-C, the children among them, so most end by themselves.
+// The console tells its programs of Ctrl-C, the children among them, so most end by themselves.
 void EndChildren() {
   const std::lock_guard lock(children_mutex);
   for (HANDLE child : children) {
@@ -23,7 +23,7 @@ void EndChildren() {
   }
 }
 
-/// Called in a thread of its own.
+// Called in a thread of its own.
 BOOL WINAPI OnConsoleEvent(DWORD event) {
   interrupted = true;
   EndChildren();

@@ -4,7 +4,7 @@
 
 namespace scrivo {
 
-/// Child processes and anonymous pipes of Windows.
+// Child processes and anonymous pipes of Windows.
 class Win32Processes : public Processes {
  public:
   bool OpenPipe(SystemHandle* read_end, SystemHandle* write_end) override;
@@ -17,7 +17,7 @@ class Win32Processes : public Processes {
   std::uint32_t LastError() override { return last_error_; }
 
  private:
-  /// Keeps the system's code of a failed call, which later calls of others overwrite.
+  // Keeps the system's code of a failed call, which later calls of others overwrite.
   bool Done(bool success);
 
   std::uint32_t last_error_ = 0;

@@ -5,8 +5,8 @@
 namespace scrivo {
 namespace {
 
-/// The predefined roots are 32-bit numbers that 64-bit programs extend with their sign; handles of
-/// opened keys are small and come through unchanged.
+// The predefined roots are 32-bit numbers that 64-bit programs extend with their sign; handles of
+// opened keys are small and come through unchanged.
 HKEY KeyOf(RegistryHandle handle) {
   const auto number = static_cast<LONG>(static_cast<std::uint32_t>(handle));
   const bool is_root = number < 0 && handle <= 0xFFFFFFFF;

@@ -6,7 +6,7 @@
 
 namespace scrivo {
 
-/// The machine's registry through the ANSI functions.
+// The machine's registry through the ANSI functions.
 class Win32Registry : public RegistryStore {
  public:
   RegistryStatus OpenKey(RegistryHandle parent, const std::string& path, std::uint32_t rights,

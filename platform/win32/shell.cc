@@ -9,7 +9,7 @@ static_assert(sizeof(void*) == 8 || sizeof(SHELLEXECUTEINFOA) == 60);
 
 HWND WindowOf(WindowHandle handle) { return reinterpret_cast<HWND>(handle); }
 
-/// The shell's results are small numbers in the shape of a module handle.
+// The shell's results are small numbers in the shape of a module handle.
 std::int32_t CodeOf(HINSTANCE instance) {
   return static_cast<std::int32_t>(reinterpret_cast<INT_PTR>(instance));
 }

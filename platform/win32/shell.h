@@ -4,7 +4,7 @@
 
 namespace scrivo {
 
-/// The shell of Windows.
+// The shell of Windows.
 class Win32Shell : public ShellServices {
  public:
   WindowHandle DesktopWindow() override;

@@ -6,7 +6,7 @@
 namespace scrivo {
 namespace {
 
-/// The event log takes texts of up to 31,839 characters and refuses longer ones whole.
+// The event log takes texts of up to 31,839 characters and refuses longer ones whole.
 constexpr std::size_t kLongestEventText = 31839;
 
 std::string ModulePath() {

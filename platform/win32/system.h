@@ -6,8 +6,8 @@
 
 namespace scrivo {
 
-/// What Windows tells of itself, and the module that contains this code: the library, when it is
-/// linked into one, whatever program loaded it.
+// What Windows tells of itself, and the module that contains this code: the library, when it is
+// linked into one, whatever program loaded it.
 class Win32System : public SystemServices {
  public:
   std::string DateText() override;
@@ -21,7 +21,7 @@ class Win32System : public SystemServices {
   void SetAnsiCodePage(int code_page) override { code_page_ = code_page; }
 
  private:
-  int code_page_ = 0;  ///< chosen; 0: the system's own
+  int code_page_ = 0;  // chosen; 0: the system's own
 };
 
 }  // namespace scrivo

@@ -15,7 +15,7 @@
 
 namespace scrivo {
 
-/// A test of the add-in in a host with the bars "Tools" and "Standard", with Windows' path rules.
+// A test of the add-in in a host with the bars "Tools" and "Standard", with Windows' path rules.
 class AddinTest : public WithFakeServices {
  protected:
   AddinTest() {
@@ -35,7 +35,7 @@ class AddinTest : public WithFakeServices {
   void ConnectWith(std::int32_t mode) { connect->AddinInstance_OnConnection(host, mode, instance); }
   FakeControl& Tools() { return *host->bars["Tools"]; }
   FakeControl& Standard() { return *host->bars["Standard"]; }
-  /// The popup's button with this caption.
+  // The popup's button with this caption.
   FakeControl& Button(FakeControl& bar, const std::string& caption) {
     return *bar.Child("Scrivo")->Child(caption);
   }

@@ -110,7 +110,7 @@ TEST_F(HostCommandsTest, AFailingShellIsSilent) {
   EXPECT_TRUE(desktop->messages.empty());
 }
 
-/// Writes down what the version check does.
+// Writes down what the version check does.
 class RecordingChecker : public VersionChecker {
  public:
   explicit RecordingChecker(std::vector<std::string>& log) : log_(log) {}

@@ -8,11 +8,11 @@
 namespace scrivo {
 namespace {
 
-/// A registry that cannot be written to below some key of one root.
+// A registry that cannot be written to below some key of one root.
 class GuardedRegistry : public MemoryRegistry {
  public:
   RegistryHandle guarded = 0;
-  std::string guarded_path;  ///< "" for the whole root
+  std::string guarded_path;  // "" for the whole root
 
   RegistryStatus CreateKey(RegistryHandle parent, const std::string& path, std::uint32_t rights,
                            RegistryHandle* key) override {
@@ -46,7 +46,7 @@ class RegistrationTest : public testing::Test {
   StoredKey* KeyAt(RegistryHandle root, const std::string& path) {
     return FindKeyAt(&registry.tree[static_cast<std::uint32_t>(root)], KeyNames(path));
   }
-  /// A text value; "(none)" when it is missing or no text.
+  // A text value; "(none)" when it is missing or no text.
   std::string TextAt(RegistryHandle root, const std::string& path, const std::string& name) {
     StoredKey* key = KeyAt(root, path);
     StoredValue* value = key ? key->FindValue(name) : nullptr;

@@ -10,7 +10,7 @@ namespace {
 
 class BadInput : public ScrivoRun {
  protected:
-  /// Puts a disk between the program and the system's.
+  // Puts a disk between the program and the system's.
   std::shared_ptr<FailingDisk> UseFailingDisk() {
     auto disk = std::make_shared<FailingDisk>(TheServices().files);
     TheServices().files = disk;

@@ -19,7 +19,7 @@ class Chmcmd : public WithFakeServices {
   }
   ~Chmcmd() override { Globals() = GlobalState(); }
 
-  /// The rewritten lines of a section's text, without the section's own line.
+  // The rewritten lines of a section's text, without the section's own line.
   std::string Rewritten(const std::string& section, const std::string& lines) {
     prepared = PrepareForChmcmd(section + "\r\n" + lines, "/web", *files);
     return prepared.text.substr(section.size() + 2);
@@ -72,7 +72,7 @@ TEST_F(Chmcmd, KnowsFullPathsOfWindows) {
   EXPECT_EQ(project.text, "[OPTIONS]\r\nCompiled file=D:\\a.chm\r\n[FILES]\r\na.htm\r\n");
 }
 
-/// chmcmd as far as the file system sees it.
+// chmcmd as far as the file system sees it.
 class MakingProcesses : public FakeProcesses {
  public:
   MakingProcesses(MemoryFiles& files, std::string bytes)
@@ -83,7 +83,7 @@ class MakingProcesses : public FakeProcesses {
     given = files_.files.at("/web/" + name);
     return FakeProcesses::Start(request, started);
   }
-  std::string given;  ///< the project file that it was given
+  std::string given;  // the project file that it was given
 
  private:
   MemoryFiles& files_;

@@ -10,7 +10,7 @@
 
 namespace scrivo {
 
-/// The system's disk, where chosen operations do something else first, such as failing.
+// The system's disk, where chosen operations do something else first, such as failing.
 class FailingDisk : public Files {
  public:
   explicit FailingDisk(std::shared_ptr<Files> disk) : disk_(std::move(disk)) {}
@@ -18,7 +18,7 @@ class FailingDisk : public Files {
   std::function<void(const std::string& path)> on_write = [](const std::string&) {};
   std::function<void(const std::string& path)> on_read = [](const std::string&) {};
   std::function<void(const std::string& folder)> on_list = [](const std::string&) {};
-  std::string closed_folder;  ///< where no file can be made
+  std::string closed_folder;  // where no file can be made
 
   bool FileExists(const std::string& path) override { return disk_->FileExists(path); }
   bool FolderExists(const std::string& path) override { return disk_->FolderExists(path); }

@@ -27,7 +27,7 @@ class HhcCommandTest : public testing::Test {
     folder_.Write("i.gif", "GIF");
   }
 
-  /// As the vendor's compiler prints it: a drive is a small letter.
+  // As the vendor's compiler prints it: a drive is a small letter.
   std::string Output() const {
     std::string path = std::filesystem::path(chm::SystemPath(folder_.Path("my project.chm")))
                            .make_preferred()

@@ -6,7 +6,7 @@
 namespace scrivo {
 namespace {
 
-/// The real disk: what is moved, put back and refused here is the system's business.
+// The real disk: what is moved, put back and refused here is the system's business.
 class OutputGuardTest : public WithFakeServices {
  protected:
   OutputGuardTest() { TheServices().files = CreateSystemServices().files; }
@@ -18,7 +18,7 @@ class OutputGuardTest : public WithFakeServices {
     bytes[0x68] = static_cast<char>(told_size);
     return bytes;
   }
-  /// The text of the error with which the file is refused.
+  // The text of the error with which the file is refused.
   std::string Refusal(const std::string& path) {
     try {
       OutputGuard guard(path);

@@ -16,8 +16,8 @@
 
 namespace scrivo {
 
-/// Runs of the command line, inside the test, over real files and real children. The registry and
-/// the shell are doubles: nothing of the user's is read or changed.
+// Runs of the command line, inside the test, over real files and real children. The registry and
+// the shell are doubles: nothing of the user's is read or changed.
 class ScrivoRun : public testing::Test {
  protected:
   ScrivoRun() {
@@ -38,7 +38,7 @@ class ScrivoRun : public testing::Test {
     TheServices().registry = registry;
     TheServices().shell = shell;
   }
-  /// Runs the program; what it printed is in `out` and `err`.
+  // Runs the program; what it printed is in `out` and `err`.
   int Run(const std::vector<std::string>& arguments) {
     std::ostringstream out_stream, err_stream;
     const int status =
@@ -47,7 +47,7 @@ class ScrivoRun : public testing::Test {
     err = err_stream.str();
     return status;
   }
-  /// Compiles the web with the fake compiler, which does what `behaviour` says.
+  // Compiles the web with the fake compiler, which does what `behaviour` says.
   int Compile(const std::string& behaviour, std::vector<std::string> more = {}) {
     web.Write("behaviour.txt", behaviour);
     std::vector<std::string> arguments = {"compile", WebPath(),    "-o",
@@ -57,7 +57,7 @@ class ScrivoRun : public testing::Test {
   }
   std::string WebPath() const { return web.path().string(); }
   std::string Output() const { return output.PathOf("a.chm"); }
-  /// The names of the project files in the web's folder.
+  // The names of the project files in the web's folder.
   std::vector<std::string> ProjectFiles() const {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(web.path())) {
@@ -67,7 +67,7 @@ class ScrivoRun : public testing::Test {
     std::sort(names.begin(), names.end());
     return names;
   }
-  /// `text` with what differs from run to run, folders and numbers of temporary names, replaced.
+  // `text` with what differs from run to run, folders and numbers of temporary names, replaced.
   std::string Plain(std::string text) const {
     ReplaceAll(&text, WebPath(), "WEB");
     ReplaceAll(&text, output.path().string(), "OUT");

@@ -36,8 +36,8 @@ TEST_F(ChildProgram, AProgramThatIsMissingIsInTheErrorLogWithTheSystemsCode) {
       << ErrorLog();
 }
 
-/// A hundred megabytes; where one read of 16 bytes is slow, as it is on a Windows that is emulated,
-/// only when SCRIVO_LONG_TESTS is set.
+// A hundred megabytes; where one read of 16 bytes is slow, as it is on a Windows that is emulated,
+// only when SCRIVO_LONG_TESTS is set.
 std::uint64_t FloodSize() {
   const bool whole =
       SystemPathStyle() == PathStyle::kPosix || std::getenv("SCRIVO_LONG_TESTS") != nullptr;

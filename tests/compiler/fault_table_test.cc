@@ -10,24 +10,24 @@
 namespace scrivo {
 namespace {
 
-/// The exit code, what the listener was told ("end" for the empty text), the handles left open.
-/// Handles are numbered as they are given out: the pipe's read end 1 and write end 2, the process 3
-/// and its thread 4.
+// The exit code, what the listener was told ("end" for the empty text), the handles left open.
+// Handles are numbered as they are given out: the pipe's read end 1 and write end 2, the process 3
+// and its thread 4.
 using Outcome = std::string;
 
 const Outcome kUndisturbed = "3: started abc end, open:";
 
 struct Row {
   const char* call;
-  std::int32_t number;  ///< of the error that is reported
+  std::int32_t number;  // of the error that is reported
   Outcome aborted, ignored;
 };
 
 constexpr std::int32_t kPipeError = CSpawnConsoleApp::kCreatePipeFailed;
 constexpr std::int32_t kStartError = CSpawnConsoleApp::kCreateProcessFailed;
 
-/// In the order in which a run makes them whose program prints once. Trying again always leads to
-/// the undisturbed run.
+// In the order in which a run makes them whose program prints once. Trying again always leads to
+// the undisturbed run.
 const std::vector<Row> kRows = {
     {"OpenPipe", kPipeError, "0:, open:", kUndisturbed},
     {"Start", kStartError, "0:, open: 1 2", kUndisturbed},
@@ -47,7 +47,7 @@ const std::vector<Row> kRows = {
 
 class RunFaultTable : public WithFakeServices {
  protected:
-  /// One run in which call `at` fails and the user gives `answer`.
+  // One run in which call `at` fails and the user gives `answer`.
   Outcome Run(int at, bool throws, MessageAnswer answer) {
     fault = {};
     fault.at = at;

@@ -28,7 +28,7 @@ class FrmHHC : public WithFakeServices {
     keys.Init(kHkeyCurrentUser);
     keys.SetValue(kWorkshopKey, "InstallDir", folder, kRegSz);
   }
-  /// Runs an installed compiler that prints `outputs`.
+  // Runs an installed compiler that prints `outputs`.
   std::int32_t Compile(std::deque<std::string> outputs) {
     Install("C:\\HHW");
     processes->outputs = std::move(outputs);
@@ -220,7 +220,7 @@ TEST_F(FrmHHC, ShowsAnErrorThatReachesItInTheTranscript) {
   EXPECT_FALSE(Shown().is_busy);
 }
 
-/// A run view that fails in one of the things that it does with the output "a".
+// A run view that fails in one of the things that it does with the output "a".
 class Stumbling : public FakeRunView {
  public:
   Stumbling(ShownRun& shown, const std::string& failing) : FakeRunView(shown), failing_(failing) {}
@@ -357,7 +357,7 @@ TEST_F(FrmHHC, LoadsWithItsValuesReset) {
   EXPECT_EQ(frmHHC::Load().ProjectPath(), "");
 }
 
-/// A host with one web, or none, that counts its refreshes.
+// A host with one web, or none, that counts its refreshes.
 class CountingHost : public HostApplication {
  public:
   class Web : public SiteWeb {

@@ -7,26 +7,26 @@
 
 namespace scrivo {
 
-/// How many handles or descriptors this process has open.
+// How many handles or descriptors this process has open.
 long OpenHandles();
 
-/// Its own memory, in bytes.
+// Its own memory, in bytes.
 long long UsedMemory();
 
-/// How much more memory a process may have without a leak, in bytes.
+// How much more memory a process may have without a leak, in bytes.
 long long MemorySlack();
 
-/// How many children to start in a row: ten thousand, or as many as end in bearable time.
+// How many children to start in a row: ten thousand, or as many as end in bearable time.
 int ChildrenToStart();
 
-/// How many of them the system may fail to start for reasons of its own: an emulated Windows loses
-/// one now and then, one in ten thousand or so; any other none.
+// How many of them the system may fail to start for reasons of its own: an emulated Windows loses
+// one now and then, one in ten thousand or so; any other none.
 int ChildrenThatMayNotStart();
 
-/// How many handles of the system an open key of the registry takes.
+// How many handles of the system an open key of the registry takes.
 extern const long kHandlesOfAKey;
 
-/// The system's registry, or what stands for it, kept in `folder`.
+// The system's registry, or what stands for it, kept in `folder`.
 std::shared_ptr<RegistryStore> RegistryIn(const std::string& folder);
 
 }  // namespace scrivo

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kCalls = 10'000;
 constexpr int kSomeCalls = 1'000;
-constexpr long kSlack = 30;  ///< handles that the system's own libraries open when first used
+constexpr long kSlack = 30;  // handles that the system's own libraries open when first used
 constexpr const char* kKey = "Software\\Scrivo leak test";
 
 class Leaks : public WithRealServices {
@@ -29,8 +29,8 @@ class Leaks : public WithRealServices {
   }
   ~Leaks() override { registry.DeleteKey(kKey); }
 
-  /// Calls `work` so many times and holds that each call left `handles` handles open and none left
-  /// memory.
+  // Calls `work` so many times and holds that each call left `handles` handles open and none left
+  // memory.
   template <typename Work>
   static void ExpectLeft(long handles, int calls, Work work) {
     work();  // what is made once

@@ -17,7 +17,7 @@ class SpawnConsoleApp : public WithFakeServices {
   std::vector<std::string> events;
 };
 
-/// Answers every error report with one button and keeps the reports.
+// Answers every error report with one button and keeps the reports.
 class AnsweringDialog : public ErrorDialog {
  public:
   explicit AnsweringDialog(std::string answer) : answer_(std::move(answer)) {}
@@ -144,7 +144,7 @@ TEST_F(SpawnConsoleApp, StartsTheProgramAgainOnRetry) {
   EXPECT_EQ(events, (std::vector<std::string>{"started", ""}));
 }
 
-/// Fails as a system does that has neither pipes nor processes, and keeps what was thrown.
+// Fails as a system does that has neither pipes nor processes, and keeps what was thrown.
 TEST_F(SpawnConsoleApp, NamesTheSourcesOfItsErrorsAsUsersKnowThem) {
   std::vector<std::string> sources;
   class SourceReader : public ErrorDialog {

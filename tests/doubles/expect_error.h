@@ -9,7 +9,7 @@
 
 namespace scrivo {
 
-/// Holds that `work` raises an Error with this number, source and description.
+// Holds that `work` raises an Error with this number, source and description.
 inline void ExpectError(const std::function<void()>& work, std::int32_t number,
                         const std::string& source, const std::string& description) {
   try {

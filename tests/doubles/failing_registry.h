@@ -8,14 +8,14 @@
 
 namespace scrivo {
 
-/// Another registry with one call that fails: the one called `call` ("OpenKey", "QueryValue", …),
-/// the `skip`-th time after the first.
+// Another registry with one call that fails: the one called `call` ("OpenKey", "QueryValue", …),
+// the `skip`-th time after the first.
 class FailingRegistry : public RegistryStore {
  public:
   std::string call;
   int skip = 0;
   RegistryStatus status = kRegistryAccessDenied;
-  bool throws = false;  ///< it throws an exception instead
+  bool throws = false;  // it throws an exception instead
 
   explicit FailingRegistry(std::shared_ptr<RegistryStore> store) : store_(std::move(store)) {}
 

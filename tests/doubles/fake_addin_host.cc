@@ -5,7 +5,7 @@
 namespace scrivo {
 namespace {
 
-/// Counted by the host for as long as it lives.
+// Counted by the host for as long as it lives.
 class Reference {
  public:
   explicit Reference(FakeAddinHost& host) : host_(host) { ++host_.live_references; }
@@ -137,7 +137,7 @@ class OpenedFakeWeb : public OpenedWeb {
   Reference reference_;
 };
 
-/// A control to pass to handlers; they must leave it alone.
+// A control to pass to handlers; they must leave it alone.
 class Untouchable : public CommandBarControl {
  public:
   bool Visible() override { throw Touched(); }

@@ -10,7 +10,7 @@
 
 namespace scrivo {
 
-/// A user who answers from a list, in order, and remembers what was shown.
+// A user who answers from a list, in order, and remembers what was shown.
 class FakeDesktop : public Desktop {
  public:
   struct Shown {
@@ -26,15 +26,15 @@ class FakeDesktop : public Desktop {
   };
 
   std::vector<Shown> messages;
-  std::function<void()> on_message;   ///< runs while a message is shown
-  std::deque<MessageAnswer> answers;  ///< kOk once they are used up
+  std::function<void()> on_message;   // runs while a message is shown
+  std::deque<MessageAnswer> answers;  // kOk once they are used up
   int beeps = 0;
   int message_passes = 0;
-  std::map<std::string, WindowHandle> windows;  ///< "class|caption" → handle
+  std::map<std::string, WindowHandle> windows;  // "class|caption" → handle
   std::vector<std::pair<WindowHandle, std::uint32_t>> sent;
   std::vector<HelpCall> help_calls;
-  std::vector<FileDialogRecord> opened, saved;  ///< what the dialogs were given
-  FileDialogRecord file_answer;  ///< what the user leaves in the record on a confirmation
+  std::vector<FileDialogRecord> opened, saved;  // what the dialogs were given
+  FileDialogRecord file_answer;  // what the user leaves in the record on a confirmation
   std::int32_t file_result = 0;
   std::uint32_t extended_error = 0;
   std::vector<BrowseRecord> browsed;

@@ -9,11 +9,11 @@
 
 namespace scrivo {
 
-/// A user who answers error reports from a list, in order; "THROW" makes the dialog itself fail.
+// A user who answers error reports from a list, in order; "THROW" makes the dialog itself fail.
 class FakeErrorDialog : public ErrorDialog {
  public:
-  std::deque<std::string> answers;  ///< "ABORT", "RETRY" or "IGNORE"; "ABORT" once they are used up
-  std::vector<std::string> reports;  ///< what was shown
+  std::deque<std::string> answers;   // "ABORT", "RETRY" or "IGNORE"; "ABORT" once they are used up
+  std::vector<std::string> reports;  // what was shown
 
   std::string Ask(const std::string& report, const std::string&) override {
     reports.push_back(report);

@@ -10,15 +10,15 @@
 
 namespace scrivo {
 
-/// What the error dialog's window shows. It outlives the window.
+// What the error dialog's window shows. It outlives the window.
 struct ShownError {
   ErrorViewEvents* events = nullptr;
   ButtonStrip* strip = nullptr;
   std::string title, message;
-  std::vector<std::string> buttons;  ///< keys, as they were shown last
+  std::vector<std::string> buttons;  // keys, as they were shown last
   bool is_hidden = false;
   bool hide_fails = false;
-  std::function<void()> on_show;  ///< what the user does while the dialog is shown
+  std::function<void()> on_show;  // what the user does while the dialog is shown
 };
 
 class FakeErrorView : public ErrorView {
@@ -48,7 +48,7 @@ class FakeErrorView : public ErrorView {
   ShownError& shown_;
 };
 
-/// Makes all forms' views.
+// Makes all forms' views.
 class FakeFormViews : public FakeMainViews {
  public:
   ShownMain decompile;
@@ -64,7 +64,7 @@ class FakeFormViews : public FakeMainViews {
   }
 };
 
-/// How often a window was told this, such as "show".
+// How often a window was told this, such as "show".
 inline auto CountOf(const ShownMain& shown, const std::string& what) {
   return std::count(shown.log.begin(), shown.log.end(), what);
 }

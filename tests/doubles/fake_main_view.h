@@ -11,17 +11,17 @@
 
 namespace scrivo {
 
-/// What the compile dialog's window shows, and the order in which it was told so. It outlives the
-/// window.
+// What the compile dialog's window shows, and the order in which it was told so. It outlives the
+// window.
 struct ShownMain {
-  MainViewEvents* events = nullptr;  ///< null once the window is gone
+  MainViewEvents* events = nullptr;  // null once the window is gone
   ItemPanel* panel = nullptr;
   ButtonStrip* strip = nullptr;
   float left = 100, top = 200, width = 5000, height = 6000.5F;
   WindowHandle window = 77;
-  std::function<void()> on_show;  ///< what the user does while the dialog is shown
-  bool fails = false;             ///< every place and size fails
-  std::vector<std::string> log;   ///< "show", "hide", "close", "left 5", "item OUTPUT", …
+  std::function<void()> on_show;  // what the user does while the dialog is shown
+  bool fails = false;             // every place and size fails
+  std::vector<std::string> log;   // "show", "hide", "close", "left 5", "item OUTPUT", …
 };
 
 class FakeMainView : public MainView {
@@ -69,7 +69,7 @@ class FakeMainView : public MainView {
   ShownMain& shown_;
 };
 
-/// Makes run windows that show themselves in `run` and a compile dialog that does in `main`.
+// Makes run windows that show themselves in `run` and a compile dialog that does in `main`.
 class FakeMainViews : public FakeViews {
  public:
   ShownMain main;

@@ -9,19 +9,19 @@
 
 namespace scrivo {
 
-/// Child processes that write a scripted text and end. Every call is recorded, and every handle
-/// that was given out and not closed again is known.
+// Child processes that write a scripted text and end. Every call is recorded, and every handle
+// that was given out and not closed again is known.
 class FakeProcesses : public Processes {
  public:
   bool opens_pipes = true;
   bool starts = true;
-  std::uint32_t error = 0;          ///< what LastError tells
-  std::deque<std::string> outputs;  ///< one per successful read; a longer one takes several
+  std::uint32_t error = 0;          // what LastError tells
+  std::deque<std::string> outputs;  // one per successful read; a longer one takes several
   std::uint32_t exit_code = 0;
-  std::function<void()> on_start;  ///< what a child does besides writing, such as leaving a file
+  std::function<void()> on_start;  // what a child does besides writing, such as leaving a file
 
   std::vector<StartRequest> requests;
-  std::vector<std::string> log;  ///< "pipe", "start", "read", "exit code", "wait 7", "close 7", …
+  std::vector<std::string> log;  // "pipe", "start", "read", "exit code", "wait 7", "close 7", …
   std::vector<SystemHandle> open_handles;
 
   bool OpenPipe(SystemHandle* read_end, SystemHandle* write_end) override {

@@ -8,7 +8,7 @@
 
 namespace scrivo {
 
-/// What a run window shows, and the order in which it was told so.
+// What a run window shows, and the order in which it was told so.
 struct ShownRun {
   std::string caption;
   int flood = -1;
@@ -18,7 +18,7 @@ struct ShownRun {
   bool exists = false;
   std::string transcript;
   int repaints = 0;
-  std::vector<std::string> log;  ///< "show", "busy 1", "close 0", "progress 5 %|5", "repaint", …
+  std::vector<std::string> log;  // "show", "busy 1", "close 0", "progress 5 %|5", "repaint", …
 };
 
 class FakeRunView : public RunView {
@@ -63,7 +63,7 @@ class FakeRunView : public RunView {
   ShownRun& shown_;
 };
 
-/// Makes run views that show themselves in `run`.
+// Makes run views that show themselves in `run`.
 class FakeViews : public ViewFactory {
  public:
   ShownRun run;

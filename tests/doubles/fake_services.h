@@ -14,8 +14,8 @@
 
 namespace scrivo {
 
-/// A test in a world of doubles: fresh services for each test, and the process-wide error handler
-/// as it was created, except that errors only go to its log.
+// A test in a world of doubles: fresh services for each test, and the process-wide error handler
+// as it was created, except that errors only go to its log.
 class WithFakeServices : public testing::Test {
  protected:
   WithFakeServices() {
@@ -35,7 +35,7 @@ class WithFakeServices : public testing::Test {
   }
   ~WithFakeServices() override { TheServices() = {}; }
 
-  /// The error log written so far; empty when nothing went wrong.
+  // The error log written so far; empty when nothing went wrong.
   std::string ErrorLog() { return files->files["/log/errors.txt"]; }
 
   std::shared_ptr<MemoryFiles> files = std::make_shared<MemoryFiles>();

@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-/// A shell that remembers what it was asked and answers with one result.
+// A shell that remembers what it was asked and answers with one result.
 class FakeShell : public ShellServices {
  public:
   static constexpr WindowHandle kDesktopWindow = 0x10010;
@@ -18,7 +18,7 @@ class FakeShell : public ShellServices {
   std::vector<ExtendedShellRequest> extended_requests;
   std::int32_t location_result = 0;
   std::vector<std::int32_t> asked_folders;
-  std::vector<WindowHandle> folder_owners;  ///< for whom each was asked
+  std::vector<WindowHandle> folder_owners;  // for whom each was asked
   std::vector<std::uintptr_t> freed;
 
   WindowHandle DesktopWindow() override { return kDesktopWindow; }

@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-/// A system whose clock stands still and whose answers a test chooses.
+// A system whose clock stands still and whose answers a test chooses.
 class FakeSystem : public SystemServices {
  public:
   std::string date = "21.11.2026";
@@ -16,7 +16,7 @@ class FakeSystem : public SystemServices {
   bool answers_basic_record = true;
   std::uint32_t platform_id = 2;
   std::vector<std::uint32_t> asked_record_sizes;
-  std::vector<std::string> events;  ///< source and text, joined by ": "
+  std::vector<std::string> events;  // source and text, joined by ": "
   std::vector<std::string> mutexes;
   std::string module_name = "Scrivo";
   std::string module_folder = "/addin";

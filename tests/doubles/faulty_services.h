@@ -7,17 +7,17 @@
 
 namespace scrivo {
 
-/// Counts the calls of the system that can fail, and makes one of them fail: by its result where
-/// that can tell a failure, by an Error otherwise.
+// Counts the calls of the system that can fail, and makes one of them fail: by its result where
+// that can tell a failure, by an Error otherwise.
 struct Fault {
-  int at = -1;          ///< which call fails, from 0; none when negative
-  int calls = 0;        ///< how many were made
-  bool throws = false;  ///< it fails by an Error in any case
-  std::string name;     ///< the call that was made to fail
+  int at = -1;          // which call fails, from 0; none when negative
+  int calls = 0;        // how many were made
+  bool throws = false;  // it fails by an Error in any case
+  std::string name;     // the call that was made to fail
 
   bool is_paused = false;
 
-  /// The calls that a double makes of itself count for nothing.
+  // The calls that a double makes of itself count for nothing.
   struct Pause {
     explicit Pause(Fault* fault) : fault(*fault) { fault->is_paused = true; }
     ~Pause() { fault.is_paused = false; }
@@ -26,7 +26,7 @@ struct Fault {
     Fault& fault;
   };
 
-  /// True when this call is to fail by its result.
+  // True when this call is to fail by its result.
   bool Hits(const char* call) {
     if (is_paused || calls++ != at) return false;
     name = call;

@@ -10,16 +10,16 @@
 
 namespace scrivo {
 
-/// A disk in memory with a record of what was done to it. Paths are plain keys; "/" and "\" both
-/// separate.
+// A disk in memory with a record of what was done to it. Paths are plain keys; "/" and "\" both
+// separate.
 class MemoryFiles : public Files {
  public:
   std::map<std::string, std::string> files;
   std::set<std::string> folders;
   std::set<std::string> read_only;
-  std::set<std::string> locked;           ///< cannot be removed by anybody
-  std::vector<std::string> log;           ///< "write a", "remove b", "remove! c" (forced), …
-  std::map<std::string, Error> failures;  ///< "write a" → the error that this operation gives
+  std::set<std::string> locked;           // cannot be removed by anybody
+  std::vector<std::string> log;           // "write a", "remove b", "remove! c" (forced), …
+  std::map<std::string, Error> failures;  // "write a" → the error that this operation gives
 
   bool FileExists(const std::string& path) override { return files.count(path) != 0; }
   bool FolderExists(const std::string& path) override { return folders.count(path) != 0; }
@@ -35,7 +35,7 @@ class MemoryFiles : public Files {
   std::string ShortForm(const std::string& path) override;
 
  private:
-  /// Records the operation and throws the failure planned for it.
+  // Records the operation and throws the failure planned for it.
   void Do(const std::string& operation);
   const std::string& Content(const std::string& path);
 

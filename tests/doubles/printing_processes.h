@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-/// A compiler that prints one line again and again, up to a number of bytes.
+// A compiler that prints one line again and again, up to a number of bytes.
 class PrintingProcesses : public Processes {
  public:
   explicit PrintingProcesses(std::uint64_t bytes) : left_(bytes) {}

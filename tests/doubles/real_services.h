@@ -11,8 +11,8 @@
 
 namespace scrivo {
 
-/// A test against the operating system itself, in a folder of its own that goes with it. Errors of
-/// the frame go to a log in that folder.
+// A test against the operating system itself, in a folder of its own that goes with it. Errors of
+// the frame go to a log in that folder.
 class WithRealServices : public testing::Test {
  protected:
   WithRealServices() {
@@ -27,7 +27,7 @@ class WithRealServices : public testing::Test {
   ~WithRealServices() override { TheServices() = {}; }
 
   std::string InFolder(const std::string& name) const { return temp_folder_ / name; }
-  /// The error log written so far; empty when nothing went wrong.
+  // The error log written so far; empty when nothing went wrong.
   std::string ErrorLog() const {
     Files& files = *TheServices().files;
     const std::string log = InFolder("errors.txt");

@@ -6,8 +6,8 @@
 
 namespace scrivo {
 
-/// A folder of a test's own on the real disk, with a blank in its name, that goes with everything
-/// in it when the test ends.
+// A folder of a test's own on the real disk, with a blank in its name, that goes with everything
+// in it when the test ends.
 class TempFolder {
  public:
   TempFolder() {
@@ -24,7 +24,7 @@ class TempFolder {
   }
 
   std::string path() const { return path_.string(); }
-  /// The path of a name in the folder.
+  // The path of a name in the folder.
   std::string operator/(const std::string& name) const { return (path_ / name).string(); }
 
  private:

@@ -10,7 +10,7 @@
 
 namespace scrivo {
 
-/// A real folder of its own for one test, removed with all that is in it.
+// A real folder of its own for one test, removed with all that is in it.
 class TestFolder {
  public:
   TestFolder() {
@@ -31,7 +31,7 @@ class TestFolder {
 
   const std::filesystem::path& path() const { return path_; }
   std::string PathOf(const std::string& name) const { return (path_ / name).string(); }
-  /// Writes a file, making the folders it lies in.
+  // Writes a file, making the folders it lies in.
   void Write(const std::string& name, const std::string& bytes) const {
     std::filesystem::create_directories((path_ / name).parent_path());
     std::ofstream(path_ / name, std::ios::binary) << bytes;
@@ -48,7 +48,7 @@ class TestFolder {
   std::filesystem::path path_, reserved_;
 };
 
-/// The path of a program that was built with the tests and lies beside them.
+// The path of a program that was built with the tests and lies beside them.
 inline std::string TestProgram(const std::string& name) {
   const bool is_windows = SystemPathStyle() == PathStyle::kWindows;
   return JoinPath(CreateSystemServices().system->ModuleFolder(), name + (is_windows ? ".exe" : ""),

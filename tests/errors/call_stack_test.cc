@@ -8,7 +8,7 @@ class CallStack : public WithFakeServices {
  protected:
   CallStack() { handler.Init(ehaLogFile, "/e", true, false, trfLogFile, "/t"); }
 
-  /// The call stack section of a report made now.
+  // The call stack section of a report made now.
   std::string Text() {
     files->files.erase("/e");
     handler.HandleError("x");

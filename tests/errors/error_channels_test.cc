@@ -4,14 +4,14 @@
 namespace scrivo {
 namespace {
 
-/// A dialog that answers with a key and remembers what it was shown.
+// A dialog that answers with a key and remembers what it was shown.
 class FakeErrorDialog : public ErrorDialog {
  public:
   std::string answer;
   bool fails = false;
   std::vector<std::string> reports;
   std::vector<std::string> mails;
-  std::size_t messages_before = 0;  ///< message boxes shown when it came
+  std::size_t messages_before = 0;  // message boxes shown when it came
   const FakeDesktop* desktop = nullptr;
 
   std::string Ask(const std::string& report, const std::string& support_mail) override {
@@ -147,7 +147,7 @@ class FailingDesktop : public FakeDesktop {
   }
 };
 
-/// Holds that handling an error through all channels ends with the component failure.
+// Holds that handling an error through all channels ends with the component failure.
 #define EXPECT_COMPONENT_FAILURE()                                                      \
   ExpectError([&] { Handle(15); }, kComponentErrorBase + 17404, "Scrivo.CErrorHandler", \
               "CErrorHandler component failure")

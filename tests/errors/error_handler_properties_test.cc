@@ -164,7 +164,7 @@ TEST_F(ErrorHandlerInit, KeepsAllElseWhenTheTraceLogHasNoName) {
 
 class WindowsVersion : public WithFakeServices {
  protected:
-  /// Whether a new handler writes to the event log, which only the NT family has.
+  // Whether a new handler writes to the event log, which only the NT family has.
   bool TakesTheSystemForNt() {
     CErrorHandler handler;
     handler.ErrorHandlerActions(ehaEventLog);

@@ -9,7 +9,7 @@
 namespace scrivo {
 namespace {
 
-/// The channels that were reached, then "error " and a number when the member failed.
+// The channels that were reached, then "error " and a number when the member failed.
 using Outcome = std::string;
 
 class HandlerFaultTable : public WithFakeServices {
@@ -18,11 +18,11 @@ class HandlerFaultTable : public WithFakeServices {
     const char* member;
     std::function<void()> call;
     Outcome undisturbed;
-    /// The calls in their order, with the outcome when each of them throws.
+    // The calls in their order, with the outcome when each of them throws.
     std::vector<std::pair<const char*, Outcome>> faults;
   };
 
-  /// An error dialog whose showing is a call that can fail.
+  // An error dialog whose showing is a call that can fail.
   class FaultyDialog : public ErrorDialog {
    public:
     FaultyDialog(Fault* fault, Outcome* reached) : fault_(*fault), reached_(*reached) {}
@@ -37,7 +37,7 @@ class HandlerFaultTable : public WithFakeServices {
     Outcome& reached_;
   };
 
-  /// A handler that uses every channel and traces.
+  // A handler that uses every channel and traces.
   static void Prepare(CErrorHandler* handler) {
     handler->Init(15, "/errors", true, true, trfLogFile, "/trace");
   }

@@ -8,7 +8,7 @@
 namespace scrivo {
 namespace {
 
-/// A user who answers the error dialog from a list: ABORT once it is used up.
+// A user who answers the error dialog from a list: ABORT once it is used up.
 class Answers : public ErrorDialog {
  public:
   std::deque<std::string> keys;
@@ -32,7 +32,7 @@ class Frame : public WithFakeServices {
 
   static void Fail() { throw Error(5, "", "bad"); }
 
-  /// The trace without its times: "+A" for an entry, "-A" for an exit, joined by blanks.
+  // The trace without its times: "+A" for an entry, "-A" for an exit, joined by blanks.
   std::string Traced() {
     std::string text;
     const std::string log = files->files["/t"];
@@ -46,7 +46,7 @@ class Frame : public WithFakeServices {
     return text;
   }
 
-  /// How many entries the call stack holds; empties it.
+  // How many entries the call stack holds; empties it.
   int Depth() {
     ErrorHandler().TracingEnabled(true);
     ErrorHandler().CallStackEnabled(true);

@@ -14,7 +14,7 @@ class ProcedureLevelTest : public WithFakeServices {
     ErrorHandler().Dialog(dialog);
   }
 
-  /// A statement that fails until it has been run `times` times more.
+  // A statement that fails until it has been run `times` times more.
   static auto FailingTimes(int* times) {
     return [times] {
       if ((*times)-- > 0) throw Error(5, "", "bad");

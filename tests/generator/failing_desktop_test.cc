@@ -5,7 +5,7 @@
 namespace scrivo {
 namespace {
 
-/// A desktop whose next calls of one kind fail.
+// A desktop whose next calls of one kind fail.
 class FailingDesktop : public FakeDesktop {
  public:
   int messages_to_fail = 0;

@@ -13,7 +13,7 @@ class FindCompilerTest : public GeneratorTest {
   std::string InstallFolder() {
     return std::get<std::string>(keys_.GetValue(kWorkshopKey, "InstallDir", std::string("(none)")));
   }
-  /// The user chooses this file in the next file dialog.
+  // The user chooses this file in the next file dialog.
   void UserChooses(const std::string& path) {
     desktop->file_result = 1;
     desktop->file_answer.file_buffer = path + std::string(2, '\0');

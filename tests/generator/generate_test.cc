@@ -6,7 +6,7 @@ namespace {
 
 constexpr char kOutput[] = "C:\\Webs\\site\\site.CHM";
 
-/// A web of one page with a keyword, and a compiler that makes the output file.
+// A web of one page with a keyword, and a compiler that makes the output file.
 class GenerateTest : public GeneratorTest {
  protected:
   GenerateTest() {
@@ -24,7 +24,7 @@ class GenerateTest : public GeneratorTest {
     }
     return false;
   }
-  /// The run ended as every run does: with a refreshed host and without the dialog.
+  // The run ended as every run does: with a refreshed host and without the dialog.
   void ExpectEnded() {
     EXPECT_GE(site.CountOf("Refresh"), 1);
     EXPECT_FALSE(frmMain::IsLoaded());

@@ -14,11 +14,11 @@
 
 namespace scrivo {
 
-/// The registry key that tells where the help compiler is.
+// The registry key that tells where the help compiler is.
 inline constexpr char kWorkshopKey[] = "Software\\Microsoft\\HTML Help Workshop";
 
-/// A test of the generator over a web in memory, with Windows' path rules. Errors are answered by
-/// `dialog`, which aborts when it has no other answer.
+// A test of the generator over a web in memory, with Windows' path rules. Errors are answered by
+// `dialog`, which aborts when it has no other answer.
 class GeneratorTest : public WithFakeServices {
  protected:
   GeneratorTest() {
@@ -36,7 +36,7 @@ class GeneratorTest : public WithFakeServices {
     ErrorHandler().Dialog(nullptr);
   }
 
-  /// The loaded dialog, filled from the web; what its window was told meanwhile is forgotten.
+  // The loaded dialog, filled from the web; what its window was told meanwhile is forgotten.
   std::shared_ptr<frmMain> Form() {
     if (!frmMain::IsLoaded()) {
       EXPECT_TRUE(frmMain::Load()->BuildUI());
@@ -44,12 +44,12 @@ class GeneratorTest : public WithFakeServices {
     }
     return frmMain::Load();
   }
-  /// The file written to this path; a missing one fails the test.
+  // The file written to this path; a missing one fails the test.
   std::string Written(const std::string& path) {
     EXPECT_TRUE(files->files.count(path)) << path << " was not written";
     return files->files[path];
   }
-  /// How many error reports the user has seen, and whether the last one is from this procedure.
+  // How many error reports the user has seen, and whether the last one is from this procedure.
   int Reports() const { return static_cast<int>(dialog->reports.size()); }
   bool LastReportIsFrom(const std::string& procedure) const {
     return !dialog->reports.empty() &&
@@ -57,7 +57,7 @@ class GeneratorTest : public WithFakeServices {
                std::string::npos;
   }
 
-  /// Registers a help compiler in this folder and puts it there.
+  // Registers a help compiler in this folder and puts it there.
   void InstallCompiler(const std::string& folder = "C:\\HHW") {
     CRegistry keys;
     keys.Init(static_cast<std::uint32_t>(kHkeyCurrentUser));

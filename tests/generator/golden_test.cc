@@ -31,7 +31,7 @@ std::vector<std::string> Fields(const std::string& line) {
 
 class GoldenTest : public GeneratorTest, public testing::WithParamInterface<const char*> {
  protected:
-  /// Makes the described web the open one, and its parameters those of the dialog.
+  // Makes the described web the open one, and its parameters those of the dialog.
   std::shared_ptr<frmMain> FormFor(const std::string& description) {
     std::map<std::string, std::string> values;
     std::map<std::string, std::shared_ptr<SiteFile>> pages;

@@ -5,12 +5,12 @@ namespace {
 
 class ProjectFileTest : public GeneratorTest {
  protected:
-  /// The project file's text; a False result fails the test.
+  // The project file's text; a False result fails the test.
   std::string Project() {
     EXPECT_TRUE(Form()->BuildProjectFile());
     return Written(Form()->ProjectPath());
   }
-  /// The lines below "[FILES]" and its empty line, except for the derived-image page.
+  // The lines below "[FILES]" and its empty line, except for the derived-image page.
   std::string ListedPages() {
     const std::string text = Project();
     const std::string heading = "[FILES]\r\n";
@@ -114,8 +114,8 @@ TEST_F(ProjectFileTest, AnEmptyStartPageGivesAnEmptyDefaultTopic) {
 
 TEST_F(ProjectFileTest, TheStartPageIsTheItemsDataNotItsText) {
   site.AddPage("a.htm");
-  Form()->suiParams()["DEFAULTPAGE"].text = "file:///C:/Webs/site/wrong.htm";
-  Form()->suiParams()["DEFAULTPAGE"].data = "file:///C:/Webs/site/a.htm";
+  Form()->suiParams()["DEFAULTPAGE"].text = "file://C:/Webs/site/wrong.htm";
+  Form()->suiParams()["DEFAULTPAGE"].data = "file://C:/Webs/site/a.htm";
   EXPECT_NE(Project().find("\r\nDefault topic=a.htm\r\n"), std::string::npos);
 }
 

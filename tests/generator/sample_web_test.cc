@@ -38,7 +38,7 @@ class SampleWebTest : public WithFakeServices {
   }
 
  private:
-  /// The sample's files, in memory: nothing is written into the real folder.
+  // The sample's files, in memory: nothing is written into the real folder.
   void CopySample() {
     const std::filesystem::path sample = SAMPLE_WEB;
     files->folders.insert(kFolder);

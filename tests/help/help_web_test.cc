@@ -30,7 +30,7 @@ class HelpWebTest : public testing::Test {
 
   void SetUp() override { ASSERT_NE(reader, nullptr); }
 
-  /// The items of the contents or index file, which has a name of its own at every compile.
+  // The items of the contents or index file, which has a name of its own at every compile.
   std::vector<chm::SitemapItem> Items(const std::string& extension) {
     for (const chm::Entry& entry : reader->entries()) {
       if (!std::string(entry.name).ends_with(extension)) continue;
@@ -41,7 +41,7 @@ class HelpWebTest : public testing::Test {
     }
     return {};
   }
-  /// The names of the web's own files of a kind.
+  // The names of the web's own files of a kind.
   static std::vector<std::string> Sources(const std::string& extension) {
     std::vector<std::string> names;
     for (const fs::directory_entry& entry : fs::directory_iterator(HELP_WEB)) {

@@ -14,7 +14,7 @@ class BarModelTest : public ::testing::Test {
     control->caption = caption;
     return control;
   }
-  /// A menu as text: "-" for a separator, a popup's lines in brackets.
+  // A menu as text: "-" for a separator, a popup's lines in brackets.
   static std::string Drawn(const std::vector<MenuLine>& lines) {
     std::string text;
     for (const MenuLine& line : lines) {

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// A desktop whose file dialogs and folder browser fail before they show anything.
+// A desktop whose file dialogs and folder browser fail before they show anything.
 class BrokenDesktop : public FakeDesktop {
  public:
   std::int32_t OpenFileDialog(FileDialogRecord*) override { throw Fault(); }
@@ -23,7 +23,7 @@ class BrokenDesktop : public FakeDesktop {
 
 class CommonDialogTest : public WithFakeServices {
  protected:
-  /// The user confirms with this in the buffers.
+  // The user confirms with this in the buffers.
   void Confirm(const std::string& file, const std::string& title) {
     desktop->file_result = 1;
     desktop->file_answer.file_buffer = file;

@@ -19,20 +19,20 @@ namespace {
 const std::string kProgram = "C:\\a\\tool.exe";
 const std::string kPage = "C:\\a\\page.htm";
 
-/// What a routine gave: "= " and its result, or "error " and a number.
+// What a routine gave: "= " and its result, or "error " and a number.
 using Outcome = std::string;
 
 struct FailingCall {
   const char* name;
-  Outcome failed;  ///< when it fails by its result, if it has one that tells a failure
-  Outcome thrown;  ///< when it fails by an Error
+  Outcome failed;  // when it fails by its result, if it has one that tells a failure
+  Outcome thrown;  // when it fails by an Error
 };
 
 struct Row {
   const char* routine;
   std::function<std::string()> call;
   Outcome undisturbed;
-  /// The calls that can fail, in the order in which the routine makes them.
+  // The calls that can fail, in the order in which the routine makes them.
   std::vector<FailingCall> faults;
 };
 
@@ -160,7 +160,7 @@ std::vector<Row> RoutineRows() {
 
 class FaultTable : public WithFakeServices {
  protected:
-  /// Runs one routine in a fresh world in which call `at` fails.
+  // Runs one routine in a fresh world in which call `at` fails.
   Outcome Run(const std::function<std::string()>& call, int at, bool throws) {
     fault = {};
     fault.at = at;
@@ -209,7 +209,7 @@ class FaultTable : public WithFakeServices {
     }
   }
 
-  /// The outcome when the user gives this answer to the report of the call that throws.
+  // The outcome when the user gives this answer to the report of the call that throws.
   Outcome Answered(MessageAnswer answer, const std::function<std::string()>& call, int at) {
     ErrorHandler().ErrorHandlerActions(ehaMessageBox);
     return Run(

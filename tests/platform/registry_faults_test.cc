@@ -91,7 +91,7 @@ TEST_F(RegistryFaults, AFailedReadBehindTheQuestionGivesTheDefault) {
   EXPECT_EQ(Get("text"), RegistryValue("default"));
 }
 
-/// A registry that answers a question without a buffer as if there were one that is too small.
+// A registry that answers a question without a buffer as if there were one that is too small.
 class AnswersMoreData : public FailingRegistry {
  public:
   using FailingRegistry::FailingRegistry;
@@ -116,8 +116,8 @@ TEST_F(RegistryFaults, AnExpansionThatFailsGivesTheDefault) {
   EXPECT_EQ(Get("expandable"), RegistryValue("default"));
 }
 
-/// A registry whose question for the expanded size is answered with another figure than the
-/// expansion needs.
+// A registry whose question for the expanded size is answered with another figure than the
+// expansion needs.
 class AsksForAnotherSize : public FailingRegistry {
  public:
   AsksForAnotherSize(std::shared_ptr<RegistryStore> store, int difference)
@@ -144,7 +144,7 @@ TEST_F(RegistryFaults, AnExpansionThatHasGrownSinceItsSizeWasAskedGivesTheDefaul
   EXPECT_EQ(Get("expandable"), RegistryValue("default"));
 }
 
-/// A registry that remembers with which rights its keys were opened and made.
+// A registry that remembers with which rights its keys were opened and made.
 class RemembersRights : public FailingRegistry {
  public:
   using FailingRegistry::FailingRegistry;

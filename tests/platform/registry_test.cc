@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// The class over each kind of registry, below a key of its own that is emptied before and after.
+// The class over each kind of registry, below a key of its own that is emptied before and after.
 class Registry : public WithFakeServices, public testing::WithParamInterface<RegistryStoreKind> {
  protected:
   Registry() {
@@ -28,7 +28,7 @@ class Registry : public WithFakeServices, public testing::WithParamInterface<Reg
     registry.DeleteKey(name);
   }
 
-  /// Stores bytes as they are, past the class.
+  // Stores bytes as they are, past the class.
   void Store(const std::string& name, std::uint32_t type, const std::string& bytes) {
     RegistryHandle handle = 0;
     ASSERT_EQ(store->CreateKey(kHkeyCurrentUser, key, kRightAllAccess, &handle), kRegistrySuccess);
@@ -39,7 +39,7 @@ class Registry : public WithFakeServices, public testing::WithParamInterface<Reg
     store->CloseKey(handle);
   }
 
-  /// The bytes of a value as they are stored.
+  // The bytes of a value as they are stored.
   std::string Stored(const std::string& name) {
     RegistryHandle handle = 0;
     if (store->OpenKey(kHkeyCurrentUser, key, kRightQueryValue, &handle) != kRegistrySuccess) {

@@ -11,7 +11,7 @@
 namespace scrivo {
 namespace {
 
-/// The settings over each kind of registry, under an application of the test's own.
+// The settings over each kind of registry, under an application of the test's own.
 class Settings : public WithFakeServices, public testing::WithParamInterface<RegistryStoreKind> {
  protected:
   Settings() {
@@ -28,7 +28,7 @@ class Settings : public WithFakeServices, public testing::WithParamInterface<Reg
     registry_.DeleteKey(kPath);
   }
 
-  /// The names of the registry keys below the application's.
+  // The names of the registry keys below the application's.
   std::vector<std::string> Sections() {
     std::vector<std::string> sections;
     registry_.GetAllSubKeys(kPath, &sections);
@@ -82,7 +82,7 @@ TEST_P(Settings, LiveWhereOtherProgramsOfTheTimeKeepTheirs) {
 }
 
 TEST_P(Settings, TakeAWebsAddressAsASection) {
-  const std::string web = "file:///C:/Webs/my site";
+  const std::string web = "file://C:/Webs/my site";
   SaveSetting(kApp, web, "TITLE", "A");
   EXPECT_EQ(GetSetting(kApp, web, "TITLE"), "A");
   EXPECT_EQ(Sections(), std::vector<std::string>{web});

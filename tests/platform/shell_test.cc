@@ -17,7 +17,7 @@ struct Expected {
   const char* text;
 };
 
-/// Every code of the shell that is an error, as the members for files and folders report it.
+// Every code of the shell that is an error, as the members for files and folders report it.
 const std::map<std::int32_t, Expected>& AllFailures() {
   static const std::map<std::int32_t, Expected> failures = {
       {2, {-2147221504 + 18041, "File not found"}},
@@ -51,8 +51,8 @@ class ShellTest : public WithFakeServices {
     files->folders.insert("C:\\a");
   }
 
-  /// Runs `call` with every answer that the shell can give; those in `failures` are raised, all
-  /// others are not.
+  // Runs `call` with every answer that the shell can give; those in `failures` are raised, all
+  // others are not.
   void ExpectCodes(const std::map<std::int32_t, Expected>& failures,
                    const std::function<void(CShell&)>& call) {
     for (std::int32_t code = -1; code <= 64; ++code) {
@@ -82,7 +82,7 @@ class ShellTest : public WithFakeServices {
     }
   }
 
-  /// Registers a text as the default value of a key below HKEY_LOCAL_MACHINE\SOFTWARE\Classes.
+  // Registers a text as the default value of a key below HKEY_LOCAL_MACHINE\SOFTWARE\Classes.
   void Register(const std::string& key_path, const std::string& text) {
     RegistryHandle key = 0;
     ASSERT_EQ(registry->CreateKey(kHkeyLocalMachine, "SOFTWARE\\Classes\\" + key_path,
@@ -95,7 +95,7 @@ class ShellTest : public WithFakeServices {
     registry->CloseKey(key);
   }
 
-  /// The verb that a document is opened with.
+  // The verb that a document is opened with.
   std::string VerbOf(const std::string& path) {
     files->files[path] = "";
     shell->requests.clear();
@@ -303,7 +303,7 @@ TEST_F(ShellTest, APointInAFoldersNameBeginsNoExtension) {
   EXPECT_EQ(VerbOf("C:\\my.site\\readme.site"), "visit");
 }
 
-/// A registry whose verbs have names of a chosen length.
+// A registry whose verbs have names of a chosen length.
 class LongVerbs : public FailingRegistry {
  public:
   LongVerbs(std::shared_ptr<RegistryStore> store, std::size_t length)

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 const fs::path kSource = SCRIVO_SOURCE_DIR;
 
-/// Headers of one operating system; only bodies made for that system may see them.
+// Headers of one operating system; only bodies made for that system may see them.
 const std::set<std::string> kSystemHeaders = {
     "windows.h", "shellapi.h", "shlobj.h", "commdlg.h", "commctrl.h", "htmlhelp.h", "objbase.h",
     "ole2.h",    "winreg.h",   "unistd.h", "fcntl.h",   "dirent.h",   "poll.h",     "syslog.h",
@@ -38,7 +38,7 @@ std::vector<std::string> Lines(const std::string& text) {
   return lines;
 }
 
-/// The `quoted/` room names of one table cell.
+// The `quoted/` room names of one table cell.
 std::vector<std::string> RoomsIn(const std::string& cell) {
   std::vector<std::string> rooms;
   std::size_t at = 0;
@@ -51,7 +51,7 @@ std::vector<std::string> RoomsIn(const std::string& cell) {
   return rooms;
 }
 
-/// Room → the rooms that it may include, its own among them.
+// Room → the rooms that it may include, its own among them.
 std::map<std::string, std::set<std::string>> ReadTable() {
   std::map<std::string, std::set<std::string>> table;
   bool inside = false;
@@ -69,7 +69,7 @@ std::map<std::string, std::set<std::string>> ReadTable() {
   return table;
 }
 
-/// The innermost room of the table that holds this path, "" when none does.
+// The innermost room of the table that holds this path, "" when none does.
 std::string RoomOf(const std::string& path,
                    const std::map<std::string, std::set<std::string>>& table) {
   std::string best;
@@ -95,7 +95,7 @@ std::vector<std::string> ProductFiles() {
   return files;
 }
 
-/// What stands between the delimiters of an #include line, "" for any other line.
+// What stands between the delimiters of an #include line, "" for any other line.
 std::string Included(const std::string& line, char open, char close) {
   const std::string start = std::string("#include ") + open;
   if (line.rfind(start, 0) != 0) return "";

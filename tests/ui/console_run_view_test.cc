@@ -17,7 +17,7 @@ class ConsoleRunViewTest : public testing::Test {
     options.clock = [] { return 0.0; };
     return options;
   }
-  /// The status line as it was last written.
+  // The status line as it was last written.
   std::string Status() {
     const std::string text = err.str();
     std::string line = text.substr(text.rfind('\r') + 1);

@@ -17,7 +17,7 @@ class ConsoleTest : public testing::Test {
     options.clock = [this] { return now; };
     return Console(out, err, options);
   }
-  /// What has been written to the error stream since the last call.
+  // What has been written to the error stream since the last call.
   std::string TakeError() {
     std::string text = err.str();
     err.str("");

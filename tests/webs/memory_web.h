@@ -10,7 +10,7 @@
 
 namespace scrivo {
 
-/// A disk in memory on which some names are links: path → the real path of what it leads to.
+// A disk in memory on which some names are links: path → the real path of what it leads to.
 class LinkedMemoryFiles : public MemoryFiles {
  public:
   std::map<std::string, std::string> real_paths;
@@ -21,7 +21,7 @@ class LinkedMemoryFiles : public MemoryFiles {
   }
 };
 
-/// A web in memory at /web, in the POSIX style.
+// A web in memory at /web, in the POSIX style.
 class WithMemoryWeb : public WithFakeServices {
  protected:
   WithMemoryWeb() {
@@ -29,7 +29,7 @@ class WithMemoryWeb : public WithFakeServices {
     disk->folders.insert("/web");
   }
 
-  /// Puts a file into the web, with the folders above it.
+  // Puts a file into the web, with the folders above it.
   void Put(const std::string& location, const std::string& content) {
     for (std::size_t at = location.find('/'); at != std::string::npos;
          at = location.find('/', at + 1)) {
@@ -40,7 +40,7 @@ class WithMemoryWeb : public WithFakeServices {
   void PutPage(const std::string& location, const std::string& title) {
     Put(location, "<html><head><title>" + title + "</title></head><body></body></html>");
   }
-  /// The navigation structure, from its node lines.
+  // The navigation structure, from its node lines.
   void PutStructure(const std::string& nodes) {
     Put("_vti_pvt/structure.cnf", "3.0.0.507\r\n2000\r\n" + nodes);
   }
@@ -52,15 +52,15 @@ class WithMemoryWeb : public WithFakeServices {
     return Open(DiskWebOptions{contents, {IndexSource::kKeywords}});
   }
 
-  /// The tree as text: a line for each node, a "-" for each level, its label, and its address or
-  /// "(no file)".
+  // The tree as text: a line for each node, a "-" for each level, its label, and its address or
+  // "(no file)".
   static std::string Drawn(SiteWeb& web) {
     std::string text;
     Draw(*web.NavigationRoot(), "", web.Url() + "/", &text);
     return text;
   }
   std::string Reported() const { return scrivo::Reported(report); }
-  /// How often the path was opened.
+  // How often the path was opened.
   int TimesOpened(const std::string& path) const {
     int times = 0;
     for (const std::string& operation : disk->log) times += operation == "open " + path;

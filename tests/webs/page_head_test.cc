@@ -7,7 +7,7 @@
 namespace scrivo {
 namespace {
 
-/// A file in memory that remembers how much of it was read.
+// A file in memory that remembers how much of it was read.
 class CountingReader : public FileReader {
  public:
   explicit CountingReader(std::string bytes) : bytes_(std::move(bytes)) {}
@@ -32,7 +32,7 @@ PageHead Scanned(const std::string& page, std::size_t piece, Headings headings) 
   return scanner.Finish();
 }
 
-/// The head, after making sure that it does not depend on how the page was cut into pieces.
+// The head, after making sure that it does not depend on how the page was cut into pieces.
 PageHead Head(const std::string& page, Headings headings = Headings::kNo) {
   PageHead whole = Scanned(page, page.size() + 1, headings);
   for (const std::size_t piece : {1, 2, 3, 7}) {

@@ -6,7 +6,7 @@
 
 namespace scrivo {
 
-/// The problems, one to a line: "file:line: reason".
+// The problems, one to a line: "file:line: reason".
 inline std::string Reported(const WebProblemList& report) {
   std::string text;
   for (const WebProblem& problem : report.problems) {

@@ -6,7 +6,7 @@
 namespace scrivo {
 namespace {
 
-/// Where the characters of a UTF-8 text begin, and its end.
+// Where the characters of a UTF-8 text begin, and its end.
 std::vector<std::size_t> CharacterStarts(const std::string& text) {
   std::vector<std::size_t> starts;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -18,7 +18,7 @@ std::vector<std::size_t> CharacterStarts(const std::string& text) {
 
 std::size_t Width(const std::string& text) { return CharacterStarts(text).size() - 1; }
 
-/// `text` without control characters, which would move the cursor.
+// `text` without control characters, which would move the cursor.
 std::string OnOneLine(std::string text) {
   for (char& c : text) {
     if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';

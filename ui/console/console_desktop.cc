@@ -7,10 +7,10 @@ namespace {
 
 constexpr std::uint32_t kButtons = 0xF;
 constexpr std::uint32_t kIcons = 0xF0;
-/// Results of the shell up to this one are failures.
+// Results of the shell up to this one are failures.
 constexpr std::int32_t kLastShellFailure = 32;
 
-/// True when one of the lines below the first tells of an error.
+// True when one of the lines below the first tells of an error.
 bool ListsAnError(const std::string& text) { return text.find("\nError") != std::string::npos; }
 
 bool IsError(const std::string& text, std::uint32_t icon) {

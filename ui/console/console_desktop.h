@@ -8,15 +8,15 @@
 
 namespace scrivo {
 
-/// A desktop where nobody sits: message boxes become lines on the error stream, and a question is
-/// answered with what loses nothing (No, Abort, Cancel), which the line says. A file to be shown is
-/// handed to the shell.
+// A desktop where nobody sits: message boxes become lines on the error stream, and a question is
+// answered with what loses nothing (No, Abort, Cancel), which the line says. A file to be shown is
+// handed to the shell.
 class ConsoleDesktop : public Desktop {
  public:
-  /// The console must outlive the desktop.
+  // The console must outlive the desktop.
   explicit ConsoleDesktop(Console& console) : console_(console) {}
 
-  /// Lines added to messages: the message's text → what its reader can do.
+  // Lines added to messages: the message's text → what its reader can do.
   std::map<std::string, std::string> hints;
 
   MessageAnswer ShowMessage(const std::string& text, std::uint32_t style,

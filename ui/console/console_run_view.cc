@@ -3,7 +3,7 @@
 namespace scrivo {
 namespace {
 
-/// More than any terminal shows of one line.
+// More than any terminal shows of one line.
 constexpr std::size_t kLongestLine = 1000;
 
 }  // namespace

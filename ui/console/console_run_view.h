@@ -10,12 +10,12 @@
 
 namespace scrivo {
 
-/// The run window on a terminal: its status line tells the percentage and the line that the tool
-/// has printed last. The transcript itself is not shown; `on_line`, unless it is empty, is given
-/// each line that the tool has completed.
+// The run window on a terminal: its status line tells the percentage and the line that the tool
+// has printed last. The transcript itself is not shown; `on_line`, unless it is empty, is given
+// each line that the tool has completed.
 class ConsoleRunView : public RunView {
  public:
-  /// `step` is what the run does, such as "Compiling". The console must outlive the view.
+  // `step` is what the run does, such as "Compiling". The console must outlive the view.
   ConsoleRunView(Console& console, std::string step,
                  std::function<void(const std::string& line)> on_line = {})
       : console_(console), step_(std::move(step)), on_line_(std::move(on_line)) {}
@@ -33,11 +33,11 @@ class ConsoleRunView : public RunView {
   std::string step_;
   std::function<void(const std::string& line)> on_line_;
   std::string percentage_;
-  std::string last_line_;  ///< the last complete line that is not empty
-  std::string line_;       ///< the line that has begun
+  std::string last_line_;  // the last complete line that is not empty
+  std::string line_;       // the line that has begun
 };
 
-/// Makes the views of a command line.
+// Makes the views of a command line.
 class ConsoleViews : public ViewFactory {
  public:
   ConsoleViews(Console& console, std::string step,

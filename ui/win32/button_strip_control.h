@@ -9,24 +9,24 @@
 
 namespace scrivo {
 
-/// Shows a ButtonStrip as push buttons in a row; a spacer is an empty place as wide as its item
-/// says.
+// Shows a ButtonStrip as push buttons in a row; a spacer is an empty place as wide as its item
+// says.
 class ButtonStripControl : public NativeWindow {
  public:
-  /// `strip` is not owned and outlives this; its buttons get their widths here. `captions` carry
-  /// the access keys, item by item. The item with the key `cancel_key` answers Escape,
-  /// `default_key` answers Enter.
+  // `strip` is not owned and outlives this; its buttons get their widths here. `captions` carry
+  // the access keys, item by item. The item with the key `cancel_key` answers Escape,
+  // `default_key` answers Enter.
   ButtonStripControl(HWND parent, ButtonStrip& strip, const std::vector<std::string>& captions,
                      const std::string& default_key, const std::string& cancel_key,
                      std::function<void(const std::string& key)> clicked);
 
   void LayOut();
-  /// Also makes each button as wide as its caption needs; LayOut places them.
+  // Also makes each button as wide as its caption needs; LayOut places them.
   void SetFont(HFONT font);
-  /// In pixels.
+  // In pixels.
   int NeededHeight() const;
   HWND FirstButton() const;
-  /// Presses the button with this key, if it is enabled.
+  // Presses the button with this key, if it is enabled.
   void Click(const std::string& key);
   const std::string& DefaultKey() const { return default_key_; }
   const std::string& CancelKey() const { return cancel_key_; }
@@ -38,9 +38,9 @@ class ButtonStripControl : public NativeWindow {
   ButtonStrip& strip_;
   std::string default_key_, cancel_key_;
   std::function<void(const std::string&)> clicked_;
-  std::vector<HWND> buttons_;  ///< by item, null for a spacer
+  std::vector<HWND> buttons_;  // by item, null for a spacer
   HWND tips_ = nullptr;
-  int line_height_ = 0;  ///< of the font, in pixels
+  int line_height_ = 0;  // of the font, in pixels
 };
 
 }  // namespace scrivo

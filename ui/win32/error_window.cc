@@ -9,7 +9,7 @@ namespace scrivo {
 namespace {
 
 constexpr int kMessageId = 100;
-/// What Enter presses: the first answer, as in the system's own box of these three.
+// What Enter presses: the first answer, as in the system's own box of these three.
 constexpr char kDefaultKey[] = "ABORT";
 // In twips.
 constexpr double kWidth = 8700, kHeight = 5400, kSmallestWidth = 7000, kSmallestHeight = 3000;

@@ -9,10 +9,10 @@
 
 namespace scrivo {
 
-/// The error dialog as a real window: a title band, the report, and the buttons.
+// The error dialog as a real window: a title band, the report, and the buttons.
 class ErrorWindow : public FormWindow, public ErrorView {
  public:
-  /// The buttons and who hears the user; not owned, they outlive this.
+  // The buttons and who hears the user; not owned, they outlive this.
   ErrorWindow(ButtonStrip& strip, ErrorViewEvents& events);
   ~ErrorWindow() override;
 
@@ -37,8 +37,8 @@ class ErrorWindow : public FormWindow, public ErrorView {
 
   ButtonStrip& buttons_;
   ErrorViewEvents& events_;
-  HFONT font_ = nullptr;        ///< not owned
-  HFONT title_font_ = nullptr;  ///< owned
+  HFONT font_ = nullptr;        // not owned
+  HFONT title_font_ = nullptr;  // owned
   HWND icon_ = nullptr;
   HWND title_ = nullptr;
   HWND message_ = nullptr;

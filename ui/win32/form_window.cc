@@ -16,7 +16,7 @@ LRESULT CALLBACK TakeFormKeys(int code, WPARAM removed, LPARAM message_address) 
   return CallNextHookEx(nullptr, code, removed, message_address);
 }
 
-/// Gives a window that belongs to a form, and would be destroyed with it, to the form's own owner.
+// Gives a window that belongs to a form, and would be destroyed with it, to the form's own owner.
 BOOL CALLBACK HandOver(HWND window, LPARAM form_address) {
   HWND form = reinterpret_cast<HWND>(form_address);
   if (GetWindow(window, GW_OWNER) != form || !IsWindowVisible(window)) return TRUE;
@@ -37,7 +37,7 @@ bool IsPushButton(HWND control) {
          (kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW);
 }
 
-/// Gives a control the keyboard. A field's text is marked, so that typing replaces it.
+// Gives a control the keyboard. A field's text is marked, so that typing replaces it.
 void GiveFocus(HWND control) {
   SetFocus(control);
   if (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) {

@@ -19,7 +19,7 @@ constexpr int kAroundEdit = 8, kAroundListRow = 6;
 // A row's controls have the identifiers kFirstId + 2 × row, and one more for the browse button.
 constexpr int kFirstId = 1000;
 
-/// The face of a push button, as the system's theme draws it or, without one, in the classic way.
+// The face of a push button, as the system's theme draws it or, without one, in the classic way.
 void DrawButtonFace(const DRAWITEMSTRUCT& draw) {
   RECT place = draw.rcItem;
   const bool is_pressed = draw.itemState & ODS_SELECTED;
@@ -36,8 +36,8 @@ void DrawButtonFace(const DRAWITEMSTRUCT& draw) {
   }
 }
 
-/// The list's entry that is chosen: the one with the item's data, for several may have its text. -1
-/// when there is none.
+// The list's entry that is chosen: the one with the item's data, for several may have its text. -1
+// when there is none.
 WPARAM ChosenEntry(const Item& item) {
   const auto chosen = std::find_if(item.entries.begin(), item.entries.end(),
                                    [&](const ListEntry& entry) { return entry.key == item.data; });
@@ -45,7 +45,7 @@ WPARAM ChosenEntry(const Item& item) {
                                       : static_cast<WPARAM>(chosen - item.entries.begin());
 }
 
-/// A line, as deep as its place.
+// A line, as deep as its place.
 void DrawSeparator(const DRAWITEMSTRUCT& draw) {
   RECT shadow = draw.rcItem, light = draw.rcItem;
   shadow.bottom = light.top = (shadow.top + shadow.bottom) / 2;
@@ -53,7 +53,7 @@ void DrawSeparator(const DRAWITEMSTRUCT& draw) {
   FillRect(draw.hDC, &light, GetSysColorBrush(COLOR_3DHILIGHT));
 }
 
-/// A browse button: the place that the edit part leaves is too narrow for the three dots as text.
+// A browse button: the place that the edit part leaves is too narrow for the three dots as text.
 void DrawBrowseButton(const DRAWITEMSTRUCT& draw) {
   DrawButtonFace(draw);
   RECT place = draw.rcItem;

@@ -13,8 +13,8 @@ namespace {
 constexpr int kDefaultDpi = 96;
 constexpr double kTwipsPerInch = 1440;
 
-/// The window classes of this module. A library must take them with it when it is unloaded: what
-/// handles their messages goes too.
+// The window classes of this module. A library must take them with it when it is unloaded: what
+// handles their messages goes too.
 class WindowClasses {
  public:
   WindowClasses() = default;
@@ -41,7 +41,7 @@ class WindowClasses {
   std::vector<std::string> registered_;
 };
 
-/// GetDpiForWindow where the system has it (from Windows 10), else 0.
+// GetDpiForWindow where the system has it (from Windows 10), else 0.
 int MonitorDpi(HWND handle) {
   using GetDpiForWindowFunction = UINT(WINAPI*)(HWND);
   static const auto function = reinterpret_cast<GetDpiForWindowFunction>(

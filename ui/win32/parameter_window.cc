@@ -11,7 +11,7 @@ namespace {
 // In twips.
 constexpr double kMargin = 120;
 
-/// The captions of rows and buttons with access keys, rows first.
+// The captions of rows and buttons with access keys, rows first.
 std::vector<std::string> MarkedCaptions(ItemPanel& panel, ButtonStrip& strip) {
   std::vector<std::string> captions;
   // Buttons choose first: their letters are the ones people remember.

@@ -10,19 +10,19 @@
 
 namespace scrivo {
 
-/// What a parameter dialog looks like before anybody has moved it. Measures in twips.
+// What a parameter dialog looks like before anybody has moved it. Measures in twips.
 struct ParameterDesign {
   std::string title;
-  std::string default_key;  ///< the button that Enter presses
-  std::string cancel_key;   ///< the button that Escape presses
+  std::string default_key;  // the button that Enter presses
+  std::string cancel_key;   // the button that Escape presses
   double width;
   double smallest_width;
 };
 
-/// A parameter dialog as a real window: a panel of items above a strip of buttons.
+// A parameter dialog as a real window: a panel of items above a strip of buttons.
 class ParameterWindow : public FormWindow, public MainView {
  public:
-  /// The items, the buttons and who hears what the user does to them; not owned, they outlive this.
+  // The items, the buttons and who hears what the user does to them; not owned, they outlive this.
   ParameterWindow(const ParameterDesign& design, ItemPanel& panel, ButtonStrip& strip,
                   MainViewEvents& events);
   ~ParameterWindow() override;
@@ -52,9 +52,9 @@ class ParameterWindow : public FormWindow, public MainView {
   void OnEscape() override;
 
  private:
-  /// The outer height, in pixels, at which every item is seen at the present width.
+  // The outer height, in pixels, at which every item is seen at the present width.
   int NeededHeight();
-  /// Where the window is on the screen, or will be when it is maximized no longer.
+  // Where the window is on the screen, or will be when it is maximized no longer.
   RECT Place() const;
   void MoveTo(const RECT& place);
   void Activate(HWND other);

@@ -6,14 +6,14 @@
 
 namespace scrivo {
 
-/// A panel whose caption shows progress as text and whose fill shows it as an area from the left.
+// A panel whose caption shows progress as text and whose fill shows it as an area from the left.
 class ProgressPanel : public NativeWindow {
  public:
   explicit ProgressPanel(HWND parent);
 
-  /// False when it shows just that already.
+  // False when it shows just that already.
   bool Set(const std::string& caption, int flood_percent);
-  /// Not owned; must live as long as the panel uses it.
+  // Not owned; must live as long as the panel uses it.
   void SetFont(HFONT font);
 
  protected:

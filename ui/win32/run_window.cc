@@ -11,19 +11,19 @@ constexpr double kWidth = 9600, kHeight = 6300, kSmallestWidth = 4200, kSmallest
 constexpr double kMargin = 120, kProgressHeight = 330, kButtonWidth = 1350, kButtonHeight = 345,
                  kAroundText = 150;
 
-/// While a run lasts the edit control holds the transcript's tail only, between half of this and
-/// this many characters, since its cost for each insertion grows with the lines it holds. The whole
-/// text comes at the end.
+// While a run lasts the edit control holds the transcript's tail only, between half of this and
+// this many characters, since its cost for each insertion grows with the lines it holds. The whole
+// text comes at the end.
 constexpr std::size_t kTail = 16 * 1024;
-/// At the end of a run so many characters are shown at most, its last ones: the control needs
-/// seconds for more.
+// At the end of a run so many characters are shown at most, its last ones: the control needs
+// seconds for more.
 constexpr std::size_t kMostShown = 1024 * 1024;
-/// Each piece of output is shown as it comes while that takes no more than this many microseconds
-/// and, beyond them, one in kShowShare of all that pass: a flood costs more to show than to make.
-/// Most compilers print less than that, and then work in silence with all they said on view.
+// Each piece of output is shown as it comes while that takes no more than this many microseconds
+// and, beyond them, one in kShowShare of all that pass: a flood costs more to show than to make.
+// Most compilers print less than that, and then work in silence with all they said on view.
 constexpr LONGLONG kShowCredit = 1000000, kShowShare = 8;
 
-/// A clock in microseconds.
+// A clock in microseconds.
 LONGLONG Now() {
   LARGE_INTEGER ticks, per_second;
   QueryPerformanceCounter(&ticks);

@@ -10,12 +10,12 @@
 
 namespace scrivo {
 
-/// The compiler run as a real window: the transcript, the progress panel and the Close button.
-/// Modeless.
+// The compiler run as a real window: the transcript, the progress panel and the Close button.
+// Modeless.
 class RunWindow : public FormWindow, public RunView {
  public:
-  /// `on_close` is called when the user asks to close the window (button, Escape or title bar) and
-  /// may; it unloads the form, which destroys this object.
+  // `on_close` is called when the user asks to close the window (button, Escape or title bar) and
+  // may; it unloads the form, which destroys this object.
   explicit RunWindow(std::function<void()> on_close);
   ~RunWindow() override;
 
@@ -36,9 +36,9 @@ class RunWindow : public FormWindow, public RunView {
   void OnEscape() override;
 
  private:
-  /// Shows what was appended since the last time.
+  // Shows what was appended since the last time.
   void ShowNew();
-  /// Shows the whole transcript, or as much of its end as the control can take.
+  // Shows the whole transcript, or as much of its end as the control can take.
   void ShowEnd();
 
   FormKeys keys_;
@@ -46,16 +46,16 @@ class RunWindow : public FormWindow, public RunView {
   HWND transcript_ = nullptr;
   HWND close_ = nullptr;
   std::unique_ptr<ProgressPanel> progress_;
-  int line_height_ = 0;  ///< of the font, in pixels
+  int line_height_ = 0;  // of the font, in pixels
   bool busy_ = false;
-  bool has_news_ = true;  ///< since the last Repaint
+  bool has_news_ = true;  // since the last Repaint
   bool may_close_ = true;
 
-  std::string text_;            ///< the whole transcript
-  std::size_t shown_from_ = 0;  ///< where in it the edit control's text begins
-  std::size_t shown_to_ = 0;    ///< and ends
-  LONGLONG show_credit_ = 0;    ///< how long showing may take, in microseconds
-  LONGLONG counted_at_ = 0;     ///< when that was counted last
+  std::string text_;            // the whole transcript
+  std::size_t shown_from_ = 0;  // where in it the edit control's text begins
+  std::size_t shown_to_ = 0;    // and ends
+  LONGLONG show_credit_ = 0;    // how long showing may take, in microseconds
+  LONGLONG counted_at_ = 0;     // when that was counted last
 };
 
 }  // namespace scrivo

@@ -6,10 +6,10 @@
 
 namespace scrivo {
 
-/// The forms as real windows.
+// The forms as real windows.
 class Win32Views : public ViewFactory {
  public:
-  /// `close_run` unloads the run window's form; called when the user closes that window.
+  // `close_run` unloads the run window's form; called when the user closes that window.
   explicit Win32Views(std::function<void()> close_run);
 
   std::unique_ptr<RunView> MakeRunView() override;

@@ -36,7 +36,7 @@ class ClickTest : public testing::Test {
       CancelDefault = cancels;
     });
   }
-  /// The host sends Click(Ctrl, CancelDefault).
+  // The host sends Click(Ctrl, CancelDefault).
   HRESULT Click(VARIANT ctrl, VARIANT cancel) {
     VARIANT last_first[] = {cancel, ctrl};
     DISPPARAMS arguments{last_first, nullptr, 2, 0};

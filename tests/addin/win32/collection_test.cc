@@ -22,7 +22,7 @@ class CollectionTest : public testing::Test {
     }
     return urls;
   }
-  /// A collection of three with an enumerator made by a test.
+  // A collection of three with an enumerator made by a test.
   static ComPtr<ScriptedObject> With(const std::function<HRESULT(ScriptedCall&)>& new_enum) {
     ComPtr<ScriptedObject> collection = ScriptedObject::Make();
     collection->OnId(DISPID_NEWENUM, new_enum);

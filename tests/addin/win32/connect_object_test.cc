@@ -6,7 +6,7 @@
 namespace scrivo {
 namespace {
 
-/// Counts its checks.
+// Counts its checks.
 class CountingChecker : public VersionChecker {
  public:
   explicit CountingChecker(int& checks) : checks_(checks) {}
@@ -20,7 +20,7 @@ class CountingChecker : public VersionChecker {
   int& checks_;
 };
 
-/// A connected add-in, called by name as a macro of the host's would.
+// A connected add-in, called by name as a macro of the host's would.
 class ConnectObjectTest : public AddinTest {
  protected:
   ConnectObjectTest() {
@@ -30,7 +30,7 @@ class ConnectObjectTest : public AddinTest {
     object = LateBound(ComPtr<IDispatch>::Take(MakeObject<ConnectObject>(connected).Detach()));
   }
 
-  /// What the commands have done so far.
+  // What the commands have done so far.
   std::string Done() {
     std::string done;
     const auto add = [&](const char* what, auto count) {

@@ -16,7 +16,7 @@
 
 namespace scrivo {
 
-/// Scrivo.dll in a host without a window, met through COM alone.
+// Scrivo.dll in a host without a window, met through COM alone.
 class EndToEndTest : public testing::Test {
  protected:
   EndToEndTest() {
@@ -39,7 +39,7 @@ class EndToEndTest : public testing::Test {
   void Disconnect() { world->addins.Disconnect(addin, host::kUserClosed); }
 
   host::Bar& BarNamed(const std::string& name) { return *world->bars.Find(name); }
-  /// A button of the add-in's first popup on a bar; null when there is none.
+  // A button of the add-in's first popup on a bar; null when there is none.
   std::shared_ptr<host::BarControl> Button(const std::string& bar, const std::string& caption) {
     const std::shared_ptr<host::BarControl> popup = BarNamed(bar).Find("Scrivo");
     return popup ? popup->bar->Find(caption) : nullptr;
@@ -49,13 +49,13 @@ class EndToEndTest : public testing::Test {
     ASSERT_TRUE(button) << caption;
     world->Press(button);
   }
-  /// The add-in called by name, while it is connected.
+  // The add-in called by name, while it is connected.
   LateBound ByName() {
     return LateBound(
         ComPtr<IUnknown>::Share(addin->connected.get()).Query<IDispatch>(IID_IDispatch));
   }
 
-  /// A small web with two pages in a folder of the test's own, open in the host.
+  // A small web with two pages in a folder of the test's own, open in the host.
   void OpenWeb() {
     Put("site/index.htm", "<html><head><title>Home</title></head><body>Home</body></html>");
     Put("site/docs/a.htm",

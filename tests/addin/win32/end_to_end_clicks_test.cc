@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using Seen = std::vector<std::string>;
 
-/// While it lives, this process sees classes of its own in place of the system's.
+// While it lives, this process sees classes of its own in place of the system's.
 class OwnClasses {
  public:
   OwnClasses() {
@@ -39,7 +39,7 @@ class OwnClasses {
   HKEY classes_ = nullptr;
 };
 
-/// Handles messages until a condition holds; false when it does not within the test's patience.
+// Handles messages until a condition holds; false when it does not within the test's patience.
 bool WaitUntil(const std::function<bool()>& condition) {
   constexpr int kRounds = 6000;
   for (int i = 0; i < kRounds; ++i) {
@@ -76,7 +76,7 @@ TEST_P(ClicksTest, DecompileShowsItsDialogEveryTime) {
   EXPECT_EQ(user.Seen(), Seen(2, "form: Scrivo - decompile a help file"));
 }
 
-/// The sample web in the user's documents, for as long as the object lives.
+// The sample web in the user's documents, for as long as the object lives.
 class SampleWeb {
  public:
   SampleWeb() {
@@ -156,7 +156,7 @@ TEST_F(EndToEndTest, ADisconnectionWhileADialogIsOpenClosesItAndIsSurvived) {
   }
 }
 
-/// Whether a window that is created now gets its controls from version 6 of the common controls.
+// Whether a window that is created now gets its controls from version 6 of the common controls.
 bool UsesCurrentControls() {
   ACTCTX_SECTION_KEYED_DATA found{};
   found.cbSize = sizeof found;
@@ -181,7 +181,7 @@ TEST_F(EndToEndTest, ItsWindowsHaveTheirOwnCommonControlsInAHostWithoutAManifest
   }
 }
 
-/// Whether a module of this process has the forms' window class.
+// Whether a module of this process has the forms' window class.
 bool HasFormClass(HMODULE module) {
   WNDCLASSA window_class;
   return GetClassInfoA(module, "ScrivoWindow", &window_class) != FALSE;

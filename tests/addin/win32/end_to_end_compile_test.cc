@@ -15,8 +15,8 @@ std::string ReadText(const fs::path& path) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// The compiler that lies beside the library is the one that the user has, for as long as this
-/// object lives.
+// The compiler that lies beside the library is the one that the user has, for as long as this
+// object lives.
 class OwnCompiler {
  public:
   explicit OwnCompiler(const std::string& folder) {
@@ -27,7 +27,7 @@ class OwnCompiler {
     before_ = text;
     Set(folder);
   }
-  /// Another folder from now on.
+  // Another folder from now on.
   void Use(const std::string& folder) const { Set(folder); }
   ~OwnCompiler() {
     if (had_one_) {
@@ -68,18 +68,18 @@ class CompileTest : public EndToEndTest {
     RegDeleteTreeA(HKEY_CURRENT_USER, key.c_str());
   }
 
-  /// A parameter as an earlier compile of this web has left it.
+  // A parameter as an earlier compile of this web has left it.
   void Choose(const char* parameter, const std::string& value) {
     SaveSetting("Scrivo", url, parameter, value);
   }
-  /// Presses "Compile" and, in the dialog, "Generate"; the dialog closes itself after that.
+  // Presses "Compile" and, in the dialog, "Generate"; the dialog closes itself after that.
   void Generate() {
     user.on_form = [](HWND form) {
       if (HWND button = ButtonOf(form, "Generate")) PostMessageA(button, BM_CLICK, 0, 0);
     };
     Press("Tools", "Compile");
   }
-  /// The file in the web's own folder with this extension; "" when there is none.
+  // The file in the web's own folder with this extension; "" when there is none.
   std::string MadeFile(const std::string& extension) const {
     for (const auto& entry : fs::directory_iterator(folder / "site")) {
       if (entry.path().extension() == extension) return ReadText(entry.path());
@@ -137,7 +137,7 @@ TEST_F(CompileTest, AHostThatFailsWhileTheDialogOpensIsSurvived) {
   EXPECT_EQ(user.Seen().front(), "form: Scrivo - compile the open web");
 }
 
-/// The run window, null while it is not shown.
+// The run window, null while it is not shown.
 HWND RunWindow() {
   HWND window = FindWindowA("ScrivoWindow", "Scrivo - compiler output");
   return window && IsWindowVisible(window) ? window : nullptr;

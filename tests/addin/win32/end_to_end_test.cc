@@ -115,7 +115,7 @@ TEST_F(EndToEndTest, ConnectingExternallyWithoutAWebTellsToOpenOne) {
   EXPECT_EQ(user.Seen(), Seen{"message: Open site first"});
 }
 
-/// The "Trace" setting of this user for as long as the object lives.
+// The "Trace" setting of this user for as long as the object lives.
 class TraceSetting {
  public:
   explicit TraceSetting(const std::string& value) {

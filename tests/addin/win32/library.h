@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-/// Scrivo.dll beside the test program, loaded while this object lives.
+// Scrivo.dll beside the test program, loaded while this object lives.
 class Library {
  public:
   Library() { Load(); }
@@ -17,7 +17,7 @@ class Library {
 
   void Load() { module_ = LoadLibraryA("Scrivo.dll"); }
   void Unload() { FreeLibrary(module_); }
-  /// Where it lies.
+  // Where it lies.
   std::string Folder() const {
     char path[MAX_PATH] = "";
     GetModuleFileNameA(module_, path, MAX_PATH);
@@ -25,7 +25,7 @@ class Library {
     return whole.substr(0, whole.rfind('\\'));
   }
   HMODULE module() const { return module_; }
-  /// One of its exports, null when there is none with this name.
+  // One of its exports, null when there is none with this name.
   template <typename Function>
   Function Export(const char* name) const {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
@@ -42,7 +42,7 @@ class Library {
   HMODULE module_ = nullptr;
 };
 
-/// COM on a thread, as a host's user-interface thread has it.
+// COM on a thread, as a host's user-interface thread has it.
 class Apartment {
  public:
   Apartment() { OleInitialize(nullptr); }

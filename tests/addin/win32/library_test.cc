@@ -178,7 +178,7 @@ TEST_F(LibraryTest, ThePublicOperationsFollowOneAnotherInTheirOrder) {
   }
 }
 
-/// A host that counts how often its command bars are asked for, and has none.
+// A host that counts how often its command bars are asked for, and has none.
 struct CountingHost {
   CountingHost() {
     application->On(L"CommandBars", [this](ScriptedCall&) {
@@ -192,7 +192,7 @@ struct CountingHost {
   ComPtr<ScriptedObject> instance = ScriptedObject::Make();
 };
 
-/// Calls the method in a slot of an object's vtable, as a host does that was compiled elsewhere.
+// Calls the method in a slot of an object's vtable, as a host does that was compiled elsewhere.
 template <typename... Arguments>
 HRESULT CallSlot(IUnknown* object, int slot, Arguments... arguments) {
   using Method = HRESULT(STDMETHODCALLTYPE*)(IUnknown*, Arguments...);

@@ -8,7 +8,7 @@ namespace scrivo {
 
 using ScriptedObjects = std::vector<ComPtr<ScriptedObject>>;
 
-/// What hands out the items of a collection one after another, right or wrong.
+// What hands out the items of a collection one after another, right or wrong.
 class ScriptedEnumerator : public IEnumVARIANT {
  public:
   explicit ScriptedEnumerator(ScriptedObjects items) : items_(std::move(items)) { ++Living(); }
@@ -17,8 +17,8 @@ class ScriptedEnumerator : public IEnumVARIANT {
     return living;
   }
 
-  std::size_t fails_at = ~std::size_t{0};  ///< the item that cannot be had
-  VARTYPE type = VT_DISPATCH;              ///< of its items
+  std::size_t fails_at = ~std::size_t{0};  // the item that cannot be had
+  VARTYPE type = VT_DISPATCH;              // of its items
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     const bool has = id == IID_IUnknown || id == IID_IEnumVARIANT;
@@ -54,7 +54,7 @@ class ScriptedEnumerator : public IEnumVARIANT {
   std::size_t next_ = 0;
 };
 
-/// A collection that can be enumerated only.
+// A collection that can be enumerated only.
 inline ComPtr<ScriptedObject> Enumerable(const ScriptedObjects& items) {
   ComPtr<ScriptedObject> collection = ScriptedObject::Make();
   collection->OnId(DISPID_NEWENUM, [items](ScriptedCall& call) {
@@ -65,7 +65,7 @@ inline ComPtr<ScriptedObject> Enumerable(const ScriptedObjects& items) {
   return collection;
 }
 
-/// A collection that can be counted only; its first item has the number 0.
+// A collection that can be counted only; its first item has the number 0.
 inline ComPtr<ScriptedObject> Countable(const ScriptedObjects& items) {
   ComPtr<ScriptedObject> collection = ScriptedObject::Make();
   collection->Gives(L"Count", PlainVariant(VT_I4, static_cast<long long>(items.size())));
@@ -79,7 +79,7 @@ inline ComPtr<ScriptedObject> Countable(const ScriptedObjects& items) {
   return collection;
 }
 
-/// So many objects, numbered by their "Url".
+// So many objects, numbered by their "Url".
 inline ScriptedObjects NumberedObjects(int count) {
   ScriptedObjects objects;
   for (int i = 0; i < count; ++i) {

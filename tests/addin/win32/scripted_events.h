@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-/// Where a scripted button lets its clicks be heard: connection point and its container in one.
+// Where a scripted button lets its clicks be heard: connection point and its container in one.
 class ScriptedEvents : public IConnectionPointContainer, public IConnectionPoint {
  public:
   static ComPtr<ScriptedEvents> Make() { return ComPtr<ScriptedEvents>::Take(new ScriptedEvents); }
@@ -18,9 +18,9 @@ class ScriptedEvents : public IConnectionPointContainer, public IConnectionPoint
 
   HRESULT find_result = S_OK;
   HRESULT advise_result = S_OK;
-  std::map<DWORD, ComPtr<IDispatch>> sinks;  ///< by cookie
+  std::map<DWORD, ComPtr<IDispatch>> sinks;  // by cookie
 
-  /// Sends an event to every sink. Returns the first sink's answer.
+  // Sends an event to every sink. Returns the first sink's answer.
   HRESULT Send(DISPID id, DISPPARAMS* arguments) {
     HRESULT answer = S_FALSE;
     const auto called = sinks;
@@ -86,7 +86,7 @@ class ScriptedEvents : public IConnectionPointContainer, public IConnectionPoint
   DWORD last_cookie_ = 0;
 };
 
-/// The interface of the events without the choice between its two bases.
+// The interface of the events without the choice between its two bases.
 inline ComPtr<IUnknown> Unknown(const ComPtr<ScriptedEvents>& events) {
   return ComPtr<IUnknown>::Share(static_cast<IConnectionPointContainer*>(events.get()));
 }

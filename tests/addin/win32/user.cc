@@ -5,7 +5,7 @@
 namespace scrivo {
 namespace {
 
-/// The text of a message box is the control with this number.
+// The text of a message box is the control with this number.
 constexpr int kMessageText = 0xFFFF;
 
 std::string ClassOf(HWND window) {

@@ -11,8 +11,8 @@
 
 namespace scrivo {
 
-/// A user in a thread of its own, who says yes to every message box of this process and closes
-/// every form as soon as it is shown, and remembers them.
+// A user in a thread of its own, who says yes to every message box of this process and closes
+// every form as soon as it is shown, and remembers them.
 class User {
  public:
   User();
@@ -20,11 +20,11 @@ class User {
   User(const User&) = delete;
   User& operator=(const User&) = delete;
 
-  /// What was shown so far, in order: the text of a message box behind "message: ", the title of a
-  /// form behind "form: ".
+  // What was shown so far, in order: the text of a message box behind "message: ", the title of a
+  // form behind "form: ".
   std::vector<std::string> Seen();
-  /// What to do with a form instead of closing it; called in the user's thread. Set before anything
-  /// is shown.
+  // What to do with a form instead of closing it; called in the user's thread. Set before anything
+  // is shown.
   std::function<void(HWND form)> on_form;
 
  private:

@@ -21,7 +21,7 @@ class VersionComponentTest : public testing::Test {
     EXPECT_EQ(ScriptedObject::Living(), 0);
   }
 
-  /// The system's own classes may be locked, and Wine looks for classes nowhere else.
+  // The system's own classes may be locked, and Wine looks for classes nowhere else.
   static inline const HKEY kRoots[] = {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE};
 
   static std::string Key() { return std::string("Software\\Classes\\") + kProgId; }

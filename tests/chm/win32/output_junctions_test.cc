@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the system keeps in a folder that is a junction: a reparse point of the mount point kind.
+// What the system keeps in a folder that is a junction: a reparse point of the mount point kind.
 std::vector<char> JunctionTo(const fs::path& target) {
   const std::wstring shown = target.wstring();
   const std::wstring real = LR"(\??\)" + shown;
@@ -41,8 +41,8 @@ std::vector<char> JunctionTo(const fs::path& target) {
   return record;
 }
 
-/// A link from one folder to another that goes with this object: a junction, or, on an emulated
-/// Windows that has none, a link of the system below it, which programs see as a junction.
+// A link from one folder to another that goes with this object: a junction, or, on an emulated
+// Windows that has none, a link of the system below it, which programs see as a junction.
 class FolderLink {
  public:
   FolderLink(const fs::path& link, const fs::path& target) : link_(link) {
@@ -83,7 +83,7 @@ class FolderLink {
     return is_made;
   }
 
-  /// The name that the system below an emulated Windows has for a path, in quotes.
+  // The name that the system below an emulated Windows has for a path, in quotes.
   static std::string NameBelow(const fs::path& path) {
     const auto name_of = reinterpret_cast<char*(CDECL*)(LPCWSTR)>(reinterpret_cast<void*>(
         GetProcAddress(GetModuleHandleA("kernel32"), "wine_get_unix_file_name")));
@@ -92,8 +92,8 @@ class FolderLink {
     if (name) HeapFree(GetProcessHeap(), 0, name);
     return quoted;
   }
-  /// Starts a command on the link there, which cannot be waited for. (The link's folder is turned
-  /// into a name, since the link itself may be followed.)
+  // Starts a command on the link there, which cannot be waited for. (The link's folder is turned
+  // into a name, since the link itself may be followed.)
   static void StartBelow(const std::string& command, const fs::path& link) {
     std::string line = R"(\\?\unix\bin\)" + command + " " + NameBelow(link.parent_path());
     line.insert(line.size() - 1, "/" + link.filename().string());

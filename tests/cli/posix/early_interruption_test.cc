@@ -13,8 +13,8 @@ namespace {
 
 class EarlyInterruption : public ScrivoRun {
  protected:
-  /// Runs the command line in a process that is interrupted before a file is read (`at_write`
-  /// false) or written whose name ends as told; ends that process with the exit status.
+  // Runs the command line in a process that is interrupted before a file is read (`at_write`
+  // false) or written whose name ends as told; ends that process with the exit status.
   [[noreturn]] void RunInterrupted(const std::vector<std::string>& arguments,
                                    const std::string& name_end, bool at_write) {
     CatchInterruptions();

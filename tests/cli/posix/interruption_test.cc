@@ -14,7 +14,7 @@
 namespace scrivo {
 namespace {
 
-/// Starts a program with its output thrown away.
+// Starts a program with its output thrown away.
 pid_t Start(std::vector<std::string> words) {
   const pid_t process = fork();
   if (process != 0) return process;

@@ -17,7 +17,7 @@ class DispatchCallTest : public testing::Test {
     EXPECT_EQ(ScriptedObject::Living(), 0) << "every reference is released";
   }
 
-  /// The error that a call raises.
+  // The error that a call raises.
   template <typename Call>
   static Error ErrorOf(Call&& call) {
     try {
@@ -144,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ResultCase{DISP_E_NONAMEDARGS, DISP_E_NONAMEDARGS}, ResultCase{E_FAIL, E_FAIL},
                     ResultCase{RPC_E_DISCONNECTED, RPC_E_DISCONNECTED}));
 
-/// A call that raises an error; its texts are the caller's to free.
+// A call that raises an error; its texts are the caller's to free.
 ScriptedObject::Answer Raising(WORD code, SCODE scode, const wchar_t* source,
                                const wchar_t* description) {
   return [=](ScriptedCall& call) {

@@ -10,13 +10,13 @@
 namespace scrivo {
 namespace {
 
-/// A shelf of books: a little of everything that an object can serve.
+// A shelf of books: a little of everything that an object can serve.
 class Shelf : public DispatchObject {
  public:
   std::string label = "Shelf";
   ComPtr<IDispatch> owner;
   std::string seen;
-  const char* refused = nullptr;  ///< the failure of every member while it is set
+  const char* refused = nullptr;  // the failure of every member while it is set
 
  private:
   const DispatchTable& Members() const override { return Table(); }
@@ -61,7 +61,7 @@ class Shelf : public DispatchObject {
   }
 };
 
-/// One call as a late-bound caller makes it; arguments are given first to last.
+// One call as a late-bound caller makes it; arguments are given first to last.
 class Call {
  public:
   explicit Call(IDispatch* object) : object_(object) {}
@@ -70,7 +70,7 @@ class Call {
     arguments_.insert(arguments_.begin(), value.Detach());
     return *this;
   }
-  /// Names belong to the arguments added last; the order is that of rgdispidNamedArgs.
+  // Names belong to the arguments added last; the order is that of rgdispidNamedArgs.
   Call& Names(std::vector<DISPID> names) {
     names_ = std::move(names);
     return *this;

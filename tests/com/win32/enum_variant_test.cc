@@ -17,7 +17,7 @@ class EnumVariantTest : public ::testing::Test {
     enumerator = ComPtr<IUnknown>::Share(made.get().punkVal).Query<IEnumVARIANT>(IID_IEnumVARIANT);
   }
 
-  /// The next `count` numbers and the answer.
+  // The next `count` numbers and the answer.
   std::vector<LONG> Next(ULONG count, HRESULT* answer) {
     std::vector<VARIANT> values(count);
     ULONG fetched = 99;

@@ -12,7 +12,7 @@
 
 namespace scrivo {
 
-/// One call of a scripted object, as it arrived.
+// One call of a scripted object, as it arrived.
 struct ScriptedCall {
   WORD flags;
   DISPPARAMS* arguments;
@@ -20,17 +20,17 @@ struct ScriptedCall {
   EXCEPINFO* exception;
 
   UINT Count() const { return arguments->cArgs; }
-  /// An argument, counted from the first.
+  // An argument, counted from the first.
   VARIANT& Argument(UINT index) const { return arguments->rgvarg[arguments->cArgs - 1 - index]; }
 };
 
-/// An object that answers calls by name as a test tells it to, right or wrong.
+// An object that answers calls by name as a test tells it to, right or wrong.
 class ScriptedObject : public IDispatch {
  public:
   using Answer = std::function<HRESULT(ScriptedCall& call)>;
 
   static ComPtr<ScriptedObject> Make() { return ComPtr<ScriptedObject>::Take(new ScriptedObject); }
-  /// How many of them live.
+  // How many of them live.
   static long& Living() {
     static long living = 0;
     return living;
@@ -45,7 +45,7 @@ class ScriptedObject : public IDispatch {
     answers_[id] = std::move(answer);
     return *this;
   }
-  /// A member that gives a value of this type; a VT_DISPATCH keeps the object alive.
+  // A member that gives a value of this type; a VT_DISPATCH keeps the object alive.
   ScriptedObject& Gives(const wchar_t* member, const VARIANT& value) {
     return On(member, Giving(value));
   }
@@ -72,9 +72,9 @@ class ScriptedObject : public IDispatch {
     };
   }
 
-  /// Forgets every answer, and what they hold.
+  // Forgets every answer, and what they hold.
   void Clear() { answers_.clear(); }
-  /// Answers for every interface that a scripted object does not have itself.
+  // Answers for every interface that a scripted object does not have itself.
   ComPtr<IUnknown> other;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
@@ -125,12 +125,12 @@ class ScriptedObject : public IDispatch {
   std::map<DISPID, Answer> answers_;
 };
 
-/// The object as its caller sees it.
+// The object as its caller sees it.
 inline LateBound Called(const ComPtr<ScriptedObject>& object) {
   return LateBound(ComPtr<IDispatch>::Share(object.get()));
 }
 
-/// A VARIANT of a type that holds no memory of its own.
+// A VARIANT of a type that holds no memory of its own.
 inline VARIANT PlainVariant(VARTYPE type, long long bits = 0) {
   VARIANT variant{};
   variant.vt = type;

@@ -27,7 +27,7 @@ std::string OutputOf(const std::string& project) {
   return "";
 }
 
-/// The shortest file whose header is that of a help file and tells the file's own size.
+// The shortest file whose header is that of a help file and tells the file's own size.
 std::string SmallestHelpFile() {
   std::string bytes(0x78, '\0');
   bytes.replace(0, 4, "ITSF");
@@ -46,7 +46,7 @@ int Make(const std::string& output) {
   return kMade;
 }
 
-/// Until the test lets go of this folder.
+// Until the test lets go of this folder.
 void LiveOn() {
   while (std::filesystem::exists("behaviour.txt")) {
     std::this_thread::sleep_for(std::chrono::milliseconds(5));

@@ -8,7 +8,7 @@
 namespace scrivo {
 namespace {
 
-/// The handles that answer, for an emulated Windows that does not count them.
+// The handles that answer, for an emulated Windows that does not count them.
 long FoundHandles() {
   constexpr std::uintptr_t kLast = 4 * 15'000;
   long found = 0;

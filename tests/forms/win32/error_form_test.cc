@@ -14,7 +14,7 @@ class ErrorFormTest : public FormsTest {
  protected:
   ErrorFormTest() { TheServices().shell = shell; }
 
-  /// Shows the report, lets the user do something and gives the answer.
+  // Shows the report, lets the user do something and gives the answer.
   std::string Ask(std::function<void()> user, const std::string& support_mail = "") {
     OnceShown(std::move(user));
     return ErrorMessageDialog().Ask(kReport, support_mail);

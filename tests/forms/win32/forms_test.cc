@@ -14,7 +14,7 @@ std::vector<HWND> AllControls(HWND window) {
   return controls;
 }
 
-/// The width of a caption without its access key mark.
+// The width of a caption without its access key mark.
 int CaptionWidth(HWND control) {
   std::string caption = TextOf(control);
   std::erase(caption, '&');

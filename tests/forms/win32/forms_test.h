@@ -24,7 +24,7 @@ inline constexpr char kRunTitle[] = "Scrivo - compiler output";
 inline constexpr char kDecompileTitle[] = "Scrivo - decompile a help file";
 inline constexpr char kErrorTitle[] = "Scrivo";
 
-/// The desktop, on which somebody looks around after every pass of the message loop.
+// The desktop, on which somebody looks around after every pass of the message loop.
 class WatchedDesktop : public Win32Desktop {
  public:
   std::function<void()> on_pass;
@@ -35,8 +35,8 @@ class WatchedDesktop : public Win32Desktop {
   }
 };
 
-/// A test of the forms in real windows, with the real system but for a registry in memory, which
-/// names the folder of the test program as the compiler's.
+// A test of the forms in real windows, with the real system but for a registry in memory, which
+// names the folder of the test program as the compiler's.
 class FormsTest : public WithRealServices {
  protected:
   FormsTest() {
@@ -57,7 +57,7 @@ class FormsTest : public WithRealServices {
     registry.Init(kHkeyCurrentUser);
     registry.SetValue("Software\\Microsoft\\HTML Help Workshop", "InstallDir", folder, kRegSz);
   }
-  /// The form with this title; null when there is none.
+  // The form with this title; null when there is none.
   static HWND Window(const std::string& title) {
     return FindWindowA("ScrivoWindow", title.c_str());
   }
@@ -80,12 +80,12 @@ class FormsTest : public WithRealServices {
     GetWindowRect(window, &place);
     return place;
   }
-  /// Holds that every control of a form lies inside it, covers no other, and is wide enough for its
-  /// text.
+  // Holds that every control of a form lies inside it, covers no other, and is wide enough for its
+  // text.
   static void ExpectTidy(const std::string& title);
-  /// Holds that Tab goes through these controls in this order and round again.
+  // Holds that Tab goes through these controls in this order and round again.
   static void ExpectTabOrder(const std::string& title, const std::vector<HWND>& order);
-  /// Holds that the captions of these many controls have an access key each, all different.
+  // Holds that the captions of these many controls have an access key each, all different.
   static void ExpectAccessKeys(const std::string& title, int count);
   static int ScreenDpi() {
     HDC screen = GetDC(nullptr);

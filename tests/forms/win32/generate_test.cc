@@ -23,7 +23,7 @@ class GenerateTest : public FormsTest {
     Globals().HostApplication = std::make_shared<DiskHost>(OpenDiskWeb(web, {}, problems));
   }
 
-  /// Opens the compile dialog, which makes `output` and does not open it, and lets the user go on.
+  // Opens the compile dialog, which makes `output` and does not open it, and lets the user go on.
   void Compile(std::function<void()> user) {
     ASSERT_TRUE(frmMain::Load()->BuildUI());
     OnceShown([this, user] {
@@ -48,7 +48,7 @@ class GenerateTest : public FormsTest {
     std::ifstream(output, std::ios::binary).read(signature, sizeof signature);
     return std::equal(signature, signature + 4, "ITSF");
   }
-  /// Names of the project's files that lie in the web.
+  // Names of the project's files that lie in the web.
   std::vector<std::string> ProjectFiles() const {
     std::vector<std::string> names;
     for (const fs::directory_entry& entry : fs::directory_iterator(web)) {
@@ -167,7 +167,7 @@ TEST_F(GenerateTest, TheRegistryLeadsToTheCompiler) {
 
 class DecompileTest : public GenerateTest {
  protected:
-  /// Opens the dialog, enters both paths and lets the user go on.
+  // Opens the dialog, enters both paths and lets the user go on.
   void Decompile(const std::string& file, const std::string& into, std::function<void()> user) {
     OnceShown([=] {
       SetWindowTextA(Edit(kDecompileTitle, 0), file.c_str());

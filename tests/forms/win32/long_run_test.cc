@@ -10,13 +10,13 @@
 namespace scrivo {
 namespace {
 
-/// SCRIVO_TRANSCRIPT_MB measures with more than the test needs.
+// SCRIVO_TRANSCRIPT_MB measures with more than the test needs.
 std::uint64_t TranscriptBytes() {
   const char* megabytes = std::getenv("SCRIVO_TRANSCRIPT_MB");
   return (megabytes ? std::strtoull(megabytes, nullptr, 10) : 2) << 20;
 }
 
-/// A window that counts the messages posted to it.
+// A window that counts the messages posted to it.
 class Mailbox : public NativeWindow {
  public:
   Mailbox() { Create("", 0, 0, HWND_MESSAGE, RECT{}); }
@@ -31,7 +31,7 @@ class Mailbox : public NativeWindow {
   }
 };
 
-/// The desktop without its message boxes.
+// The desktop without its message boxes.
 class SilentDesktop : public WatchedDesktop {
  public:
   MessageAnswer ShowMessage(const std::string& text, std::uint32_t, const std::string&) override {
@@ -42,7 +42,7 @@ class SilentDesktop : public WatchedDesktop {
   std::string shown;
 };
 
-/// This thread's processor time, in milliseconds.
+// This thread's processor time, in milliseconds.
 ULONGLONG ProcessorTime() {
   FILETIME created, ended, kernel, user;
   GetThreadTimes(GetCurrentThread(), &created, &ended, &kernel, &user);

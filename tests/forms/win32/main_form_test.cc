@@ -19,7 +19,7 @@ class MainFormTest : public FormsTest {
     Globals().HostApplication = site.Host();
   }
 
-  /// Opens the dialog on the open web, lets the user do something and returns when it is closed.
+  // Opens the dialog on the open web, lets the user do something and returns when it is closed.
   void Open(std::function<void()> user) {
     ASSERT_TRUE(frmMain::Load()->BuildUI());
     OnceShown(std::move(user));
@@ -40,7 +40,7 @@ class MainFormTest : public FormsTest {
   static void AltKey(char letter) {
     PostMessageA(GetFocus(), WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29);
   }
-  /// Does something once the keys pressed so far have been taken.
+  // Does something once the keys pressed so far have been taken.
   static void Then(std::function<void()> user) { OnceShown(std::move(user)); }
 
   MemorySite site;
@@ -83,7 +83,7 @@ TEST_F(MainFormTest, PlaceSizeAndValuesAreBackAfterClosing) {
     EXPECT_EQ(TextOf(Edit(kMainTitle, 0)), "Changed");
     EXPECT_EQ(TextOf(Edit(kMainTitle, 1)), "D:\\out.chm");
     EXPECT_EQ(Chosen(), "Words & signs");
-    EXPECT_EQ(frmMain::Load()->suiParams()["DEFAULTPAGE"].data, "file:///C:/Webs/site/words.htm");
+    EXPECT_EQ(frmMain::Load()->suiParams()["DEFAULTPAGE"].data, "file://C:/Webs/site/words.htm");
     EXPECT_TRUE(IsChecked(kMainTitle, "Generate index by keywords"));
     EXPECT_FALSE(IsChecked(kMainTitle, "Favorites tab"));
     EXPECT_TRUE(IsChecked(kMainTitle, "Don't remove HTML Workshop project file"));
@@ -96,7 +96,7 @@ TEST_F(MainFormTest, TwoWebsKeepSeparateValues) {
     SetWindowTextA(Edit(kMainTitle, 0), "One");
     CloseBox(kMainTitle);
   });
-  MemorySite other("file:///C:/Webs/other", "C:\\Webs\\other");
+  MemorySite other("file://C:/Webs/other", "C:\\Webs\\other");
   Globals().HostApplication = other.Host();
   Open([] {
     EXPECT_EQ(TextOf(Edit(kMainTitle, 0)), "other");
@@ -163,7 +163,7 @@ TEST_F(MainFormTest, TheListTakesManyPages) {
     EXPECT_EQ(Chosen(), "Page 7777");
     CloseBox(kMainTitle);
   });
-  EXPECT_EQ(GetSetting("Scrivo", site.url, "DEFAULTPAGE"), "file:///C:/Webs/site/page7777.htm");
+  EXPECT_EQ(GetSetting("Scrivo", site.url, "DEFAULTPAGE"), "file://C:/Webs/site/page7777.htm");
 }
 
 TEST_F(MainFormTest, TheKeyboardReachesEveryControlInReadingOrder) {
@@ -263,7 +263,7 @@ TEST_F(MainFormTest, MaximizedItKeepsThePlaceThatItHadBefore) {
   });
 }
 
-/// A host application's window.
+// A host application's window.
 class Host : public NativeWindow {
  public:
   Host() {

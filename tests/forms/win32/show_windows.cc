@@ -41,7 +41,7 @@ void Keep(HWND window, const std::string& name) {
   std::exit(1);
 }
 
-/// Half as wide and a third as high again.
+// Half as wide and a third as high again.
 void MakeLarger(HWND window) {
   RECT place;
   GetWindowRect(window, &place);
@@ -49,7 +49,7 @@ void MakeLarger(HWND window) {
              (place.bottom - place.top) * 4 / 3, TRUE);
 }
 
-/// Keeps both pictures of the modal form that is shown next, then closes it.
+// Keeps both pictures of the modal form that is shown next, then closes it.
 void KeepWhenShown(const std::string& title, const std::string& name) {
   OnceShown([=] {
     Keep(FormWithTitle(title), name);
@@ -67,7 +67,7 @@ void ShowCompile() {
   frmMain::Load()->ShowModal();
 }
 
-/// The desktop, which also looks at the run after every piece of output.
+// The desktop, which also looks at the run after every piece of output.
 class WatchingDesktop : public Win32Desktop {
  public:
   void ProcessMessages() override {
@@ -100,7 +100,7 @@ void ShowDecompile() {
   frmDecompile::Load()->ShowModal();
 }
 
-/// A step that fails in the middle of a compile, as the error handler reports it.
+// A step that fails in the middle of a compile, as the error handler reports it.
 void ShowError() {
   CErrorHandler& handler = ErrorHandler();
   handler.ErrorHandlerActions(ehaErrorDialog);
@@ -121,7 +121,7 @@ void ShowError() {
   handler.Dialog(nullptr);
 }
 
-/// The web on disk in the host that it was made with.
+// The web on disk in the host that it was made with.
 class Host : public DiskHost {
  public:
   using DiskHost::DiskHost;

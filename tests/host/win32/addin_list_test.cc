@@ -11,7 +11,7 @@ constexpr char kAddinKey[] =
     "Software\\Microsoft\\Office\\SharePoint Designer\\Addins\\ScrivoTest.Addin";
 const CLSID kClass = {0x5F0F6A51, 0x71B2, 0x4A5C, {0x9D, 0x0B, 0x31, 0x5B, 0x6F, 0x0E, 0x77, 0x21}};
 
-/// What add-ins were told, and how they answer.
+// What add-ins were told, and how they answer.
 struct Told {
   std::string calls;
   HRESULT answer = S_OK;
@@ -21,7 +21,7 @@ struct Told {
   bool counts_as_connected = false;
 } told;
 
-/// An add-in that writes down what it is told.
+// An add-in that writes down what it is told.
 class TestAddin : public AddinInterface {
  public:
   TestAddin() { ++told.living; }

@@ -9,7 +9,7 @@
 namespace scrivo::host {
 namespace {
 
-/// A sink of the button events that checks how it is called.
+// A sink of the button events that checks how it is called.
 class Sink : public IDispatch {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
@@ -55,7 +55,7 @@ class BarObjectsTest : public ModelTest {
     return Item(Object(application, L"CommandBars"), Variant::Text(name));
   }
   LateBound Controls(const std::string& name) { return Object(Bar(name), L"Controls"); }
-  /// Adds a control as add-ins do, every argument in its place.
+  // Adds a control as add-ins do, every argument in its place.
   LateBound Add(const LateBound& controls, LONG type, bool temporary = true) {
     return ObjectOf(controls.Get(L"Add", Variant::Long(type), Variant::Omitted(),
                                  Variant::Omitted(), Variant::Omitted(),

@@ -20,7 +20,7 @@ constexpr char kRunTitle[] = "Scrivo - compiler output";
 constexpr char kDecompileTitle[] = "Scrivo - decompile a help file";
 constexpr char kWorkshopKey[] = "Software\\Microsoft\\HTML Help Workshop";
 
-/// The add-in's window with this title, in whatever program; null when there is none.
+// The add-in's window with this title, in whatever program; null when there is none.
 HWND Form(const std::string& title) {
   HWND form = FindWindowA("ScrivoWindow", title.c_str());
   return form && IsWindowVisible(form) ? form : nullptr;
@@ -50,7 +50,7 @@ bool IsHelpFile(const std::string& path) {
   return std::equal(signature, signature + 4, "ITSF");
 }
 
-/// What the run window has shown while it ran.
+// What the run window has shown while it ran.
 std::string shown_progress;
 
 void CALLBACK LookAtProgress(HWND, UINT, UINT_PTR, DWORD) {
@@ -61,7 +61,7 @@ void CALLBACK LookAtProgress(HWND, UINT, UINT_PTR, DWORD) {
   if (!text.empty() && !shown_progress.ends_with(text + "\n")) shown_progress += text + "\n";
 }
 
-/// A program of the build, running.
+// A program of the build, running.
 class Program {
  public:
   explicit Program(const std::string& arguments) {
@@ -80,7 +80,7 @@ class Program {
     CloseHandle(process_.hProcess);
   }
   bool IsRunning() const { return WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT; }
-  /// Looks again and again for as long as the program runs; what was found.
+  // Looks again and again for as long as the program runs; what was found.
   template <typename Look>
   HWND Await(const Look& look) const {
     for (;;) {
@@ -94,7 +94,7 @@ class Program {
     GetExitCodeProcess(process_.hProcess, &status);
     return status;
   }
-  /// The program's message box.
+  // The program's message box.
   HWND AwaitBox() const {
     return Await([this] {
       HWND box = nullptr;
@@ -126,13 +126,13 @@ class EndToEndTest : public WindowTest {
     user_.DeleteValue(kWorkshopKey, "InstallDir");
   }
 
-  /// Shows the window with the web and loads the add-in, as the program does at its start.
+  // Shows the window with the web and loads the add-in, as the program does at its start.
   void StartHost() {
     window->OpenWeb(web);
     window->Start(false);
     PumpMessages();
   }
-  /// Chooses one of the add-in's commands and goes on with `user` in the window that it shows.
+  // Chooses one of the add-in's commands and goes on with `user` in the window that it shows.
   void ChooseCommand(const std::string& caption, std::function<void()> user) {
     OnceShown(std::move(user));
     Choose(SubMenu(Menu("Tools"), "Scrivo"), caption);

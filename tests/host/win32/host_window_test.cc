@@ -11,7 +11,7 @@ class HostWindowTest : public WindowTest {
   HostWindowTest() {
     for (const std::string& path : RecentWebs::Read()) RecentWebs::Forget(path);
   }
-  /// Lets the user close the next message box and gives its text.
+  // Lets the user close the next message box and gives its text.
   std::string Told(const std::function<void()>& action) {
     std::string text;
     {
@@ -228,7 +228,7 @@ TEST_F(HostWindowTest, AFolderDroppedOnTheWindowIsOpened) {
   EXPECT_EQ(TextOf(window->handle()), "my web - Scrivo Host");
 }
 
-/// Remembers what the shell was asked to open.
+// Remembers what the shell was asked to open.
 struct RecordingShell : public ShellServices {
   std::string opened;
   WindowHandle DesktopWindow() override { return 0; }

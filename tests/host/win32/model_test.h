@@ -12,8 +12,8 @@
 
 namespace scrivo::host {
 
-/// A host without a window and a web on disk for it: two levels of navigation, a label without a
-/// page, and pages outside the navigation.
+// A host without a window and a web on disk for it: two levels of navigation, a label without a
+// page, and pages outside the navigation.
 class ModelTest : public WithRealServices {
  protected:
   ModelTest() {
@@ -43,21 +43,21 @@ class ModelTest : public WithRealServices {
     std::ofstream(path, std::ios::binary) << content;
   }
 
-  /// Opens the web through the object model.
+  // Opens the web through the object model.
   LateBound OpenWeb() {
     return ObjectOf(ObjectOf(application.Get(L"Webs"))
                         .Get(L"Open", Variant::Text(web_path), Variant::Text(""), Variant::Text(""),
                              Variant::Long(0)));
   }
 
-  /// How one call goes, in Automation's own terms.
+  // How one call goes, in Automation's own terms.
   struct Outcome {
     HRESULT code;
-    UINT argument = 99;  ///< in rgvarg
+    UINT argument = 99;  // in rgvarg
     HRESULT scode = 0;
     std::string source, description;
   };
-  /// Calls a member in the given kinds of call; arguments first to last.
+  // Calls a member in the given kinds of call; arguments first to last.
   static Outcome Invoke(const LateBound& object, const wchar_t* member, WORD kinds,
                         std::initializer_list<VARIANT> arguments = {}) {
     DISPID id = 0;
@@ -96,7 +96,7 @@ class ModelTest : public WithRealServices {
     return ObjectOf(collection.Get(L"Item", key));
   }
 
-  /// What an enumerator of the collection gives.
+  // What an enumerator of the collection gives.
   static std::vector<Variant> Enumerated(const LateBound& collection) {
     const Variant made = collection.GetById(DISPID_NEWENUM);
     const auto enumerator =
@@ -109,7 +109,7 @@ class ModelTest : public WithRealServices {
       items.push_back(std::move(item));
     }
   }
-  /// A text of each item, one a line.
+  // A text of each item, one a line.
   static std::string EnumeratedTexts(const LateBound& collection, const wchar_t* member) {
     std::string texts;
     for (const Variant& item : Enumerated(collection)) {

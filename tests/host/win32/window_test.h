@@ -11,14 +11,14 @@
 
 namespace scrivo::host {
 
-/// A text of another window's menu, without its access key mark.
+// A text of another window's menu, without its access key mark.
 inline std::string MenuTextAt(HMENU menu, int place) {
   char text[256] = "";
   GetMenuStringA(menu, static_cast<UINT>(place), text, sizeof text, MF_BYPOSITION);
   return WithoutMarks(text);
 }
 
-/// A menu as text: a line for each item, "-" for a separator, items of a popup behind "  ".
+// A menu as text: a line for each item, "-" for a separator, items of a popup behind "  ".
 inline std::string Drawn(HMENU menu, const std::string& indent = "") {
   std::string text;
   for (int i = 0; i < GetMenuItemCount(menu); ++i) {
@@ -29,7 +29,7 @@ inline std::string Drawn(HMENU menu, const std::string& indent = "") {
   return text;
 }
 
-/// The submenu with this text; null when there is none.
+// The submenu with this text; null when there is none.
 inline HMENU SubMenu(HMENU menu, const std::string& text) {
   for (int i = 0; i < GetMenuItemCount(menu); ++i) {
     if (MenuTextAt(menu, i) == text) return GetSubMenu(menu, i);
@@ -37,7 +37,7 @@ inline HMENU SubMenu(HMENU menu, const std::string& text) {
   return nullptr;
 }
 
-/// The command of the item with this text; 0 when there is none.
+// The command of the item with this text; 0 when there is none.
 inline UINT CommandIn(HMENU menu, const std::string& text) {
   for (int i = 0; i < GetMenuItemCount(menu); ++i) {
     if (MenuTextAt(menu, i) == text) return GetMenuItemID(menu, i);
@@ -45,7 +45,7 @@ inline UINT CommandIn(HMENU menu, const std::string& text) {
   return 0;
 }
 
-/// A host with its real window, not shown until a test does so.
+// A host with its real window, not shown until a test does so.
 class WindowTest : public ModelTest {
  protected:
   WindowTest() : window(std::make_unique<HostWindow>(world)) {}
@@ -57,7 +57,7 @@ class WindowTest : public ModelTest {
 
   HWND Control(int id) const { return GetDlgItem(window->handle(), id); }
   HMENU Menu(const std::string& text) const { return SubMenu(GetMenu(window->handle()), text); }
-  /// Chooses a menu's item as a click does.
+  // Chooses a menu's item as a click does.
   void Choose(HMENU menu, const std::string& text) const {
     const UINT command = CommandIn(menu, text);
     ASSERT_NE(command, 0u) << text;
@@ -82,7 +82,7 @@ class WindowTest : public ModelTest {
     return reinterpret_cast<HTREEITEM>(
         SendMessageA(Control(kTreeId), TVM_GETNEXTITEM, way, reinterpret_cast<LPARAM>(item)));
   }
-  /// The tree as text, a "-" for each level.
+  // The tree as text, a "-" for each level.
   std::string DrawnTree(HTREEITEM item, const std::string& indent = "") const {
     std::string text;
     for (; item; item = Next(item, TVGN_NEXT)) {

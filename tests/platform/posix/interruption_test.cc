@@ -16,7 +16,7 @@
 namespace scrivo {
 namespace {
 
-/// Holds that `work` says yes in a child process.
+// Holds that `work` says yes in a child process.
 #define EXPECT_IN_A_CHILD(work) EXPECT_EXIT(_exit((work)() ? 0 : 1), testing::ExitedWithCode(0), "")
 
 bool IsInterrupted(const std::function<void()>& work) {
@@ -75,7 +75,7 @@ TEST(Interruption, StopsReadingAndBeginningButNotPuttingInOrder) {
   });
 }
 
-/// A child process of the test's child, with its output in a pipe.
+// A child process of the test's child, with its output in a pipe.
 struct Running {
   PosixProcesses processes;
   SystemHandle pipe = 0;

@@ -6,7 +6,7 @@
 namespace scrivo {
 namespace {
 
-/// A registry in a file on the real disk, whose folder goes with it.
+// A registry in a file on the real disk, whose folder goes with it.
 class RegistryOnDisk : public TempFolder, public FileRegistry {
  public:
   RegistryOnDisk()

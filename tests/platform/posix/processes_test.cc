@@ -20,12 +20,12 @@ namespace {
 
 class ChildProcesses : public testing::Test {
  protected:
-  /// The command line that gives a script to the shell.
+  // The command line that gives a script to the shell.
   static std::string Script(const std::string& script) {
     return "\"/bin/sh\" -c " + EscapeWord(script);
   }
 
-  /// Starts a child whose output and errors go to one pipe, of which this end is kept.
+  // Starts a child whose output and errors go to one pipe, of which this end is kept.
   bool Start(const std::string& command_line, const std::string& in_folder = "") {
     SystemHandle write_end = 0;
     if (!processes.OpenPipe(&pipe, &write_end)) return false;
@@ -41,7 +41,7 @@ class ChildProcesses : public testing::Test {
     return started;
   }
 
-  /// All that the child still writes.
+  // All that the child still writes.
   std::string ReadAll() {
     std::string text;
     char buffer[16];
@@ -59,7 +59,7 @@ class ChildProcesses : public testing::Test {
     return exit_code;
   }
 
-  /// Runs a script; its output, and its exit code in front of it.
+  // Runs a script; its output, and its exit code in front of it.
   std::string Run(const std::string& script) {
     if (!Start(Script(script))) return "not started";
     const std::string output = ReadAll();

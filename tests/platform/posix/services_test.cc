@@ -25,7 +25,7 @@
 namespace scrivo {
 namespace {
 
-/// Sets an environment variable, and back to what it was at the end.
+// Sets an environment variable, and back to what it was at the end.
 class WithVariable {
  public:
   WithVariable(const char* name, const char* value) : name_(name) {
@@ -112,7 +112,7 @@ TEST(System, HasNoNamedMutexes) {
 
 TEST(System, TakesErrorEvents) { PosixSystem().WriteErrorEvent("Scrivo", "a test: 100%s"); }
 
-/// A search path with an "xdg-open" of our own that tells its argument through a named pipe.
+// A search path with an "xdg-open" of our own that tells its argument through a named pipe.
 class Opening : public testing::Test {
  protected:
   Opening() {
@@ -126,7 +126,7 @@ class Opening : public testing::Test {
     EXPECT_EQ(chmod((folder / name).c_str(), 0755), 0);
   }
 
-  /// What the started program tells; waits for it.
+  // What the started program tells; waits for it.
   std::string Told() {
     std::ifstream stream(folder / "told");
     return {std::istreambuf_iterator<char>(stream), {}};

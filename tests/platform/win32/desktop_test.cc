@@ -16,7 +16,7 @@ class Win32DesktopTest : public WithRealServices {
   Desktop& desktop = *TheServices().desktop;
 };
 
-/// A window of a test's own class that counts the messages it gets.
+// A window of a test's own class that counts the messages it gets.
 class TestWindow {
  public:
   static constexpr UINT kCounted = WM_APP + 1;

@@ -14,7 +14,7 @@ BOOL CALLBACK TakeOwnDialog(HWND window, LPARAM result) {
   return !is_own_dialog;
 }
 
-/// The visible dialog of this process, or null.
+// The visible dialog of this process, or null.
 HWND FindDialog() {
   HWND found = nullptr;
   EnumWindows(&TakeOwnDialog, reinterpret_cast<LPARAM>(&found));

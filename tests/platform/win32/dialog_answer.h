@@ -8,11 +8,11 @@
 
 namespace scrivo {
 
-/// A user in a thread of its own: waits until this process shows a dialog, then answers it. The
-/// dialog must be shown by the thread that made this object, which also destroys it afterwards.
+// A user in a thread of its own: waits until this process shows a dialog, then answers it. The
+// dialog must be shown by the thread that made this object, which also destroys it afterwards.
 class DialogAnswer {
  public:
-  /// `answer` is called once, in the other thread, with the dialog's window.
+  // `answer` is called once, in the other thread, with the dialog's window.
   explicit DialogAnswer(std::function<void(HWND)> answer);
   ~DialogAnswer();
   DialogAnswer(const DialogAnswer&) = delete;
@@ -23,7 +23,7 @@ class DialogAnswer {
   std::thread thread_;
 };
 
-/// Presses a dialog's button without waiting for what it does.
+// Presses a dialog's button without waiting for what it does.
 void Press(HWND dialog, int button);
 
 }  // namespace scrivo

@@ -19,14 +19,14 @@ class EventLogTest : public WithRealServices {
     EXPECT_TRUE(GetNumberOfEventLogRecords(log_, &count));
     return count;
   }
-  /// How many entries `write` leaves in the log.
+  // How many entries `write` leaves in the log.
   template <typename Write>
   DWORD Added(Write write) const {
     const DWORD before = Count();
     write();
     return Count() - before;
   }
-  /// The newest entry: its type, its source and its one text.
+  // The newest entry: its type, its source and its one text.
   std::vector<std::string> Newest() const {
     std::vector<char> buffer(0x10000);
     DWORD size = 0, needed = 0;

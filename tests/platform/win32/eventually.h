@@ -4,7 +4,7 @@
 
 namespace scrivo {
 
-/// Waits until `holds()`; false when it does not come to that in a time that nothing here takes.
+// Waits until `holds()`; false when it does not come to that in a time that nothing here takes.
 template <typename Condition>
 bool Eventually(Condition holds) {
   constexpr ULONGLONG kLimit = 60'000;

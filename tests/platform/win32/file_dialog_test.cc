@@ -51,7 +51,7 @@ class FileDialogTest : public WithRealServices {
     if (is_tree) *reinterpret_cast<HWND*>(result) = child;
     return !is_tree;
   }
-  /// The name of the folder that is selected in a folder browser.
+  // The name of the folder that is selected in a folder browser.
   static std::string SelectedInTree(HWND dialog) {
     HWND tree = nullptr;
     EnumChildWindows(dialog, &FileDialogTest::TakeTree, reinterpret_cast<LPARAM>(&tree));

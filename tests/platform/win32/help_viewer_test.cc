@@ -25,7 +25,7 @@ class HelpViewerTest : public WithRealServices {
     RegDeleteKeyA(HKEY_CURRENT_USER, kClasses);
   }
 
-  /// From here on this process sees other classes than the system's, with nothing in them.
+  // From here on this process sees other classes than the system's, with nothing in them.
   static void UseOwnClasses() {
     HKEY classes = nullptr;
     RegCreateKeyExA(HKEY_CURRENT_USER, kClasses, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &classes,
@@ -46,7 +46,7 @@ class HelpViewerTest : public WithRealServices {
   }
   static bool IsLoaded(const char* library) { return GetModuleHandleA(library) != nullptr; }
 
-  /// Holds that `work` says yes in a child process.
+  // Holds that `work` says yes in a child process.
   static void ExpectInAChild(const std::function<bool()>& work) {
     EXPECT_EXIT(ExitProcess(work() ? 0 : 1), testing::ExitedWithCode(0), "");
   }

@@ -24,7 +24,7 @@ class InterruptionTest : public WithRealServices {
     }
   }
 
-  /// Ctrl-C on a console of this process's own.
+  // Ctrl-C on a console of this process's own.
   static void PressCtrlC() {
     FreeConsole();
     AllocConsole();
@@ -34,7 +34,7 @@ class InterruptionTest : public WithRealServices {
     if (!Eventually([] { return Interrupted(); })) ExitProcess(4);
   }
 
-  /// Holds that `work` says yes in a child process.
+  // Holds that `work` says yes in a child process.
   static void ExpectInAChild(const std::function<bool()>& work) {
     EXPECT_EXIT(ExitProcess(work() ? 0 : 1), testing::ExitedWithCode(0), "");
   }

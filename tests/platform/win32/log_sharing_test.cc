@@ -21,7 +21,7 @@ class LogSharingTest : public WithRealServices {
       ErrorHandler().HandleError("Test");
     }
   }
-  /// Another program's handle to the error log.
+  // Another program's handle to the error log.
   FileHandle Hold(DWORD access, DWORD sharing) const {
     return FileHandle(CreateFileA(log_.c_str(), access, sharing, nullptr, OPEN_EXISTING,
                                   FILE_ATTRIBUTE_NORMAL, nullptr));

@@ -11,7 +11,7 @@ namespace {
 
 using TellModuleFunction = void(char* name, char* folder, std::size_t size);
 
-/// The tests' library under another name.
+// The tests' library under another name.
 class ModuleTest : public WithRealServices, public testing::WithParamInterface<const char*> {};
 
 TEST_P(ModuleTest, IsTheLibraryThatHoldsTheCode) {

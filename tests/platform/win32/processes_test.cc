@@ -11,7 +11,7 @@ namespace {
 
 class Win32ProcessesTest : public WithRealServices {
  protected:
-  /// A child that lives until it is ended, or the test's folder is gone.
+  // A child that lives until it is ended, or the test's folder is gone.
   StartedProcess StartLiving() {
     TheServices().files->Write(InFolder("alive"), "");
     StartRequest request;

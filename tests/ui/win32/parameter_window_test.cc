@@ -15,7 +15,7 @@ Item MakeItem(const std::string& key, const std::string& caption, ItemKind kind)
   return item;
 }
 
-/// Hears what the user does, and lays the form out as a presenter would.
+// Hears what the user does, and lays the form out as a presenter would.
 class Listener : public MainViewEvents {
  public:
   explicit Listener(ItemPanel& panel) : panel_(panel) {}
@@ -51,7 +51,7 @@ class ParameterWindowTest : public testing::Test {
   HWND List() { return ControlsOf(window->handle(), "COMBOBOX").at(0); }
   HWND Box() { return ButtonOf(window->handle(), "Keep it"); }
   HWND Button(const std::string& text) { return ButtonOf(window->handle(), text); }
-  /// Presses a key while the window is shown, then ends the display.
+  // Presses a key while the window is shown, then ends the display.
   void ShowAndPress(WPARAM key) {
     OnceShown([&, key] {
       PostMessageA(Edit(), WM_KEYDOWN, key, 0);
@@ -140,7 +140,7 @@ TEST_F(ParameterWindowTest, ShownModallyItIsActivatedOnceAndEndsWhenHidden) {
   EXPECT_EQ(std::count(listener.log.begin(), listener.log.end(), "activated"), 1);
 }
 
-/// A window of the host's, on view until the end of the test.
+// A window of the host's, on view until the end of the test.
 class HostWindow : public NativeWindow {
  public:
   HostWindow() {
