@@ -70,7 +70,7 @@ class OpenedWeb {
   std::shared_ptr<SiteNode> Root() { return site_.Web()->NavigationRoot(); }
 
  private:
-  MemorySite site_{"file://srv/web", "/srv/web"};
+  MemorySite site_{"file:///srv/web", "/srv/web"};
 };
 
 void CountBytes(benchmark::State& state, const std::string& text, std::int64_t items) {

@@ -14,7 +14,7 @@ bool StartsWithDrive(const std::string& path) {
   return path.size() >= 2 && IsLetter(path[0]) && path[1] == ':';
 }
 
-// How much of an absolute address says where its root is: "file://C:", "http://server".
+// How much of an absolute address says where its root is: "file:///C:", "http://server".
 std::size_t RootLength(const std::string& address) {
   if (StartsWithDrive(address)) return 2;
   const std::size_t scheme = address.find("://");
@@ -99,7 +99,7 @@ std::string MakeRelative(const std::string& base, bool base_is_folder, const std
 }
 
 std::string AddressOfPath(const std::string& path) {
-  if (StartsWithDrive(path)) return "file://" + WithSlashes(path);
+  if (StartsWithDrive(path)) return "file:///" + WithSlashes(path);
   if (path.starts_with("\\\\")) return "file:" + WithSlashes(path);
   if (path.starts_with('/')) return "file://" + path;
   return path;

@@ -16,7 +16,7 @@ std::string MakeAbsolute(const std::string& base, bool base_is_folder, const std
 // that both share does not count.
 std::string MakeRelative(const std::string& base, bool base_is_folder, const std::string& address);
 
-// The address of a path on disk: C:\Webs\my site is file://C:/Webs/my site. What is an address
+// The address of a path on disk: C:\Webs\my site is file:///C:/Webs/my site. What is an address
 // already stays as it is.
 std::string AddressOfPath(const std::string& path);
 

@@ -19,7 +19,7 @@ std::string JoinPath(const std::string& folder, const std::string& name, PathSty
 
 std::string UrlToPath(std::string& address, PathStyle style) {
   if (address.compare(0, 4, "file") == 0) {
-    // "file://" goes, except for the last "/" where it begins the path itself.
+    // "file:///" goes, except for the last "/" where it begins the path itself.
     const std::size_t scheme = style == PathStyle::kWindows ? 8 : 7;
     address.erase(0, scheme);
     std::replace(address.begin(), address.end(), '/', Separator(style));

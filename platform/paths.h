@@ -19,8 +19,8 @@ std::string GetFolder(const std::string& path, PathStyle style = Globals().path_
 std::string JoinPath(const std::string& folder, const std::string& name,
                      PathStyle style = Globals().path_style);
 
-// The folder that a "file" address means: file://C:/Webs/site gives C:\Webs\site in the Windows
-// style and file://srv/site gives /srv/site in the POSIX style. An address that does not begin
+// The folder that a "file" address means: file:///C:/Webs/site gives C:\Webs\site in the Windows
+// style and file:///srv/site gives /srv/site in the POSIX style. An address that does not begin
 // with "file" (case counts) is the result as it is. `address` is rewritten with the result.
 std::string UrlToPath(std::string& address, PathStyle style = Globals().path_style);
 

@@ -26,7 +26,7 @@ class SiteFile {
  public:
   virtual ~SiteFile() = default;
 
-  // The file's address, such as file://C:/Webs/site/docs/a.htm.
+  // The file's address, such as file:///C:/Webs/site/docs/a.htm.
   virtual std::string Url() = 0;
   // The extension without the point, in any case; "" when there is none.
   virtual std::string Extension() = 0;
@@ -79,7 +79,7 @@ class SiteWeb {
  public:
   virtual ~SiteWeb() = default;
 
-  // The web's address, such as file://C:/Webs/site.
+  // The web's address, such as file:///C:/Webs/site.
   virtual std::string Url() = 0;
   virtual std::shared_ptr<SiteFolder> BaseFolder() = 0;
   // The root of the navigation structure; its children are the top-level entries.
@@ -99,7 +99,7 @@ class HostApplication {
   // The open web, null when none is open.
   virtual std::shared_ptr<SiteWeb> CurrentWeb() = 0;
   // Where a page lies inside `web`, relative to its base folder, with "/" between folder names:
-  // docs/a.htm for file://C:/Webs/site/docs/a.htm in file://C:/Webs/site.
+  // docs/a.htm for file:///C:/Webs/site/docs/a.htm in file:///C:/Webs/site.
   virtual std::string RelativeLocation(SiteWeb& web, const std::string& address) = 0;
   // The host's version, such as "12.0.0.6211".
   virtual std::string Version() = 0;

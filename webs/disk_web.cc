@@ -21,7 +21,7 @@ std::string FolderPathOf(std::string path, PathStyle style) {
 
 std::string UrlOf(const std::string& path, PathStyle style) {
   if (style == PathStyle::kPosix) return "file://" + path;
-  std::string url = "file://" + path;
+  std::string url = "file:///" + path;
   std::replace(url.begin(), url.end(), '\\', '/');
   return url;
 }

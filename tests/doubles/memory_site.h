@@ -29,14 +29,14 @@ struct MemoryOpenPage {
 // A host with one web, all in memory, and a record of what was asked of it. Every operation can be
 // made to fail. The site must outlive the objects that it hands out.
 //
-//   MemorySite site;                             // file://C:/Webs/site
+//   MemorySite site;                             // file:///C:/Webs/site
 //   auto page = site.AddPage("docs/a.htm", "A page");
 //   auto node = site.AddNode(nullptr, "Label", page);
 //   site.Fail("Label Label", 1);                 // fails once, then works
 //   Globals().HostApplication = site.Host();
 class MemorySite {
  public:
-  explicit MemorySite(std::string url = "file://C:/Webs/site",
+  explicit MemorySite(std::string url = "file:///C:/Webs/site",
                       std::string local_path = "C:\\Webs\\site");
   ~MemorySite();
   MemorySite(const MemorySite&) = delete;

@@ -7,7 +7,7 @@ namespace {
 
 std::string Urls(const SiteFiles& files) {
   std::string text;
-  for (const auto& file : files) text += file->Url().substr(sizeof "file://C:/Webs/site") + " ";
+  for (const auto& file : files) text += file->Url().substr(sizeof "file:///C:/Webs/site") + " ";
   return text;
 }
 

@@ -73,7 +73,7 @@ TEST_F(ContentsFileTest, OnlyTheChildrenOfTheNodeAreWritten) {
 }
 
 TEST_F(ContentsFileTest, EveryTmpInThePathBecomesHhc) {
-  site.url = "file://C:/a.tmp/site";
+  site.url = "file:///C:/a.tmp/site";
   files->folders.insert("C:\\a.tmp\\site");
   EXPECT_TRUE(Form()->BuildContentFile());
   EXPECT_EQ(Form()->ContentsPath(), "C:\\a.hhc\\site\\Scr1A2.hhc");
@@ -81,7 +81,7 @@ TEST_F(ContentsFileTest, EveryTmpInThePathBecomesHhc) {
 
 TEST_F(ContentsFileTest, PosixPathsFollowTheirOwnRules) {
   Globals().path_style = PathStyle::kPosix;
-  site.url = "file://srv/web";
+  site.url = "file:///srv/web";
   site.local_path = "/srv/web";
   files->folders.insert("/srv/web");
   site.AddNode(nullptr, "A", site.AddPage("a.htm"));
@@ -178,7 +178,7 @@ TEST_F(ContentsFileTest, AnAbortOfTheOutermostLevelGivesAFileWithoutAList) {
 
 TEST_F(ContentsFileTest, ALocationThatTheHostCannotTellIsEmpty) {
   site.AddNode(nullptr, "A", site.AddPage("a.htm"));
-  site.Fail("RelativeLocation file://C:/Webs/site/a.htm", 1);
+  site.Fail("RelativeLocation file:///C:/Webs/site/a.htm", 1);
   EXPECT_EQ(Lists(), List("<LI><OBJECT TYPE=\"text/sitemap\">\r\n"
                           "<PARAM NAME=\"Name\" VALUE=\"A\"><PARAM NAME=\"Local\" VALUE=\"\">\r\n"
                           "</OBJECT>\r\n"));

@@ -98,7 +98,7 @@ TEST_F(DerivedImagesTest, AWebThatIsNotOnDiskIsReported) {
 
 TEST_F(DerivedImagesTest, PosixPathsFollowTheirOwnRules) {
   Globals().path_style = PathStyle::kPosix;
-  site.url = "file://srv/web";
+  site.url = "file:///srv/web";
   site.local_path = "/srv/web";
   files->folders = {"/srv/web", "/srv/web/_derived"};
   files->files["/srv/web/_derived/a.gif"] = "image";

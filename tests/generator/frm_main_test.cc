@@ -6,7 +6,7 @@
 namespace scrivo {
 namespace {
 
-constexpr char kUrl[] = "file://C:/Webs/site";
+constexpr char kUrl[] = "file:///C:/Webs/site";
 
 class FrmMainTest : public GeneratorTest {
  protected:

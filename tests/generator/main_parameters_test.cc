@@ -4,7 +4,7 @@
 namespace scrivo {
 namespace {
 
-constexpr char kUrl[] = "file://C:/Webs/site";
+constexpr char kUrl[] = "file:///C:/Webs/site";
 const char* const kCheckBoxes[] = {"USEKEYWORDS", "FAVORITES", "VIEWRESULT", "CLOSELOG",
                                    "LEAVEPROJECTFILE"};
 
@@ -137,7 +137,7 @@ TEST_F(MainParametersTest, ASavedOutputIsShownAsItIs) {
 
 TEST_F(MainParametersTest, PosixPathsFollowTheirOwnRules) {
   Globals().path_style = PathStyle::kPosix;
-  site.url = "file://srv/web";
+  site.url = "file:///srv/web";
   EXPECT_EQ(Row("OUTPUT").text, "/srv/web/web.CHM");
   EXPECT_EQ(Globals().working_folder, "/srv/web");
 }
@@ -272,13 +272,13 @@ TEST_F(MainParametersTest, SavedValuesComeBackWithTheNextDialog) {
 TEST_F(MainParametersTest, TwoWebsKeepSeparateValues) {
   Form()->suiParams()["TITLE"].text = "One";
   frmMain::Unload();
-  site.url = "file://C:/Webs/other";
+  site.url = "file:///C:/Webs/other";
   EXPECT_EQ(Row("TITLE").text, "other");
 }
 
 TEST_F(MainParametersTest, ValuesAreSavedUnderTheWebThatTheDialogTook) {
   Form()->suiParams()["TITLE"].text = "Taken";
-  MemorySite other("file://C:/Webs/other");
+  MemorySite other("file:///C:/Webs/other");
   Globals().HostApplication = other.Host();
   frmMain::Unload();
   EXPECT_EQ(Saved("TITLE"), "Taken");

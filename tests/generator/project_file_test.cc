@@ -114,8 +114,8 @@ TEST_F(ProjectFileTest, AnEmptyStartPageGivesAnEmptyDefaultTopic) {
 
 TEST_F(ProjectFileTest, TheStartPageIsTheItemsDataNotItsText) {
   site.AddPage("a.htm");
-  Form()->suiParams()["DEFAULTPAGE"].text = "file://C:/Webs/site/wrong.htm";
-  Form()->suiParams()["DEFAULTPAGE"].data = "file://C:/Webs/site/a.htm";
+  Form()->suiParams()["DEFAULTPAGE"].text = "file:///C:/Webs/site/wrong.htm";
+  Form()->suiParams()["DEFAULTPAGE"].data = "file:///C:/Webs/site/a.htm";
   EXPECT_NE(Project().find("\r\nDefault topic=a.htm\r\n"), std::string::npos);
 }
 

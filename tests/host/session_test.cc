@@ -25,16 +25,16 @@ class SessionTest : public WithMemoryWeb {
 
 TEST_F(SessionTest, OpensAWebByPathOrAddressOnce) {
   const auto web = session.Open("/web");
-  EXPECT_EQ(web->Url(), "file://web");
+  EXPECT_EQ(web->Url(), "file:///web");
   EXPECT_EQ(web->Title(), "web");
   EXPECT_EQ(session.active(), web);
   EXPECT_EQ(changes, 1);
   EXPECT_EQ(session.Open("/web/"), web);
   disk->folders.insert("/webs/one");
   disk->files["/webs/one/a.htm"] = "";
-  EXPECT_EQ(session.Open("/webs//one")->Url(), "file://webs/one");
+  EXPECT_EQ(session.Open("/webs//one")->Url(), "file:///webs/one");
   session.Close(session.active());
-  EXPECT_EQ(session.Open("file://web"), web);
+  EXPECT_EQ(session.Open("file:///web"), web);
   EXPECT_EQ(session.webs().size(), 1u);
 }
 
@@ -64,13 +64,13 @@ TEST_F(SessionTest, ClosingAWebMakesAnotherTheActiveOne) {
 TEST_F(SessionTest, FindsFilesAndFoldersByLocationAndAddress) {
   const auto web = session.Open("/web");
   EXPECT_EQ(web->FindFile("docs/a.htm")->Title(), "A");
-  EXPECT_EQ(web->FindFile("file://web/DOCS/a.htm")->Title(), "A");
+  EXPECT_EQ(web->FindFile("file:///web/DOCS/a.htm")->Title(), "A");
   EXPECT_EQ(web->FindFile("a.htm"), nullptr);
   EXPECT_EQ(web->FindFolder("docs")->LocalPath(), "/web/docs");
-  EXPECT_EQ(web->FindFolder("file://web/docs/")->LocalPath(), "/web/docs");
+  EXPECT_EQ(web->FindFolder("file:///web/docs/")->LocalPath(), "/web/docs");
   EXPECT_EQ(web->FindFolder("docs/a.htm"), nullptr);
-  EXPECT_TRUE(session.NamesFolder("file://web"));
-  EXPECT_FALSE(session.NamesFolder("file://web/index.htm"));
+  EXPECT_TRUE(session.NamesFolder("file:///web"));
+  EXPECT_FALSE(session.NamesFolder("file:///web/index.htm"));
 }
 
 TEST_F(SessionTest, ARefreshListsTheFoldersAnew) {
@@ -132,7 +132,7 @@ TEST_F(SessionTest, PagesAreEditedOnceEach) {
   EXPECT_EQ(web->active_page, page);
   web->ClosePage(page.get());
   EXPECT_EQ(web->active_page, other);
-  EXPECT_EQ(web->FindPage("file://web/docs/a.htm"), nullptr);
+  EXPECT_EQ(web->FindPage("file:///web/docs/a.htm"), nullptr);
   web->ClosePage(other.get());
   EXPECT_EQ(web->active_page, nullptr);
 }

@@ -159,12 +159,12 @@ TEST_F(RegistryFile, ACRegistryOverADamagedFileFailsAsAComponent) {
 
 TEST_F(RegistryFile, KeepsSettings) {
   TheServices().registry = store;
-  SaveSetting("Scrivo", "file://C:/Webs/site", "TITLE", "My \"title\"");
+  SaveSetting("Scrivo", "file:///C:/Webs/site", "TITLE", "My \"title\"");
   TheServices().registry = Make();
-  EXPECT_EQ(GetSetting("Scrivo", "file://C:/Webs/site", "TITLE"), "My \"title\"");
+  EXPECT_EQ(GetSetting("Scrivo", "file:///C:/Webs/site", "TITLE"), "My \"title\"");
   EXPECT_EQ(files->files[path],
             "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Scrivo\\"
-            "file://C:/Webs/site]\n\"TITLE\"=\"My \\\"title\\\"\"\n");
+            "file:///C:/Webs/site]\n\"TITLE\"=\"My \\\"title\\\"\"\n");
 }
 
 }  // namespace

@@ -42,17 +42,17 @@ std::string Path(std::string address, PathStyle style) {
 }
 
 TEST(UrlToPath, TurnsAFileAddressIntoAFolder) {
-  EXPECT_EQ(Path("file://C:/Webs/site", kWindows), "C:\\Webs\\site");
-  EXPECT_EQ(Path("file://C:/Webs/my site/", kWindows), "C:\\Webs\\my site\\");
-  EXPECT_EQ(Path("file://srv/site", kPosix), "/srv/site");
-  EXPECT_EQ(Path("file://srv/a\\b", kPosix), "/srv/a\\b");
+  EXPECT_EQ(Path("file:///C:/Webs/site", kWindows), "C:\\Webs\\site");
+  EXPECT_EQ(Path("file:///C:/Webs/my site/", kWindows), "C:\\Webs\\my site\\");
+  EXPECT_EQ(Path("file:///srv/site", kPosix), "/srv/site");
+  EXPECT_EQ(Path("file:///srv/a\\b", kPosix), "/srv/a\\b");
 }
 
 TEST(UrlToPath, LeavesOtherAddressesAlone) {
   for (const PathStyle style : {kWindows, kPosix}) {
     EXPECT_EQ(Path("http://server/web", style), "http://server/web");
-    EXPECT_EQ(Path("FILE://C:/Webs", style), "FILE://C:/Webs");
-    EXPECT_EQ(Path("File://C:/Webs", style), "File://C:/Webs");
+    EXPECT_EQ(Path("FILE:///C:/Webs", style), "FILE:///C:/Webs");
+    EXPECT_EQ(Path("File:///C:/Webs", style), "File:///C:/Webs");
     EXPECT_EQ(Path("", style), "");
     EXPECT_EQ(Path("fil", style), "fil");
   }

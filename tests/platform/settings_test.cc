@@ -82,7 +82,7 @@ TEST_P(Settings, LiveWhereOtherProgramsOfTheTimeKeepTheirs) {
 }
 
 TEST_P(Settings, TakeAWebsAddressAsASection) {
-  const std::string web = "file://C:/Webs/my site";
+  const std::string web = "file:///C:/Webs/my site";
   SaveSetting(kApp, web, "TITLE", "A");
   EXPECT_EQ(GetSetting(kApp, web, "TITLE"), "A");
   EXPECT_EQ(Sections(), std::vector<std::string>{web});

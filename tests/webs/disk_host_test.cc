@@ -23,14 +23,14 @@ TEST_F(DiskHostTest, HasTheWebItWasGivenOpen) {
 
 TEST_F(DiskHostTest, ALocationIsWhatFollowsTheWebsAddress) {
   web = Open();
-  EXPECT_EQ(Host().RelativeLocation(*web, "file://web/docs/a.htm"), "docs/a.htm");
-  EXPECT_EQ(Host().RelativeLocation(*web, "file://web"), "");
+  EXPECT_EQ(Host().RelativeLocation(*web, "file:///web/docs/a.htm"), "docs/a.htm");
+  EXPECT_EQ(Host().RelativeLocation(*web, "file:///web"), "");
 }
 
 TEST_F(DiskHostTest, AnAddressOutsideTheWebStaysAsItIs) {
   web = Open();
-  for (const char* address :
-       {"file://website/a.htm", "file://we", "http://example.com/a.htm", "file://Web/a.htm", ""}) {
+  for (const char* address : {"file:///website/a.htm", "file:///we", "http://example.com/a.htm",
+                              "file:///Web/a.htm", ""}) {
     EXPECT_EQ(Host().RelativeLocation(*web, address), address);
   }
 }
@@ -51,7 +51,7 @@ TEST_F(DiskHostTest, InTheWindowsStyleTheWebsAddressMayDifferInCase) {
   disk->folders.insert("C:\\Webs\\site");
   disk->files["C:\\Webs\\site\\a.htm"] = "";
   web = OpenDiskWeb("C:\\Webs\\site", {}, report, PathStyle::kWindows);
-  EXPECT_EQ(Host(PathStyle::kWindows).RelativeLocation(*web, "file://c:/webs/SITE/Docs/A.htm"),
+  EXPECT_EQ(Host(PathStyle::kWindows).RelativeLocation(*web, "file:///c:/webs/SITE/Docs/A.htm"),
             "Docs/A.htm");
 }
 

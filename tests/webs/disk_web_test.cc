@@ -30,9 +30,9 @@ TEST_F(DiskWebTest, ListsFilesInNameOrderFolderByFolder) {
     Put(name, "");
   }
   EXPECT_EQ(Urls(AllFiles(*Open())),
-            "file://web/_x.htm\nfile://web/A.htm\nfile://web/a.htm\nfile://web/b.htm\n"
-            "file://web/C.gif\nfile://web/\xC3\xA4.htm\nfile://web/a/z.htm\n"
-            "file://web/a/B/y.htm\nfile://web/Z/x.htm\n");
+            "file:///web/_x.htm\nfile:///web/A.htm\nfile:///web/a.htm\nfile:///web/b.htm\n"
+            "file:///web/C.gif\nfile:///web/\xC3\xA4.htm\nfile:///web/a/z.htm\n"
+            "file:///web/a/B/y.htm\nfile:///web/Z/x.htm\n");
 }
 
 TEST_F(DiskWebTest, TheHostsOwnFoldersAreNoPartOfTheWebAtAnyDepthAndInAnyCase) {
@@ -43,7 +43,7 @@ TEST_F(DiskWebTest, TheHostsOwnFoldersAreNoPartOfTheWebAtAnyDepthAndInAnyCase) {
     Put(std::string(folder) + "/x.htm", "");
     Put("docs/" + std::string(folder) + "/below/x.htm", "");
   }
-  EXPECT_EQ(Urls(AllFiles(*Open())), "file://web/a.htm\nfile://web/docs/b.htm\n");
+  EXPECT_EQ(Urls(AllFiles(*Open())), "file:///web/a.htm\nfile:///web/docs/b.htm\n");
 }
 
 TEST_F(DiskWebTest, ThePrivateFolderAndNamesLikeTheHostsArePartOfTheWeb) {
@@ -71,8 +71,8 @@ TEST_F(DiskWebTest, AnAddressIsTheUnencodedPath) {
   disk->folders.insert("/srv/My web #1");
   disk->files["/srv/My web #1/a b%.htm"] = "";
   const auto web = OpenDiskWeb("/srv/My web #1/", {}, report, PathStyle::kPosix);
-  EXPECT_EQ(web->Url(), "file://srv/My web #1");
-  EXPECT_EQ(Urls(AllFiles(*web)), "file://srv/My web #1/a b%.htm\n");
+  EXPECT_EQ(web->Url(), "file:///srv/My web #1");
+  EXPECT_EQ(Urls(AllFiles(*web)), "file:///srv/My web #1/a b%.htm\n");
 }
 
 TEST_F(DiskWebTest, InTheWindowsStyleAddressesHaveSlashesAndPathsBackslashes) {
@@ -83,10 +83,10 @@ TEST_F(DiskWebTest, InTheWindowsStyleAddressesHaveSlashesAndPathsBackslashes) {
   disk->files["C:\\Webs\\site\\_vti_pvt\\structure.cnf"] =
       "3.0.0.507\r\n1001\r\n1000,DOCS/a.htm,0,A,0,1,0";
   const auto web = OpenDiskWeb("C:/Webs/site\\", {}, report, PathStyle::kWindows);
-  EXPECT_EQ(web->Url(), "file://C:/Webs/site");
+  EXPECT_EQ(web->Url(), "file:///C:/Webs/site");
   EXPECT_EQ(web->BaseFolder()->Folders()[0]->LocalPath(), "C:\\Webs\\site\\docs");
   const auto file = AllNodes(*web).at(0)->File();
-  EXPECT_EQ(file->Url(), "file://C:/Webs/site/docs/a.htm");
+  EXPECT_EQ(file->Url(), "file:///C:/Webs/site/docs/a.htm");
   EXPECT_EQ(file->Title(), "Noted");
   EXPECT_EQ(Reported(), "");
 }
@@ -216,7 +216,7 @@ TEST_F(DiskWebTest, ANameWithALineBreakIsReportedAndLeftOut) {
   Put("a.htm", "");
   Put("b.htm\r\nTitle=x.htm", "");
   Put("Icon\r", "");
-  EXPECT_EQ(Urls(AllFiles(*Open())), "file://web/a.htm\n");
+  EXPECT_EQ(Urls(AllFiles(*Open())), "file:///web/a.htm\n");
   const std::string problem =
       "/web:0: a name with a line break in it was left out: a project file has one name on each "
       "line\n";
@@ -229,15 +229,15 @@ TEST_F(DiskWebTest, ThePageOfAKeptProjectIsNoPageOfTheWeb) {
     Put(name, "");
   }
   EXPECT_EQ(Urls(AllFiles(*Open())),
-            "file://web/a.htm\nfile://web/Scr.tmp.htm\nfile://web/ScrXYZ.tmp.htm\n"
-            "file://web/docs/Scr1A2.tmp.htm\n");
+            "file:///web/a.htm\nfile:///web/Scr.tmp.htm\nfile:///web/ScrXYZ.tmp.htm\n"
+            "file:///web/docs/Scr1A2.tmp.htm\n");
 }
 
 TEST_F(DiskWebTest, ASubfolderThatCannotBeReadIsReportedAndLeftOut) {
   Put("a.htm", "");
   Put("docs/b.htm", "");
   disk->failures.insert({"list /web/docs", Error(kPermissionDenied, "", "Permission denied: x")});
-  EXPECT_EQ(Urls(AllFiles(*Open())), "file://web/a.htm\n");
+  EXPECT_EQ(Urls(AllFiles(*Open())), "file:///web/a.htm\n");
   EXPECT_EQ(Reported(), "/web/docs:0: the folder was left out: Permission denied: x\n");
 }
 

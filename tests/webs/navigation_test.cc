@@ -63,7 +63,7 @@ TEST_F(NavigationTest, APageMissingOnDiskKeepsItsNodeAndIsReported) {
   PutStructure("1000,docs/gone.htm,0,Gone,0,1,0\n1001,a.htm,0,A,1000,1,0\n");
   const auto web = Open(ContentsChoice::kNavigation);
   EXPECT_EQ(Drawn(*web), "Gone: (no file)\n-A: a.htm\n");
-  EXPECT_EQ(AllNodes(*web)[0]->Url(), "file://web/docs/gone.htm");
+  EXPECT_EQ(AllNodes(*web)[0]->Url(), "file:///web/docs/gone.htm");
   EXPECT_EQ(Reported(),
             kFile + ":3: the page \"docs/gone.htm\" of the entry \"Gone\" does not exist\n");
 }
@@ -292,8 +292,8 @@ TEST_F(NavigationTest, ListsThePagesOutsideIt) {
   std::string urls;
   for (const auto& page : Open()->PagesOutsideContents()) urls += page->Url() + "\n";
   EXPECT_EQ(urls,
-            "file://web/a.htm\nfile://web/c.htm\nfile://web/d.htm\n"
-            "file://web/docs/z.HTML\n");
+            "file:///web/a.htm\nfile:///web/c.htm\nfile:///web/d.htm\n"
+            "file:///web/docs/z.HTML\n");
 }
 
 }  // namespace

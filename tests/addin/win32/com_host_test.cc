@@ -36,10 +36,10 @@ class ComHostTest : public testing::Test {
 };
 
 TEST_F(ComHostTest, TheOpenWebIsTheActiveOne) {
-  other->GivesText(L"Url", L"file://C:/Webs/site");
+  other->GivesText(L"Url", L"file:///C:/Webs/site");
   application->GivesObject(L"ActiveWeb", other);
   ASSERT_TRUE(Host().CurrentWeb());
-  EXPECT_EQ(Host().CurrentWeb()->Url(), "file://C:/Webs/site");
+  EXPECT_EQ(Host().CurrentWeb()->Url(), "file:///C:/Webs/site");
 }
 
 TEST_F(ComHostTest, NoWebIsOpenHoweverTheHostSaysIt) {
@@ -60,14 +60,14 @@ TEST_F(ComHostTest, APlaceInTheWebIsTheHostsToTell) {
     EXPECT_EQ(call.Count(), 2u);
     EXPECT_EQ(call.Argument(0).vt, VT_DISPATCH);
     EXPECT_EQ(call.Argument(0).pdispVal, other.get()) << "the web itself is the base";
-    EXPECT_EQ(AnsiText(call.Argument(1).bstrVal), "file://C:/Webs/site/docs/a.htm");
+    EXPECT_EQ(AnsiText(call.Argument(1).bstrVal), "file:///C:/Webs/site/docs/a.htm");
     call.result->vt = VT_BSTR;
     call.result->bstrVal = SysAllocString(L"docs/a.htm");
     return S_OK;
   });
   ComHost host = Host();
   const std::shared_ptr<SiteWeb> web = host.CurrentWeb();
-  EXPECT_EQ(host.RelativeLocation(*web, "file://C:/Webs/site/docs/a.htm"), "docs/a.htm");
+  EXPECT_EQ(host.RelativeLocation(*web, "file:///C:/Webs/site/docs/a.htm"), "docs/a.htm");
 }
 
 TEST_F(ComHostTest, TheVersionIsText) {

@@ -48,11 +48,11 @@ class WaysOfNothing : public ComSiteTest, public testing::WithParamInterface<int
 INSTANTIATE_TEST_SUITE_P(All, WaysOfNothing, testing::Range(0, 5));
 
 TEST_F(ComSiteTest, AFileTellsItsAddressExtensionAndTitle) {
-  object->GivesText(L"Url", L"file://C:/Webs/site/docs/a.htm");
+  object->GivesText(L"Url", L"file:///C:/Webs/site/docs/a.htm");
   object->GivesText(L"Extension", L"htm");
   object->GivesText(L"Title", L"M\u00E4rz");
   ComFile file(Called(object));
-  EXPECT_EQ(file.Url(), "file://C:/Webs/site/docs/a.htm");
+  EXPECT_EQ(file.Url(), "file:///C:/Webs/site/docs/a.htm");
   EXPECT_EQ(file.Extension(), "htm");
   EXPECT_EQ(file.Title(), "M\xE4rz");
 }
@@ -127,21 +127,21 @@ TEST_F(ComSiteTest, AFolderThatIsAWebOfItsOwnIsAFolderLikeAnyOther) {
 }
 
 TEST_F(ComSiteTest, AFoldersPathIsToldByItsAddress) {
-  object->GivesText(L"Url", L"file://C:/My Webs/site/images");
+  object->GivesText(L"Url", L"file:///C:/My Webs/site/images");
   EXPECT_EQ(ComFolder(Called(object)).LocalPath(), "C:\\My Webs\\site\\images");
-  other->GivesText(L"Url", L"file://C:/Webs/site/");
+  other->GivesText(L"Url", L"file:///C:/Webs/site/");
   EXPECT_EQ(ComFolder(Called(other)).LocalPath(), "C:\\Webs\\site") << "without a separator";
 }
 
 TEST_F(ComSiteTest, ANodeTellsItsLabelAddressPageAndChildren) {
   other->GivesText(L"Title", L"A page");
   object->GivesText(L"Label", L"Start");
-  object->GivesText(L"Url", L"file://C:/Webs/site/index.htm");
+  object->GivesText(L"Url", L"file:///C:/Webs/site/index.htm");
   object->GivesObject(L"File", other);
   object->GivesObject(L"Children", Enumerable(NumberedObjects(2)));
   ComNode node(Called(object));
   EXPECT_EQ(node.Label(), "Start");
-  EXPECT_EQ(node.Url(), "file://C:/Webs/site/index.htm");
+  EXPECT_EQ(node.Url(), "file:///C:/Webs/site/index.htm");
   ASSERT_TRUE(node.File());
   EXPECT_EQ(node.File()->Title(), "A page");
   EXPECT_EQ(node.Children().size(), 2u);
@@ -206,15 +206,15 @@ TEST_F(ComSiteTest, APageThatCannotBeSavedIsNotTriedTwice) {
 TEST_F(ComSiteTest, AWebTellsItsAddressFolderNodesAndPages) {
   const ComPtr<ScriptedObject> window = ScriptedObject::Make();
   window->GivesObject(L"PageWindows", Enumerable(NumberedObjects(2)));
-  other->GivesText(L"Url", L"file://C:/Webs/site");
+  other->GivesText(L"Url", L"file:///C:/Webs/site");
   other->GivesText(L"Label", L"Home");
-  object->GivesText(L"Url", L"file://C:/Webs/site");
+  object->GivesText(L"Url", L"file:///C:/Webs/site");
   for (const wchar_t* member : {L"RootFolder", L"RootNavigationNode", L"HomeNavigationNode"}) {
     object->GivesObject(member, other);
   }
   object->GivesObject(L"ActiveWebWindow", window);
   ComWeb web(Called(object));
-  EXPECT_EQ(web.Url(), "file://C:/Webs/site");
+  EXPECT_EQ(web.Url(), "file:///C:/Webs/site");
   EXPECT_EQ(web.BaseFolder()->LocalPath(), "C:\\Webs\\site");
   EXPECT_EQ(web.NavigationRoot()->Label(), "Home");
   EXPECT_EQ(web.HomeNode()->Label(), "Home");
@@ -241,9 +241,9 @@ TEST_F(ComSiteTest, TheOpenPagesAreThoseOfAllTheWebsWindows) {
 }
 
 TEST_F(ComSiteTest, AWebThatDoesNotTellItsAddressHasThatOfItsFolder) {
-  other->GivesText(L"Url", L"file://C:/Webs/site");
+  other->GivesText(L"Url", L"file:///C:/Webs/site");
   object->GivesObject(L"RootFolder", other);
-  EXPECT_EQ(ComWeb(Called(object)).Url(), "file://C:/Webs/site");
+  EXPECT_EQ(ComWeb(Called(object)).Url(), "file:///C:/Webs/site");
 }
 
 class Breakdowns : public ComSiteTest, public testing::WithParamInterface<HRESULT> {};

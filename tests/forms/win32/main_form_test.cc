@@ -83,7 +83,7 @@ TEST_F(MainFormTest, PlaceSizeAndValuesAreBackAfterClosing) {
     EXPECT_EQ(TextOf(Edit(kMainTitle, 0)), "Changed");
     EXPECT_EQ(TextOf(Edit(kMainTitle, 1)), "D:\\out.chm");
     EXPECT_EQ(Chosen(), "Words & signs");
-    EXPECT_EQ(frmMain::Load()->suiParams()["DEFAULTPAGE"].data, "file://C:/Webs/site/words.htm");
+    EXPECT_EQ(frmMain::Load()->suiParams()["DEFAULTPAGE"].data, "file:///C:/Webs/site/words.htm");
     EXPECT_TRUE(IsChecked(kMainTitle, "Generate index by keywords"));
     EXPECT_FALSE(IsChecked(kMainTitle, "Favorites tab"));
     EXPECT_TRUE(IsChecked(kMainTitle, "Don't remove HTML Workshop project file"));
@@ -96,7 +96,7 @@ TEST_F(MainFormTest, TwoWebsKeepSeparateValues) {
     SetWindowTextA(Edit(kMainTitle, 0), "One");
     CloseBox(kMainTitle);
   });
-  MemorySite other("file://C:/Webs/other", "C:\\Webs\\other");
+  MemorySite other("file:///C:/Webs/other", "C:\\Webs\\other");
   Globals().HostApplication = other.Host();
   Open([] {
     EXPECT_EQ(TextOf(Edit(kMainTitle, 0)), "other");
@@ -163,7 +163,7 @@ TEST_F(MainFormTest, TheListTakesManyPages) {
     EXPECT_EQ(Chosen(), "Page 7777");
     CloseBox(kMainTitle);
   });
-  EXPECT_EQ(GetSetting("Scrivo", site.url, "DEFAULTPAGE"), "file://C:/Webs/site/page7777.htm");
+  EXPECT_EQ(GetSetting("Scrivo", site.url, "DEFAULTPAGE"), "file:///C:/Webs/site/page7777.htm");
 }
 
 TEST_F(MainFormTest, TheKeyboardReachesEveryControlInReadingOrder) {

@@ -10,7 +10,7 @@ std::string Slashes(std::string path) {
 
 class WebModelTest : public ModelTest {
  protected:
-  const std::string url = "file://" + Slashes(web_path);
+  const std::string url = "file:///" + Slashes(web_path);
 };
 
 TEST_F(WebModelTest, OpensAWebWithFourArgumentsOrTheOneThatMatters) {
