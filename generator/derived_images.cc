@@ -12,18 +12,19 @@
 namespace scrivo {
 namespace {
 
-std::string LowerCase(std::string text) {
+std::string UpperCase(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
   return text;
 }
 
-// The names of a folder's own files, in name order without regard to case (bytes break ties), so
-// that the same web always gives the same page.
+// The names of a folder's own files in the order of a folder on Windows, on every system, so that
+// the same web always gives the same page: by their capital letters, which puts "_" behind all
+// letters; bytes break ties.
 std::vector<std::string> FileNamesIn(const std::string& folder) {
   std::vector<std::pair<std::string, std::string>> sorted;
   for (const FolderEntry& entry : TheServices().files->List(folder)) {
-    if (!entry.is_folder) sorted.emplace_back(LowerCase(entry.name), entry.name);
+    if (!entry.is_folder) sorted.emplace_back(UpperCase(entry.name), entry.name);
   }
   std::sort(sorted.begin(), sorted.end());
   std::vector<std::string> names;

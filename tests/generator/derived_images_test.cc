@@ -44,12 +44,15 @@ TEST_F(DerivedImagesTest, NamesAreWrittenAsTheyAreWhateverTheirType) {
   EXPECT_EQ(Page(), std::string(kStart) + "<img src=\"_derived/a \"b\" & <c>.txt\">\r\n" + kEnd);
 }
 
-TEST_F(DerivedImagesTest, NamesComeInNameOrderWithoutRegardToCase) {
-  for (const char* name : {"b", "C", "A", "a"}) AddDerived(name);
-  EXPECT_EQ(Page(), std::string(kStart) +
-                        "<img src=\"_derived/A\">\r\n<img src=\"_derived/a\">\r\n"
-                        "<img src=\"_derived/b\">\r\n<img src=\"_derived/C\">\r\n" +
-                        kEnd);
+TEST_F(DerivedImagesTest, NamesComeInTheOrderOfAFolderOnWindows) {
+  const char* const ordered[] = {"A",       "a", "a.gif", "A1", "aa.gif", "AB", "az",
+                                 "a_b.gif", "b", "C",     "Z",  "_a",     "{a}"};
+  std::string expected = kStart;
+  for (const char* name : ordered) {
+    AddDerived(name);
+    expected += "<img src=\"_derived/" + std::string(name) + "\">\r\n";
+  }
+  EXPECT_EQ(Page(), expected + kEnd);
 }
 
 TEST_F(DerivedImagesTest, TheTemporaryNameKeepsItsEndingAndIsFreed) {

@@ -144,7 +144,7 @@ def index_file(site):
 
 def derived_page(site):
     lines = ["<HTML><HEAD><TITLE></TITLE></HEAD><BODY>"]
-    lines += [f'<img src="_derived/{name}">' for name in web_on_disk.in_name_order(site.derived)]
+    lines += [f'<img src="_derived/{name}">' for name in sorted(site.derived, key=lambda name: (name.upper(), name))]
     lines.append("</BODY></HTML>")
     return "".join(line + EOL for line in lines)
 
