@@ -8,7 +8,6 @@
 #include "errors/procedure_level.h"
 #include "generator/frm_main.h"
 #include "generator/project_names.h"
-#include "generator/relative_location.h"
 #include "generator/sitemap_text.h"
 #include "platform/text_file.h"
 
@@ -19,7 +18,8 @@ namespace {
 // to the error handler, its levels kept in a stack of our own.
 class ContentsLists {
  public:
-  explicit ContentsLists(std::string* text) : text_(*text) {}
+  // The locations of pages are those in the web that is open in `form`.
+  ContentsLists(frmMain& form, std::string* text) : form_(form), text_(*text) {}
 
   void Write(const std::shared_ptr<SiteNode>& root) {
     Call(root);
@@ -82,7 +82,7 @@ class ContentsLists {
         step.Step([&] { text_ += kEntryStart + (kNameStart + child->Label()) + kValueEnd; }) &&
         step.Step([&] { file = child->File(); }) &&
         (!file ||
-         step.Step([&] { text_ += kLocalStart + RelativeLocation(file->Url()) + kValueEnd; })) &&
+         step.Step([&] { text_ += kLocalStart + form_.LocationOf(file->Url()) + kValueEnd; })) &&
         step.Step([&] { text_ += kEntryEnd; }) &&
         step.Step([&] { has_children = !child->Children().empty(); });
     if (going_on && has_children) Call(child);
@@ -108,6 +108,7 @@ class ContentsLists {
     return going_on;
   }
 
+  frmMain& form_;
   std::string& text_;
   std::deque<Level> levels_;    // innermost at the back
   std::exception_ptr failure_;  // a failure inside the error handler, on its way up
@@ -117,7 +118,7 @@ class ContentsLists {
 
 std::string frmMain::EnumNodes(const std::shared_ptr<SiteNode>& node) {
   std::string text;
-  ContentsLists(&text).Write(node);
+  ContentsLists(*this, &text).Write(node);
   return text;
 }
 

@@ -19,7 +19,7 @@ class Steps;
 // calls BuildUI, shows it (or sets the items and calls Generate), and unloads it.
 //
 // Procedures that are named "Kestrel.frmMain.…" in the error reports answer to the error handler:
-// what they return after an abort is false or empty. All others never throw.
+// what they return after an abort is false or empty. All others, unless they say so, never throw.
 class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEvents {
  public:
   // The one dialog; creates it, not shown, when it is not loaded.
@@ -89,6 +89,10 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
   SiteFiles AllFiles();
   SiteNodes AllNodes();
 
+  // Where a page of the web that BuildUI took lies in it. Errors are the host's, and kObjectNotSet
+  // without a web or a host.
+  std::string LocationOf(const std::string& address) const;
+
   // Full paths of the files written so far, "" for one that was not made.
   const std::string& ContentsPath() const { return contents_path_; }
   const std::string& IndexPath() const { return index_path_; }
@@ -116,6 +120,9 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
   void ChooseOutput();
   // The window. Raises Error (kObjectNotSet) in a program without windows.
   MainView& View() const;
+
+  // The location of the "DEFAULTPAGE" value; "" when none is chosen, which no host is asked about.
+  std::string StartPageLocation();
 
   // Statements of Generate and of BuildProjectFile.
   void CompileAndShow(Steps& step);

@@ -4,7 +4,6 @@
 #include "errors/error_handler.h"
 #include "errors/frame.h"
 #include "generator/frm_main.h"
-#include "generator/relative_location.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
 #include "system/error.h"
@@ -112,8 +111,7 @@ bool frmMain::BuildSources(Steps& step) {
 void frmMain::ShowResult() {
   const std::string& output = params_["OUTPUT"].text;
   if (!params_["VIEWRESULT"].checked || !TheServices().files->FileExists(output)) return;
-  TheServices().desktop->HtmlHelp(Window(), output, kHelpDisplayToc,
-                                  RelativeLocation(params_["DEFAULTPAGE"].data));
+  TheServices().desktop->HtmlHelp(Window(), output, kHelpDisplayToc, StartPageLocation());
 }
 
 bool frmMain::WriteProject() {

@@ -6,7 +6,6 @@
 #include "errors/frame.h"
 #include "generator/frm_main.h"
 #include "generator/project_names.h"
-#include "generator/relative_location.h"
 #include "generator/sitemap_text.h"
 #include "platform/text_file.h"
 #include "system/services.h"
@@ -42,7 +41,7 @@ void AppendEntry(const std::string& keyword, const std::string& title, const std
 }
 
 // Appends the entries of one page: statements of UseKeywords.
-void AppendPage(Steps& step, SiteFile& file, std::string* text) {
+void AppendPage(Steps& step, frmMain& form, SiteFile& file, std::string* text) {
   const std::string keywords = KeywordsOf(file);
   if (keywords.empty()) return;
   std::shared_ptr<SiteNode> node;
@@ -50,7 +49,7 @@ void AppendPage(Steps& step, SiteFile& file, std::string* text) {
   step([&] { node = file.NavigationEntry(); });
   step([&] { title = node ? node->Label() : file.Title(); });
   for (const std::string& keyword : SplitKeywords(keywords)) {
-    step([&] { AppendEntry(keyword, title, RelativeLocation(file.Url()), text); });
+    step([&] { AppendEntry(keyword, title, form.LocationOf(file.Url()), text); });
   }
 }
 
@@ -63,7 +62,7 @@ std::string frmMain::UseKeywords() {
     const std::size_t empty_list = text.size();
     SiteFiles files;
     step([&] { files = AllFiles(); });
-    for (const std::shared_ptr<SiteFile>& file : files) AppendPage(step, *file, &text);
+    for (const std::shared_ptr<SiteFile>& file : files) AppendPage(step, *this, *file, &text);
     if (text.size() == empty_list) return;
     step([&] { text += kListEnd; });
     result = std::move(text);

@@ -6,6 +6,7 @@
 #include "errors/error_handler.h"
 #include "errors/frame.h"
 #include "generator/frm_main.h"
+#include "generator/relative_location.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
 #include "platform/settings.h"
@@ -148,6 +149,15 @@ void frmMain::SaveParameters() {
   save("OUTPUT", [&] { return params_["OUTPUT"].text; });
   save("CLOSELOG", [&] { return CheckText(params_["CLOSELOG"]); });
   save("LEAVEPROJECTFILE", [&] { return CheckText(params_["LEAVEPROJECTFILE"]); });
+}
+
+std::string frmMain::LocationOf(const std::string& address) const {
+  return PageLocation(OpenWeb(), address);
+}
+
+std::string frmMain::StartPageLocation() {
+  const std::string& address = params_["DEFAULTPAGE"].data;
+  return address.empty() ? "" : LocationOf(address);
 }
 
 SiteFiles frmMain::AllFiles() {

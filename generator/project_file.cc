@@ -5,7 +5,6 @@
 #include "errors/frame.h"
 #include "generator/frm_main.h"
 #include "generator/project_names.h"
-#include "generator/relative_location.h"
 #include "platform/paths.h"
 #include "platform/text_file.h"
 
@@ -52,8 +51,7 @@ bool frmMain::BuildProjectFile() {
     step([&] { text += "Compiled file=" + params_["OUTPUT"].text + "\r\n"; });
     step([&] { text += "Contents file=" + contents_path_ + "\r\n"; });
     text += "Default window=default\r\n";
-    step(
-        [&] { text += "Default topic=" + RelativeLocation(params_["DEFAULTPAGE"].data) + "\r\n"; });
+    step([&] { text += "Default topic=" + StartPageLocation() + "\r\n"; });
     text += "Display compile progress=Yes\r\n";
     text += "Full-text search=Yes\r\n";
     text += "Language=0x409 English (United States)\r\n";
@@ -86,13 +84,13 @@ void frmMain::AppendPages(Steps& step, std::string* text) {
   SiteFiles files;
   std::string output;
   step([&] { files = AllFiles(); });
-  step([&] { output = RelativeLocation(params_["OUTPUT"].text); });
+  step([&] { output = LocationOf(params_["OUTPUT"].text); });
   for (const std::shared_ptr<SiteFile>& file : files) {
     bool is_page = false;
     step([&] { is_page = IsPage(file->Extension()); });
     if (!is_page) continue;
     step([&] {
-      const std::string location = RelativeLocation(file->Url());
+      const std::string location = LocationOf(file->Url());
       if (location != output) *text += "\r\n" + location;
     });
   }

@@ -16,6 +16,8 @@ std::string Entry(const std::string& label, const std::string& location = "") {
 
 std::string List(const std::string& entries) { return "<UL>\r\n" + entries + "</UL>\r\n"; }
 
+constexpr char kLocationOfA[] = "RelativeLocation file:///C:/Webs/site/a.htm";
+
 class ContentsFileTest : public GeneratorTest {
  protected:
   std::string Lists() { return Form()->EnumNodes(site.Web()->NavigationRoot()); }
@@ -176,13 +178,26 @@ TEST_F(ContentsFileTest, AnAbortOfTheOutermostLevelGivesAFileWithoutAList) {
   EXPECT_EQ(Written(Form()->ContentsPath()), std::string(kStart) + kEnd);
 }
 
-TEST_F(ContentsFileTest, ALocationThatTheHostCannotTellIsEmpty) {
+TEST_F(ContentsFileTest, ALocationThatTheHostCannotTellIsAnsweredByTheUser) {
   site.AddNode(nullptr, "A", site.AddPage("a.htm"));
-  site.Fail("RelativeLocation file:///C:/Webs/site/a.htm", 1);
-  EXPECT_EQ(Lists(), List("<LI><OBJECT TYPE=\"text/sitemap\">\r\n"
-                          "<PARAM NAME=\"Name\" VALUE=\"A\"><PARAM NAME=\"Local\" VALUE=\"\">\r\n"
-                          "</OBJECT>\r\n"));
-  EXPECT_EQ(Reports(), 0);
+  site.Fail(kLocationOfA, 3);
+  dialog->answers = {"RETRY", "IGNORE"};
+  EXPECT_EQ(Lists(), List(Entry("A")));
+  EXPECT_TRUE(LastReportIsFrom("EnumNodes"));
+  dialog->answers = {"RETRY"};
+  EXPECT_EQ(Lists(), List(Entry("A", "a.htm")));
+  EXPECT_EQ(Reports(), 3);
+}
+
+TEST_F(ContentsFileTest, ALocationThatIsAbortedEndsItsLevelOnly) {
+  const auto top = site.AddNode(nullptr, "Top");
+  site.AddNode(top, "A", site.AddPage("a.htm"));
+  site.AddNode(nullptr, "B", site.AddPage("b.htm"));
+  site.Fail(kLocationOfA, 1);
+  EXPECT_TRUE(Form()->BuildContentFile());
+  EXPECT_TRUE(LastReportIsFrom("EnumNodes"));
+  EXPECT_EQ(Written(Form()->ContentsPath()),
+            kStart + List(Entry("Top") + Entry("B", "b.htm")) + kEnd);
 }
 
 TEST_F(ContentsFileTest, AnErrorInTheErrorHandlerRisesLevelByLevel) {

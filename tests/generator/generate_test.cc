@@ -143,6 +143,49 @@ TEST_F(GenerateTest, TheResultIsShownOnRequestOnly) {
   EXPECT_TRUE(desktop->help_calls.empty());
 }
 
+TEST_F(GenerateTest, AStartPageThatTheHostCannotTellIsAnsweredByTheUserBeforeTheResultIsShown) {
+  const std::string location = "RelativeLocation file:///C:/Webs/site/start.htm";
+  processes->on_start = [&] {
+    files->files[kOutput] = "compiled";
+    site.Fail(location, 1);
+  };
+  dialog->answers = {"RETRY"};
+  Generate();
+  EXPECT_EQ(Reports(), 1);
+  EXPECT_TRUE(LastReportIsFrom("Generate"));
+  ASSERT_EQ(desktop->help_calls.size(), 1U);
+  EXPECT_EQ(desktop->help_calls[0].data, "start.htm");
+
+  desktop->help_calls.clear();
+  dialog->answers = {"IGNORE"};
+  Generate();
+  EXPECT_EQ(Reports(), 2);
+  EXPECT_TRUE(desktop->help_calls.empty());
+  EXPECT_FALSE(ProjectFilesAreLeft());
+  ExpectEnded();
+}
+
+TEST_F(GenerateTest, WithoutAStartPageTheResultIsShownWithoutAskingTheHostForOne) {
+  Params()["DEFAULTPAGE"].data.clear();
+  site.Fail("RelativeLocation", 9);  // the call for an empty address
+  Generate();
+  EXPECT_EQ(Reports(), 0);
+  ASSERT_EQ(desktop->help_calls.size(), 1U);
+  EXPECT_EQ(desktop->help_calls[0].data, "");
+}
+
+TEST_F(GenerateTest, NoCompilerRunsOnAProjectWhosePagesTheHostCannotPlace) {
+  Params()["USEKEYWORDS"].checked = false;
+  site.AddPage("other.htm");
+  Form();
+  site.Fail("RelativeLocation file:///C:/Webs/site/other.htm", 1);
+  Generate();
+  EXPECT_TRUE(LastReportIsFrom("BuildProjectFile"));
+  EXPECT_FALSE(HasCompiled());
+  EXPECT_FALSE(ProjectFilesAreLeft());
+  ExpectEnded();
+}
+
 TEST_F(GenerateTest, AResultThatIsNotThereIsNotShown) {
   processes->on_start = nullptr;
   Generate();

@@ -101,13 +101,13 @@ TEST_F(IndexFileTest, RetryRunsTheFailedStatementAgain) {
   site.AddNode(nullptr, "Label", site.AddPage("a.htm", "A", "k"));
   site.AddPage("b.htm", "B", "k");
   Form();
-  for (const char* call :
-       {"Files", "NavigationEntry a.htm", "Label Label", "Title b.htm", "Url a.htm"}) {
+  for (const char* call : {"Files", "NavigationEntry a.htm", "Label Label", "Title b.htm",
+                           "Url a.htm", "RelativeLocation file:///C:/Webs/site/a.htm"}) {
     site.Fail(call, 1);
   }
-  dialog->answers.assign(5, "RETRY");
+  dialog->answers.assign(6, "RETRY");
   EXPECT_EQ(Form()->UseKeywords(), List(Entry("k", "Label", "a.htm") + Entry("k", "B", "b.htm")));
-  EXPECT_EQ(Reports(), 5);
+  EXPECT_EQ(Reports(), 6);
 }
 
 TEST_F(IndexFileTest, IgnoreLeavesOutTheFailedStatementOnly) {
@@ -124,6 +124,8 @@ TEST_F(IndexFileTest, IgnoreLeavesOutTheFailedStatementOnly) {
             List(Entry("k", "A", "a.htm") + Entry("l", "A", "a.htm")));
   EXPECT_EQ(with_ignored("Label Label"), List(Entry("k", "", "a.htm") + Entry("l", "", "a.htm")));
   EXPECT_EQ(with_ignored("Url a.htm"), List(Entry("l", "Label", "a.htm")));
+  EXPECT_EQ(with_ignored("RelativeLocation file:///C:/Webs/site/a.htm"),
+            List(Entry("l", "Label", "a.htm")));
 }
 
 TEST_F(IndexFileTest, AnAbortedCollectionGivesNoIndex) {
@@ -136,6 +138,18 @@ TEST_F(IndexFileTest, AnAbortedCollectionGivesNoIndex) {
   site.Fail("Url b.htm", 1);
   EXPECT_TRUE(Form()->BuildIndexFile());
   EXPECT_FALSE(Form()->UseIndex());
+}
+
+TEST_F(IndexFileTest, ALocationThatIsAbortedEndsTheCollectionOnly) {
+  site.AddPage("a.htm", "A", "k");
+  site.AddPage("b.htm", "B", "k");
+  Form()->UseIndex(true);
+  site.Fail("RelativeLocation file:///C:/Webs/site/b.htm", 1);
+  EXPECT_TRUE(Form()->BuildIndexFile());
+  EXPECT_TRUE(LastReportIsFrom("UseKeywords"));
+  EXPECT_EQ(Reports(), 1);
+  EXPECT_FALSE(Form()->UseIndex());
+  EXPECT_EQ(Form()->IndexPath(), "");
 }
 
 TEST_F(IndexFileTest, AFailingWriteIsAnsweredByTheUser) {

@@ -3,6 +3,8 @@
 namespace scrivo {
 namespace {
 
+const std::string kUrl = "file:///C:/Webs/site";
+
 class ProjectFileTest : public GeneratorTest {
  protected:
   // The project file's text; a False result fails the test.
@@ -108,8 +110,47 @@ TEST_F(ProjectFileTest, TheOutputItselfIsNotListed) {
   EXPECT_EQ(ListedPages(), "\r\na.htm\r\nsub/Out.htm");
 }
 
-TEST_F(ProjectFileTest, AnEmptyStartPageGivesAnEmptyDefaultTopic) {
+TEST_F(ProjectFileTest, AnEmptyStartPageGivesAnEmptyDefaultTopicWithoutAskingTheHost) {
   EXPECT_NE(Project().find("\r\nDefault topic=\r\n"), std::string::npos);
+  EXPECT_EQ(site.CountOf("RelativeLocation"), 0);
+}
+
+TEST_F(ProjectFileTest, ALocationThatTheHostCannotTellIsAnsweredByTheUser) {
+  site.AddPage("a.htm");
+  site.AddPage("b.htm");
+  Form()->suiParams()["OUTPUT"].text = "C:\\Webs\\site\\b.htm";
+  Form()->suiParams()["DEFAULTPAGE"].data = kUrl + "/start.htm";
+  const std::string calls[] = {kUrl + "/start.htm", "C:\\Webs\\site\\b.htm", kUrl + "/a.htm"};
+  const auto fail_all = [&] {
+    for (const std::string& call : calls) site.Fail("RelativeLocation " + call, 1);
+  };
+  fail_all();
+  dialog->answers.assign(3, "RETRY");
+  const std::string whole = Project();
+  EXPECT_NE(whole.find("\r\nDefault topic=start.htm\r\n"), std::string::npos) << whole;
+  EXPECT_EQ(ListedPages(), "\r\na.htm");
+  EXPECT_EQ(Reports(), 3);
+  EXPECT_TRUE(LastReportIsFrom("BuildProjectFile"));
+  fail_all();
+  dialog->answers.assign(3, "IGNORE");
+  const std::string text = Project();
+  EXPECT_EQ(text.find("Default topic"), std::string::npos) << text;
+  fail_all();
+  dialog->answers.assign(3, "IGNORE");
+  EXPECT_EQ(ListedPages(), "\r\nb.htm");
+  for (const std::string& call : calls) {
+    site.Fail("RelativeLocation " + call, 1);
+    EXPECT_FALSE(Form()->BuildProjectFile()) << call;
+    EXPECT_TRUE(LastReportIsFrom("BuildProjectFile")) << call;
+  }
+}
+
+TEST_F(ProjectFileTest, AHostThatIsGoneIsReported) {
+  Form()->suiParams()["DEFAULTPAGE"].data = kUrl + "/start.htm";
+  Globals().HostApplication = nullptr;
+  EXPECT_FALSE(Form()->BuildProjectFile());
+  ASSERT_EQ(Reports(), 1);
+  EXPECT_NE(dialog->reports[0].find("Error: 91,"), std::string::npos) << dialog->reports[0];
 }
 
 TEST_F(ProjectFileTest, TheStartPageIsTheItemsDataNotItsText) {
