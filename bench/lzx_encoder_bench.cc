@@ -12,11 +12,11 @@
 #include <iterator>
 #include <vector>
 
-#include "chm/compress_pipeline.h"
-#include "chm/lzx_encoder.h"
-#include "tests/chm/sample_data.h"
+#include "lzx/compress_pipeline.h"
+#include "lzx/lzx_encoder.h"
+#include "tests/lzx/sample_data.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 namespace fs = std::filesystem;
@@ -115,4 +115,4 @@ BENCHMARK(CompressOnThreads)
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace scrivo::chm
+}  // namespace scrivo

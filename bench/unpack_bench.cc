@@ -13,11 +13,11 @@
 
 #include "chm/chm_reader.h"
 #include "chm/container_writer.h"
-#include "chm/output_folder.h"
-#include "chm/unpack.h"
-#include "tests/chm/memory_store.h"
+#include "tests/bytes/memory_store.h"
+#include "unpack/output_folder.h"
+#include "unpack/unpack.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 constexpr std::size_t kPages = 2000;
@@ -122,4 +122,4 @@ void BM_ReadOnePage(benchmark::State& state) {
 BENCHMARK(BM_ReadOnePage)->Unit(benchmark::kMicrosecond)->Iterations(50);
 
 }  // namespace
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -7,7 +7,7 @@
 #include "chm/container_format.h"
 #include "chm/container_header.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 
 std::unique_ptr<ChmReader> ChmReader::Open(std::unique_ptr<ByteSource> source, Problems* problems) {
   const auto header = ReadContainerHeader(*source, problems);
@@ -105,4 +105,4 @@ bool ChmReader::Load(std::size_t interval, std::size_t length) {
   return length <= loaded_length_;
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -17,12 +17,12 @@
 #include <span>
 #include <vector>
 
-#include "chm/byte_source.h"
+#include "bytes/byte_source.h"
 #include "chm/compressed_section.h"
 #include "chm/directory.h"
 #include "chm/problem.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 
 class ChmReader {
  public:
@@ -76,4 +76,4 @@ class ChmReader {
   std::size_t loaded_length_ = 0;
 };
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -4,11 +4,11 @@
 #include <array>
 #include <bit>
 
+#include "bytes/little_endian.h"
 #include "chm/container_format.h"
 #include "chm/interval_search.h"
-#include "chm/little_endian.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 // An interval is decoded into memory as a whole, by several threads at once. Compilers write 64
@@ -213,4 +213,4 @@ std::size_t IntervalDecoder::Decode(std::size_t index, std::span<std::uint8_t> o
   return prefix ? result.produced : 0;
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -8,12 +8,12 @@
 #include <span>
 #include <vector>
 
-#include "chm/byte_source.h"
+#include "bytes/byte_source.h"
 #include "chm/directory.h"
-#include "chm/lzx_decoder.h"
 #include "chm/problem.h"
+#include "lzx/lzx_decoder.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 
 struct CompressedSection {
   std::uint64_t content_offset = 0;  // of the LZX stream, in the file
@@ -59,4 +59,4 @@ class IntervalDecoder {
   std::vector<std::uint8_t> input_;
 };
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

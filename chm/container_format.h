@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace scrivo::chm {
+namespace scrivo {
 
 using Guid = std::array<std::uint8_t, 16>;  // as stored in a file
 
@@ -149,4 +149,4 @@ inline constexpr std::uint32_t kVersionValue = 2;
 inline constexpr std::uint32_t kEntrySizeValue = 8;
 }  // namespace reset_table
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -4,10 +4,10 @@
 #include <array>
 #include <string_view>
 
+#include "bytes/little_endian.h"
 #include "chm/container_format.h"
-#include "chm/little_endian.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 constexpr std::uint64_t kUsualDirectoryOffset = itsf::kLengthVersion3 + size_section::kLength;
@@ -78,4 +78,4 @@ std::optional<ContainerHeader> ReadContainerHeader(const ByteSource& source, Pro
   return header;
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

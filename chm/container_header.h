@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <optional>
 
-#include "chm/byte_source.h"
+#include "bytes/byte_source.h"
 #include "chm/problem.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 
 struct ContainerHeader {
   std::uint32_t version = 0;
@@ -22,4 +22,4 @@ struct ContainerHeader {
 // file cannot be used at all.
 std::optional<ContainerHeader> ReadContainerHeader(const ByteSource& source, Problems* problems);
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

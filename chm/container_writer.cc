@@ -6,12 +6,12 @@
 #include <string_view>
 #include <utility>
 
-#include "chm/byte_writer.h"
+#include "bytes/byte_writer.h"
 #include "chm/container_format.h"
 #include "chm/directory.h"
-#include "chm/lzx_constants.h"
+#include "lzx/lzx_constants.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 // Where the directory starts: after the header and the header section with the file's size.
@@ -264,4 +264,4 @@ bool ContainerWriter::MoveContent(std::uint64_t by) {
   return true;
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "chm/byte_store.h"
-#include "chm/compress_pipeline.h"
+#include "bytes/byte_store.h"
 #include "chm/directory_writer.h"
-#include "chm/lzx_constants.h"
+#include "lzx/compress_pipeline.h"
+#include "lzx/lzx_constants.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 
 struct ContainerOptions {
   std::uint32_t language = 0x409;  // LCID in the header: the compiling machine's, for information
@@ -99,4 +99,4 @@ class ContainerWriter {
   CompressPipeline pipeline_;
 };
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

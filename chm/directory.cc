@@ -5,11 +5,11 @@
 #include <numeric>
 #include <utility>
 
+#include "bytes/little_endian.h"
 #include "chm/container_format.h"
 #include "chm/encint.h"
-#include "chm/little_endian.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 // The smallest and largest chunk that makes sense; compilers write 0x1000.
@@ -200,4 +200,4 @@ const Entry* Directory::Find(std::string_view name) const {
   return &entries_[*found];
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

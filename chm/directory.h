@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
-#include "chm/byte_source.h"
+#include "bytes/byte_source.h"
 #include "chm/container_header.h"
 #include "chm/problem.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 
 // One name in a help file.
 struct Entry {
@@ -72,4 +72,4 @@ class Directory {
   std::vector<std::uint32_t> by_name_;  // places in entries_, in the order of the names
 };
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <utility>
 
-#include "chm/byte_writer.h"
+#include "bytes/byte_writer.h"
 #include "chm/container_format.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 constexpr std::size_t kChunkSize = itsp::kUsualChunkSize;
@@ -161,4 +161,4 @@ std::vector<std::uint8_t> WriteDirectory(const std::vector<DirectoryEntry>& entr
   return out.Take();
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace scrivo::chm {
+namespace scrivo {
 
 struct DirectoryEntry {
   std::string name;           // UTF-8; folders end in "/"
@@ -24,4 +24,4 @@ inline constexpr std::size_t kMaxEntryName = 2000;
 // CompareNames, are distinct in it, and have names of 1 to kMaxEntryName bytes.
 std::vector<std::uint8_t> WriteDirectory(const std::vector<DirectoryEntry>& entries);
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

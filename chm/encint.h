@@ -7,7 +7,7 @@
 #include <optional>
 #include <span>
 
-namespace scrivo::chm {
+namespace scrivo {
 
 // Takes a number off the front of `*bytes`. Leading groups of zero are allowed, as some writers pad
 // their numbers. Nothing when the bytes end within the number or it needs more than 64 bits; what
@@ -24,4 +24,4 @@ inline std::optional<std::uint64_t> TakeEncint(std::span<const std::uint8_t>* by
   return std::nullopt;
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <span>
 
-namespace scrivo::chm {
+namespace scrivo {
 
 void FindIntervals(const ByteSource& source, CompressedSection* section) {
   LzxDecoder decoder(section->window_bits);
@@ -25,4 +25,4 @@ void FindIntervals(const ByteSource& source, CompressedSection* section) {
   }
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

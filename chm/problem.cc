@@ -5,7 +5,7 @@
 
 #include "text/code_page.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 constexpr std::size_t kMostProblems = 100;
@@ -155,4 +155,4 @@ std::string PrintableName(std::string_view name) {
 
 std::string Describe(const Problem& problem) { return Fill(Pattern(problem.kind), problem); }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace scrivo::chm {
+namespace scrivo {
 
 enum class ProblemKind {
   // The file as a whole cannot be used.
@@ -80,4 +80,4 @@ std::string Describe(const Problem& problem);
 // `name` as Describe() shows it.
 std::string PrintableName(std::string_view name);
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "chm/little_endian.h"
+#include "bytes/little_endian.h"
 #include "text/code_page.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 using Bytes = std::span<const std::uint8_t>;
@@ -147,4 +147,4 @@ std::optional<SystemInfo> ReadSystemInfo(ChmReader& reader) {
   return info;
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -8,7 +8,7 @@
 
 #include "chm/chm_reader.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 
 // Texts are UTF-8; a text that the file does not give is empty.
 struct SystemInfo {
@@ -27,4 +27,4 @@ struct SystemInfo {
 // index file that is named nowhere is found by its extension.
 std::optional<SystemInfo> ReadSystemInfo(ChmReader& reader);
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -11,8 +11,8 @@
 namespace scrivo {
 
 struct HelpFile {
-  std::unique_ptr<chm::ChmReader> reader;  // null when the file cannot be used
-  bool flawless = false;                   // whether nothing was wrong with it
+  std::unique_ptr<ChmReader> reader;  // null when the file cannot be used
+  bool flawless = false;              // whether nothing was wrong with it
 };
 
 // Opens the help file at `path` (UTF-8). What is wrong is printed to `err`, a line each, after

@@ -5,11 +5,11 @@
 #include <ostream>
 #include <system_error>
 
-#include "chm/output_folder.h"
 #include "chm/problem.h"
-#include "chm/unpack.h"
 #include "cli/decompile_arguments.h"
 #include "cli/help_file.h"
+#include "unpack/output_folder.h"
+#include "unpack/unpack.h"
 
 namespace scrivo {
 namespace {
@@ -30,17 +30,15 @@ std::filesystem::path ToPath(const std::string& utf8) {
   return std::u8string(utf8.begin(), utf8.end());
 }
 
-class Printer : public chm::UnpackListener {
+class Printer : public UnpackListener {
  public:
   Printer(bool verbose, std::ostream& out, std::ostream& err)
       : verbose_(verbose), out_(out), err_(err) {}
 
-  void OnFile(const chm::PlannedFile& file) override {
-    if (verbose_) out_ << chm::PrintableName(file.path) << '\n';
+  void OnFile(const PlannedFile& file) override {
+    if (verbose_) out_ << PrintableName(file.path) << '\n';
   }
-  void OnProblem(const chm::Problem& problem) override {
-    err_ << "hh: " << chm::Describe(problem) << '\n';
-  }
+  void OnProblem(const Problem& problem) override { err_ << "hh: " << Describe(problem) << '\n'; }
   void OnProgress(std::uint64_t, std::uint64_t) override {}
 
  private:
@@ -69,15 +67,15 @@ int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ost
   if (file.reader == nullptr) return kNotAllUnpacked;
 
   std::error_code error;
-  const auto folder = chm::OpenOutputFolder(ToPath(parsed->folder), &error);
+  const auto folder = OpenOutputFolder(ToPath(parsed->folder), &error);
   if (folder == nullptr) {
-    err << "hh: " << chm::PrintableName(parsed->folder) << ": " << error.message() << '\n';
+    err << "hh: " << PrintableName(parsed->folder) << ": " << error.message() << '\n';
     return kNotAllUnpacked;
   }
   Printer printer(parsed->verbose, out, err);
-  chm::UnpackOptions options;
+  UnpackOptions options;
   options.internal = parsed->internal;
-  const chm::UnpackResult result = chm::Unpack(*file.reader, *folder, options, printer);
+  const UnpackResult result = Unpack(*file.reader, *folder, options, printer);
   return file.flawless && result.problems == 0 ? kAllUnpacked : kNotAllUnpacked;
 }
 

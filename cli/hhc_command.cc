@@ -8,8 +8,8 @@
 #include <string_view>
 #include <thread>
 
-#include "chm/compiler.h"
 #include "cli/hhc_output.h"
+#include "hhc/compiler.h"
 
 namespace scrivo {
 namespace {
@@ -95,7 +95,7 @@ std::string WithoutQuotes(const std::string& name) {
 
 bool Compile(const Options& options, const std::string& working_folder, std::int64_t time,
              std::ostream& out, std::ostream& err) {
-  chm::CompileRequest request;
+  CompileRequest request;
   request.project_path = WithoutQuotes(options.project);
   request.working_folder = working_folder;
   request.compiler_name = kName;
@@ -105,8 +105,8 @@ bool Compile(const Options& options, const std::string& working_folder, std::int
 
   HhcOutput output(out, kName);
   const auto start = std::chrono::steady_clock::now();
-  const chm::DiskFiles files;
-  const chm::CompileResult result = chm::CompileProject(request, files, &output);
+  const DiskFiles files;
+  const CompileResult result = CompileProject(request, files, &output);
   if (!result.project_found) {
     out << kName << "\n\nUnable to open " << options.project << ".\n" << std::flush;
     return false;
@@ -115,7 +115,7 @@ bool Compile(const Options& options, const std::string& working_folder, std::int
       std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
   output.Finish(result, static_cast<int>(seconds.count()));
   if (!result.error_log.empty()) {
-    std::ofstream log(chm::SystemPath(result.error_log), std::ios::binary);
+    std::ofstream log(SystemPath(result.error_log), std::ios::binary);
     if (!(log << output.text() << std::flush)) {
       err << "hhc: cannot write the log file \"" << result.error_log << "\"\n";
     }

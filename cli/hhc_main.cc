@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "chm/source_files.h"
 #include "cli/code_page_stream.h"
 #include "cli/hhc_command.h"
+#include "project/source_files.h"
 #include "system/terminal.h"
 #include "text/code_page.h"
 
@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
       arguments.push_back(utf8 ? argv[i] : scrivo::ToUtf8(argv[i], code_page));
     }
     scrivo::HhcSurroundings surroundings;
-    surroundings.working_folder = scrivo::chm::PortablePath(std::filesystem::current_path());
+    surroundings.working_folder = scrivo::PortablePath(std::filesystem::current_path());
     surroundings.gnu = std::getenv("HHC_GNU") != nullptr;
     if (const char* epoch = std::getenv("SOURCE_DATE_EPOCH")) {
       surroundings.source_date_epoch = epoch;

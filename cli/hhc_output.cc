@@ -6,7 +6,7 @@ namespace scrivo {
 namespace {
 
 std::string Shown(std::string_view path) {
-  const std::u8string text = chm::SystemPath(path).make_preferred().u8string();
+  const std::u8string text = SystemPath(path).make_preferred().u8string();
   return std::string(text.begin(), text.end());
 }
 
@@ -39,9 +39,9 @@ void HhcOutput::Starting(std::string_view output) {
 
 void HhcOutput::File(std::string_view path) { Line(path); }
 
-void HhcOutput::Message(const chm::CompileMessage& message) { Line(message.Line()); }
+void HhcOutput::Message(const CompileMessage& message) { Line(message.Line()); }
 
-void HhcOutput::Finish(const chm::CompileResult& result, int seconds) {
+void HhcOutput::Finish(const CompileResult& result, int seconds) {
   Line("");
   if (!result.not_compiled.empty()) {
     Line("");

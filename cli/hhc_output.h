@@ -7,14 +7,14 @@
 #include <string>
 #include <string_view>
 
-#include "chm/compiler.h"
+#include "hhc/compiler.h"
 
 namespace scrivo {
 
 // "1234567" as "1,234,567".
 std::string WithThousands(std::uint64_t number);
 
-class HhcOutput : public chm::CompileListener {
+class HhcOutput : public CompileListener {
  public:
   // Prints to `stream`, flushed line by line so that a reader of a pipe sees progress; `name` is
   // the first line.
@@ -22,10 +22,10 @@ class HhcOutput : public chm::CompileListener {
 
   void Starting(std::string_view output) override;
   void File(std::string_view path) override;
-  void Message(const chm::CompileMessage& message) override;
+  void Message(const CompileMessage& message) override;
 
   // What comes after the last file.
-  void Finish(const chm::CompileResult& result, int seconds);
+  void Finish(const CompileResult& result, int seconds);
 
   // Everything printed so far, with CR LF line ends, for the project's log file.
   const std::string& text() const { return text_; }

@@ -8,10 +8,10 @@
 #include <string_view>
 
 #include "chm/problem.h"
-#include "chm/sitemap.h"
 #include "chm/system_info.h"
 #include "cli/help_file.h"
 #include "cli/language_name.h"
+#include "project/sitemap.h"
 
 namespace scrivo {
 namespace {
@@ -20,11 +20,11 @@ namespace {
 constexpr int kDeepest = 40;
 
 void PrintField(std::string_view label, const std::string& value, std::ostream& out) {
-  out << std::left << std::setw(16) << label << (value.empty() ? "-" : chm::PrintableName(value))
+  out << std::left << std::setw(16) << label << (value.empty() ? "-" : PrintableName(value))
       << '\n';
 }
 
-std::string LanguageText(const chm::SystemInfo& info) {
+std::string LanguageText(const SystemInfo& info) {
   if (!info.language) return {};
   std::ostringstream text;
   text << "0x" << std::hex << *info.language << std::dec;
@@ -35,29 +35,29 @@ std::string LanguageText(const chm::SystemInfo& info) {
   return text.str();
 }
 
-void PrintContents(const chm::Sitemap& contents, std::ostream& out) {
-  for (const chm::SitemapItem& item : contents.items) {
+void PrintContents(const Sitemap& contents, std::ostream& out) {
+  for (const SitemapItem& item : contents.items) {
     out << std::string(static_cast<std::size_t>(2 * std::min(item.level + 1, kDeepest)), ' ')
-        << chm::PrintableName(item.name);
+        << PrintableName(item.name);
     if (!item.targets.empty() && !item.targets.front().local.empty()) {
-      out << "  [" << chm::PrintableName(item.targets.front().local) << ']';
+      out << "  [" << PrintableName(item.targets.front().local) << ']';
     }
     out << '\n';
   }
 }
 
 // Returns whether there was nothing to complain about.
-bool PrintContentsFile(const chm::SystemInfo& info, chm::ChmReader& reader, std::ostream& out,
+bool PrintContentsFile(const SystemInfo& info, ChmReader& reader, std::ostream& out,
                        std::ostream& err) {
   PrintField("Contents:", info.contents_file, out);
   if (info.contents_file.empty()) return true;
   const auto bytes = reader.ReadWhole(*reader.Find(info.contents_file));
   if (!bytes) {
-    err << "scrivo: " << chm::PrintableName(info.contents_file) << ": cannot be read\n";
+    err << "scrivo: " << PrintableName(info.contents_file) << ": cannot be read\n";
     return false;
   }
   const std::string_view text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
-  PrintContents(chm::ReadSitemap(text, info.code_page), out);
+  PrintContents(ReadSitemap(text, info.code_page), out);
   return true;
 }
 
@@ -66,14 +66,14 @@ bool PrintContentsFile(const chm::SystemInfo& info, chm::ChmReader& reader, std:
 int RunInfo(const std::string& path, std::ostream& out, std::ostream& err) {
   const HelpFile file = OpenHelpFile(path, "scrivo", err);
   if (file.reader == nullptr) return 1;
-  const auto info = chm::ReadSystemInfo(*file.reader);
+  const auto info = ReadSystemInfo(*file.reader);
   if (!info) {
-    err << "scrivo: " << chm::PrintableName(path) << ": /#SYSTEM is missing or damaged\n";
+    err << "scrivo: " << PrintableName(path) << ": /#SYSTEM is missing or damaged\n";
     return 1;
   }
   const auto& entries = file.reader->entries();
-  const auto files = std::count_if(entries.begin(), entries.end(), [](const chm::Entry& entry) {
-    return chm::KindOf(entry.name) == chm::EntryKind::kUser;
+  const auto files = std::count_if(entries.begin(), entries.end(), [](const Entry& entry) {
+    return KindOf(entry.name) == EntryKind::kUser;
   });
   PrintField("Title:", info->title, out);
   PrintField("Default topic:", info->default_topic, out);

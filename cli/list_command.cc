@@ -17,16 +17,14 @@ int RunList(const std::string& path, bool internal, std::ostream& out, std::ostr
   int status = file.flawless ? 0 : 1;
   std::uint64_t total = 0;
   std::size_t count = 0;
-  for (const chm::Entry& entry : file.reader->entries()) {
-    const chm::EntryKind kind = chm::KindOf(entry.name);
-    const bool shown =
-        kind == chm::EntryKind::kUser ||
-        (internal && kind == chm::EntryKind::kInternal && !entry.name.ends_with('/'));
+  for (const Entry& entry : file.reader->entries()) {
+    const EntryKind kind = KindOf(entry.name);
+    const bool shown = kind == EntryKind::kUser ||
+                       (internal && kind == EntryKind::kInternal && !entry.name.ends_with('/'));
     if (!shown) continue;
-    out << std::setw(12) << entry.length << "  " << chm::PrintableName(entry.name) << '\n';
+    out << std::setw(12) << entry.length << "  " << PrintableName(entry.name) << '\n';
     if (const auto problem = file.reader->Check(entry)) {
-      err << "scrivo: " << chm::Describe({*problem, entry.section, 0, std::string(entry.name)})
-          << '\n';
+      err << "scrivo: " << Describe({*problem, entry.section, 0, std::string(entry.name)}) << '\n';
       status = 1;
       continue;
     }

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "bytes/little_endian.h"
 #include "chm/container_format.h"
-#include "chm/little_endian.h"
 #include "errors/frame.h"
 #include "platform/paths.h"
 #include "system/error.h"
@@ -13,7 +13,7 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kHeaderSize = chm::itsf::kLengthVersion3 + chm::size_section::kLength;
+constexpr std::size_t kHeaderSize = itsf::kLengthVersion3 + size_section::kLength;
 
 Files& Disk() { return *TheServices().files; }
 
@@ -67,12 +67,12 @@ OutputGuard::~OutputGuard() {
 bool OutputGuard::HasHelpFile() const {
   if (!Disk().FileExists(path_)) return false;
   const std::string start = ReadStart(path_, kHeaderSize);
-  if (start.size() < kHeaderSize || !start.starts_with(chm::itsf::kSignature)) return false;
+  if (start.size() < kHeaderSize || !start.starts_with(itsf::kSignature)) return false;
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(start.data());
-  const std::uint64_t section = chm::LoadLe64(bytes + chm::itsf::kSizeSectionOffset);
+  const std::uint64_t section = LoadLe64(bytes + itsf::kSizeSectionOffset);
   // Every compiler puts the section that tells the size right behind the header.
-  if (section > kHeaderSize - chm::size_section::kLength) return false;
-  return chm::LoadLe64(bytes + section + chm::size_section::kFileSize) <= Disk().Size(path_);
+  if (section > kHeaderSize - size_section::kLength) return false;
+  return LoadLe64(bytes + section + size_section::kFileSize) <= Disk().Size(path_);
 }
 
 void OutputGuard::Accept() {

@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "chm/byte_source.h"
+#include "bytes/byte_source.h"
 #include "chm/directory.h"
 #include "chm/problem.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace scrivo::chm;
+  using namespace scrivo;
   const MemorySource source(std::vector<std::uint8_t>(data, data + size));
   ContainerHeader header;
   header.directory_length = size;

@@ -6,9 +6,9 @@
 #include <cctype>
 
 #include "chm/container_format.h"
-#include "chm/lzx_constants.h"
+#include "lzx/lzx_constants.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 void Append(std::uint64_t value, int bytes, std::string* out) {
@@ -253,4 +253,4 @@ std::string SampleText(std::size_t size, unsigned seed) {
   return text;
 }
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace scrivo::chm {
+namespace scrivo {
 
 struct ImageFile {
   std::string name;
@@ -71,4 +71,4 @@ class ChmImage {
 // Text of `size` bytes that differs from place to place.
 std::string SampleText(std::size_t size, unsigned seed = 0);
 
-}  // namespace scrivo::chm
+}  // namespace scrivo

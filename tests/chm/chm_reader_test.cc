@@ -10,7 +10,7 @@
 #include "chm/container_format.h"
 #include "tests/chm/chm_image.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 using ReadLog = std::vector<std::pair<std::size_t, std::size_t>>;
@@ -228,4 +228,4 @@ TEST(CompareNamesTest, FoldsToLowerCase) {
 }
 
 }  // namespace
-}  // namespace scrivo::chm
+}  // namespace scrivo

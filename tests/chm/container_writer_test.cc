@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "bytes/little_endian.h"
 #include "chm/chm_reader.h"
 #include "chm/container_format.h"
-#include "chm/little_endian.h"
-#include "tests/chm/memory_store.h"
-#include "tests/chm/sample_data.h"
+#include "tests/bytes/memory_store.h"
+#include "tests/lzx/sample_data.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -437,4 +437,4 @@ TEST(ContainerWriterTest, ReportsEveryWriteThatFails) {
 }
 
 }  // namespace
-}  // namespace scrivo::chm
+}  // namespace scrivo

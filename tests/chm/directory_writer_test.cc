@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "bytes/little_endian.h"
 #include "chm/container_format.h"
 #include "chm/directory.h"
 #include "chm/encint.h"
-#include "chm/little_endian.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -195,4 +195,4 @@ TEST(DirectoryWriterTest, AddsLevelsUntilOneChunkIsTheRoot) {
 }
 
 }  // namespace
-}  // namespace scrivo::chm
+}  // namespace scrivo

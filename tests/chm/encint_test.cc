@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -42,4 +42,4 @@ TEST(EncintTest, RefusesNumbersThatEndOrDoNotFit) {
 }
 
 }  // namespace
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "cli/hhc_output.h"
-#include "tests/chm/project_folder.h"
+#include "tests/hhc/project_folder.h"
 
 namespace scrivo {
 namespace {
@@ -29,14 +29,13 @@ class HhcCommandTest : public testing::Test {
 
   // As the vendor's compiler prints it: a drive is a small letter.
   std::string Output() const {
-    std::string path = std::filesystem::path(chm::SystemPath(folder_.Path("my project.chm")))
-                           .make_preferred()
-                           .string();
+    std::string path =
+        std::filesystem::path(SystemPath(folder_.Path("my project.chm"))).make_preferred().string();
     if (path.size() > 1 && path[1] == ':') path[0] = static_cast<char>(std::tolower(path[0]));
     return path;
   }
 
-  chm::ProjectFolder folder_;
+  ProjectFolder folder_;
   HhcSurroundings surroundings_;
   std::ostringstream out_, err_;
 };

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "chm/chm_reader.h"
-#include "chm/sitemap.h"
 #include "platform/paths.h"
+#include "project/sitemap.h"
 #include "system/services.h"
 
 namespace scrivo {
@@ -24,20 +24,19 @@ class HelpWebTest : public testing::Test {
     const std::string path =
         JoinPath(CreateSystemServices().system->ModuleFolder(), "Scrivo.CHM", SystemPathStyle());
     std::error_code error;
-    auto source = chm::OpenFileSource(path, &error);
-    if (source) reader = chm::ChmReader::Open(std::move(source), &problems);
+    auto source = OpenFileSource(path, &error);
+    if (source) reader = ChmReader::Open(std::move(source), &problems);
   }
 
   void SetUp() override { ASSERT_NE(reader, nullptr); }
 
   // The items of the contents or index file, which has a name of its own at every compile.
-  std::vector<chm::SitemapItem> Items(const std::string& extension) {
-    for (const chm::Entry& entry : reader->entries()) {
+  std::vector<SitemapItem> Items(const std::string& extension) {
+    for (const Entry& entry : reader->entries()) {
       if (!std::string(entry.name).ends_with(extension)) continue;
       const auto bytes = reader->ReadWhole(entry);
       if (!bytes) continue;
-      return chm::ReadSitemap({reinterpret_cast<const char*>(bytes->data()), bytes->size()}, 1252)
-          .items;
+      return ReadSitemap({reinterpret_cast<const char*>(bytes->data()), bytes->size()}, 1252).items;
     }
     return {};
   }
@@ -50,8 +49,8 @@ class HelpWebTest : public testing::Test {
     return names;
   }
 
-  chm::Problems problems;
-  std::unique_ptr<chm::ChmReader> reader;
+  Problems problems;
+  std::unique_ptr<ChmReader> reader;
 };
 
 TEST_F(HelpWebTest, TheFileIsFlawlessAndHoldsThePageThatTheHelpCommandOpens) {
@@ -61,8 +60,8 @@ TEST_F(HelpWebTest, TheFileIsFlawlessAndHoldsThePageThatTheHelpCommandOpens) {
 
 TEST_F(HelpWebTest, EveryPageIsReachableFromTheContents) {
   std::set<std::string> reached;
-  for (const chm::SitemapItem& item : Items(".hhc")) {
-    for (const chm::SitemapTarget& target : item.targets) reached.insert(target.local);
+  for (const SitemapItem& item : Items(".hhc")) {
+    for (const SitemapTarget& target : item.targets) reached.insert(target.local);
   }
   const std::vector<std::string> pages = Sources(".html");
   EXPECT_GE(pages.size(), 10U);
@@ -75,10 +74,10 @@ TEST_F(HelpWebTest, EveryPageIsReachableFromTheContents) {
 
 TEST_F(HelpWebTest, EveryPageHasIndexEntries) {
   std::set<std::string> indexed;
-  for (const chm::SitemapItem& item : Items(".hhk")) {
+  for (const SitemapItem& item : Items(".hhk")) {
     ASSERT_FALSE(item.name.empty());
     EXPECT_NE(item.name.front(), ' ') << item.name;
-    for (const chm::SitemapTarget& target : item.targets) indexed.insert(target.local);
+    for (const SitemapTarget& target : item.targets) indexed.insert(target.local);
   }
   for (const std::string& page : Sources(".html")) EXPECT_TRUE(indexed.count(page)) << page;
 }

@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
-#include "chm/atomic_file.h"
+#include "bytes/atomic_file.h"
 #include "chm/container_writer.h"
-#include "tests/chm/sample_data.h"
+#include "tests/lzx/sample_data.h"
 
-namespace scrivo::chm {
+namespace scrivo {
 namespace {
 
 namespace fs = std::filesystem;
@@ -104,4 +104,4 @@ TEST(OtherReadersTest, ChmLibExtractsEveryByte) {
 }
 
 }  // namespace
-}  // namespace scrivo::chm
+}  // namespace scrivo

@@ -1,0 +1,45 @@
+#pragma once
+
+// Compiles a help project into a help file.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "hhc/compile_listener.h"
+#include "project/source_files.h"
+
+namespace scrivo {
+
+struct CompileRequest {
+  std::string project_path;    // UTF-8, "/" separators; relative to `working_folder`
+  std::string working_folder;  // full path, UTF-8, "/" separators
+  std::string compiler_name;   // name and version, for #SYSTEM
+  std::int64_t time = 0;       // seconds since 1970 that the file says it was made at; 0: none
+  int threads = 1;             // for compression; scanning has as many of its own
+  // Bytes of words for the search index that may be in memory, about; more go to a file beside the
+  // output. The result does not depend on it.
+  std::size_t word_memory = std::size_t{128} << 20;
+};
+
+struct CompileResult {
+  bool made = false;  // the output file is there, complete
+  bool project_found = true;
+  std::string output;  // full path
+  std::uint64_t output_size = 0;
+  std::uint64_t input_size = 0;  // of all stored files, contents and index counted twice
+  std::size_t topics = 0, local_links = 0, internet_links = 0, graphics = 0;
+  std::size_t warnings = 0, errors = 0;
+  std::vector<std::string> not_compiled;  // paths in the project
+  bool display_progress = false;          // what the project asks for
+  std::string error_log;  // full path of the file that gets the output too, or empty
+};
+
+// Never throws for what the input holds; an output file that exists is replaced only by a complete
+// new one. Messages come in a fixed order, and the file's bytes depend on the input and the request
+// alone, not on the number of threads.
+CompileResult CompileProject(const CompileRequest& request, const SourceFiles& files,
+                             CompileListener* listener);
+
+}  // namespace scrivo

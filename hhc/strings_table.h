@@ -1,0 +1,38 @@
+#pragma once
+
+// #STRINGS: the strings that the other internal streams point to.
+//
+// Format: zero-terminated strings; offset 0 holds the empty one. Pages of 0x1000 bytes; a string
+// that does not fit on its page starts the next one.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "bytes/byte_writer.h"
+
+namespace scrivo {
+
+inline constexpr std::size_t kStreamPage = 0x1000;
+
+class StringsTable {
+ public:
+  StringsTable();
+
+  // Adds a string in the project's code page and gives its offset. The empty string is at 0. A
+  // string that cannot fit on a page is cut; zero bytes end it early.
+  std::uint32_t Add(std::string_view text);
+
+  // The same, but a string that Share() got before keeps its place.
+  std::uint32_t Share(std::string_view text);
+
+  const std::vector<std::uint8_t>& bytes() const { return out_.bytes(); }
+
+ private:
+  ByteWriter out_;
+  std::unordered_map<std::string, std::uint32_t> shared_;
+};
+
+}  // namespace scrivo

@@ -1,0 +1,160 @@
+#include "html/html_tokenizer.h"
+
+#include "text/ascii_text.h"
+
+namespace scrivo {
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+bool EndsName(char c) { return IsBlank(c) || c == '>' || c == '/'; }
+
+}  // namespace
+
+bool HtmlTokenizer::Next(HtmlToken* token) {
+  if (position_ >= html_.size()) return false;
+  token->offset = position_;
+  token->name = {};
+  if (!raw_element_.empty()) {
+    ReadRaw(token);
+    raw_element_ = {};
+    if (!token->content.empty()) return true;
+  }
+  if (html_[position_] == '<' && position_ + 1 < html_.size()) {
+    const char next = html_[position_ + 1];
+    if (next == '!' || next == '?') {
+      ReadOther(token);
+      return true;
+    }
+    if ((IsAsciiLetter(next) || next == '/') && ReadTag(token)) return true;
+  }
+  // A "<" that starts no tag is text, and so is everything up to the next "<".
+  std::size_t end = html_.find('<', position_ + 1);
+  if (end == kNone) end = html_.size();
+  token->kind = HtmlToken::Kind::kText;
+  token->content = html_.substr(position_, end - position_);
+  position_ = end;
+  return true;
+}
+
+bool HtmlTokenizer::ReadTag(HtmlToken* token) {
+  std::size_t at = position_ + 1;
+  const bool is_end = html_[at] == '/';
+  if (is_end) {
+    ++at;
+    if (at >= html_.size() || !IsAsciiLetter(html_[at])) return false;
+  }
+  const std::size_t name_start = at;
+  while (at < html_.size() && !EndsName(html_[at])) ++at;
+  token->name = html_.substr(name_start, at - name_start);
+  if (!is_end && !own_tag_.empty() && EqualsIgnoringCase(token->name, own_tag_)) {
+    token->kind = HtmlToken::Kind::kStartTag;
+    token->content = {};
+    position_ = at;
+    return true;
+  }
+  const std::size_t end = TagEnd(at);
+  token->content = html_.substr(at, end - at);
+  token->kind = is_end ? HtmlToken::Kind::kEndTag : HtmlToken::Kind::kStartTag;
+  position_ = end < html_.size() ? end + 1 : end;
+  if (!is_end &&
+      (EqualsIgnoringCase(token->name, "script") || EqualsIgnoringCase(token->name, "style"))) {
+    raw_element_ = token->name;
+  }
+  return true;
+}
+
+// Where the ">" of the tag is whose attributes start at `from`; quoted values may contain ">".
+std::size_t HtmlTokenizer::TagEnd(std::size_t from) {
+  char before = ' ';
+  for (std::size_t at = from; at < html_.size(); ++at) {
+    const char c = html_[at];
+    if (c == '>') return at;
+    // A quote opens a value only after "="; elsewhere it is a stray character.
+    if ((c == '"' || c == '\'') && before == '=') {
+      const std::size_t closing = ClosingQuote(c, at + 1);
+      if (closing != kNone) at = closing;
+    }
+    if (!IsBlank(c)) before = c;
+  }
+  return html_.size();
+}
+
+std::size_t HtmlTokenizer::ClosingQuote(char quote, std::size_t from) {
+  bool& none_left = quote == '"' ? no_double_quote_ : no_single_quote_;
+  if (none_left) return kNone;
+  const std::size_t closing = html_.find(quote, from);
+  none_left = closing == kNone;
+  return closing;
+}
+
+void HtmlTokenizer::ReadOther(HtmlToken* token) {
+  token->kind = HtmlToken::Kind::kOther;
+  std::size_t end = kNone;
+  std::size_t skip = 1;
+  const std::string_view rest = html_.substr(position_);
+  if (rest.starts_with("<!--") && !no_comment_end_) {
+    end = html_.find("-->", position_ + 4);
+    skip = 3;
+    no_comment_end_ = end == kNone;
+  }
+  if (end == kNone) {
+    end = html_.find('>', position_);
+    skip = 1;
+  }
+  if (end == kNone) end = html_.size();
+  token->content = html_.substr(position_, end - position_);
+  position_ = end + skip < html_.size() ? end + skip : html_.size();
+}
+
+// The content of a script or style element reaches to its end tag, whatever it looks like.
+void HtmlTokenizer::ReadRaw(HtmlToken* token) {
+  std::size_t end = position_;
+  while (true) {
+    end = html_.find("</", end);
+    if (end == kNone) {
+      end = html_.size();
+      break;
+    }
+    if (StartsWithIgnoringCase(html_.substr(end + 2), raw_element_)) break;
+    end += 2;
+  }
+  token->kind = HtmlToken::Kind::kRaw;
+  token->content = html_.substr(position_, end - position_);
+  position_ = end;
+}
+
+bool NextAttribute(std::string_view* content, HtmlAttribute* attribute) {
+  std::string_view rest = *content;
+  while (!rest.empty() &&
+         (IsBlank(rest[0]) || rest[0] == '/' || rest[0] == '"' || rest[0] == '\'')) {
+    rest.remove_prefix(1);
+  }
+  if (rest.empty()) return false;
+  std::size_t end = 1;  // a name is at least one character, even a stray "="
+  while (end < rest.size() && !IsBlank(rest[end]) && rest[end] != '=' && rest[end] != '/') ++end;
+  attribute->name = rest.substr(0, end);
+  attribute->value = {};
+  rest.remove_prefix(end);
+  std::size_t equals = 0;
+  while (equals < rest.size() && IsBlank(rest[equals])) ++equals;
+  if (equals < rest.size() && rest[equals] == '=') {
+    rest.remove_prefix(equals + 1);
+    while (!rest.empty() && IsBlank(rest[0])) rest.remove_prefix(1);
+    std::size_t value_end = kNone;
+    if (!rest.empty() && (rest[0] == '"' || rest[0] == '\'')) value_end = rest.find(rest[0], 1);
+    if (value_end != kNone) {
+      attribute->value = rest.substr(1, value_end - 1);
+      rest.remove_prefix(value_end + 1);
+    } else {
+      value_end = 0;
+      while (value_end < rest.size() && !IsBlank(rest[value_end])) ++value_end;
+      attribute->value = rest.substr(0, value_end);
+      rest.remove_prefix(value_end);
+    }
+  }
+  *content = rest;
+  return true;
+}
+
+}  // namespace scrivo

@@ -1,0 +1,64 @@
+#pragma once
+
+// Splits HTML as found in the wild into text, tags and comments, in one pass over the bytes.
+//
+// Nothing is copied: tokens point into the document, which must outlive them. Any input is
+// accepted; what is no markup is text. The cost is linear in the document for every input: a search
+// for an end that is missing is made once, not again for each tag that lacks it.
+
+#include <cstddef>
+#include <string_view>
+
+namespace scrivo {
+
+struct HtmlToken {
+  enum class Kind {
+    kText,      // `content` is text with its character references
+    kRaw,       // the content of a script or style element, no references inside
+    kStartTag,  // `name` and the attributes in `content`
+    kEndTag,    // `name`
+    kOther,     // comment, declaration or processing instruction
+  };
+  Kind kind = Kind::kText;
+  std::string_view name;     // of a tag, as written
+  std::string_view content;  // without the delimiters
+  std::size_t offset = 0;    // of the token in the document
+};
+
+class HtmlTokenizer {
+ public:
+  // Start tags named `own_tag` (any case) are given with empty content, right after their name: a
+  // reader with rules of its own for the attributes takes them from there and then moves on.
+  explicit HtmlTokenizer(std::string_view html, std::string_view own_tag = {})
+      : html_(html), own_tag_(own_tag) {}
+
+  // The next token; false at the end of the document.
+  bool Next(HtmlToken* token);
+
+  // Where the next token starts, for a reader that takes part of the document itself.
+  std::size_t position() const { return position_; }
+  void set_position(std::size_t offset) { position_ = offset; }
+
+ private:
+  bool ReadTag(HtmlToken* token);
+  void ReadOther(HtmlToken* token);
+  void ReadRaw(HtmlToken* token);
+  std::size_t TagEnd(std::size_t from);
+  std::size_t ClosingQuote(char quote, std::size_t from);
+
+  std::string_view html_, own_tag_;
+  std::size_t position_ = 0;
+  std::string_view raw_element_;  // "script" or "style" while its content is due
+  // Searches that found nothing up to the end need not be made again.
+  bool no_double_quote_ = false, no_single_quote_ = false, no_comment_end_ = false;
+};
+
+struct HtmlAttribute {
+  std::string_view name;   // as written
+  std::string_view value;  // without quotes, character references kept; empty when there is none
+};
+
+// Takes the next attribute off the front of a start tag's content; false when none is left.
+bool NextAttribute(std::string_view* content, HtmlAttribute* attribute);
+
+}  // namespace scrivo

@@ -1,0 +1,303 @@
+#include "lzx/lzx_decoder.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "bytes/little_endian.h"
+#include "lzx/bit_reader.h"
+
+namespace scrivo {
+namespace {
+
+// How a position slot becomes a distance: `base` plus the extra bits.
+struct Slot {
+  std::uint32_t base;
+  int extra_bits;
+};
+
+constexpr auto kSlots = [] {
+  std::array<Slot, kLzxMaxSlots> slots{};
+  for (int i = kLzxRecentOffsets; i < kLzxMaxSlots; ++i) {
+    slots[i] = {kLzxSlotBase[i] - kLzxOffsetBias, LzxExtraBits(i)};
+  }
+  return slots;
+}();
+
+constexpr HuffmanElement kLiteralLimit = HuffmanElement{kLzxLiterals} << 8;
+constexpr std::size_t kCopyUnit = 16;
+
+// Copies a match. `room` is what the buffer holds from `out` on; it is at least `length`.
+inline void CopyMatch(std::uint8_t* out, std::size_t distance, std::size_t length,
+                      std::size_t room) {
+  const std::uint8_t* from = out - distance;
+  if (distance >= kCopyUnit && room >= length + kCopyUnit) [[likely]] {
+    // Whole units, running over the end of the match: what they spoil is written later.
+    const std::uint8_t* const end = out + length;
+    do {
+      std::memcpy(out, from, kCopyUnit);
+      out += kCopyUnit;
+      from += kCopyUnit;
+    } while (out < end);
+  } else if (distance == 1) {
+    std::memset(out, *from, length);
+  } else {
+    for (std::size_t i = 0; i < length; ++i) out[i] = from[i];
+  }
+}
+
+}  // namespace
+
+LzxDecoder::LzxDecoder(int window_bits)
+    : main_symbols_(static_cast<std::size_t>(LzxMainSymbols(window_bits))) {}
+
+LzxResult LzxDecoder::DecodeInterval(std::span<const std::uint8_t> input,
+                                     std::span<std::uint8_t> output) {
+  input_ = input;
+  output_ = output;
+  position_ = 0;
+  block_ = {};
+  recent_.fill(1);
+  main_lengths_.fill(0);
+  length_lengths_.fill(0);
+
+  BitReader bits(input);
+  LzxResult result;
+  result.status = bits.Read(1) != 0 ? LzxStatus::kTranslated : DecodeBlocks(bits);
+  result.produced = position_;
+  result.consumed = std::min(bits.BytePosition(), input.size());
+  return result;
+}
+
+LzxStatus LzxDecoder::DecodeBlocks(BitReader& input) {
+  while (output_.size() - position_ >= kLzxFrameSize) {
+    const std::size_t frame_start = position_;
+    if (const LzxStatus status = DecodeFrame(input, frame_start + kLzxFrameSize);
+        status != LzxStatus::kOk) {
+      // Zeros from past the end look like some other defect; the true reason is that it ends.
+      return input.Overrun() ? LzxStatus::kInputEnds : status;
+    }
+    input.AlignToWord();
+    if (input.Overrun()) {
+      position_ = frame_start;
+      return LzxStatus::kInputEnds;
+    }
+  }
+  return LzxStatus::kOk;
+}
+
+LzxStatus LzxDecoder::DecodeFrame(BitReader& input, std::size_t end) {
+  const std::size_t start = position_;
+  while (position_ < end) {
+    if (block_.remaining == 0) {
+      const LzxStatus status = ReadBlockHeader(input);
+      if (status != LzxStatus::kOk) return status;
+    }
+    const std::size_t size = std::min(block_.remaining, end - position_);
+    const LzxStatus status = DecodePart(input, size);
+    if (status != LzxStatus::kOk || input.Overrun()) {
+      position_ = start;
+      return status;
+    }
+    position_ += size;
+    block_.remaining -= size;
+  }
+  return LzxStatus::kOk;
+}
+
+LzxStatus LzxDecoder::DecodePart(BitReader& input, std::size_t size) {
+  switch (block_.type) {
+    case LzxBlockType::kVerbatim:
+      return DecodeSymbols<false>(input, size);
+    case LzxBlockType::kAligned:
+      return DecodeSymbols<true>(input, size);
+    case LzxBlockType::kUncompressed:
+      break;
+  }
+  return CopyRaw(input, size);
+}
+
+LzxStatus LzxDecoder::ReadBlockHeader(BitReader& input) {
+  input.Refill();
+  const std::uint32_t type = input.Take(kLzxBlockTypeBits);
+  block_.remaining = input.Take(kLzxBlockSizeBits);
+  if (type < 1 || type > 3) return LzxStatus::kBadBlockType;
+  block_.type = static_cast<LzxBlockType>(type);
+  if (block_.type == LzxBlockType::kUncompressed) return ReadRawHeader(input);
+  if (block_.type == LzxBlockType::kAligned) {
+    std::array<std::uint8_t, kLzxAlignedSymbols> lengths;
+    for (std::uint8_t& length : lengths) {
+      length = static_cast<std::uint8_t>(input.Read(kLzxAlignedLengthBits));
+    }
+    if (!aligned_tree_.Build(lengths)) return LzxStatus::kBadCodeLengths;
+  }
+  return ReadTrees(input);
+}
+
+LzxStatus LzxDecoder::ReadRawHeader(BitReader& input) {
+  // One to sixteen bits of padding, never none.
+  input.Skip(1);
+  input.AlignToWord();
+  const std::size_t at = input.BytePosition();
+  if (at > input_.size() || input_.size() - at < kLzxRawHeaderSize) {
+    input.Seek(at + kLzxRawHeaderSize);
+    return LzxStatus::kInputEnds;
+  }
+  for (std::size_t i = 0; i < recent_.size(); ++i) {
+    recent_[i] = LoadLe32(input_.data() + at + 4 * i);
+  }
+  block_.pad_byte = block_.remaining % 2 != 0;
+  input.Seek(at + kLzxRawHeaderSize);
+  return LzxStatus::kOk;
+}
+
+LzxStatus LzxDecoder::CopyRaw(BitReader& input, std::size_t size) {
+  const std::size_t at = input.BytePosition();
+  const bool pad = block_.pad_byte && size == block_.remaining;
+  input.Seek(at + size + (pad ? 1 : 0));
+  if (at > input_.size() || input_.size() - at < size) return LzxStatus::kInputEnds;
+  std::memcpy(output_.data() + position_, input_.data() + at, size);
+  return LzxStatus::kOk;
+}
+
+LzxStatus LzxDecoder::ReadTrees(BitReader& input) {
+  const std::span<std::uint8_t> main(main_lengths_.data(), main_symbols_);
+  LzxStatus status = ReadLengths(input, main.first(kLzxLiterals));
+  if (status == LzxStatus::kOk) status = ReadLengths(input, main.subspan(kLzxLiterals));
+  if (status == LzxStatus::kOk) status = ReadLengths(input, length_lengths_);
+  if (status != LzxStatus::kOk) return status;
+  const bool built = main_tree_.Build(main) && length_tree_.Build(length_lengths_);
+  return built ? LzxStatus::kOk : LzxStatus::kBadCodeLengths;
+}
+
+LzxStatus LzxDecoder::ReadLengths(BitReader& input, std::span<std::uint8_t> lengths) {
+  std::array<std::uint8_t, kLzxPretreeSymbols> pretree_lengths;
+  for (std::uint8_t& length : pretree_lengths) {
+    length = static_cast<std::uint8_t>(input.Read(kLzxPretreeLengthBits));
+  }
+  if (!pretree_.Build(pretree_lengths)) return LzxStatus::kBadCodeLengths;
+
+  const auto changed = [](std::uint8_t previous, std::uint32_t symbol) {
+    return static_cast<std::uint8_t>((previous + kLzxLengthDifferences - symbol) %
+                                     kLzxLengthDifferences);
+  };
+  std::size_t i = 0;
+  while (i < lengths.size()) {
+    input.Refill();
+    HuffmanElement element = pretree_.Lookup(input);
+    if (element >= kHuffmanInvalid) return LzxStatus::kBadCode;
+    input.Skip(HuffmanLength(element));
+    const std::uint32_t symbol = HuffmanSymbol(element);
+    std::size_t run = 1;
+    std::uint8_t value = 0;
+    if (symbol < kLzxPretreeZeros) {
+      value = changed(lengths[i], symbol);
+    } else if (symbol == kLzxPretreeZeros) {
+      run = input.Take(kLzxZerosBits) + kLzxZerosBase;
+    } else if (symbol == kLzxPretreeLongZeros) {
+      run = input.Take(kLzxLongZerosBits) + kLzxLongZerosBase;
+    } else {
+      run = input.Take(kLzxSameBits) + kLzxSameBase;
+      element = pretree_.Lookup(input);
+      if (element >= HuffmanElement{kLzxPretreeZeros} << 8) return LzxStatus::kBadCode;
+      input.Skip(HuffmanLength(element));
+      value = changed(lengths[i], HuffmanSymbol(element));
+    }
+    if (run > lengths.size() - i) return LzxStatus::kBadCodeLengths;
+    std::fill_n(lengths.begin() + static_cast<std::ptrdiff_t>(i), run, value);
+    i += run;
+  }
+  return LzxStatus::kOk;
+}
+
+// Two literals and the main symbol of a match fit into the bits of one Refill(), the rest of the
+// match into those of a second one.
+static_assert(3 * kLzxMaxCodeLength <= BitReader::kRefilledBits);
+static_assert(kLzxMaxCodeLength + LzxExtraBits(kLzxMaxSlots - 1) + 7 <= BitReader::kRefilledBits);
+
+// Reads what `slot` needs to become a distance and brings the recent ones up to date. Returns 0
+// when the bits are no code.
+template <bool kAligned>
+inline std::uint32_t LzxDecoder::ReadDistance(
+    BitReader& bits, std::uint32_t slot,
+    std::array<std::uint32_t, kLzxRecentOffsets>* recent) const {
+  if (slot < kLzxRecentOffsets) {
+    std::swap((*recent)[0], (*recent)[slot]);
+    return (*recent)[0];
+  }
+  const auto [base, extra_bits] = kSlots[slot];
+  std::uint32_t distance = base;
+  if (kAligned && extra_bits >= kLzxAlignedBits) {
+    distance += bits.Take(extra_bits - kLzxAlignedBits) << kLzxAlignedBits;
+    const HuffmanElement low = aligned_tree_.Lookup(bits);
+    if (low >= kHuffmanInvalid) return 0;
+    bits.Skip(HuffmanLength(low));
+    distance += HuffmanSymbol(low);
+  } else {
+    distance += bits.Take(extra_bits);
+  }
+  *recent = {distance, (*recent)[0], (*recent)[1]};
+  return distance;
+}
+
+template <bool kAligned>
+LzxStatus LzxDecoder::DecodeSymbols(BitReader& input, std::size_t size) {
+  BitReader bits = input;  // a local copy, so that it lives in registers
+  const std::uint8_t* const start = output_.data();
+  std::uint8_t* out = output_.data() + position_;
+  std::uint8_t* const stop = out + size;
+  const std::uint8_t* const room_end = output_.data() + output_.size();
+  std::array<std::uint32_t, kLzxRecentOffsets> recent = recent_;
+  LzxStatus status = LzxStatus::kOk;
+
+  while (out < stop) {
+    bits.Refill();
+    HuffmanElement element = main_tree_.Lookup(bits);
+    if (element < kLiteralLimit) {
+      bits.Skip(HuffmanLength(element));
+      *out++ = static_cast<std::uint8_t>(HuffmanSymbol(element));
+      if (out == stop) break;
+      element = main_tree_.Lookup(bits);
+      if (element < kLiteralLimit) {
+        bits.Skip(HuffmanLength(element));
+        *out++ = static_cast<std::uint8_t>(HuffmanSymbol(element));
+        continue;
+      }
+    }
+    if (element >= kHuffmanInvalid) {
+      status = LzxStatus::kBadCode;
+      break;
+    }
+    bits.Skip(HuffmanLength(element));
+    bits.Refill();
+    const std::uint32_t match = HuffmanSymbol(element) - kLzxLiterals;
+    std::size_t length = match % kLzxLengthHeaders + kLzxMinMatch;
+    if (length == kLzxMinMatch + kLzxLengthHeaders - 1) {
+      const HuffmanElement more = length_tree_.Lookup(bits);
+      if (more >= kHuffmanInvalid) {
+        status = LzxStatus::kBadCode;
+        break;
+      }
+      bits.Skip(HuffmanLength(more));
+      length += HuffmanSymbol(more);
+    }
+
+    const std::uint32_t distance = ReadDistance<kAligned>(bits, match / kLzxLengthHeaders, &recent);
+    // A distance of 0 (no code, or brought in by an uncompressed block) wraps round and fails too.
+    if (std::size_t{distance} - 1 >= static_cast<std::size_t>(out - start)) {
+      status = LzxStatus::kBadDistance;
+      break;
+    }
+    if (length > static_cast<std::size_t>(stop - out)) {
+      status = LzxStatus::kBadLength;
+      break;
+    }
+    CopyMatch(out, distance, length, static_cast<std::size_t>(room_end - out));
+    out += length;
+  }
+  recent_ = recent;
+  input = bits;
+  return status;
+}
+
+}  // namespace scrivo

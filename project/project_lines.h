@@ -1,0 +1,41 @@
+#pragma once
+
+// The lines of a project file and of the files it includes.
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "project/project.h"
+
+namespace scrivo {
+
+// Gives the lines of a text that hold anything: blanks at both ends cut off, empty lines and
+// comments
+// (";" in front) left out.
+class ProjectLines {
+ public:
+  explicit ProjectLines(std::string_view text) : rest_(text) {}
+
+  bool Next(ProjectLine* line);
+
+ private:
+  std::string_view rest_;
+  std::size_t number_ = 0;
+};
+
+// Splits at commas; quoted parts lose their quotes and keep their commas, and so do parts in square
+// brackets, which keep the brackets. Blanks around parts are dropped.
+std::vector<std::string> SplitQuoted(std::string_view text);
+
+// The file of an "#include" line, without quotes or angle brackets.
+std::optional<std::string> IncludedFile(std::string_view line);
+
+// "SYMBOL=page ; comment".
+std::optional<ProjectAlias> AliasOfLine(const ProjectLine& line);
+
+// "#define SYMBOL number".
+std::optional<ProjectMapEntry> MapEntryOfLine(std::string_view line);
+
+}  // namespace scrivo

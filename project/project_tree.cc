@@ -1,0 +1,284 @@
+#include "project/project_tree.h"
+
+#include <algorithm>
+
+#include "text/ascii_text.h"
+#include "text/code_page.h"
+
+namespace scrivo {
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+std::string WithSlashes(std::string_view text) {
+  std::string path(text);
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+}
+
+int HexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  c = AsciiLower(c);
+  return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+}
+
+bool IsFullPath(std::string_view path) {
+  return path.starts_with('/') || (path.size() >= 2 && IsAsciiLetter(path[0]) && path[1] == ':');
+}
+
+// Letter case folded as file systems do, as far as names of help pages go: ASCII, Latin, Greek and
+// Cyrillic.
+std::string FoldedName(std::string_view name) {
+  std::string folded;
+  folded.reserve(name.size());
+  while (!name.empty()) {
+    if (static_cast<unsigned char>(name[0]) < 0x80) {
+      folded.push_back(AsciiLower(name[0]));
+      name.remove_prefix(1);
+      continue;
+    }
+    const std::string_view before = name;
+    char32_t c = NextUtf8(&name);
+    if (c == 0xFFFD) {  // keep bytes that are no UTF-8 apart from one another
+      folded.append(before.substr(0, before.size() - name.size()));
+      continue;
+    }
+    if ((c >= 0xC0 && c <= 0xDE && c != 0xD7) || (c >= 0x391 && c <= 0x3A9) ||
+        (c >= 0x410 && c <= 0x42F)) {
+      c += 0x20;
+    } else if (c >= 0x400 && c <= 0x40F) {
+      c += 0x50;
+    } else if (c >= 0x100 && c <= 0x137) {
+      c |= 1;
+    }
+    AppendUtf8(c, &folded);
+  }
+  return folded;
+}
+
+bool Matches(std::string_view pattern, std::string_view name) {
+  std::size_t p = 0, n = 0, star = kNone, resume = 0;
+  while (n < name.size()) {
+    if (p < pattern.size() && pattern[p] == '*') {
+      star = p++;
+      resume = n;
+    } else if (p < pattern.size() && (pattern[p] == '?' || pattern[p] == name[n])) {
+      ++p;
+      ++n;
+    } else if (star != kNone) {
+      p = star + 1;
+      n = ++resume;
+    } else {
+      return false;
+    }
+  }
+  while (p < pattern.size() && pattern[p] == '*') ++p;
+  return p == pattern.size();
+}
+
+}  // namespace
+
+Reference TakeApart(std::string_view address) {
+  Reference reference;
+  const std::size_t colon = address.find_first_of(":/\\?#");
+  // One letter before the colon is a drive, and a name may begin with no letter.
+  if (colon != kNone && colon > 1 && address[colon] == ':' && IsAsciiLetter(address[0])) {
+    const std::string_view scheme = address.substr(0, colon);
+    reference.external = true;
+    reference.web = EqualsIgnoringCase(scheme, "http") || EqualsIgnoringCase(scheme, "https") ||
+                    EqualsIgnoringCase(scheme, "ftp");
+    return reference;
+  }
+  if (address.starts_with("//")) {
+    reference.external = reference.web = true;
+    return reference;
+  }
+  const std::size_t hash = address.find('#');
+  if (hash != kNone) reference.fragment = address.substr(hash);
+  reference.path = address.substr(0, hash);
+  reference.path = reference.path.substr(0, reference.path.find('?'));
+  return reference;
+}
+
+std::string NormalPath(std::string_view path) {
+  std::vector<std::string_view> parts;
+  while (!path.empty()) {
+    const std::size_t slash = std::min(path.find('/'), path.size());
+    const std::string_view part = path.substr(0, slash);
+    path.remove_prefix(std::min(slash + 1, path.size()));
+    if (part.empty() || part == ".") continue;
+    if (part == ".." && !parts.empty() && parts.back() != "..") {
+      parts.pop_back();
+    } else {
+      parts.push_back(part);
+    }
+  }
+  std::string normal;
+  for (const std::string_view part : parts) {
+    if (!normal.empty()) normal += '/';
+    normal += part;
+  }
+  return normal;
+}
+
+std::string FolderOf(std::string_view path) {
+  const std::size_t slash = path.rfind('/');
+  return std::string(slash == kNone ? std::string_view() : path.substr(0, slash));
+}
+
+std::string PercentDecoded(std::string_view text) {
+  std::string decoded;
+  decoded.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '%' && i + 2 < text.size() && HexDigit(text[i + 1]) >= 0 &&
+        HexDigit(text[i + 2]) >= 0) {
+      decoded.push_back(static_cast<char>(HexDigit(text[i + 1]) * 16 + HexDigit(text[i + 2])));
+      i += 2;
+    } else {
+      decoded.push_back(text[i]);
+    }
+  }
+  return decoded;
+}
+
+ProjectTree::ProjectTree(const SourceFiles& files, std::string folder, int code_page, bool flat)
+    : files_(files), folder_(std::move(folder)), code_page_(code_page), flat_(flat) {
+  while (folder_.size() > 1 && folder_.back() == '/') folder_.pop_back();
+}
+
+// The texts that the bytes of a name may mean, the likeliest first.
+std::vector<std::string> ProjectTree::Spellings(std::string_view name, int code_page) const {
+  std::vector<std::string> spellings;
+  const auto add = [&](std::string_view bytes) {
+    if (IsUtf8(bytes)) {
+      spellings.emplace_back(bytes);
+      // Double-byte text may look like UTF-8.
+      const std::string other = ToUtf8(bytes, code_page);
+      if (other != bytes) spellings.push_back(other);
+    } else {
+      spellings.push_back(ToUtf8(bytes, code_page));
+      spellings.emplace_back(bytes);
+    }
+  };
+  add(name);
+  if (name.find('%') != kNone) add(PercentDecoded(name));
+  return spellings;
+}
+
+std::optional<FoundFile> ProjectTree::Find(std::string_view name, std::string_view from,
+                                           int code_page) {
+  for (const std::string& spelling : Spellings(name, code_page)) {
+    std::string path = WithSlashes(spelling);
+    if (path.empty() || path.find('\0') != kNone) continue;
+    if (path[0] != '/' && !from.empty()) path = std::string(from) + "/" + path;
+    if (auto found = FindPath(NormalPath(path))) return found;
+  }
+  return std::nullopt;
+}
+
+std::optional<FoundFile> ProjectTree::FindListed(std::string_view name) {
+  for (const std::string& spelling : Spellings(name, code_page_)) {
+    const std::string path = WithSlashes(spelling);
+    if (path.empty() || path.find('\0') != kNone) continue;
+    if (IsFullPath(path)) {
+      if (auto found = FindFull(path)) return found;
+    }
+    if (auto found = FindPath(NormalPath(path))) return found;
+  }
+  return std::nullopt;
+}
+
+std::optional<FoundFile> ProjectTree::FindFull(const std::string& path) {
+  const std::string root = folder_.empty() ? "" : folder_ + (folder_ == "/" ? "" : "/");
+  if (!root.empty() && FoldedName(path).starts_with(FoldedName(root))) {
+    return FindPath(NormalPath(std::string_view(path).substr(root.size())));
+  }
+  std::error_code error;
+  if (files_.Open(path, &error) == nullptr) return std::nullopt;
+  const std::string name = path.substr(path.rfind('/') + 1);
+  return FoundFile{path, name, name, name};
+}
+
+std::optional<FoundFile> ProjectTree::FindPath(const std::string& path) {
+  if (path.empty()) return std::nullopt;
+  const std::optional<std::string> actual = OnDisk(path);
+  if (!actual) return std::nullopt;
+  FoundFile found{DiskPath(*actual), *actual, path, *actual};
+  if (flat_ || actual->starts_with("../")) {
+    found.archive_path = actual->substr(actual->rfind('/') + 1);
+    found.address = path.substr(path.rfind('/') + 1);
+  }
+  return found;
+}
+
+// The path of a file with the letter case that it has on disk; nothing when it is not there.
+std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
+  const auto [known, added] = on_disk_.try_emplace(path);
+  if (!added) return known->second;
+  std::string actual;
+  std::string_view rest = path;
+  while (true) {
+    const std::size_t slash = rest.find('/');
+    const std::string_view part = rest.substr(0, slash);
+    const bool last = slash == kNone;
+    if (part == "..") {
+      if (last) return std::nullopt;
+      actual += "../";
+    } else {
+      std::string folder = actual;
+      if (!folder.empty()) folder.pop_back();
+      const Folder& listing = ListOnce(folder);
+      const auto found = listing.by_name.find(FoldedName(part));
+      if (found == listing.by_name.end() || found->second.is_folder == last) return std::nullopt;
+      actual += found->second.name;
+      if (!last) actual += '/';
+    }
+    if (last) break;
+    rest.remove_prefix(slash + 1);
+  }
+  // Not through `known`: listing a folder does not change the map, but the reader need not know
+  // that.
+  on_disk_[path] = actual;
+  return actual;
+}
+
+const ProjectTree::Folder& ProjectTree::ListOnce(const std::string& folder) {
+  const auto [known, added] = folders_.try_emplace(folder);
+  if (!added) return known->second;
+  std::vector<SourceEntry> entries = files_.List(DiskPath(folder));
+  // Of names that differ in case only, the first in byte order counts, on every machine.
+  std::sort(entries.begin(), entries.end(),
+            [](const SourceEntry& a, const SourceEntry& b) { return a.name < b.name; });
+  for (SourceEntry& entry : entries) {
+    std::string key = FoldedName(entry.name);
+    known->second.by_name.try_emplace(std::move(key), std::move(entry));
+  }
+  return known->second;
+}
+
+std::string ProjectTree::DiskPath(const std::string& path) const {
+  if (folder_.empty()) return path.empty() ? "." : path;
+  if (path.empty()) return folder_;
+  return folder_ == "/" ? "/" + path : folder_ + "/" + path;
+}
+
+std::vector<FoundFile> ProjectTree::FindMatching(std::string_view pattern) {
+  const std::string path =
+      NormalPath(WithSlashes(ToUtf8(pattern, IsUtf8(pattern) ? kUtf8CodePage : code_page_)));
+  const std::string folder = FolderOf(path);
+  const std::string last = FoldedName(path.substr(folder.empty() ? 0 : folder.size() + 1));
+  std::vector<std::string> names;
+  for (const auto& [name, entry] : ListOnce(folder).by_name) {
+    if (!entry.is_folder && Matches(last, name)) names.push_back(entry.name);
+  }
+  std::sort(names.begin(), names.end());
+  std::vector<FoundFile> found;
+  for (const std::string& name : names) {
+    if (auto file = FindPath(folder.empty() ? name : folder + "/" + name)) {
+      found.push_back(std::move(*file));
+    }
+  }
+  return found;
+}
+
+}  // namespace scrivo

@@ -1,0 +1,37 @@
+#include "project/source_files.h"
+
+#include <span>
+
+namespace scrivo {
+
+std::filesystem::path SystemPath(std::string_view path) {
+  return std::filesystem::path(std::u8string(path.begin(), path.end()));
+}
+
+std::string PortablePath(const std::filesystem::path& path) {
+  const std::u8string text = path.generic_u8string();
+  return std::string(text.begin(), text.end());
+}
+
+std::vector<SourceEntry> DiskFiles::List(const std::string& folder) const {
+  std::vector<SourceEntry> entries;
+  std::error_code error;
+  std::filesystem::directory_iterator at(SystemPath(folder), error), end;
+  while (!error && at != end) {
+    std::error_code kind_error;
+    entries.push_back({PortablePath(at->path().filename()), at->is_directory(kind_error)});
+    at.increment(error);
+  }
+  return entries;
+}
+
+std::unique_ptr<ByteSource> DiskFiles::Open(const std::string& path, std::error_code* error) const {
+  return OpenFileSource(SystemPath(path), error);
+}
+
+bool ReadText(const ByteSource& source, std::string* text) {
+  text->resize(static_cast<std::size_t>(source.Size()));
+  return source.ReadAt(0, std::span(reinterpret_cast<std::uint8_t*>(text->data()), text->size()));
+}
+
+}  // namespace scrivo

@@ -1,0 +1,487 @@
+#include "hhc/compiler.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/hhc/internal_streams.h"
+#include "tests/hhc/project_folder.h"
+
+namespace scrivo {
+namespace {
+
+std::string Page(const std::string& title, const std::string& body) {
+  return "<html><head><title>" + title + "</title></head><body>" + body + "</body></html>\r\n";
+}
+
+std::string Item(const std::string& name, const std::string& local, const std::string& more = "") {
+  return "<LI><OBJECT type=\"text/sitemap\">\r\n<param name=\"Name\" value=\"" + name + "\">" +
+         (local.empty() ? "" : "<param name=\"Local\" value=\"" + local + "\">") + more +
+         "\r\n</OBJECT>\r\n";
+}
+
+constexpr char kOptions[] =
+    "[OPTIONS]\r\nCompiled file=help.chm\r\nContents file=a.hhc\r\nIndex file=a.hhk\r\n"
+    "Default topic=index.htm\r\nDefault window=main\r\nFull-text search=Yes\r\nBinary TOC=Yes\r\n"
+    "Title=The help\r\nDisplay compile progress=Yes\r\n[WINDOWS]\r\n"
+    "main=\"The help\",\"a.hhc\",\"a.hhk\",,,,,,,0x2520,,0x3006,,,,,,,,0\r\n";
+
+class CompilerTest : public testing::Test {
+ protected:
+  void WriteSample() {
+    folder_.Write("help.hhp", std::string(kOptions) + "[FILES]\r\nindex.htm\r\n");
+    folder_.Write("index.htm", Page("Start page",
+                                    "hello <a href=\"sub/Two.htm#x\">two</a> "
+                                    "<a href=\"http://x/\">w</a><img src=i.gif>"));
+    folder_.Write("sub/Two.htm", Page("Second", "hello again <link href=s.css>"));
+    folder_.Write("sub/s.css", "p { background: url(../bg.png) }");
+    folder_.Write("i.gif", "GIF");
+    folder_.Write("bg.png", "PNG");
+    folder_.Write("a.hhc", "<UL>" + Item("Start & more", "index.htm") + "<UL>" + Item("Part", "") +
+                               "<UL>" + Item("Anchor", "sub\\Two.htm#x") + "</UL></UL></UL>");
+    folder_.Write("a.hhk", "<UL>" + Item("beta", "index.htm") + Item("Alpha", "sub/two.htm") +
+                               Item("beta", "sub/Two.htm#x") +
+                               Item("gone", "", "<param name=\"See Also\" value=\"beta\">") +
+                               "</UL>");
+  }
+
+  CompileResult Compile(int threads = 2) {
+    return folder_.Compile(&recorder_, "help.hhp", threads);
+  }
+
+  std::unique_ptr<InternalStreams> Opened() {
+    return InternalStreams::Open(folder_.Path("help.chm"));
+  }
+
+  bool Told(const std::string& line) const {
+    return std::find(recorder_.messages.begin(), recorder_.messages.end(), line) !=
+           recorder_.messages.end();
+  }
+
+  ProjectFolder folder_;
+  CompileRecorder recorder_;
+};
+
+TEST_F(CompilerTest, StoresEveryFileThatThePagesNeedByteForByte) {
+  WriteSample();
+  const CompileResult result = Compile();
+  ASSERT_TRUE(result.made);
+  EXPECT_TRUE(recorder_.messages.empty()) << recorder_.messages[0];
+  const auto help = Opened();
+  ASSERT_NE(help, nullptr);
+  for (const char* name :
+       {"index.htm", "sub/Two.htm", "sub/s.css", "i.gif", "bg.png", "a.hhc", "a.hhk"}) {
+    EXPECT_EQ(help->Bytes(std::string("/") + name), folder_.Read(name)) << name;
+  }
+}
+
+TEST_F(CompilerTest, CompilesPagesThenImagesThenStyleSheets) {
+  WriteSample();
+  Compile();
+  EXPECT_EQ(recorder_.files,
+            (std::vector<std::string>{"index.htm", "a.hhc", "a.hhk", "sub\\Two.htm", "i.gif",
+                                      "sub\\s.css", "bg.png"}));
+}
+
+TEST_F(CompilerTest, CountsTopicsLinksAndGraphics) {
+  WriteSample();
+  const CompileResult result = Compile();
+  EXPECT_EQ(result.topics, 4u);
+  EXPECT_EQ(result.local_links, 1u + 2 * 2 + 2 * 3);
+  EXPECT_EQ(result.internet_links, 1u);
+  EXPECT_EQ(result.graphics, 1u);
+  EXPECT_EQ(result.output_size, folder_.Read("help.chm").size());
+}
+
+TEST_F(CompilerTest, NumbersTopicsAndNamesThem) {
+  WriteSample();
+  Compile();
+  const auto help = Opened();
+  const auto topics = help->Topics();
+  ASSERT_TRUE(topics) << help->problem();
+  ASSERT_EQ(topics->size(), 5u);
+  EXPECT_EQ((*topics)[0].address, "index.htm");
+  EXPECT_EQ((*topics)[0].title, "Start page");
+  EXPECT_EQ((*topics)[0].flags, 6);
+  EXPECT_EQ((*topics)[1].address, "a.hhc");
+  EXPECT_FALSE((*topics)[1].title);
+  EXPECT_EQ((*topics)[3].address, "sub/Two.htm");
+  EXPECT_EQ((*topics)[3].flags, 2);
+  EXPECT_EQ((*topics)[4].address, "sub/Two.htm#x");
+  EXPECT_EQ((*topics)[4].title, "Anchor");
+  EXPECT_EQ((*topics)[4].flags, 4);
+}
+
+TEST_F(CompilerTest, WritesTheContentsInBinary) {
+  WriteSample();
+  Compile();
+  const auto help = Opened();
+  const auto contents = help->Contents();
+  ASSERT_TRUE(contents) << help->problem();
+  ASSERT_EQ(contents->size(), 3u);
+  EXPECT_EQ((*contents)[0].address, "index.htm");
+  EXPECT_EQ((*contents)[1].title, "Part");
+  EXPECT_EQ((*contents)[1].level, 1);
+  EXPECT_EQ((*contents)[2].address, "sub/Two.htm#x");
+  EXPECT_EQ((*contents)[2].level, 2);
+}
+
+TEST_F(CompilerTest, WritesTheIndexSortedAndMerged) {
+  WriteSample();
+  Compile();
+  const auto help = Opened();
+  const auto keywords = help->Keywords("/$WWKeywordLinks/");
+  ASSERT_TRUE(keywords) << help->problem();
+  ASSERT_EQ(keywords->size(), 3u);
+  EXPECT_EQ((*keywords)[0].text, "Alpha");
+  EXPECT_EQ((*keywords)[0].topics, std::vector<std::uint32_t>{3});
+  EXPECT_EQ((*keywords)[1].text, "beta");
+  EXPECT_EQ((*keywords)[1].topics, (std::vector<std::uint32_t>{0, 4}));
+  EXPECT_TRUE((*keywords)[2].see_also);
+  EXPECT_EQ((*keywords)[2].target, "beta");
+}
+
+TEST_F(CompilerTest, FindsEveryWordThroughTheSearchIndex) {
+  WriteSample();
+  Compile();
+  const auto help = Opened();
+  const auto words = help->Search();
+  ASSERT_TRUE(words) << help->problem();
+  const auto& hello = words->at({"hello", false});
+  EXPECT_EQ(hello.at(0), std::vector<std::uint32_t>{2});
+  EXPECT_EQ(hello.at(3), std::vector<std::uint32_t>{1});
+  EXPECT_EQ(words->at({"start", true}).at(0), std::vector<std::uint32_t>{0});
+  EXPECT_TRUE(words->contains({"again", false}));
+  EXPECT_FALSE(words->contains({"href", false}));
+}
+
+TEST_F(CompilerTest, FindsEveryWordOfALargeText) {
+  folder_.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\n*.htm\n");
+  for (int page = 0; page < 40; ++page) {
+    std::string body;
+    for (int i = 0; i < 900; ++i) body += "word" + std::to_string(page * 500 + i) + " ";
+    folder_.Write("p" + std::to_string(100 + page) + ".htm", Page("page", body));
+  }
+  ASSERT_TRUE(Compile().made);
+  const auto help = Opened();
+  const auto words = help->Search();
+  ASSERT_TRUE(words) << help->problem();
+  EXPECT_EQ(words->size(), 39 * 500u + 900 + 1);
+  for (std::uint32_t i = 0; i < 39 * 500 + 900; ++i) {
+    const auto found = words->find({"word" + std::to_string(i), false});
+    ASSERT_NE(found, words->end()) << i;
+    const std::uint32_t last = std::min(i / 500, 39u);
+    EXPECT_EQ(found->second.at(last), std::vector<std::uint32_t>{1 + i - last * 500});
+  }
+}
+
+TEST_F(CompilerTest, HonoursTheStopList) {
+  folder_.Write(
+      "help.hhp",
+      "[OPTIONS]\nFull-text search=Yes\nFull text search stop list file=s.stp\n[FILES]\na.htm\n");
+  folder_.Write("s.stp", "The\r\nof\r\n");
+  folder_.Write("a.htm", Page("t", "the end of it"));
+  Compile();
+  const auto words = Opened()->Search();
+  ASSERT_TRUE(words);
+  EXPECT_FALSE(words->contains({"the", false}));
+  EXPECT_EQ(words->at({"it", false}).at(0), std::vector<std::uint32_t>{4});
+}
+
+TEST_F(CompilerTest, LeavesTheSearchStreamEmptyWhenSearchIsOff) {
+  folder_.Write("help.hhp", "[FILES]\na.htm\n");
+  folder_.Write("a.htm", Page("t", "x"));
+  Compile();
+  EXPECT_EQ(Opened()->Bytes("/$FIftiMain"), "");
+}
+
+TEST_F(CompilerTest, WritesContextNumbersInProjectOrder) {
+  folder_.Write("help.hhp",
+                "[FILES]\na.htm\n[ALIAS]\nB=sub\\b.htm\nA=a.htm ; note\nX=none.htm\n"
+                "[MAP]\n#include ids.h\n#define X 9\n");
+  folder_.Write("ids.h", "#define A 0x64\r\n#define B 5\r\n");
+  folder_.Write("a.htm", Page("t", "x"));
+  folder_.Write("sub/b.htm", Page("t", "x"));
+  Compile();
+  const auto help = Opened();
+  const auto ids = help->ContextIds();
+  ASSERT_TRUE(ids) << help->problem();
+  EXPECT_EQ(ids->at(100), "a.htm");
+  EXPECT_EQ(ids->at(5), "sub/b.htm");
+  EXPECT_TRUE(help->Bytes("/sub/b.htm"));
+  EXPECT_TRUE(
+      Told("HHC3015: Warning: An alias has been created to \"none.htm\" but the file does not "
+           "exist."));
+}
+
+TEST_F(CompilerTest, TakesKeywordsFromPagesWhenAskedTo) {
+  const std::string object =
+      "<OBJECT classid=\"clsid:1E2A7BD0-DAB9-11D0-B93A-00C04FC99F9E\"><param name=\"Keyword\" "
+      "value=\"a, b\"><param name=\"ALink Name\" value=\"assoc\"></OBJECT>";
+  folder_.Write("help.hhp", "[OPTIONS]\nAuto Index=Yes\n[FILES]\na.htm\n");
+  folder_.Write("a.htm", Page("t", object));
+  Compile();
+  auto help = Opened();
+  const auto keywords = help->Keywords("/$WWKeywordLinks/");
+  ASSERT_TRUE(keywords) << help->problem();
+  EXPECT_EQ(keywords->at(1).text, "a, b");
+  EXPECT_EQ(help->Keywords("/$WWAssociativeLinks/")->at(0).text, "assoc");
+  help.reset();  // a file that is open cannot be replaced everywhere
+  folder_.Write("help.hhp", "[OPTIONS]\nAuto Index=No\n[FILES]\na.htm\n");
+  Compile();
+  EXPECT_FALSE(Opened()->Keywords("/$WWKeywordLinks/"));
+}
+
+TEST_F(CompilerTest, ReportsMissingFilesAndMakesTheRest) {
+  folder_.Write("help.hhp",
+                "[OPTIONS]\nContents file=a.hhc\nOdd=1\nnothing\n[FILES]\na.htm\nno.htm\n"
+                "A.HTM\n[STRANGE]\n");
+  folder_.Write("a.hhc", "<UL>" + Item("x", "lost.htm") + "</UL>");
+  folder_.Write("a.htm", Page("t", "\n<img src=\"gone.gif\"><img src=\"gone.gif\">"));
+  const CompileResult result = Compile();
+  EXPECT_TRUE(result.made);
+  EXPECT_EQ(result.not_compiled, std::vector<std::string>{"no.htm"});
+  EXPECT_EQ(
+      recorder_.messages,
+      (std::vector<std::string>{
+          "HHC4003: Warning: The following option line does not contain an '=' character "
+          "separating the option and its value: nothing",
+          "HHC4004: Warning: Line 3 of the project: the option \"Odd\" is not known and is "
+          "ignored.",
+          "HHC4005: Warning: Line 9 of the project: the section [STRANGE] is not known and is "
+          "ignored.",
+          "HHC5003: Error: Compilation failed while compiling no.htm.",
+          "HHC4006: Warning: The file \"A.HTM\" is already listed in the [FILES] section of the "
+          "project file.",
+          "HHC3010: Warning: a.htm(2) : The file \"gone.gif\" that is linked here does not exist.",
+          "HHC5013: Error: URL reference in the TOC cannot be resolved: \"lost.htm\"."}));
+}
+
+TEST_F(CompilerTest, TellsOfBadTagsWithPageAndLine) {
+  folder_.Write("help.hhp", "[OPTIONS]\nContents file=a.hhc\n[FILES]\nsub/a.htm\n");
+  folder_.Write("a.hhc", "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<UL>" +
+                             Item("x", "sub/a.htm") + "</UL>");
+  folder_.Write("sub/a.htm", "\n\n(0 <= n and n < 3)<br\n>\n<b title=\"x");
+  EXPECT_TRUE(Compile().made);
+  EXPECT_EQ(recorder_.messages,
+            (std::vector<std::string>{
+                "HHC3004: Warning: sub/a.htm(3) : The HTML tag \"= n and n < 3)<br \" is not a "
+                "valid HTML tag (it does not begin with an alphanumeric character).",
+                "HHC3002: Warning: sub/a.htm(5) : The HTML tag \"b title=\"x\" is not a valid HTML "
+                "tag (it has no \">\" at its end).",
+                "HHC3004: Warning: a.hhc(1) : The HTML tag \"?xml version=\"1.0\" "
+                "encoding=\"utf-8\"?\" is not a valid HTML tag (it does not begin with an "
+                "alphanumeric character)."}));
+}
+
+TEST_F(CompilerTest, MakesContentsOfHeadingsWhenAskedTo) {
+  folder_.Write(
+      "help.hhp",
+      "[OPTIONS]\nAuto TOC=2\nBinary TOC=Yes\nDefault window=main\n"
+      "[WINDOWS]\nmain=\"t\",,,,,,,,,0x2520,,0x3006,,,,,,,,0\n[FILES]\na.htm\nsub/b.htm\n");
+  folder_.Write("a.htm", Page("A page", "<h1>First</h1><h2 id=x>Part</h2><h3>deep</h3>"));
+  folder_.Write("sub/b.htm", Page("B page", "<h1>Second</h1>"));
+  EXPECT_TRUE(Compile().made);
+  EXPECT_TRUE(recorder_.messages.empty()) << recorder_.messages[0];
+  EXPECT_FALSE(folder_.Has("help.hhc"));
+  const auto help = Opened();
+  const auto contents = help->Contents();
+  ASSERT_TRUE(contents) << help->problem();
+  ASSERT_EQ(contents->size(), 3u);
+  EXPECT_EQ((*contents)[0].address, "a.htm");
+  EXPECT_EQ((*contents)[1].address, "a.htm#x");
+  EXPECT_EQ((*contents)[1].level, 1);
+  EXPECT_EQ((*contents)[2].address, "sub/b.htm");
+  EXPECT_NE(help->Bytes("/help.hhc")->find("value=\"Part\""), std::string::npos);
+  // The viewer finds the contents through the window.
+  EXPECT_NE(help->Bytes("/#STRINGS")->find("help.hhc"), std::string::npos);
+}
+
+TEST_F(CompilerTest, MakesContentsOfHeadingsOfPagesOutsideTheProjectsFolder) {
+  folder_.Write("p/help.hhp", "[OPTIONS]\nAuto TOC=Yes\nBinary TOC=Yes\n[FILES]\n../a#1.htm\n");
+  folder_.Write("a#1.htm", Page("A page", "<h1>First</h1>"));
+  EXPECT_TRUE(folder_.Compile(&recorder_, "p/help.hhp").made);
+  EXPECT_TRUE(recorder_.messages.empty()) << recorder_.messages[0];
+  const auto contents = InternalStreams::Open(folder_.Path("p/help.chm"))->Contents();
+  ASSERT_EQ(contents->size(), 1u);
+  EXPECT_EQ((*contents)[0].address, "a#1.htm");
+}
+
+TEST_F(CompilerTest, UsesAContentsFileThatIsThereRatherThanHeadings) {
+  folder_.Write("help.hhp", "[OPTIONS]\nAuto TOC=9\nContents file=a.hhc\n[FILES]\na.htm\n");
+  folder_.Write("a.hhc", "<UL>" + Item("Mine", "a.htm") + "</UL>");
+  folder_.Write("a.htm", Page("A page", "<h1>First</h1>"));
+  EXPECT_TRUE(Compile().made);
+  EXPECT_EQ(Opened()->Bytes("/a.hhc"), folder_.Read("a.hhc"));
+  EXPECT_EQ(recorder_.messages, std::vector<std::string>{
+                                    "HHC4008: Warning: The contents file \"a.hhc\" is there and is "
+                                    "used as it is; \"Auto TOC\" adds nothing to it."});
+}
+
+TEST_F(CompilerTest, TellsOfWhatIsNotSupported) {
+  folder_.Write("help.hhp", "[OPTIONS]\nCreate CHI file=Yes\n[FILES]\na.htm\n[INFOTYPES]\nx\ny\n");
+  folder_.Write("a.htm", Page("t", ""));
+  EXPECT_TRUE(Compile().made);
+  EXPECT_EQ(
+      recorder_.messages,
+      (std::vector<std::string>{
+          "HHC4007: Warning: Line 2 of the project: the option \"Create CHI file\" is not "
+          "supported; the help file is made without it.",
+          "HHC4007: Warning: Line 6 of the project: the section [INFOTYPES] is not supported; "
+          "the help file is made without it."}));
+}
+
+TEST_F(CompilerTest, MakesNothingWithoutFiles) {
+  folder_.Write("help.hhp", "[OPTIONS]\nTitle=x\n");
+  folder_.Write("help.chm", "old");
+  const CompileResult result = Compile();
+  EXPECT_FALSE(result.made);
+  EXPECT_EQ(folder_.Read("help.chm"), "old");
+  EXPECT_FALSE(folder_.Has("help.chm.tmp"));
+  ASSERT_EQ(recorder_.messages.size(), 1u);
+  EXPECT_EQ(recorder_.messages[0].substr(0, 14), "HHC6000: Error");
+}
+
+TEST_F(CompilerTest, TellsWhenTheProjectOrTheOutputCannotBeOpened) {
+  EXPECT_FALSE(Compile().project_found);
+  folder_.Write("help.hhp", "[OPTIONS]\nCompiled file=no/such/folder/x.chm\n[FILES]\na.htm\n");
+  folder_.Write("a.htm", "x");
+  EXPECT_FALSE(Compile().made);
+  ASSERT_FALSE(recorder_.messages.empty());
+  EXPECT_NE(recorder_.messages[0].find("HHC5010: Error: Cannot open \""), std::string::npos);
+}
+
+TEST_F(CompilerTest, FindsTheProjectWithoutItsExtension) {
+  folder_.Write("My help.hhp", "[FILES]\na.htm\n");
+  folder_.Write("a.htm", "x");
+  EXPECT_TRUE(folder_.Compile(&recorder_, "My help").made);
+  EXPECT_TRUE(folder_.Has("My help.chm"));
+}
+
+TEST_F(CompilerTest, GivesTheSameBytesForAnyNumberOfThreads) {
+  WriteSample();
+  for (int i = 0; i < 60; ++i) {
+    folder_.Write("many/p" + std::to_string(i) + ".htm",
+                  Page("p", std::string(3000, static_cast<char>('a' + i % 26)) + " <a href=p" +
+                                std::to_string((i * 7) % 61) + ".htm>"));
+  }
+  folder_.Write("help.hhp",
+                std::string(kOptions) + "[FILES]\r\nindex.htm\r\nmany/p0.htm\r\nmany/p1.htm\r\n");
+  ASSERT_TRUE(Compile(1).made);
+  const std::string one = folder_.Read("help.chm");
+  const auto messages = recorder_.messages;
+  for (const int threads : {2, 5}) {
+    recorder_.messages.clear();
+    ASSERT_TRUE(Compile(threads).made);
+    EXPECT_TRUE(folder_.Read("help.chm") == one);
+    EXPECT_EQ(recorder_.messages, messages);
+  }
+}
+
+TEST_F(CompilerTest, GivesTheSameBytesWhenWordsDoNotFitIntoMemory) {
+  folder_.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\n*.htm\n");
+  for (int page = 0; page < 30; ++page) {
+    std::string body;
+    for (int i = 0; i < 300; ++i) body += "word" + std::to_string(i * (page + 1)) + " ";
+    folder_.Write("p" + std::to_string(100 + page) + ".htm", Page("page", body));
+  }
+  ASSERT_TRUE(Compile().made);
+  const std::string expected = folder_.Read("help.chm");
+  CompileRequest request;
+  request.project_path = "help.hhp";
+  request.working_folder = folder_.Path();
+  request.compiler_name = "Test compiler 1.0";
+  request.word_memory = 0;
+  const DiskFiles files;
+  EXPECT_TRUE(CompileProject(request, files, &recorder_).made);
+  EXPECT_TRUE(folder_.Read("help.chm") == expected);
+  EXPECT_FALSE(folder_.Has("help.chm.words.tmp"));
+}
+
+TEST_F(CompilerTest, TellsWhenWordsHaveNowhereToGoAndKeepsTheOldFile) {
+  folder_.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\na.htm\n");
+  folder_.Write("a.htm", Page("t", "word"));
+  folder_.Write("help.chm", "old");
+  folder_.Write("help.chm.words.tmp/in", "the way");
+  CompileRequest request;
+  request.project_path = "help.hhp";
+  request.working_folder = folder_.Path();
+  request.word_memory = 0;
+  const DiskFiles files;
+  EXPECT_FALSE(CompileProject(request, files, &recorder_).made);
+  ASSERT_EQ(recorder_.messages.size(), 1u);
+  EXPECT_TRUE(recorder_.messages[0].starts_with("HHC5010: Error: Cannot write \""));
+  EXPECT_NE(recorder_.messages[0].find("help.chm.words.tmp\" ("), std::string::npos);
+  EXPECT_EQ(folder_.Read("help.chm"), "old");
+  EXPECT_FALSE(folder_.Has("help.chm.tmp"));
+}
+
+TEST_F(CompilerTest, TreatsFilesByTheirExtensionWhateverTheirPath) {
+  folder_.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\nx.html.d/a, b.gif\np.htm\n");
+  folder_.Write("x.html.d/a, b.gif", "<title>no page</title> words");
+  folder_.Write("p.htm", Page("t", "x"));
+  const CompileResult result = Compile();
+  EXPECT_EQ(result.topics, 1u);
+  EXPECT_EQ(Opened()->Bytes("/x.html.d/a, b.gif"), "<title>no page</title> words");
+  EXPECT_FALSE(Opened()->Search()->contains({"words", false}));
+}
+
+TEST_F(CompilerTest, ConvertsTitlesAndCountsLostCharacters) {
+  folder_.Write("help.hhp", "[OPTIONS]\nLanguage=0x419\n[FILES]\na.htm\nb.htm\n");
+  folder_.Write("a.htm", "<meta charset=utf-8>" + Page("\u0413\u043B \u00E9", ""));
+  folder_.Write("b.htm", Page("\xC3\xEB", ""));
+  Compile();
+  const auto topics = Opened()->Topics();
+  EXPECT_EQ(topics->at(0).title, "\xC3\xEB ?");
+  EXPECT_EQ(topics->at(1).title, "\xC3\xEB");
+  ASSERT_EQ(recorder_.messages.size(), 1u);
+  EXPECT_EQ(recorder_.messages[0].substr(0, 31), "HHC3018: Warning: 1 characters ");
+}
+
+TEST_F(CompilerTest, TheOutputsOwnNameLosesNoCharacters) {
+  folder_.Write("help.hhp",
+                "[OPTIONS]\r\nCompiled file=\xD0\x9F\xD1\x80.chm\r\n[FILES]\r\nindex.htm\r\n");
+  folder_.Write("index.htm", Page("Start", "hello"));
+  EXPECT_TRUE(Compile().made);
+  for (const std::string& message : recorder_.messages) {
+    EXPECT_EQ(message.find("code page"), std::string::npos) << message;
+  }
+}
+
+TEST_F(CompilerTest, AcceptsEmptyContentsAndIndex) {
+  folder_.Write("help.hhp", std::string(kOptions) + "[FILES]\r\nindex.htm\r\n");
+  folder_.Write("index.htm", Page("t", "x"));
+  folder_.Write("a.hhc", "");
+  folder_.Write("a.hhk", "<UL></UL>");
+  EXPECT_TRUE(Compile().made);
+  EXPECT_TRUE(recorder_.messages.empty());
+  EXPECT_TRUE(Opened()->Contents()->empty());
+  EXPECT_EQ(Opened()->Bytes("/$WWKeywordLinks/Property"), std::string(4, '\0'));
+}
+
+TEST_F(CompilerTest, RecordsNoTimeUnlessAsked) {
+  WriteSample();
+  Compile();
+  const auto records = Opened()->System();
+  ASSERT_TRUE(records);
+  EXPECT_EQ(records->at(10), std::string(4, '\0'));
+  EXPECT_EQ(records->at(2), std::string("index.htm\0", 10));
+  EXPECT_EQ(records->at(3), std::string("The help\0", 9));
+  EXPECT_EQ(records->at(5), std::string("main\0", 5));
+  EXPECT_EQ(records->at(6), std::string("help\0", 5));
+  EXPECT_EQ(records->at(13), Opened()->Bytes("/#IDXHDR"));
+  EXPECT_TRUE(records->contains(7));
+  EXPECT_TRUE(records->contains(11));
+  EXPECT_FALSE(records->contains(0));
+}
+
+TEST_F(CompilerTest, ReadsLargeFilesInPieces) {
+  folder_.Write("help.hhp", "[FILES]\na.htm\nbig.bin\n");
+  folder_.Write("a.htm", "x");
+  folder_.Write("big.bin", std::string(9 << 20, 'b') + "end");
+  ASSERT_TRUE(Compile().made);
+  EXPECT_TRUE(Opened()->Bytes("/big.bin") == folder_.Read("big.bin"));
+}
+
+}  // namespace
+}  // namespace scrivo

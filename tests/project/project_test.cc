@@ -1,0 +1,131 @@
+#include "project/project.h"
+
+#include <gtest/gtest.h>
+
+#include "project/project_lines.h"
+
+namespace scrivo {
+namespace {
+
+TEST(Project, ReadsWhatTheGeneratorWrites) {
+  const Project project = ReadProject(
+      "[OPTIONS]\r\nAuto Index = Yes\r\nBinary Index = Yes\r\nBinary TOC = Yes\r\n"
+      "Compatibility = 1.1 Or later\r\nCompiled file=/web/out.chm\r\n"
+      "Contents file=/web/ScrA.hhc\r\nDefault window=default\r\nDefault topic=index.htm\r\n"
+      "Display compile progress=Yes\r\nFull-text search=Yes\r\n"
+      "Language=0x409 English (United States)\r\nTitle=My help\r\nIndex File = /web/ScrB.hhk\r\n"
+      "\r\n[WINDOWS]\r\n\r\ndefault=,\"ScrA.hhc\",\r\n"
+      "default=,\"ScrA.hhc\",\"ScrB.hhk\",,,,,,,0x23520,,0x3006,,,,,,,,0\r\n"
+      "\r\n[FILES]\r\nindex.htm\r\nsub/page.htm\r\n/web/ScrC.tmp.htm\r\n");
+  EXPECT_TRUE(project.auto_index);
+  EXPECT_TRUE(project.binary_index);
+  EXPECT_TRUE(project.binary_toc);
+  EXPECT_TRUE(project.full_text_search);
+  EXPECT_TRUE(project.display_progress);
+  EXPECT_FALSE(project.compatibility_1_0);
+  EXPECT_EQ(project.compiled_file, "/web/out.chm");
+  EXPECT_EQ(project.contents_file, "/web/ScrA.hhc");
+  EXPECT_EQ(project.index_file, "/web/ScrB.hhk");
+  EXPECT_EQ(project.default_window, "default");
+  EXPECT_EQ(project.default_topic, "index.htm");
+  EXPECT_EQ(project.title, "My help");
+  EXPECT_EQ(project.language, 0x409u);
+  ASSERT_EQ(project.windows.size(), 1u);
+  EXPECT_EQ(project.windows[0].name, "default");
+  EXPECT_EQ(project.windows[0].arguments,
+            (std::vector<std::string>{"", "ScrA.hhc", "ScrB.hhk", "", "", "", "", "", "", "0x23520",
+                                      "", "0x3006",   "",         "", "", "", "", "", "", "0"}));
+  ASSERT_EQ(project.files.size(), 3u);
+  EXPECT_EQ(project.files[2].text, "/web/ScrC.tmp.htm");
+  EXPECT_TRUE(project.unknown_options.empty());
+  EXPECT_TRUE(project.lines_without_equals.empty());
+}
+
+TEST(Project, HasTheDefaultsOfTheOriginal) {
+  const Project project = ReadProject("");
+  EXPECT_TRUE(project.binary_index);
+  EXPECT_FALSE(project.binary_toc);
+  EXPECT_FALSE(project.full_text_search);
+  EXPECT_FALSE(project.auto_index);
+  EXPECT_FALSE(project.flat);
+}
+
+TEST(Project, ReadsTheOtherSections) {
+  const Project project = ReadProject(
+      "[alias]\nIDH_A=a.htm ; comment\n#include alias.h\n[MAP]\n#define IDH_A 0x10 // x\n"
+      "#define IDH_B 7\n#define IDH_C\n#include \"map.h\"\n[TEXT POPUPS]\npop.txt\n"
+      "[MERGE FILES]\nother.chm\n[INFOTYPES]\nwhatever\n");
+  ASSERT_EQ(project.aliases.size(), 1u);
+  EXPECT_EQ(project.aliases[0].symbol, "IDH_A");
+  EXPECT_EQ(project.aliases[0].target, "a.htm");
+  EXPECT_EQ(project.alias_includes.at(0).text, "alias.h");
+  ASSERT_EQ(project.map.size(), 2u);
+  EXPECT_EQ(project.map[0].number, 16u);
+  EXPECT_EQ(project.map[1].number, 7u);
+  EXPECT_EQ(project.map_includes.at(0).text, "map.h");
+  EXPECT_EQ(project.text_popups.at(0).text, "pop.txt");
+  EXPECT_EQ(project.merge_files.at(0).text, "other.chm");
+  EXPECT_TRUE(project.unknown_sections.empty());
+}
+
+TEST(Project, NotesWhatItDoesNotKnowOnce) {
+  const Project project =
+      ReadProject("[OPTIONS]\nno equals here\nNonsense=1\nnonsense=2\nDBCS=Yes\n[ODD]\nx\n[odd]\n");
+  ASSERT_EQ(project.lines_without_equals.size(), 1u);
+  EXPECT_EQ(project.lines_without_equals[0].line, 2u);
+  ASSERT_EQ(project.unknown_options.size(), 1u);
+  EXPECT_EQ(project.unknown_options[0].text, "Nonsense");
+  ASSERT_EQ(project.unknown_sections.size(), 1u);
+  EXPECT_EQ(project.unknown_sections[0].text, "ODD");
+}
+
+TEST(Project, NotesWhatIsAskedForAndNotSupportedOnce) {
+  const Project project = ReadProject(
+      "[OPTIONS]\nCreate CHI file=No\nEnhanced decompilation=Yes\nenhanced decompilation=yes\n"
+      "Copyright=\nCitation=from me\n[INFOTYPES]\n[SUBSETS]\na\nb\n");
+  ASSERT_EQ(project.unsupported.size(), 2u);
+  EXPECT_EQ(project.unsupported[0].text, "Enhanced decompilation");
+  EXPECT_EQ(project.unsupported[0].line, 3u);
+  EXPECT_EQ(project.unsupported[1].text, "Citation");
+  ASSERT_EQ(project.unsupported_sections.size(), 1u);
+  EXPECT_EQ(project.unsupported_sections[0].text, "SUBSETS");
+  EXPECT_EQ(project.unsupported_sections[0].line, 9u);
+  EXPECT_TRUE(project.unknown_options.empty());
+}
+
+TEST(Project, PassesOverCommentsBlankLinesAndAByteOrderMark) {
+  const Project project = ReadProject("\xEF\xBB\xBF[OPTIONS]\n; Title=no\n\n  Title = yes  \n");
+  EXPECT_EQ(project.title, "yes");
+  EXPECT_TRUE(project.lines_without_equals.empty());
+}
+
+TEST(Project, KeepsCommasInFileNames) {
+  EXPECT_EQ(ReadProject("[FILES]\na, b.htm\n").files.at(0).text, "a, b.htm");
+}
+
+TEST(Project, ReadsLanguageTocDepthTabsAndCompatibility) {
+  const Project project = ReadProject(
+      "[OPTIONS]\nLanguage=1041\nAuto TOC=3\nCustom tab=\"Tab, one\",\"Prog.Id\"\n"
+      "Compatibility=1.0\n");
+  EXPECT_EQ(project.language, 1041u);
+  EXPECT_EQ(project.auto_toc, 3);
+  ASSERT_EQ(project.custom_tabs.size(), 1u);
+  EXPECT_EQ(project.custom_tabs[0].title, "Tab, one");
+  EXPECT_EQ(project.custom_tabs[0].program, "Prog.Id");
+  EXPECT_TRUE(project.compatibility_1_0);
+}
+
+TEST(SplitQuoted, KeepsQuotedCommasAndBrackets) {
+  EXPECT_EQ(SplitQuoted("\"a,b\",,[1,2,3,4], 5"),
+            (std::vector<std::string>{"a,b", "", "[1,2,3,4]", "5"}));
+  EXPECT_EQ(SplitQuoted("\"open,1"), (std::vector<std::string>{"\"open,1"}));
+}
+
+TEST(ProjectNumber, ReadsDecimalAndHexadecimal) {
+  EXPECT_EQ(ProjectNumber("0x3006"), 0x3006u);
+  EXPECT_EQ(ProjectNumber(" 12abc"), 12u);
+  EXPECT_EQ(ProjectNumber("x"), 0u);
+}
+
+}  // namespace
+}  // namespace scrivo

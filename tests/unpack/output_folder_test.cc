@@ -1,0 +1,138 @@
+// The output folder of the system that the tests run on.
+
+#include "unpack/output_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <system_error>
+
+#include "bytes/byte_source.h"
+
+namespace scrivo {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::span<const std::uint8_t> AsBytes(const std::string& text) {
+  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+std::string ReadFileText(const fs::path& path) {
+  std::ifstream stream(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+class OutputFolderTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    const auto* info = testing::UnitTest::GetInstance()->current_test_info();
+    root_ = fs::temp_directory_path() / (std::string("scrivo output ") + info->name());
+    fs::remove_all(root_);
+    std::error_code error;
+    folder_ = OpenOutputFolder(root_ / "new" / "folder", &error);
+    ASSERT_NE(folder_, nullptr) << error.message();
+  }
+  void TearDown() override {
+    folder_.reset();
+    fs::remove_all(root_);
+  }
+
+  WriteOutcome Create(const std::string& path, const std::string& content) {
+    return folder_->Create(path, AsBytes(content)).outcome;
+  }
+  fs::path At(const std::string& path) const {
+    return root_ / "new" / "folder" / fs::path(std::u8string(path.begin(), path.end()));
+  }
+
+  fs::path root_;
+  std::unique_ptr<OutputFolder> folder_;
+};
+
+TEST_F(OutputFolderTest, MakesFilesAndTheFoldersThatTheyNeed) {
+  EXPECT_EQ(Create("a.htm", "top"), WriteOutcome::kDone);
+  EXPECT_EQ(Create("b/c/d.htm", "below"), WriteOutcome::kDone);
+  EXPECT_EQ(Create("b/e.htm", ""), WriteOutcome::kDone);
+  EXPECT_EQ(ReadFileText(At("a.htm")), "top");
+  EXPECT_EQ(ReadFileText(At("b/c/d.htm")), "below");
+  EXPECT_TRUE(fs::exists(At("b/e.htm")));
+}
+
+TEST_F(OutputFolderTest, KeepsNamesBeyondAscii) {
+  EXPECT_EQ(Create("\u0413\u043B/\u65E5.htm", "text"), WriteOutcome::kDone);
+  EXPECT_EQ(ReadFileText(At("\u0413\u043B/\u65E5.htm")), "text");
+}
+
+TEST_F(OutputFolderTest, WritesPartsInAnyOrder) {
+  EXPECT_EQ(Create("b/a.bin", ""), WriteOutcome::kDone);
+  EXPECT_EQ(folder_->WritePart("b/a.bin", 4, AsBytes("efgh")).outcome, WriteOutcome::kDone);
+  EXPECT_EQ(folder_->WritePart("b/a.bin", 0, AsBytes("abcd")).outcome, WriteOutcome::kDone);
+  EXPECT_EQ(ReadFileText(At("b/a.bin")), "abcdefgh");
+}
+
+TEST_F(OutputFolderTest, RemovesFiles) {
+  EXPECT_EQ(Create("b/a.bin", "text"), WriteOutcome::kDone);
+  folder_->Remove("b/a.bin");
+  EXPECT_FALSE(fs::exists(At("b/a.bin")));
+  folder_->Remove("not/there");
+}
+
+TEST_F(OutputFolderTest, ReplacesAFileAndLeavesItsOtherNamesAlone) {
+  std::ofstream(root_ / "outside.txt") << "outside, and longer";
+  fs::create_hard_link(root_ / "outside.txt", At("a.txt"));
+  EXPECT_EQ(Create("a.txt", "new"), WriteOutcome::kDone);
+  EXPECT_EQ(ReadFileText(At("a.txt")), "new");
+  EXPECT_EQ(ReadFileText(root_ / "outside.txt"), "outside, and longer");
+}
+
+TEST_F(OutputFolderTest, SaysWhatIsInTheWay) {
+  fs::create_directory(At("folder"));
+  std::ofstream(At("file")) << "kept";
+  EXPECT_EQ(Create("folder", "text"), WriteOutcome::kFolderInTheWay);
+  EXPECT_EQ(Create("file/a.txt", "text"), WriteOutcome::kFileInTheWay);
+  EXPECT_EQ(ReadFileText(At("file")), "kept");
+}
+
+TEST_F(OutputFolderTest, PartsOfFilesThatAreNotThereCannotBeWritten) {
+  const WriteResult result = folder_->WritePart("none.bin", 0, AsBytes("text"));
+  EXPECT_EQ(result.outcome, WriteOutcome::kFailed);
+  EXPECT_TRUE(static_cast<bool>(result.error));
+  EXPECT_FALSE(fs::exists(At("none.bin")));
+}
+
+TEST_F(OutputFolderTest, CannotBeOpenedWhereAFileLies) {
+  std::ofstream(root_ / "file") << "text";
+  std::error_code error;
+  EXPECT_EQ(OpenOutputFolder(root_ / "file", &error), nullptr);
+  EXPECT_TRUE(static_cast<bool>(error));
+}
+
+TEST_F(OutputFolderTest, FilesAreReadAtAnyPlace) {
+  std::ofstream(root_ / "file", std::ios::binary) << "0123456789";
+  std::error_code error;
+  const auto source = OpenFileSource(root_ / "file", &error);
+  ASSERT_NE(source, nullptr);
+  EXPECT_EQ(source->Size(), 10U);
+  std::string text(4, ' ');
+  const std::span<std::uint8_t> out(reinterpret_cast<std::uint8_t*>(text.data()), text.size());
+  EXPECT_TRUE(source->ReadAt(6, out));
+  EXPECT_EQ(text, "6789");
+  EXPECT_FALSE(source->ReadAt(7, out));
+  EXPECT_FALSE(source->ReadAt(1000, out));
+}
+
+TEST_F(OutputFolderTest, FoldersAndMissingFilesAreNoSource) {
+  std::error_code error;
+  EXPECT_EQ(OpenFileSource(root_, &error), nullptr);
+  EXPECT_TRUE(static_cast<bool>(error));
+  error.clear();
+  EXPECT_EQ(OpenFileSource(root_ / "none", &error), nullptr);
+  EXPECT_TRUE(static_cast<bool>(error));
+}
+
+}  // namespace
+}  // namespace scrivo

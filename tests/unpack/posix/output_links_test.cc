@@ -1,0 +1,90 @@
+// Links that lie in the output folder already.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <system_error>
+
+#include "bytes/byte_source.h"
+#include "unpack/output_folder.h"
+
+namespace scrivo {
+namespace {
+
+namespace fs = std::filesystem;
+
+class OutputLinksTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    root_ = fs::temp_directory_path() / "scrivo output links";
+    fs::remove_all(root_);
+    fs::create_directories(root_ / "outside");
+    std::error_code error;
+    folder_ = OpenOutputFolder(root_ / "folder", &error);
+    ASSERT_NE(folder_, nullptr) << error.message();
+  }
+  void TearDown() override {
+    folder_.reset();
+    fs::remove_all(root_);
+  }
+
+  WriteOutcome Create(const std::string& path) {
+    const std::uint8_t content[] = {'n', 'e', 'w'};
+    return folder_->Create(path, content).outcome;
+  }
+
+  fs::path root_;
+  std::unique_ptr<OutputFolder> folder_;
+};
+
+TEST_F(OutputLinksTest, AreNotFollowedToAFolder) {
+  fs::create_directory_symlink(root_ / "outside", root_ / "folder" / "link");
+  EXPECT_EQ(Create("link/a.htm"), WriteOutcome::kLinkInTheWay);
+  EXPECT_EQ(Create("link/b/a.htm"), WriteOutcome::kLinkInTheWay);
+  EXPECT_TRUE(fs::is_empty(root_ / "outside"));
+}
+
+TEST_F(OutputLinksTest, AreNotFollowedToAFile) {
+  std::ofstream(root_ / "outside" / "a.htm") << "kept";
+  fs::create_symlink(root_ / "outside" / "a.htm", root_ / "folder" / "a.htm");
+  fs::create_symlink(root_ / "outside" / "none.htm", root_ / "folder" / "b.htm");
+  EXPECT_EQ(Create("a.htm"), WriteOutcome::kLinkInTheWay);
+  EXPECT_EQ(Create("b.htm"), WriteOutcome::kLinkInTheWay);
+  std::ifstream stream(root_ / "outside" / "a.htm");
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "kept");
+  EXPECT_FALSE(fs::exists(root_ / "outside" / "none.htm"));
+}
+
+TEST_F(OutputLinksTest, AreNotFollowedByLaterParts) {
+  ASSERT_EQ(Create("a.htm"), WriteOutcome::kDone);
+  fs::remove(root_ / "folder" / "a.htm");
+  fs::create_symlink(root_ / "outside" / "a.htm", root_ / "folder" / "a.htm");
+  const std::uint8_t content[] = {'x'};
+  EXPECT_NE(folder_->WritePart("a.htm", 0, content).outcome, WriteOutcome::kDone);
+  EXPECT_FALSE(fs::exists(root_ / "outside" / "a.htm"));
+}
+
+TEST_F(OutputLinksTest, MayLeadToTheFolderItself) {
+  fs::create_directory_symlink(root_ / "outside", root_ / "link");
+  std::error_code error;
+  folder_ = OpenOutputFolder(root_ / "link", &error);
+  ASSERT_NE(folder_, nullptr) << error.message();
+  EXPECT_EQ(Create("a.htm"), WriteOutcome::kDone);
+  EXPECT_TRUE(fs::exists(root_ / "outside" / "a.htm"));
+}
+
+TEST_F(OutputLinksTest, PipesHoldNobodyUp) {
+  ASSERT_EQ(mkfifo((root_ / "folder" / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(Create("pipe"), WriteOutcome::kFolderInTheWay);
+  std::error_code error;
+  EXPECT_EQ(OpenFileSource(root_ / "folder" / "pipe", &error), nullptr);
+  EXPECT_TRUE(static_cast<bool>(error));
+}
+
+}  // namespace
+}  // namespace scrivo

@@ -1,0 +1,60 @@
+#pragma once
+
+// The folder that a help file is unpacked into. Whatever lies in it already, nothing is written
+// outside: symbolic links, junctions and the like below the folder are not followed, and a file
+// that is replaced is a new one, so that other names of the old one keep their content.
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <system_error>
+
+#include "unpack/safe_path.h"
+
+namespace scrivo {
+
+enum class WriteOutcome {
+  kDone,
+  kLinkInTheWay,    // a link lies where the file or one of its folders should be
+  kFileInTheWay,    // something that is no folder lies where a folder should be
+  kFolderInTheWay,  // something that is no plain file lies where the file should be
+  kFailed,          // the system refused; `error` says why
+};
+
+struct WriteResult {
+  WriteOutcome outcome = WriteOutcome::kDone;
+  std::error_code error{};
+};
+
+// Paths are those of SafePath. All calls may come from several threads at once, for different
+// paths.
+class OutputFolder {
+ public:
+  OutputFolder() = default;
+  OutputFolder(const OutputFolder&) = delete;
+  OutputFolder& operator=(const OutputFolder&) = delete;
+  virtual ~OutputFolder() = default;
+
+  // Which names the folder can hold.
+  virtual NameRules rules() const = 0;
+
+  // Makes a file with that content, and the folders that it needs; replaces a file of that name.
+  // A file that could not be written whole is removed.
+  virtual WriteResult Create(std::string_view path, std::span<const std::uint8_t> content) = 0;
+
+  // Writes into a file that Create() made, from `offset` on.
+  virtual WriteResult WritePart(std::string_view path, std::uint64_t offset,
+                                std::span<const std::uint8_t> content) = 0;
+
+  // Removes a file that Create() made.
+  virtual void Remove(std::string_view path) = 0;
+};
+
+// Opens the folder `path`, after making it (and the folders above) when it is not there. The path
+// itself may lead through links. Null when that fails, with the reason in `*error`.
+std::unique_ptr<OutputFolder> OpenOutputFolder(const std::filesystem::path& path,
+                                               std::error_code* error);
+
+}  // namespace scrivo
