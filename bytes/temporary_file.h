@@ -4,35 +4,30 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <string>
+#include <memory>
 #include <system_error>
+#include <utility>
 
-#include "bytes/byte_store.h"
+#include "bytes/output_file.h"
 
 namespace scrivo {
 
-// Made by the first WriteAt. Where the system lets go of a file's name while it is open (not on
-// Windows) the name is given up at once, so that nothing is left of a process that was ended; a
-// file that was left all the same is overwritten by the next.
+// An output that is never committed, made beside `path` by the first WriteAt.
 class TemporaryFile : public ByteStore {
  public:
   explicit TemporaryFile(std::filesystem::path path) : path_(std::move(path)) {}
-  ~TemporaryFile() override;
 
   bool WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) override;
+  // At least one byte must have been written.
   bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) override;
 
   // Why a call failed; the first failure counts.
-  const std::error_code& error() const { return error_; }
+  const std::error_code& Reason() const { return file_ ? file_->Reason() : reason_; }
 
  private:
-  bool Check(bool good);
-
   std::filesystem::path path_;
-  std::fstream stream_;
-  bool has_name_ = false;
-  std::error_code error_;
+  std::unique_ptr<OutputFile> file_;
+  std::error_code reason_;  // why there is none
 };
 
 }  // namespace scrivo

@@ -33,7 +33,7 @@ CompileRun::CompileRun(const CompileRequest& request, const SourceFiles& files, 
       result_(*result),
       code_page_(CodePageOfLanguage(project_.language)),
       tree_(files, std::move(project_folder), code_page_, project_.flat),
-      words_file_(SystemPath(std::string(result->output).append(".words.tmp"))),
+      words_file_(SystemPath(std::string(result->output).append(".words"))),
       words_space_(&words_file_, request.word_memory) {
   postings_.SpillTo(&words_space_);
 }

@@ -81,7 +81,7 @@ bool CompileRun::AddSearchIndex(ContainerWriter* writer) {
   index.Take([writer](std::span<const std::uint8_t> piece) { writer->Append(piece); });
   if (index.good()) return true;
   Report(5010, Severity::kError,
-         "Cannot write \"" + result_.output + ".words.tmp\" (" + words_file_.error().message() +
+         "Cannot write \"" + result_.output + ".words\" (" + words_file_.Reason().message() +
              "). Compilation stopped.");
   return false;
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "bytes/atomic_file.h"
+#include "bytes/output_file.h"
 #include "hhc/compile_run.h"
 #include "hhc/system_stream.h"
 #include "html/text_charset.h"
@@ -55,7 +55,7 @@ std::string OutputPath(const Project& project, const std::string& folder,
   return LowerDrive(Joined(folder, path));
 }
 
-void Write(const CompileRequest& request, CompileRun* run, AtomicFile* output,
+void Write(const CompileRequest& request, CompileRun* run, OutputFile* output,
            const Project& project, CompileResult* result) {
   ContainerOptions options;
   options.language = project.language;
@@ -75,7 +75,7 @@ void Write(const CompileRequest& request, CompileRun* run, AtomicFile* output,
     result->made = true;
     return;
   }
-  std::string reason = output->error().message();
+  std::string reason = output->Reason().message();
   if (status == ContainerStatus::kBadName) reason = "bad name: " + writer.bad_name();
   if (status == ContainerStatus::kDuplicateName) reason = "name used twice: " + writer.bad_name();
   run->Report(5010, Severity::kError,
@@ -114,7 +114,7 @@ CompileResult CompileProject(const CompileRequest& request, const SourceFiles& f
 
   CompileRun run(request, files, project, folder, listener, &result);
   std::error_code error;
-  const auto output = AtomicFile::Create(SystemPath(result.output), &error);
+  const auto output = OutputFile::Create(SystemPath(result.output), &error);
   if (output == nullptr) {
     run.Report(
         5010, Severity::kError,

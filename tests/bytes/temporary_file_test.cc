@@ -29,12 +29,12 @@ TEST(TemporaryFile, TellsWhyItCannotBeMadeOrRead) {
   ProjectFolder folder;
   TemporaryFile file(SystemPath(folder.Path("no/such/folder")));
   EXPECT_FALSE(file.WriteAt(0, std::vector<std::uint8_t>{1}));
-  EXPECT_EQ(file.error(), std::errc::no_such_file_or_directory);
+  EXPECT_EQ(file.Reason(), std::errc::no_such_file_or_directory);
   TemporaryFile other(SystemPath(folder.Path("words")));
   EXPECT_TRUE(other.WriteAt(0, std::vector<std::uint8_t>{1}));
   std::vector<std::uint8_t> read(2);
   EXPECT_FALSE(other.ReadAt(0, read));
-  EXPECT_TRUE(other.error());
+  EXPECT_TRUE(other.Reason());
 }
 
 }  // namespace

@@ -337,7 +337,7 @@ TEST_F(CompilerTest, MakesNothingWithoutFiles) {
   const CompileResult result = Compile();
   EXPECT_FALSE(result.made);
   EXPECT_EQ(folder_.Read("help.chm"), "old");
-  EXPECT_FALSE(folder_.Has("help.chm.tmp"));
+  EXPECT_FALSE(folder_.Has("help.chm.scrivo-new"));
   ASSERT_EQ(recorder_.messages.size(), 1u);
   EXPECT_EQ(recorder_.messages[0].substr(0, 14), "HHC6000: Error");
 }
@@ -395,14 +395,14 @@ TEST_F(CompilerTest, GivesTheSameBytesWhenWordsDoNotFitIntoMemory) {
   const DiskFiles files;
   EXPECT_TRUE(CompileProject(request, files, &recorder_).made);
   EXPECT_TRUE(folder_.Read("help.chm") == expected);
-  EXPECT_FALSE(folder_.Has("help.chm.words.tmp"));
+  EXPECT_FALSE(folder_.Has("help.chm.words"));
 }
 
 TEST_F(CompilerTest, TellsWhenWordsHaveNowhereToGoAndKeepsTheOldFile) {
   folder_.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\na.htm\n");
   folder_.Write("a.htm", Page("t", "word"));
   folder_.Write("help.chm", "old");
-  folder_.Write("help.chm.words.tmp/in", "the way");
+  folder_.Write("help.chm.words/in", "the way");
   CompileRequest request;
   request.project_path = "help.hhp";
   request.working_folder = folder_.Path();
@@ -411,9 +411,9 @@ TEST_F(CompilerTest, TellsWhenWordsHaveNowhereToGoAndKeepsTheOldFile) {
   EXPECT_FALSE(CompileProject(request, files, &recorder_).made);
   ASSERT_EQ(recorder_.messages.size(), 1u);
   EXPECT_TRUE(recorder_.messages[0].starts_with("HHC5010: Error: Cannot write \""));
-  EXPECT_NE(recorder_.messages[0].find("help.chm.words.tmp\" ("), std::string::npos);
+  EXPECT_NE(recorder_.messages[0].find("help.chm.words\" ("), std::string::npos);
   EXPECT_EQ(folder_.Read("help.chm"), "old");
-  EXPECT_FALSE(folder_.Has("help.chm.tmp"));
+  EXPECT_FALSE(folder_.Has("help.chm.scrivo-new"));
 }
 
 TEST_F(CompilerTest, TreatsFilesByTheirExtensionWhateverTheirPath) {

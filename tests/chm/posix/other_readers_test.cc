@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "bytes/atomic_file.h"
+#include "bytes/output_file.h"
 #include "chm/container_writer.h"
 #include "tests/lzx/sample_data.h"
 
@@ -72,7 +72,7 @@ void CheckSamples(const std::string& reader, Extract extract) {
       fs::create_directories(folder / "out");
       const fs::path file = folder / "sample.chm";
       std::error_code error;
-      const auto output = AtomicFile::Create(file, &error);
+      const auto output = OutputFile::Create(file, &error);
       ASSERT_NE(output, nullptr) << error.message();
       ContainerWriter writer(*output, {.threads = 2, .interval = factor * kLzxUsualInterval});
       for (const Page& page : pages) writer.AddCompressed("/" + page.name, page.bytes);
