@@ -45,7 +45,7 @@ std::shared_ptr<CommandBarControls> AddPopup(CommandBar& bar) {
   return popup->Controls();
 }
 
-// Tells the host to load the add-in, if it is not loaded, before it delivers a click.
+// The host loads the add-in that this names when a click finds it unloaded.
 std::string ActionOf(AddInInstance& instance) { return "!<" + instance.ProgId() + ">"; }
 
 }  // namespace

@@ -82,8 +82,7 @@ void Connect::SwitchTracing() {
 }
 
 void Connect::AddinInstance_OnDisconnection() {
-  // The popup on the toolbar stays: it was added as temporary, and the host drops it when it
-  // closes.
+  // Only the menu's popup goes; the one on the toolbar is temporary and ends with the host.
   IgnoringErrors([&] {
     const std::shared_ptr<CommandBar> tools = Host().Bar("Tools");
     Needed(Needed(Needed(tools).Controls()).Item("Scrivo")).Delete();

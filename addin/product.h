@@ -28,7 +28,7 @@ constexpr const char* kVersionCheckProgId = SCRIVO_VERSION_CHECK;
 constexpr const char* kProgId = "Kestrel.Connect";
 constexpr const char* kFriendlyName = "ScrivoBuilder";
 constexpr const char* kDescription = "Front Page site to Microsoft Help Workshop converter";
-// Loaded, and loaded again at each start of the host.
+// Load now and at every later start.
 constexpr int kLoadBehavior = 3;
 // Where the host looks for its add-ins, below HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER.
 constexpr const char* kHostRoot = "Software\\Microsoft\\Office\\SharePoint Designer";

@@ -29,8 +29,8 @@ class LineCount {
 };
 
 // How far a run has probably come, in percent: printed lines against the expected files plus ten
-// lines of framing, rounded to the nearest integer (halves to even). Above 100 it is held at 99,
-// just short of complete. 0 when the expected files give nothing to divide by.
+// lines of framing, in whole percent (a half goes to the even neighbour). Above 100 it is held at
+// 99, just short of complete. 0 when the expected files give nothing to divide by.
 int EstimateProgress(std::int64_t line_breaks, std::int32_t files_count);
 
 }  // namespace scrivo

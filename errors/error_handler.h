@@ -25,7 +25,7 @@ enum TracingFlag : std::int32_t {
 
 // What a failing procedure does next.
 enum ErrorHandlerResult : std::int32_t {
-  ehrAbort = 0,   // clear the call stack and leave the procedure
+  ehrAbort = 0,   // forget the calls so far and end the procedure
   ehrRetry = 1,   // resume at the statement that failed
   ehrIgnore = 2,  // resume at the statement after it
 };

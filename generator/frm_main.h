@@ -34,7 +34,7 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
   frmMain& operator=(const frmMain&) = delete;
 
   // Takes the host's open web and its local folder and fills the items from the web and from the
-  // settings saved for it. False, after telling the user, when no web is open.
+  // settings saved for it. False when there is no open web, which the user has been told.
   bool BuildUI();
   // Shows the dialog until it is hidden or unloaded.
   void ShowModal();
@@ -72,7 +72,7 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
 
   // Writes the contents file. True when it was written.
   bool BuildContentFile();
-  // The contents list of the children of `node` (the node itself is not written): what it costs is
+  // The contents list of the children of `node` (without an entry for it): what it costs is
   // linear in the nodes, and no depth is too deep. A level that is aborted is left out.
   std::string EnumNodes(const std::shared_ptr<SiteNode>& node);
   // Writes the index file, or, when no page has a keyword, tells the user and clears the use-index

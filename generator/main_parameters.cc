@@ -29,7 +29,7 @@ constexpr CheckBoxDefault kCheckBoxes[] = {
     {"CLOSELOG", "1"},    {"LEAVEPROJECTFILE", "0"},
 };
 
-// The web open in the host, null when none is open.
+// The host's open web; null when there is none.
 std::shared_ptr<SiteWeb> CurrentWeb() {
   const std::shared_ptr<HostApplication> host = Globals().HostApplication;
   if (!host) throw Error(kObjectNotSet, "Scrivo.frmMain", "No host application is connected");

@@ -65,8 +65,8 @@ std::uint32_t LastExtendedDialogError();
 // The text up to its first NUL.
 std::string StrZToStr(const std::string& text);
 
-// The `Index`-th entry (from 1) of a NUL-separated filter list: a description and its pattern with
-// the NUL between them. Empty when there is none.
+// The `Index`-th entry (from 1) of a NUL-separated filter list: a description, a NUL and a
+// pattern. Empty when there is none.
 std::string FilterLookup(const std::string& Filters, std::int32_t Index);
 
 // The folder that the user chose in the system's folder browser, "" on cancel.

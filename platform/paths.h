@@ -7,8 +7,8 @@
 
 namespace scrivo {
 
-// The part of a path after its last separator ("\" or "/", by the style alone); the whole path
-// when there is none.
+// What follows the last separator of a path ("\" or "/", by the style alone); all of a path that
+// has none.
 std::string GetFileName(const std::string& path, PathStyle style = Globals().path_style);
 
 // The part of a path before its last separator; "" when there is none.
@@ -19,8 +19,8 @@ std::string GetFolder(const std::string& path, PathStyle style = Globals().path_
 std::string JoinPath(const std::string& folder, const std::string& name,
                      PathStyle style = Globals().path_style);
 
-// The folder that a "file" address means: file:///C:/Webs/site gives C:\Webs\site in the Windows
-// style and file:///srv/site gives /srv/site in the POSIX style. An address that does not begin
+// The folder that a "file" address means, such as C:\Manuals for file:///C:/Manuals in the Windows
+// style and /srv/manuals for file:///srv/manuals in the POSIX style. An address that does not begin
 // with "file" (case counts) is the result as it is. `address` is rewritten with the result.
 std::string UrlToPath(std::string& address, PathStyle style = Globals().path_style);
 

@@ -89,7 +89,7 @@ std::string TextOf(const RegistryValue& value) {
   return "";
 }
 
-// Whether a text holds a "%" and another at least two characters after it.
+// Whether two "%" of a text have a name's room between them: one character at least.
 bool HoldsEnvironmentReference(const std::string& text) {
   const std::size_t first = text.find('%');
   return first != std::string::npos && text.find('%', first + 2) != std::string::npos;

@@ -44,7 +44,7 @@ class CRegistry {
   // default value.
   RegistryValue GetValue(const std::string& KeyName, const std::string& ValueName,
                          const RegistryValue& Default);
-  // True when the key can be opened for reading. Raises kInvalidKeyName.
+  // Whether the key opens for reading. Raises kInvalidKeyName.
   bool KeyExists(const std::string& KeyName);
   // Stores `Value`, creating the key when it is missing. Type 1 or 2: as text, the type chosen by
   // whether the text holds an environment reference. Type 3: bytes, two fewer than the array

@@ -122,7 +122,7 @@ class MachineKey {
   MachineKey(const MachineKey&) = delete;
   MachineKey& operator=(const MachineKey&) = delete;
 
-  // The default value up to its first NUL, "" when there is none.
+  // The default value as C reads it: it ends at a NUL. "" for a key without one.
   std::string DefaultValue() {
     std::uint32_t type = kRegNone;
     std::uint32_t size = 0;

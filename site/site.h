@@ -32,7 +32,7 @@ class SiteFile {
   virtual std::string Extension() = 0;
   // The page's named meta property, such as "keywords". A page without it fails.
   virtual std::string Property(const std::string& name) = 0;
-  // The file's place in the navigation structure, null when it has none.
+  // Where the file stands in the navigation structure; null for one that stands outside.
   virtual std::shared_ptr<SiteNode> NavigationEntry() = 0;
   // The page's title.
   virtual std::string Title() = 0;
@@ -82,7 +82,7 @@ class SiteWeb {
   // The web's address, such as file:///C:/Webs/site.
   virtual std::string Url() = 0;
   virtual std::shared_ptr<SiteFolder> BaseFolder() = 0;
-  // The root of the navigation structure; its children are the top-level entries.
+  // The node above the structure's first level.
   virtual std::shared_ptr<SiteNode> NavigationRoot() = 0;
   // The node of the web's home page, null when it has none.
   virtual std::shared_ptr<SiteNode> HomeNode() = 0;
@@ -99,7 +99,7 @@ class HostApplication {
   // The open web, null when none is open.
   virtual std::shared_ptr<SiteWeb> CurrentWeb() = 0;
   // Where a page lies inside `web`, relative to its base folder, with "/" between folder names:
-  // docs/a.htm for file:///C:/Webs/site/docs/a.htm in file:///C:/Webs/site.
+  // help/a.htm for file:///D:/Manual/help/a.htm in file:///D:/Manual.
   virtual std::string RelativeLocation(SiteWeb& web, const std::string& address) = 0;
   // The host's version, such as "12.0.0.6211".
   virtual std::string Version() = 0;

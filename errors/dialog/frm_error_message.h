@@ -10,8 +10,8 @@
 namespace scrivo {
 
 // The dialog that shows one error report, asks whether to abort, retry or ignore, and offers to
-// send the report to support. It is loaded, filled, shown once and thrown away; Tag then holds the
-// key of the button that closed it.
+// send the report to support. It is loaded, filled, shown once and thrown away; Tag then tells
+// which button did that, by its key.
 class frmErrorMessage : private ErrorViewEvents {
  public:
   // Shows itself through what Globals().views makes.
