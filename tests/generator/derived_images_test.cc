@@ -60,6 +60,23 @@ TEST_F(DerivedImagesTest, TheTemporaryNameKeepsItsEndingAndIsFreed) {
   EXPECT_EQ(files->files.count("C:\\Webs\\site\\Scr1A2.tmp"), 0U);
 }
 
+TEST_F(DerivedImagesTest, TheTemporaryNameIsFreedASecondTimeWithoutForce) {
+  const std::string name = "C:\\Webs\\site\\Scr1A2.tmp";
+  Form();
+  files->log.clear();
+  Page();
+  EXPECT_EQ(files->log, (std::vector<std::string>{"unique " + name, "remove! " + name,
+                                                  "remove " + name, "write " + name + ".htm"}));
+}
+
+TEST_F(DerivedImagesTest, TheFolderIsTheOneThatTheHostNames) {
+  AddDerived("not this.gif");
+  site.local_path = "D:\\Elsewhere";
+  files->folders.insert("D:\\Elsewhere\\_derived");
+  files->files["D:\\Elsewhere\\_derived\\b.gif"] = "image";
+  EXPECT_EQ(Page(), std::string(kStart) + "<img src=\"_derived/b.gif\">\r\n" + kEnd);
+}
+
 TEST_F(DerivedImagesTest, ABaseFolderThatFailsCountsAsNoImages) {
   AddDerived("a.gif");
   Form();

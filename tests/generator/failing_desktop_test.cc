@@ -11,6 +11,7 @@ class FailingDesktop : public FakeDesktop {
   int messages_to_fail = 0;
   int searches_to_fail = 0;
   int sendings_to_fail = 0;
+  int helps_to_fail = 0;
 
   MessageAnswer ShowMessage(const std::string& text, std::uint32_t style,
                             const std::string& caption) override {
@@ -25,6 +26,11 @@ class FailingDesktop : public FakeDesktop {
   void SendToWindow(WindowHandle window, std::uint32_t message) override {
     FailWhile(&sendings_to_fail);
     FakeDesktop::SendToWindow(window, message);
+  }
+  WindowHandle HtmlHelp(WindowHandle owner, const std::string& file, std::uint32_t command,
+                        const std::string& data) override {
+    FailWhile(&helps_to_fail);
+    return FakeDesktop::HtmlHelp(owner, file, command, data);
   }
 
  private:
@@ -91,6 +97,32 @@ TEST_F(FailingDesktopTest, AViewerThatCannotBeClosedIsAnsweredByTheUser) {
   dialog->answers = {"RETRY"};
   EXPECT_FALSE(Form()->CloseHelpViewer("T"));
   EXPECT_EQ(failing->sent.size(), 1U);
+}
+
+TEST_F(FailingDesktopTest, AnErrorThatLeavesTheClosingOfTheViewerIsIgnored) {
+  InstallCompiler();
+  const std::string output = Form()->suiParams()["OUTPUT"].text;
+  files->files[output] = "old";
+  files->locked.insert(output);
+  failing->messages_to_fail = 1;
+  dialog->answers = {"THROW"};
+  Form()->Generate();
+  EXPECT_EQ(Reports(), 1);
+  EXPECT_TRUE(LastReportIsFrom("CloseHelpViewer"));
+  EXPECT_EQ(processes->requests.size(), 1U);
+}
+
+TEST_F(FailingDesktopTest, AViewerThatDoesNotOpenTheResultIsReportedByTheDriver) {
+  InstallCompiler();
+  const std::string output = Form()->suiParams()["OUTPUT"].text;
+  processes->on_start = [&] { files->files[output] = "compiled"; };
+  failing->helps_to_fail = 2;
+  dialog->answers = {"RETRY", "IGNORE"};
+  Form()->Generate();
+  EXPECT_EQ(Reports(), 2);
+  EXPECT_TRUE(LastReportIsFrom("Generate"));
+  EXPECT_TRUE(failing->help_calls.empty());
+  EXPECT_FALSE(frmMain::IsLoaded());
 }
 
 TEST_F(FailingDesktopTest, AMessageAboutMissingKeywordsMayFail) {

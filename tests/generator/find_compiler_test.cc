@@ -70,6 +70,14 @@ TEST_F(FindCompilerTest, WithoutAnInstallFolderTheUserIsAsked) {
   EXPECT_TRUE(desktop->messages.empty());
 }
 
+TEST_F(FindCompilerTest, ThePathIsThatOfTheInstallFolderEvenWithTheFileMissing) {
+  Globals().compiler_path = "D:\\earlier\\hhc.exe";
+  SetInstallFolder("C:\\gone");
+  EXPECT_FALSE(Form()->FindCompiler());
+  EXPECT_EQ(desktop->opened.size(), 1U);
+  EXPECT_EQ(Globals().compiler_path, "C:\\gone\\hhc.exe");
+}
+
 TEST_F(FindCompilerTest, WithAMissingFileTheUserIsAsked) {
   SetInstallFolder("C:\\gone");
   UserChooses("C:\\HHW\\hhc.exe");

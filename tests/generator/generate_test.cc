@@ -24,6 +24,12 @@ class GenerateTest : public GeneratorTest {
     }
     return false;
   }
+  // Whether any source was begun, cleaned up since or not.
+  bool HasMadeFiles() const {
+    return std::any_of(files->log.begin(), files->log.end(), [](const std::string& entry) {
+      return entry.starts_with("unique ") || entry.starts_with("write ");
+    });
+  }
   // The run ended as every run does: with a refreshed host and without the dialog.
   void ExpectEnded() {
     EXPECT_GE(site.CountOf("Refresh"), 1);
@@ -126,6 +132,32 @@ TEST_F(GenerateTest, ProjectFilesAreKeptOnRequest) {
   ExpectEnded();
 }
 
+TEST_F(GenerateTest, TheHostIsRefreshedOnceByARunThatLeavesItsWindow) {
+  Generate();
+  ASSERT_TRUE(frmHHC::IsLoaded());  // closing it refreshes the host too
+  EXPECT_EQ(site.CountOf("Refresh"), 1);
+}
+
+TEST_F(GenerateTest, TheHostIsRefreshedAfterTheCleanUp) {
+  Form();
+  site.Fail("Refresh", 1);
+  Generate();
+  EXPECT_TRUE(HasCompiled());
+  EXPECT_FALSE(ProjectFilesAreLeft()) << "the aborted run had cleaned up before";
+}
+
+TEST_F(GenerateTest, TheRunWindowIsClosedBeforeTheResultIsShown) {
+  Params()["CLOSELOG"].checked = false;
+  processes->on_start = [&] {
+    files->files[kOutput] = "compiled";
+    site.Fail("RelativeLocation file:///C:/Webs/site/start.htm", 1);
+  };
+  Generate();
+  EXPECT_EQ(Reports(), 1);
+  EXPECT_TRUE(desktop->help_calls.empty());
+  EXPECT_FALSE(frmHHC::IsLoaded());
+}
+
 TEST_F(GenerateTest, TheRunWindowStaysOpenOnRequest) {
   Generate();
   EXPECT_TRUE(frmHHC::IsLoaded());
@@ -218,11 +250,30 @@ TEST_F(GenerateTest, ACompilersExitCodeAloneIsNoFailure) {
 
 TEST_F(GenerateTest, WithoutACompilerNothingIsWrittenAndTheDialogCloses) {
   registry->tree = {};
+  files->files[kOutput] = "old";
   Generate();
   ASSERT_EQ(desktop->messages.size(), 1U);
-  EXPECT_FALSE(ProjectFilesAreLeft());
+  EXPECT_FALSE(HasMadeFiles());
   EXPECT_FALSE(HasCompiled());
+  EXPECT_EQ(files->files[kOutput], "old");
   ExpectEnded();
+}
+
+TEST_F(GenerateTest, PagesAreSavedBeforeAnythingElse) {
+  registry->tree = {};
+  files->files[kOutput] = "old";
+  site.open = {{"a", true}};
+  desktop->answers = {MessageAnswer::kYes};
+  Form();
+  files->log.clear();
+  desktop->on_message = [&] {
+    EXPECT_TRUE(files->log.empty());
+    EXPECT_EQ(site.CountOf("Save a overwrite"), static_cast<int>(desktop->messages.size()) - 1);
+  };
+  Generate();
+  ASSERT_EQ(desktop->messages.size(), 2U);
+  EXPECT_EQ(desktop->messages[0].caption, "Save documents");
+  EXPECT_EQ(desktop->messages[1].text, "Microsoft HTML Help WorkShop must be installed");
 }
 
 TEST_F(GenerateTest, AWronglyNamedCompilerStopsTheRun) {
@@ -274,7 +325,7 @@ TEST_F(GenerateTest, ALockedOutputWithoutItsViewerStopsTheRun) {
   EXPECT_EQ(desktop->messages.size(), 2U);
   EXPECT_TRUE(desktop->sent.empty());
   EXPECT_FALSE(HasCompiled());
-  EXPECT_FALSE(ProjectFilesAreLeft());
+  EXPECT_FALSE(HasMadeFiles());
   EXPECT_EQ(files->files[kOutput], "old");
   ExpectEnded();
 }
@@ -342,6 +393,41 @@ TEST_F(GenerateTest, AnAbortedFileCountStillCompiles) {
   Generate();
   EXPECT_EQ(Reports(), 3);
   EXPECT_TRUE(HasCompiled());
+}
+
+// Run windows of which the first few cannot be made.
+class FailingRunViews : public FakeMainViews {
+ public:
+  int to_fail = 0;
+
+  std::unique_ptr<RunView> MakeRunView() override {
+    if (to_fail-- > 0) throw Error(kInternalError, "FailingRunViews", "No window");
+    return FakeMainViews::MakeRunView();
+  }
+};
+
+TEST_F(GenerateTest, AFileCountThatCannotBeGivenIsReportedByTheDriver) {
+  const auto failing = std::make_shared<FailingRunViews>();
+  Globals().views = failing;
+  site.AddPage("sub/page.htm");
+  failing->to_fail = 2;
+  dialog->answers = {"IGNORE", "RETRY"};  // the first is about what the window is to do
+  Generate();
+  EXPECT_EQ(Reports(), 2);
+  EXPECT_TRUE(LastReportIsFrom("Generate"));
+  EXPECT_EQ(frmHHC::Load().FilesCount(), 2);
+  EXPECT_TRUE(HasCompiled());
+}
+
+TEST_F(GenerateTest, AnErrorThatLeavesTheFileCollectorIsTheDriversToReport) {
+  Params()["USEKEYWORDS"].checked = false;
+  site.Fail("Files", 2);  // for the project, then for the count
+  dialog->answers = {"IGNORE", "THROW", "IGNORE"};
+  Generate();
+  ASSERT_EQ(Reports(), 3);
+  EXPECT_NE(dialog->reports[2].find("CErrorHandler component failure"), std::string::npos);
+  EXPECT_TRUE(HasCompiled());
+  ExpectEnded();
 }
 
 TEST_F(GenerateTest, TheCallStackIsEmptyAfterARun) {

@@ -8,15 +8,33 @@ constexpr char kUrl[] = "file:///C:/Webs/site";
 const char* const kCheckBoxes[] = {"USEKEYWORDS", "FAVORITES", "VIEWRESULT", "CLOSELOG",
                                    "LEAVEPROJECTFILE"};
 
-// A registry that remembers the names of the values that were set.
+const std::vector<std::string> kSavedInOrder = {
+    "LEFT",      "HEIGHT",      "TOP",        "WIDTH",  "TITLE",    "USEKEYWORDS",
+    "FAVORITES", "DEFAULTPAGE", "VIEWRESULT", "OUTPUT", "CLOSELOG", "LEAVEPROJECTFILE"};
+
+// A registry that remembers the names of the values that were read and set. The value called
+// `failing` can be neither.
 class RecordingRegistry : public MemoryRegistry {
  public:
-  std::vector<std::string> names;
+  std::vector<std::string> read, set;
+  std::string failing;
 
+  RegistryStatus QueryValue(RegistryHandle key, const std::string& name, std::uint32_t* type,
+                            std::uint8_t* data, std::uint32_t* size) override {
+    if (read.empty() || read.back() != name) read.push_back(name);
+    ThrowIfFailing(name);
+    return MemoryRegistry::QueryValue(key, name, type, data, size);
+  }
   RegistryStatus SetValue(RegistryHandle key, const std::string& name, std::uint32_t type,
                           const std::uint8_t* data, std::uint32_t size) override {
-    names.push_back(name);
+    set.push_back(name);
+    ThrowIfFailing(name);
     return MemoryRegistry::SetValue(key, name, type, data, size);
+  }
+
+ private:
+  void ThrowIfFailing(const std::string& name) const {
+    if (name == failing) throw Error(kInternalError, "RecordingRegistry", "No such luck");
   }
 };
 
@@ -103,6 +121,12 @@ TEST_F(MainParametersTest, AnAddressThatDoesNotBeginWithFileIsTheFolderAsItIs) {
 TEST_F(MainParametersTest, TheDefaultTitleIsTheHomePagesLabel) {
   site.home = site.AddNode(nullptr, "My home");
   EXPECT_EQ(Row("TITLE").text, "My home");
+}
+
+TEST_F(MainParametersTest, AHomePageWithAnEmptyLabelGivesAnEmptyTitle) {
+  site.home = site.AddNode(nullptr, "");
+  EXPECT_EQ(Row("TITLE").text, "");
+  EXPECT_EQ(Row("OUTPUT").text, "C:\\Webs\\site\\.CHM");
 }
 
 TEST_F(MainParametersTest, WithoutAHomePageTheDefaultTitleIsTheLastNameOfTheAddress) {
@@ -205,6 +229,21 @@ TEST_F(MainParametersTest, TheSavedStartPageIsChosen) {
   EXPECT_EQ(Row("DEFAULTPAGE").data, std::string(kUrl) + "/second.htm");
 }
 
+TEST_F(MainParametersTest, OfTwoNodesOfTheStartPageTheLaterOnesLabelIsShown) {
+  const auto shared = site.AddPage("shared.htm");
+  const std::string address = std::string(kUrl) + "/shared.htm";
+  site.AddNode(nullptr, "Earlier", shared);
+  site.AddNode(nullptr, "Between", site.AddPage("between.htm"));
+  site.AddNode(nullptr, "Later", shared);
+  EXPECT_EQ(Row("DEFAULTPAGE").text, "Later") << "with nothing saved";
+  EXPECT_EQ(Row("DEFAULTPAGE").data, address);
+  EXPECT_EQ(Row("DEFAULTPAGE").entries[0].text, "Earlier");
+  Save("DEFAULTPAGE", address);
+  ASSERT_TRUE(Form()->BuildUI());
+  EXPECT_EQ(Row("DEFAULTPAGE").text, "Later");
+  EXPECT_EQ(Row("DEFAULTPAGE").data, address);
+}
+
 TEST_F(MainParametersTest, AStartPageThatIsGoneLeavesNoneChosen) {
   site.AddNode(nullptr, "First", site.AddPage("first.htm"));
   Save("DEFAULTPAGE", std::string(kUrl) + "/gone.htm");
@@ -225,10 +264,48 @@ TEST_F(MainParametersTest, UnloadingSavesInItsOrder) {
   TheServices().registry = recording;
   Form();
   frmMain::Unload();
-  EXPECT_EQ(recording->names,
-            (std::vector<std::string>{"LEFT", "HEIGHT", "TOP", "WIDTH", "TITLE", "USEKEYWORDS",
-                                      "FAVORITES", "DEFAULTPAGE", "VIEWRESULT", "OUTPUT",
-                                      "CLOSELOG", "LEAVEPROJECTFILE"}));
+  EXPECT_EQ(recording->set, kSavedInOrder);
+}
+
+TEST_F(MainParametersTest, AValueThatCannotBeSavedIsSkippedOnItsOwn) {
+  const auto recording = std::make_shared<RecordingRegistry>();
+  TheServices().registry = recording;
+  for (const std::string& failing : kSavedInOrder) {
+    recording->tree = {};
+    recording->failing = "";
+    Form();
+    recording->failing = failing;
+    frmMain::Unload();
+    recording->failing = "";
+    for (const std::string& key : kSavedInOrder) {
+      EXPECT_EQ(Saved(key) == "(none)", key == failing) << key << " while failing " << failing;
+    }
+  }
+  EXPECT_EQ(Reports(), 0);
+}
+
+TEST_F(MainParametersTest, RowsAreFilledFromTheTopDown) {
+  Save("TITLE", "so that there is a section");
+  const auto recording = std::make_shared<RecordingRegistry>();
+  recording->tree = registry->tree;
+  TheServices().registry = recording;
+  ASSERT_TRUE(frmMain::Load()->BuildUI());
+  EXPECT_EQ(recording->read,
+            (std::vector<std::string>{"TITLE", "DEFAULTPAGE", "OUTPUT", "USEKEYWORDS", "FAVORITES",
+                                      "VIEWRESULT", "CLOSELOG", "LEAVEPROJECTFILE"}));
+  // An aborted filling has not come to the separators below.
+  const char* const separators[] = {"SEP0", "SEP1", "SEP2", "SEP3"};
+  const char* const rows[] = {"TITLE", "DEFAULTPAGE", "OUTPUT", "USEKEYWORDS"};
+  for (int failing = 0; failing < 4; ++failing) {
+    frmMain::Unload();
+    recording->failing = rows[failing];
+    EXPECT_FALSE(frmMain::Load()->BuildUI());
+    for (int i = 0; i < 4; ++i) {
+      EXPECT_EQ(Form()->suiParams()[separators[i]].size, i <= failing ? 30.0F : 0.0F)
+          << separators[i] << " while failing " << rows[failing];
+    }
+    recording->failing = "";
+  }
 }
 
 TEST_F(MainParametersTest, UnloadingSavesEveryValue) {

@@ -177,6 +177,37 @@ TEST_F(RegistryFaults, EachMemberAsksForTheRightsItNeedsAndNoMore) {
   EXPECT_EQ(store->asked, (std::vector<std::uint32_t>{0x3F, 0x3F, 0x3F, 8, 1, 1, 1, 1}));
 }
 
+// A registry that remembers how long a name of a sub-key it may give.
+class RemembersLengths : public FailingRegistry {
+ public:
+  using FailingRegistry::FailingRegistry;
+
+  RegistryStatus EnumKey(RegistryHandle key, std::uint32_t index, char* buffer,
+                         std::uint32_t length) override {
+    lengths.push_back(length);
+    return FailingRegistry::EnumKey(key, index, buffer, length);
+  }
+
+  std::vector<std::uint32_t> lengths;
+};
+
+TEST_F(RegistryFaults, NamesOfSubKeysAreAskedForWithRoomForTheLongest) {
+  const auto store = std::make_shared<RemembersLengths>(registry);
+  TheServices().registry = store;
+  EXPECT_EQ(registry_.GetAllSubKeys(kKey, &names), 2);
+  EXPECT_EQ(store->lengths, (std::vector<std::uint32_t>{256, 256, 256}));
+}
+
+TEST_F(RegistryFaults, ATextLosesItsLastByteWhateverThatIs) {
+  RegistryHandle key = 0;
+  ASSERT_EQ(registry->OpenKey(kHkeyCurrentUser, kKey, kRightAllAccess, &key), kRegistrySuccess);
+  const auto* const bytes = reinterpret_cast<const std::uint8_t*>("abc");
+  for (const std::uint32_t type : {kRegSz, kRegExpandSz, kRegMultiSz}) {
+    ASSERT_EQ(registry->SetValue(key, "open", type, bytes, 3), kRegistrySuccess);
+    EXPECT_EQ(Get("open"), RegistryValue("ab")) << type;
+  }
+}
+
 TEST_F(RegistryFaults, AListEndsWhereItFails) {
   Fail("EnumKey", 1);
   EXPECT_EQ(registry_.GetAllSubKeys(kKey, &names), 1);

@@ -104,9 +104,11 @@ TEST_F(TempFiles, ShortPathNeverRaises) {
 TEST_F(TempFiles, TextIsWrittenWholeWithALineEnd) {
   WriteTextFile("/web/a.hhc", "<html>\r\n</html>");
   EXPECT_EQ(files->files["/web/a.hhc"], "<html>\r\n</html>\r\n");
+  WriteTextFile("/web/a.hhc", "<html>\r\n");
+  EXPECT_EQ(files->files["/web/a.hhc"], "<html>\r\n\r\n") << "one that it has is no reason";
   WriteTextFile("/web/a.hhc", "");
   EXPECT_EQ(files->files["/web/a.hhc"], "\r\n");
-  EXPECT_EQ(files->log.size(), 2u);
+  EXPECT_EQ(files->log.size(), 3u);
 }
 
 TEST_F(TempFiles, TextThatCannotBeWrittenIsAnErrorForTheCaller) {

@@ -149,6 +149,31 @@ class HostWindow : public NativeWindow {
   }
 };
 
+// Where the user has put the form is undone by no return from elsewhere.
+TEST_F(ParameterWindowTest, OnlyAShowingAndAnotherFormOfOursActivateIt) {
+  const HostWindow form_of_ours;
+  HWND box = CreateWindowA("STATIC", "A message box", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                           nullptr, nullptr);
+  const auto activated_by = [&](HWND other) {
+    listener.log.clear();
+    SendMessageA(window->handle(), WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(other));
+    return std::count(listener.log.begin(), listener.log.end(), "activated");
+  };
+  for (const char* showing : {"first", "second"}) {
+    OnceShown([&] {
+      EXPECT_EQ(std::count(listener.log.begin(), listener.log.end(), "activated"), 1) << showing;
+      EXPECT_EQ(activated_by(nullptr), 0) << "another program, " << showing;
+      EXPECT_EQ(activated_by(box), 0) << showing;
+      EXPECT_EQ(activated_by(form_of_ours.handle()), 1) << showing;
+      EXPECT_EQ(activated_by(form_of_ours.handle()), 1) << showing;
+      window->Hide();
+    });
+    listener.log.clear();
+    window->ShowModal();
+  }
+  DestroyWindow(box);
+}
+
 TEST_F(ParameterWindowTest, NoOtherWindowOfTheThreadCanBeUsedWhileItIsShown) {
   const HostWindow first, second, out_of_use;
   EnableWindow(out_of_use.handle(), FALSE);
