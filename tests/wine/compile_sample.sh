@@ -6,6 +6,8 @@ compile_sample() {
   local bin=build/$1/bin site="$2/sample web" drive=$WINEPREFIX/drive_c out=$2/compile_sample.log
   # Each program in a folder of its own, so that only the registry leads from one to the other.
   rm -rf "$site" && cp -r "samples/Scrivo Builder sample web" "$site"
+  # People compile the sample where it lies; what that has left there is no part of it.
+  find "$site" -type f \( -iname '*.chm' -o -iname '*.hh[ckp]' -o -name '*.tmp.htm' \) -delete
   mkdir -p "$drive/Tools" "$drive/Help Workshop"
   cp "$bin/scrivo.exe" "$drive/Tools/" && cp "$bin/hhc.exe" "$drive/Help Workshop/"
   local scrivo=$drive/Tools/scrivo.exe

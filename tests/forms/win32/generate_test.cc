@@ -6,6 +6,7 @@
 
 #include "platform/paths.h"
 #include "platform/settings.h"
+#include "tests/doubles/sample_web.h"
 #include "tests/forms/win32/forms_test.h"
 #include "tests/platform/win32/dialog_answer.h"
 #include "webs/disk_host.h"
@@ -19,7 +20,7 @@ namespace fs = std::filesystem;
 class GenerateTest : public FormsTest {
  protected:
   GenerateTest() {
-    fs::copy(SAMPLE_WEB, web, fs::copy_options::recursive);
+    CopySampleWeb(SAMPLE_WEB, web);
     Globals().HostApplication = std::make_shared<DiskHost>(OpenDiskWeb(web, {}, problems));
   }
 

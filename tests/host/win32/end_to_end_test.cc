@@ -8,6 +8,7 @@
 #include "platform/registry.h"
 #include "platform/win32/shell_api.h"
 #include "tests/addin/win32/library.h"
+#include "tests/doubles/sample_web.h"
 #include "tests/host/win32/window_test.h"
 
 namespace scrivo::host {
@@ -114,7 +115,7 @@ class Program {
 class EndToEndTest : public WindowTest {
  protected:
   EndToEndTest() {
-    fs::copy(SAMPLE_WEB, web, fs::copy_options::recursive);
+    CopySampleWeb(SAMPLE_WEB, web);
     user_.Init(kHkeyCurrentUser);
     user_.SetValue(kWorkshopKey, "InstallDir", TheServices().system->ModuleFolder(), kRegSz);
     EXPECT_EQ(library_.Register(), S_OK);
@@ -224,7 +225,7 @@ TEST_F(EndToEndTest, OpensTheSampleWebFromTheUsersDocuments) {
             S_OK);
   const std::string sample = std::string(documents) + "\\Scrivo Builder sample web";
   const bool is_ours = !fs::exists(sample);
-  if (is_ours) fs::copy(SAMPLE_WEB, sample, fs::copy_options::recursive);
+  if (is_ours) CopySampleWeb(SAMPLE_WEB, sample);
   window->OpenWeb(web_path);
   window->Start(false);
   PumpMessages();

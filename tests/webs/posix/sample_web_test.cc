@@ -1,8 +1,11 @@
+#include "tests/doubles/sample_web.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "tests/doubles/fake_services.h"
+#include "tests/doubles/test_folder.h"
 #include "tests/webs/reported.h"
 #include "webs/disk_host.h"
 #include "webs/disk_web.h"
@@ -15,7 +18,8 @@ class SampleWebTest : public WithFakeServices {
  protected:
   SampleWebTest() {
     TheServices().files = CreateSystemServices().files;
-    web = OpenDiskWeb(kFolder, {}, report, PathStyle::kPosix);
+    CopySampleWeb(SCRIVO_SOURCE_DIR "/samples/Scrivo Builder sample web", folder);
+    web = OpenDiskWeb(folder, {}, report, PathStyle::kPosix);
   }
 
   void Draw(SiteNode& node, const std::string& indent, std::string* text) {
@@ -26,7 +30,8 @@ class SampleWebTest : public WithFakeServices {
     }
   }
 
-  const std::string kFolder = SCRIVO_SOURCE_DIR "/samples/Scrivo Builder sample web";
+  const TestFolder place;
+  const std::string folder = place.PathOf("sample web");
   WebProblemList report;
   std::shared_ptr<DiskWeb> web;
   DiskHost host{nullptr, PathStyle::kPosix};
