@@ -11,30 +11,64 @@ struct NamedCodePage {
   int code_page;
 };
 
-// Names as pages write them. The older ISO names stand for the Windows page that contains them, as
-// in browsers: authors say "iso-8859-1" and write the quotes and dashes of windows-1252.
-constexpr NamedCodePage kCharsets[] = {
-    {"utf-8", kUtf8CodePage}, {"utf8", kUtf8CodePage},
-    {"us-ascii", 1252},       {"ascii", 1252},
-    {"iso-8859-1", 1252},     {"iso8859-1", 1252},
-    {"iso_8859-1", 1252},     {"latin1", 1252},
-    {"x-ansi", 1252},         {"iso-8859-2", 28592},
-    {"latin2", 28592},        {"iso-8859-5", 28595},
-    {"iso-8859-7", 28597},    {"iso-8859-8", 1255},
-    {"iso-8859-8-i", 1255},   {"iso-8859-9", 1254},
-    {"latin5", 1254},         {"iso-8859-11", 874},
-    {"iso-8859-15", 28605},   {"tis-620", 874},
-    {"koi8-r", 20866},        {"koi8-u", 21866},
-    {"ibm866", 866},          {"shift_jis", 932},
-    {"shift-jis", 932},       {"sjis", 932},
-    {"x-sjis", 932},          {"ms_kanji", 932},
-    {"windows-31j", 932},     {"gb2312", 936},
-    {"gb_2312-80", 936},      {"gbk", 936},
-    {"x-gbk", 936},           {"gb18030", 936},
-    {"euc-kr", 949},          {"ks_c_5601-1987", 949},
-    {"korean", 949},          {"big5", 950},
-    {"big5-hkscs", 950},      {"x-x-big5", 950},
+// The labels that browsers take for each code page, parted by blanks; those made of its number come
+// below. The older ISO labels stand for the Windows page that contains theirs, as in browsers:
+// authors say "iso-8859-1" and write the quotes and dashes of windows-1252.
+constexpr struct {
+  int code_page;
+  std::string_view labels;
+} kCharsets[] = {
+    {kUtf8CodePage, "unicode-1-1-utf-8 unicode11utf8 unicode20utf8 utf-8 utf8 x-unicode20utf8"},
+    {866, "866 csibm866 ibm866"},
+    {28592,
+     "csisolatin2 iso-8859-2 iso-ir-101 iso8859-2 iso88592 iso_8859-2 iso_8859-2:1987 l2 latin2"},
+    {28593,
+     "csisolatin3 iso-8859-3 iso-ir-109 iso8859-3 iso88593 iso_8859-3 iso_8859-3:1988 l3 latin3"},
+    {28594,
+     "csisolatin4 iso-8859-4 iso-ir-110 iso8859-4 iso88594 iso_8859-4 iso_8859-4:1988 l4 latin4"},
+    {28595,
+     "csisolatincyrillic cyrillic iso-8859-5 iso-ir-144 iso8859-5 iso88595 iso_8859-5 "
+     "iso_8859-5:1988"},
+    {28596,
+     "arabic asmo-708 csiso88596e csiso88596i csisolatinarabic ecma-114 iso-8859-6 iso-8859-6-e "
+     "iso-8859-6-i iso-ir-127 iso8859-6 iso88596 iso_8859-6 iso_8859-6:1987"},
+    {28597,
+     "csisolatingreek ecma-118 elot_928 greek greek8 iso-8859-7 iso-ir-126 iso8859-7 iso88597 "
+     "iso_8859-7 iso_8859-7:1987 sun_eu_greek"},
+    {1255,
+     "csiso88598e csiso88598i csisolatinhebrew hebrew iso-8859-8 iso-8859-8-e iso-8859-8-i "
+     "iso-ir-138 iso8859-8 iso88598 iso_8859-8 iso_8859-8:1988 logical visual"},
+    {28600, "csisolatin6 iso-8859-10 iso-ir-157 iso8859-10 iso885910 l6 latin6"},
+    {28603, "iso-8859-13 iso8859-13 iso885913"},
+    {28604, "iso-8859-14 iso8859-14 iso885914"},
+    {28605, "csisolatin9 iso-8859-15 iso8859-15 iso885915 iso_8859-15 l9"},
+    {28606, "iso-8859-16"},
+    {20866, "cskoi8r koi koi8 koi8-r koi8_r"},
+    {21866, "koi8-ru koi8-u"},
+    {10000, "csmacintosh mac macintosh x-mac-roman"},
+    {10007, "x-mac-cyrillic x-mac-ukrainian"},
+    {874, "dos-874 iso-8859-11 iso8859-11 iso885911 tis-620"},
+    {1252,
+     "ansi_x3.4-1968 ascii cp819 csisolatin1 ibm819 iso-8859-1 iso-ir-100 iso8859-1 iso88591 "
+     "iso_8859-1 iso_8859-1:1987 l1 latin1 us-ascii x-ansi x-user-defined"},
+    {1254,
+     "csisolatin5 iso-8859-9 iso-ir-148 iso8859-9 iso88599 iso_8859-9 iso_8859-9:1989 l5 latin5"},
+    {936, "chinese csgb2312 csiso58gb231280 gb18030 gb2312 gb_2312 gb_2312-80 gbk iso-ir-58 x-gbk"},
+    {950, "big5 big5-hkscs cn-big5 csbig5 x-x-big5"},
+    {932, "csshiftjis ms_kanji shift-jis shift_jis sjis windows-31j x-sjis"},
+    {949,
+     "cseuckr csksc56011987 euc-kr iso-ir-149 korean ks_c_5601-1987 ks_c_5601-1989 ksc5601 "
+     "ksc_5601"},
 };
+
+bool HoldsLabel(std::string_view labels, std::string_view label) {
+  while (!labels.empty()) {
+    const std::size_t end = std::min(labels.find(' '), labels.size());
+    if (labels.substr(0, end) == label) return true;
+    labels.remove_prefix(std::min(end + 1, labels.size()));
+  }
+  return false;
+}
 
 bool IsKnown(int code_page) {
   return (code_page >= 1250 && code_page <= 1258) || code_page == 866 || code_page == 874 ||
@@ -64,8 +98,8 @@ std::optional<int> CodePageFromName(std::string_view charset) {
   for (char& c : name) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   }
-  for (const NamedCodePage& known : kCharsets) {
-    if (known.name == name) return known.code_page;
+  for (const auto& known : kCharsets) {
+    if (HoldsLabel(known.labels, name)) return known.code_page;
   }
   for (const std::string_view prefix : {"windows-", "x-cp", "cp", "ms"}) {
     if (const auto number = NumberAfter(name, prefix)) return number;

@@ -18,6 +18,64 @@ TEST(CodePageFromName, KnowsTheNamesThatPagesWrite) {
   EXPECT_EQ(CodePageFromName("koi8-r"), 20866);
 }
 
+TEST(CodePageFromName, TakesTheLabelsThatBrowsersTake) {
+  const std::pair<const char*, int> kLabels[] = {
+      {"utf8", 65001},
+      {"unicode-1-1-utf-8", 65001},
+      {"x-gbk", 936},
+      {"gb2312", 936},
+      {"GB_2312-80", 936},
+      {"chinese", 936},
+      {"iso-ir-58", 936},
+      {"big5", 950},
+      {"x-x-big5", 950},
+      {"cn-big5", 950},
+      {"csbig5", 950},
+      {"sjis", 932},
+      {"x-sjis", 932},
+      {"windows-31j", 932},
+      {"ms932", 932},
+      {"ks_c_5601-1987", 949},
+      {"euc-kr", 949},
+      {"windows-949", 949},
+      {"latin1", 1252},
+      {"cp819", 1252},
+      {"ansi_x3.4-1968", 1252},
+      {"x-cp1251", 1251},
+      {"koi8", 20866},
+      {"koi8-ru", 21866},
+      {"cp866", 866},
+      {"greek8", 28597},
+      {"hebrew", 1255},
+      {"dos-874", 874},
+      {"tis-620", 874},
+      {"latin5", 1254},
+      {"windows-1258", 1258},
+      {"cyrillic", 28595},
+      {"iso_8859-2:1987", 28592},
+      {"l9", 28605},
+      {"x-mac-roman", 10000},
+      {"iso-8859-13", 28603},
+      {"iso-8859-6-i", 28596},
+  };
+  for (const auto& [label, code_page] : kLabels) {
+    EXPECT_EQ(CodePageFromName(label), code_page) << label;
+  }
+}
+
+TEST(CodePageFromName, TakesNoPartOfALabelAndNoTwoLabels) {
+  EXPECT_FALSE(CodePageFromName("utf"));
+  EXPECT_FALSE(CodePageFromName("koi8 koi8-r"));
+}
+
+TEST(ToUtf8, KnowsTheOtherPartsOfIso8859AndTheCodePagesOfTheMacintosh) {
+  EXPECT_EQ(ToUtf8("\xC1", 28596), "\u0621");
+  EXPECT_EQ(ToUtf8("\xA5", 28603), "\u201E");
+  EXPECT_EQ(ToUtf8("\x80", 10000), "\u00C4");
+  EXPECT_EQ(ToUtf8("\x80", 10007), "\u0410");
+  EXPECT_EQ(FromUtf8("\u0410", 10007), "\x80");
+}
+
 TEST(CodePageFromName, TakesLatin1AsTheWindowsPageThatContainsIt) {
   EXPECT_EQ(CodePageFromName("iso-8859-1"), 1252);
   EXPECT_EQ(CodePageFromName("us-ascii"), 1252);
