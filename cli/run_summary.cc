@@ -5,18 +5,12 @@
 #include <iterator>
 
 #include "errors/frame.h"
+#include "html/page_kind.h"
 #include "system/error.h"
 #include "system/interruption.h"
 
 namespace scrivo {
 namespace {
-
-std::string LowerCase(std::string text) {
-  for (char& c : text) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return text;
-}
 
 // Keywords are parted by ";" and ","; empty ones count.
 std::size_t CountKeywords(SiteFile& file) {
@@ -41,8 +35,7 @@ WebCounts CountWeb(SiteWeb& web, bool with_index,
   for (std::size_t i = 0; i < files.size(); ++i) {
     if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
     on_file(i, files.size());
-    const std::string extension = LowerCase(files[i]->Extension());
-    if (extension == "htm" || extension == "html") ++counts.pages;
+    if (KindOfExtension(files[i]->Extension()) == PageKind::kPlain) ++counts.pages;
     if (with_index) counts.index_entries += CountKeywords(*files[i]);
   }
   counts.contents_entries = AllNodes(web).size();

@@ -1,10 +1,9 @@
 // The project file (.hhp): frmMain::BuildProjectFile.
 
-#include <algorithm>
-
 #include "errors/frame.h"
 #include "generator/frm_main.h"
 #include "generator/project_names.h"
+#include "html/page_kind.h"
 #include "platform/paths.h"
 #include "platform/text_file.h"
 
@@ -21,13 +20,6 @@ constexpr char kFixedOptions[] =
 // The window's navigation-pane style; the two differ in the flag of the favourites tab, 0x1000.
 constexpr char kStyleWithFavorites[] = "0x23520";
 constexpr char kStyleWithoutFavorites[] = "0x22520";
-
-bool IsPage(const std::string& extension) {
-  std::string lower = extension;
-  std::transform(lower.begin(), lower.end(), lower.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-  return lower == "htm" || lower == "html";
-}
 
 // The window definitions. The first line, which ends in a comma, is unfinished on purpose; the
 // compiler takes the second. `index_name` is null for a project without an index.
@@ -87,7 +79,7 @@ void frmMain::AppendPages(Steps& step, std::string* text) {
   step([&] { output = LocationOf(params_["OUTPUT"].text); });
   for (const std::shared_ptr<SiteFile>& file : files) {
     bool is_page = false;
-    step([&] { is_page = IsPage(file->Extension()); });
+    step([&] { is_page = KindOfExtension(file->Extension()) == PageKind::kPlain; });
     if (!is_page) continue;
     step([&] {
       const std::string location = LocationOf(file->Url());

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "html/html_scanner.h"
+#include "html/headings.h"
 
 namespace scrivo {
 

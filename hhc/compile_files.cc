@@ -3,7 +3,8 @@
 
 #include "hhc/compile_run.h"
 #include "hhc/window_stream.h"
-#include "html/text_charset.h"
+#include "html/charset.h"
+#include "search/search_alphabet.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"
 
@@ -354,7 +355,7 @@ void CompileRun::Store(std::size_t number, LoadedFile file) {
   if (number == contents_ || number == index_) StoreSitemap(number, file);
   if (stored.kind == FileKind::kPage) StorePage(number, file);
   if (stored.kind == FileKind::kStyleSheet) {
-    FollowLinks(number, file.links, file.page, file.bytes);
+    FollowLinks(number, file.links, file.page, file.text());
   }
 }
 
@@ -386,8 +387,8 @@ void CompileRun::StorePage(std::size_t number, const LoadedFile& file) {
   for (const std::string& name : file.page.associations) associations_.AddJoined(name, topic);
   if (project_.full_text_search) postings_.AddPage(topic, file.words);
   if (auto_contents_) auto_contents_->AddPage(stored_[number].found.address, file.page.headings);
-  ReportBadTags(number, file.page.bad_tags, file.bytes, file.page.code_page);
-  FollowLinks(number, file.page.links, file.page, file.bytes);
+  ReportBadTags(number, file.page.bad_tags, file.text(), file.page.code_page);
+  FollowLinks(number, file.page.links, file.page, file.text());
 }
 
 void CompileRun::ReportBadTags(std::size_t number, const std::vector<BadTag>& tags,

@@ -5,7 +5,7 @@
 #include "bytes/output_file.h"
 #include "hhc/compile_run.h"
 #include "hhc/system_stream.h"
-#include "html/text_charset.h"
+#include "html/charset.h"
 #include "text/code_page.h"
 
 namespace scrivo {

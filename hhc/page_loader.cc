@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "html/charset.h"
 #include "html/css_links.h"
+#include "html/page_kind.h"
 #include "text/ascii_text.h"
 
 namespace scrivo {
@@ -17,13 +19,15 @@ constexpr std::uint64_t kLargeFile = std::uint64_t{8} << 20, kLargePage = std::u
 }  // namespace
 
 FileKind KindOfFile(std::string_view path) {
-  const std::size_t dot = path.rfind('.');
-  if (dot == std::string_view::npos) return FileKind::kOther;
-  const std::string extension = AsciiLowered(path.substr(dot + 1));
-  for (const std::string_view known : {"htm", "html", "xhtml", "xhtm", "shtml", "shtm"}) {
-    if (extension == known) return FileKind::kPage;
+  switch (KindOfPage(path)) {
+    case PageKind::kPlain:
+    case PageKind::kVariant:
+      return FileKind::kPage;
+    case PageKind::kByServer:
+    case PageKind::kNone:
+      break;
   }
-  return extension == "css" ? FileKind::kStyleSheet : FileKind::kOther;
+  return AsciiLowered(path).ends_with(".css") ? FileKind::kStyleSheet : FileKind::kOther;
 }
 
 PageLoader::PageLoader(const SourceFiles& files, int code_page, bool words, int threads)
@@ -112,11 +116,13 @@ void PageLoader::Load(Job* job, WordCollector* collector) {
     return;
   }
   result.readable = true;
+  if (job->kind == FileKind::kOther) return;
+  if (auto utf8 = Utf16AsUtf8(result.bytes)) result.decoded = std::move(*utf8);
   if (job->kind == FileKind::kPage) {
-    result.page = ScanHtml(result.bytes, code_page_, words_ ? collector : nullptr);
+    result.page = ScanPage(result.text(), code_page_, words_ ? collector : nullptr);
     if (words_) result.words = collector->Finish();
-  } else if (job->kind == FileKind::kStyleSheet) {
-    for (const CssLink& link : FindCssLinks(result.bytes)) {
+  } else {
+    for (const CssLink& link : FindCssLinks(result.text())) {
       result.links.push_back({LinkKind::kPart, std::string(link.address), link.offset});
     }
   }

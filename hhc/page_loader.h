@@ -9,11 +9,12 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <thread>
 #include <vector>
 
-#include "html/html_scanner.h"
+#include "hhc/page_scan.h"
 #include "project/source_files.h"
 
 namespace scrivo {
@@ -27,10 +28,14 @@ struct LoadedFile {
   bool readable = false;
   std::error_code error;  // why not
   std::string bytes;
+  std::string decoded;               // of a page or style sheet in UTF-16: its text in UTF-8
   std::unique_ptr<ByteSource> rest;  // a large file instead of its bytes: read it in pieces
   PageScan page;                     // of a page
   PageWords words;                   // of a page, when asked for
   std::vector<PageLink> links;       // of a style sheet
+
+  // What the offsets of links and tags count in.
+  std::string_view text() const { return decoded.empty() ? bytes : decoded; }
 };
 
 // Files come out of Take in the order in which they went into Submit. What waits to be taken is

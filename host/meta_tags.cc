@@ -11,8 +11,10 @@ namespace scrivo::host {
 std::vector<std::string> MetaTagNames(const std::string& path) {
   std::vector<std::string> names;
   IgnoringErrors([&] {
-    const auto reader = TheServices().files->OpenForReading(path);
-    for (const MetaTag& tag : ReadPageHead(*reader, Headings::kNo).metas) {
+    Services& services = TheServices();
+    const std::string page = ReadWhole(*services.files->OpenForReading(path));
+    const auto ansi = [&] { return services.system->AnsiCodePage(); };
+    for (const MetaTag& tag : FindPageHead(page, Headings::kNo, ansi).metas) {
       if (std::find(names.begin(), names.end(), tag.name) == names.end()) names.push_back(tag.name);
     }
   });

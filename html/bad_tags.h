@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "html/html_tokenizer.h"
+#include "html/tokenizer.h"
 
 namespace scrivo {
 

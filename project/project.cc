@@ -4,7 +4,7 @@
 #include <optional>
 #include <unordered_map>
 
-#include "html/text_charset.h"
+#include "html/charset.h"
 #include "project/project_lines.h"
 #include "text/ascii_text.h"
 

@@ -4,7 +4,7 @@
 // opened and nothing is checked against the disk here.
 //
 // Texts and paths are the bytes of the file: they may be in the code page of the project's language
-// or, from other systems, in UTF-8 (DecodeGuessing in text_charset.h turns them into text).
+// or, from other systems, in UTF-8 (DecodeGuessing in html/charset.h turns them into text).
 
 #include <cstddef>
 #include <cstdint>

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "html/html_tokenizer.h"
-#include "html/text_charset.h"
+#include "html/charset.h"
+#include "html/tokenizer.h"
 #include "project/sitemap_value.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"
@@ -65,11 +65,6 @@ class ValueDecoder {
   int code_page_;
   bool references_are_bytes_;
 };
-
-int SitemapCodePage(std::string_view bytes, int code_page) {
-  if (const int declared = DeclaredCodePage(bytes)) return declared;
-  return LooksLikeUtf8(bytes) ? kUtf8CodePage : code_page;
-}
 
 struct Param {
   std::string_view name, value;
@@ -291,7 +286,7 @@ std::size_t Reader::LineAt(std::size_t offset) {
 }  // namespace
 
 Sitemap ReadSitemap(std::string_view bytes, int code_page) {
-  const int actual = SitemapCodePage(bytes, code_page);
+  const int actual = CodePageOfPage(bytes).value_or(code_page);
   Sitemap sitemap = Reader(bytes, actual).Read();
   sitemap.code_page = actual;
   return sitemap;

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <string_view>
 
+#include "html/page_kind.h"
+
 namespace scrivo {
 namespace {
 
@@ -35,8 +37,7 @@ WebListing::Index WelcomePage(const WebListing& listing, WebListing::Index folde
 }
 
 bool IsHelpPage(const WebListing& listing, WebListing::Index file) {
-  const std::string& name = listing.FileKey(file);
-  return name.ends_with(".htm") || name.ends_with(".html");
+  return KindOfPage(listing.FileName(file)) == PageKind::kPlain;
 }
 
 }  // namespace scrivo

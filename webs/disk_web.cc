@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "html/page_kind.h"
 #include "system/error.h"
 #include "system/services.h"
 #include "webs/contents_tree.h"
-#include "webs/html_tag.h"
 #include "webs/web_snapshot.h"
 
 namespace scrivo {
@@ -86,8 +86,8 @@ class OpenedDiskWeb : public DiskWeb {
 SiteFiles OpenedDiskWeb::PagesOutsideContents() {
   SiteFiles pages = AllFiles(*this);
   std::erase_if(pages, [](const std::shared_ptr<SiteFile>& file) {
-    const std::string extension = SmallAscii(file->Extension());
-    return (extension != "htm" && extension != "html") || file->NavigationEntry() != nullptr;
+    return KindOfExtension(file->Extension()) != PageKind::kPlain ||
+           file->NavigationEntry() != nullptr;
   });
   return pages;
 }

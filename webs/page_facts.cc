@@ -71,14 +71,7 @@ class Notes {
   VtiNotes Read() {
     if (path_.empty() || !files_.FileExists(path_)) return {};
     try {
-      const auto reader = files_.OpenForReading(path_);
-      std::string text(kLongestNotes, '\0');
-      std::size_t size = 0;
-      for (std::size_t got; (got = reader->Read(text.data() + size, text.size() - size)) > 0;) {
-        size += got;
-      }
-      text.resize(size);
-      return ParseVtiNotes(text);
+      return ParseVtiNotes(ReadWhole(*files_.OpenForReading(path_), kLongestNotes));
     } catch (const Error& error) {
       if (error.number == kUserInterrupt) throw;
       return {};  // the notes only fill in for the page
@@ -88,31 +81,6 @@ class Notes {
   Files& files_;
   const std::string& path_;
   std::optional<VtiNotes> notes_;
-};
-
-// Makes the bytes of one page UTF-8. A page that declares no charset that is known, or UTF-8 that
-// it is not, is in UTF-8 if it can be, else in the charset of the host's notes, else in the ANSI
-// code page.
-class PageText {
- public:
-  PageText(std::optional<int> declared, Notes* notes, int ansi)
-      : declared_(declared), notes_(*notes), ansi_(ansi) {}
-
-  std::string Utf8(const std::string& bytes) const {
-    if (declared_ && *declared_ != kUtf8CodePage) return ToUtf8(bytes, *declared_);
-    if (IsUtf8(bytes)) return bytes;
-    const int noted = CodePageFromName(notes_.Get().charset).value_or(ansi_);
-    return ToUtf8(bytes, noted == kUtf8CodePage ? ansi_ : noted);
-  }
-  std::string Line(const std::string& bytes) const { return OneLine(DecodeEntities(Utf8(bytes))); }
-  std::string Property(const std::string& bytes) const {
-    return WithoutLineEnds(DecodeEntities(Utf8(bytes), EntityPlace::kAttribute));
-  }
-
- private:
-  const std::optional<int> declared_;
-  Notes& notes_;
-  const int ansi_;
 };
 
 // Joins index entries, each once.
@@ -159,20 +127,22 @@ PageReader::PageReader(Files& files, const std::vector<IndexSource>& index, Ansi
 }
 
 PageFacts PageReader::Read(const std::string& path, const std::string& notes_path) {
-  const PageHead head = ReadHead(path);
   Notes notes(files_, notes_path);
-  const PageText text(head.code_page, &notes, ansi_.code_page());
+  const PageHead head = FindPageHead(ReadPage(path), headings_, [&] {
+    const int noted = CodePageFromName(notes.Get().charset).value_or(ansi_.code_page());
+    return noted == kUtf8CodePage ? ansi_.code_page() : noted;  // it would have told so itself
+  });
 
-  std::string title = text.Line(head.title);
+  std::string title = OneLine(head.title);
   if (title.empty()) {
     title = OneLine(DecodeEntities(GuessedUtf8(notes.Get().title, ansi_.code_page())));
   }
   PageFacts facts;
   std::string keywords;
   for (const MetaTag& meta : head.metas) {
-    std::string content = text.Property(meta.content);
+    std::string content = WithoutLineEnds(meta.content);
     if (meta.name != "keywords") {
-      facts.metas.emplace_back(ansi_.From(text.Property(meta.name)), ansi_.From(content));
+      facts.metas.emplace_back(ansi_.From(WithoutLineEnds(meta.name)), ansi_.From(content));
     } else if (!content.empty()) {
       keywords += keywords.empty() ? content : ";" + content;
     }
@@ -181,15 +151,16 @@ PageFacts PageReader::Read(const std::string& path, const std::string& notes_pat
     keywords = WithoutLineEnds(GuessedUtf8(notes.Get().keywords, ansi_.code_page()));
   }
   std::vector<std::string> headings;
-  for (const std::string& heading : head.headings) headings.push_back(text.Line(heading));
+  for (const std::string& heading : head.headings) headings.push_back(OneLine(heading));
   facts.keywords = ansi_.From(IndexEntries(keywords, title, headings));
   facts.title = ansi_.From(title);
   return facts;
 }
 
-PageHead PageReader::ReadHead(const std::string& path) {
+// The whole page: what its bytes are in is told by all of them.
+std::string PageReader::ReadPage(const std::string& path) {
   try {
-    return ReadPageHead(*files_.OpenForReading(path), headings_);
+    return ReadWhole(*files_.OpenForReading(path));
   } catch (const Error& error) {
     ReportFailure(path, "the page could not be read", error, report_);
     return {};

@@ -31,7 +31,7 @@ class PageReader {
   PageFacts Read(const std::string& path, const std::string& notes_path);
 
  private:
-  PageHead ReadHead(const std::string& path);
+  std::string ReadPage(const std::string& path);
   std::string IndexEntries(const std::string& keywords, const std::string& title,
                            const std::vector<std::string>& headings) const;
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "webs/html_tag.h"
+#include "text/ascii_text.h"
 
 namespace scrivo {
 namespace {
@@ -35,7 +35,7 @@ std::vector<std::string> Items(std::string_view list) {
 std::string KeywordsOf(std::string_view meta_tags) {
   const std::vector<std::string> items = Items(meta_tags);
   for (std::size_t i = 0; i + 1 < items.size(); i += 2) {
-    if (SmallAscii(items[i]) == "keywords") return items[i + 1];
+    if (EqualsIgnoringCase(items[i], "keywords")) return items[i + 1];
   }
   return "";
 }

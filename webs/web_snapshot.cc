@@ -1,11 +1,11 @@
 #include "webs/web_snapshot.h"
 
 #include <algorithm>
-#include <array>
 
+#include "html/page_kind.h"
 #include "system/error.h"
+#include "text/ascii_text.h"
 #include "webs/folder_tree.h"
-#include "webs/html_tag.h"
 #include "webs/navigation_tree.h"
 #include "webs/structure_file.h"
 
@@ -15,14 +15,6 @@ namespace {
 std::string ExtensionOf(const std::string& name) {
   const std::size_t point = name.rfind('.');
   return point == std::string::npos ? "" : name.substr(point + 1);
-}
-
-// Whether a file with this extension holds HTML, with a title and meta tags.
-bool HoldsHtml(const std::string& extension) {
-  constexpr std::array<std::string_view, 8> kExtensions = {"htm", "html", "shtm", "shtml",
-                                                           "stm", "asp",  "aspx", "php"};
-  return std::find(kExtensions.begin(), kExtensions.end(), SmallAscii(extension)) !=
-         kExtensions.end();
 }
 
 }  // namespace
@@ -37,7 +29,7 @@ class WebSnapshot::DiskFile : public SiteFile {
   std::string Extension() override { return ExtensionOf(web_.listing().FileName(index_)); }
   std::string Property(const std::string& name) override {
     const PageFacts& facts = web_.Facts(index_);
-    const std::string small = SmallAscii(name);
+    const std::string small = AsciiLowered(name);
     if (small == "keywords" && !facts.keywords.empty()) return facts.keywords;
     for (const auto& [meta, content] : facts.metas) {
       if (meta == small) return content;
@@ -168,7 +160,7 @@ std::uint32_t WebSnapshot::HomeNode() {
 
 const PageFacts& WebSnapshot::Facts(Index file) {
   static const PageFacts kNone;
-  if (!HoldsHtml(ExtensionOf(listing_.FileName(file)))) return kNone;
+  if (KindOfPage(listing_.FileName(file)) == PageKind::kNone) return kNone;
   std::unique_ptr<PageFacts>& facts = facts_[file];
   if (!facts) {
     const char separator = Separator(source_->style);
@@ -218,7 +210,7 @@ bool WebSnapshot::HoldsMoreThanHomePage(const ContentsTree& tree) const {
   const Index home = WelcomePage(listing_, 0);
   return std::any_of(tree.nodes.begin() + 1, tree.nodes.end(), [home](const ContentsNode& node) {
     // A home page that is missing on disk is no more than a home page either.
-    if (node.file == WebListing::kNone) return WelcomeRank(SmallAscii(node.page)) < 0;
+    if (node.file == WebListing::kNone) return WelcomeRank(AsciiLowered(node.page)) < 0;
     return node.file != home;
   });
 }

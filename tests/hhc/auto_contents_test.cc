@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "html/html_scanner.h"
+#include "hhc/page_scan.h"
 #include "project/sitemap.h"
 
 namespace scrivo {
@@ -54,8 +54,8 @@ TEST(AutoContents, EscapesNamesAndAddressesAndCountsWhatTheCodePageLacks) {
   EXPECT_EQ(lost, 2u);
 }
 
-TEST(ScanHtml, FindsHeadingsWithTheirPlaces) {
-  const PageScan page = ScanHtml(
+TEST(ScanPage, FindsHeadingsWithTheirPlaces) {
+  const PageScan page = ScanPage(
       "<h1> One <b>b</b>old\n&amp; more</h1><h2 id=two>Two<br>lines</h2>"
       "<H3><a name=\"three\">Three</a> <a name=no></a></H3><h4>open<h5>next",
       1252, nullptr);

@@ -438,6 +438,43 @@ TEST_F(CompilerTest, ConvertsTitlesAndCountsLostCharacters) {
   EXPECT_EQ(recorder_.messages[0].substr(0, 31), "HHC3018: Warning: 1 characters ");
 }
 
+std::string Utf16(const std::u16string& text) {
+  std::string bytes = "\xFF\xFE";
+  for (const char16_t unit : text) {
+    bytes.push_back(static_cast<char>(unit & 0xFF));
+    bytes.push_back(static_cast<char>(unit >> 8));
+  }
+  return bytes;
+}
+
+TEST_F(CompilerTest, ReadsPagesAndStyleSheetsInUtf16) {
+  const std::string page = Utf16(
+      u"<title>Wide \u00E9</title>\n<a href='\u00E9.htm'>caf\u00E9</a>\n"
+      u"<link href=s.css><img src=no.gif>");
+  folder_.Write("help.hhp",
+                "[OPTIONS]\nCompiled file=help.chm\nFull-text search=Yes\n[FILES]\nwide.htm\n");
+  folder_.Write("wide.htm", page);
+  folder_.Write("\xC3\xA9.htm", Page("Linked", ""));
+  folder_.Write("s.css", Utf16(u"p { background: url(bg.png) }"));
+  folder_.Write("bg.png", "PNG");
+  ASSERT_TRUE(Compile().made);
+  EXPECT_EQ(recorder_.messages,
+            (std::vector<std::string>{
+                "HHC3010: Warning: wide.htm(3) : The file \"no.gif\" that is linked here does not "
+                "exist."}));
+  const auto help = Opened();
+  ASSERT_NE(help, nullptr);
+  EXPECT_EQ(help->Bytes("/wide.htm"), page);
+  EXPECT_TRUE(help->Bytes("/bg.png"));
+  const auto topics = help->Topics();
+  ASSERT_TRUE(topics);
+  ASSERT_EQ(topics->size(), 2u);
+  EXPECT_EQ((*topics)[0].title, "Wide \xE9");
+  const auto search = help->Search();
+  ASSERT_TRUE(search);
+  EXPECT_TRUE(search->contains({"cafe", false}));
+}
+
 TEST_F(CompilerTest, TheOutputsOwnNameLosesNoCharacters) {
   folder_.Write("help.hhp",
                 "[OPTIONS]\r\nCompiled file=\xD0\x9F\xD1\x80.chm\r\n[FILES]\r\nindex.htm\r\n");

@@ -5,8 +5,8 @@
 #include <sstream>
 
 #include "hhc/page_loader.h"
-#include "html/html_scanner.h"
-#include "html/text_charset.h"
+#include "hhc/page_scan.h"
+#include "html/charset.h"
 #include "project/project.h"
 #include "project/project_tree.h"
 #include "project/sitemap.h"
@@ -182,7 +182,7 @@ class Checker {
         Fault("search: no page " + address);
         continue;
       }
-      ScanHtml(*bytes, code_page_, &collector);
+      ScanPage(Utf16AsUtf8(*bytes).value_or(*bytes), code_page_, &collector);
       found_places += Words(collector.Finish(), topic, *index);
     }
     if (places != found_places) Fault("search: words that no page has");

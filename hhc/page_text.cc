@@ -1,4 +1,4 @@
-#include "html/page_text.h"
+#include "hhc/page_text.h"
 
 #include <string>
 
@@ -30,6 +30,11 @@ void PageText::Add(std::string_view content) {
     }
     content.remove_prefix(length);
   }
+}
+
+void PageText::AddPlain(std::string_view content) {
+  breaker_.set_in_title(in_title_);
+  AddBytes(content);
 }
 
 void PageText::AddBytes(std::string_view bytes) {

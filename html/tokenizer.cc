@@ -1,4 +1,6 @@
-#include "html/html_tokenizer.h"
+#include "html/tokenizer.h"
+
+#include <algorithm>
 
 #include "text/ascii_text.h"
 
@@ -9,7 +11,30 @@ constexpr std::size_t kNone = std::string_view::npos;
 
 bool EndsName(char c) { return IsBlank(c) || c == '>' || c == '/'; }
 
+bool HoldsNoTags(std::string_view element) {
+  constexpr std::string_view kElements[] = {"script", "style", "title", "textarea", "xmp"};
+  return std::any_of(std::begin(kElements), std::end(kElements),
+                     [&](std::string_view known) { return EqualsIgnoringCase(element, known); });
+}
+
+// Whether `text` begins with the name of a tag, given in small letters, and not with a longer one.
+bool StartsWithName(std::string_view text, std::string_view name) {
+  return StartsWithIgnoringCase(text, name) &&
+         (text.size() == name.size() || EndsName(text[name.size()]));
+}
+
 }  // namespace
+
+bool HtmlToken::Is(std::string_view lower) const { return EqualsIgnoringCase(name, lower); }
+
+std::optional<std::string_view> HtmlToken::Attribute(std::string_view lower) const {
+  std::string_view rest = content;
+  HtmlAttribute attribute;
+  while (NextAttribute(&rest, &attribute)) {
+    if (EqualsIgnoringCase(attribute.name, lower)) return attribute.value;
+  }
+  return std::nullopt;
+}
 
 bool HtmlTokenizer::Next(HtmlToken* token) {
   if (position_ >= html_.size()) return false;
@@ -19,6 +44,7 @@ bool HtmlTokenizer::Next(HtmlToken* token) {
     ReadRaw(token);
     raw_element_ = {};
     if (!token->content.empty()) return true;
+    token->name = {};
   }
   if (html_[position_] == '<' && position_ + 1 < html_.size()) {
     const char next = html_[position_ + 1];
@@ -57,10 +83,7 @@ bool HtmlTokenizer::ReadTag(HtmlToken* token) {
   token->content = html_.substr(at, end - at);
   token->kind = is_end ? HtmlToken::Kind::kEndTag : HtmlToken::Kind::kStartTag;
   position_ = end < html_.size() ? end + 1 : end;
-  if (!is_end &&
-      (EqualsIgnoringCase(token->name, "script") || EqualsIgnoringCase(token->name, "style"))) {
-    raw_element_ = token->name;
-  }
+  if (!is_end && HoldsNoTags(token->name)) raw_element_ = token->name;
   return true;
 }
 
@@ -91,37 +114,61 @@ std::size_t HtmlTokenizer::ClosingQuote(char quote, std::size_t from) {
 void HtmlTokenizer::ReadOther(HtmlToken* token) {
   token->kind = HtmlToken::Kind::kOther;
   std::size_t end = kNone;
-  std::size_t skip = 1;
-  const std::string_view rest = html_.substr(position_);
-  if (rest.starts_with("<!--") && !no_comment_end_) {
-    end = html_.find("-->", position_ + 4);
-    skip = 3;
-    no_comment_end_ = end == kNone;
-  }
-  if (end == kNone) {
-    end = html_.find('>', position_);
-    skip = 1;
-  }
+  if (html_.substr(position_).starts_with("<!--")) end = CommentEnd(position_ + 2);
+  // A comment that is never closed ends at the next ">", so that it does not hide the whole page.
+  if (end == kNone) end = html_.find('>', position_);
   if (end == kNone) end = html_.size();
   token->content = html_.substr(position_, end - position_);
-  position_ = end + skip < html_.size() ? end + skip : html_.size();
+  position_ = std::min(end + 1, html_.size());
 }
 
-// The content of a script or style element reaches to its end tag, whatever it looks like.
-void HtmlTokenizer::ReadRaw(HtmlToken* token) {
-  std::size_t end = position_;
-  while (true) {
-    end = html_.find("</", end);
-    if (end == kNone) {
-      end = html_.size();
-      break;
-    }
-    if (StartsWithIgnoringCase(html_.substr(end + 2), raw_element_)) break;
-    end += 2;
+// The ">" of the "-->" or "--!>" that closes a comment, whose first dash is at `from`. The dashes
+// of
+// "<!-->" and "<!--->" close it too.
+std::size_t HtmlTokenizer::CommentEnd(std::size_t from) {
+  if (no_comment_end_) return kNone;
+  for (std::size_t dashes = from; (dashes = html_.find("--", dashes)) != kNone; ++dashes) {
+    const std::string_view rest = html_.substr(dashes + 2);
+    if (rest.starts_with('>')) return dashes + 2;
+    if (rest.starts_with("!>") && dashes > from) return dashes + 3;
   }
+  no_comment_end_ = true;
+  return kNone;
+}
+
+void HtmlTokenizer::ReadRaw(HtmlToken* token) {
+  const std::size_t end = EqualsIgnoringCase(raw_element_, "title") ? TitleEnd() : RawEnd();
   token->kind = HtmlToken::Kind::kRaw;
+  token->name = raw_element_;
   token->content = html_.substr(position_, end - position_);
   position_ = end;
+}
+
+std::size_t HtmlTokenizer::RawEnd() const {
+  std::size_t end = position_;
+  while ((end = html_.find("</", end)) != kNone) {
+    if (StartsWithName(html_.substr(end + 2), raw_element_)) return end;
+    end += 2;
+  }
+  return html_.size();
+}
+
+// No byte is looked at twice for two titles, since the search never passes another title.
+std::size_t HtmlTokenizer::TitleEnd() const {
+  std::size_t first_tag = kNone;
+  for (std::size_t at = position_; (at = html_.find('<', at)) != kNone; ++at) {
+    const std::string_view rest = html_.substr(at + 1);
+    // A "<" at the end of a file that was cut off began a tag.
+    const char next = rest.empty() ? '/' : rest[0];
+    if (!IsAsciiLetter(next) && next != '/' && next != '!') continue;
+    if (StartsWithName(rest, "/title")) return at;
+    if (first_tag == kNone) first_tag = at;
+    if (StartsWithName(rest, "/head") || StartsWithName(rest, "body") ||
+        StartsWithName(rest, "title")) {
+      break;
+    }
+  }
+  return std::min(first_tag, html_.size());
 }
 
 bool NextAttribute(std::string_view* content, HtmlAttribute* attribute) {

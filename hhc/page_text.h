@@ -17,6 +17,9 @@ class PageText {
   // Adds a piece of text between two tags, as written.
   void Add(std::string_view content);
 
+  // The same for text in which "&" is no more than that.
+  void AddPlain(std::string_view content);
+
   // Ends the current word.
   void Break() { breaker_.Break(); }
 

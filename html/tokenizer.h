@@ -7,6 +7,7 @@
 // for an end that is missing is made once, not again for each tag that lacks it.
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace scrivo {
@@ -14,17 +15,30 @@ namespace scrivo {
 struct HtmlToken {
   enum class Kind {
     kText,      // `content` is text with its character references
-    kRaw,       // the content of a script or style element, no references inside
+    kRaw,       // the content of an element that holds no tags; `name` is the element
     kStartTag,  // `name` and the attributes in `content`
     kEndTag,    // `name`
     kOther,     // comment, declaration or processing instruction
   };
   Kind kind = Kind::kText;
-  std::string_view name;     // of a tag, as written
+  std::string_view name;     // as written
   std::string_view content;  // without the delimiters
   std::size_t offset = 0;    // of the token in the document
+
+  // Whether `name` is `lower`, which is given in small letters.
+  bool Is(std::string_view lower) const;
+  bool Starts(std::string_view lower) const { return kind == Kind::kStartTag && Is(lower); }
+  bool Ends(std::string_view lower) const { return kind == Kind::kEndTag && Is(lower); }
+
+  // The first attribute of that name (given in small letters), as written and without its quotes:
+  // empty when it has no value, nothing when it is not there. Only for a start tag.
+  std::optional<std::string_view> Attribute(std::string_view lower) const;
 };
 
+// Elements whose content is text and no tags: script and style, title and textarea, xmp. In a title
+// and a textarea character references are replaced, in the others they are not. The content ends
+// at the element's own end tag. A title that is never closed ends at the next tag, and one counts
+// as never closed when the head ends, the body starts or another title starts first.
 class HtmlTokenizer {
  public:
   // Start tags named `own_tag` (any case) are given with empty content, right after their name: a
@@ -42,13 +56,16 @@ class HtmlTokenizer {
  private:
   bool ReadTag(HtmlToken* token);
   void ReadOther(HtmlToken* token);
+  std::size_t CommentEnd(std::size_t from);
   void ReadRaw(HtmlToken* token);
+  std::size_t RawEnd() const;
+  std::size_t TitleEnd() const;
   std::size_t TagEnd(std::size_t from);
   std::size_t ClosingQuote(char quote, std::size_t from);
 
   std::string_view html_, own_tag_;
   std::size_t position_ = 0;
-  std::string_view raw_element_;  // "script" or "style" while its content is due
+  std::string_view raw_element_;  // while its content is due
   // Searches that found nothing up to the end need not be made again.
   bool no_double_quote_ = false, no_single_quote_ = false, no_comment_end_ = false;
 };

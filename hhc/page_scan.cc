@@ -1,0 +1,134 @@
+#include "hhc/page_scan.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "hhc/page_text.h"
+#include "html/charset.h"
+#include "html/elements.h"
+#include "html/title.h"
+#include "html/tokenizer.h"
+#include "text/ascii_text.h"
+#include "text/code_page.h"
+#include "text/html_entities.h"
+
+namespace scrivo {
+namespace {
+
+constexpr std::string_view kIndexObjectClass = "1e2a7bd0-dab9-11d0-b93a-00c04fc99f9e";
+constexpr int kDeepestHeading = 6;
+
+class Scanner {
+ public:
+  Scanner(std::string_view html, int page_code_page, int code_page, WordCollector* words)
+      : code_page_(page_code_page),
+        tokens_(html),
+        title_(page_code_page),
+        links_(page_code_page),
+        headings_(page_code_page, kDeepestHeading),
+        bad_tags_(html) {
+    if (html.starts_with(kUtf8Mark)) tokens_.set_position(kUtf8Mark.size());
+    if (words != nullptr) text_.emplace(page_code_page, code_page, words);
+  }
+
+  PageScan Scan();
+
+ private:
+  void Words(const HtmlToken& token, bool is_title);
+  void RawWords(const HtmlToken& token, bool is_title);
+  void IndexObject(const HtmlToken& token);
+  void Param(const HtmlToken& token);
+  std::string Value(std::string_view value) const {
+    return DecodeEntities(ToUtf8(value, code_page_), EntityPlace::kAttribute);
+  }
+
+  const int code_page_;  // of the page
+  HtmlTokenizer tokens_;
+  TitleFinder title_;
+  LinkFinder links_;
+  HeadingFinder headings_;
+  BadTagFinder bad_tags_;
+  std::optional<PageText> text_;
+  bool in_index_object_ = false;
+  PageScan page_;
+};
+
+PageScan Scanner::Scan() {
+  HtmlToken token;
+  while (tokens_.Next(&token)) {
+    const bool is_title = title_.See(token);
+    links_.See(token);
+    headings_.See(token);
+    bad_tags_.See(token);
+    if (text_) Words(token, is_title);
+    IndexObject(token);
+  }
+  if (text_) text_->Break();
+  page_.code_page = code_page_;
+  page_.title = Trimmed(title_.title());
+  std::replace_if(
+      page_.title.begin(), page_.title.end(),
+      [](char c) { return c == '\r' || c == '\n' || c == '\t'; }, ' ');
+  page_.base = links_.base();
+  page_.links = links_.Take();
+  page_.headings = headings_.Take();
+  page_.bad_tags = bad_tags_.Take();
+  return std::move(page_);
+}
+
+void Scanner::Words(const HtmlToken& token, bool is_title) {
+  switch (token.kind) {
+    case HtmlToken::Kind::kText:
+      text_->Add(token.content);
+      break;
+    case HtmlToken::Kind::kRaw:
+      RawWords(token, is_title);
+      break;
+    case HtmlToken::Kind::kStartTag:
+    case HtmlToken::Kind::kEndTag:
+      if (!IsInlineElement(token.name)) text_->Break();
+      break;
+    case HtmlToken::Kind::kOther:
+      break;
+  }
+}
+
+void Scanner::RawWords(const HtmlToken& token, bool is_title) {
+  if (token.Is("xmp")) {
+    text_->AddPlain(token.content);
+  } else if (token.Is("title") || token.Is("textarea")) {
+    text_->set_in_title(is_title);
+    text_->Add(token.content);
+    text_->set_in_title(false);
+    text_->Break();  // a title that is never closed has no end tag to do so
+  }
+}
+
+void Scanner::IndexObject(const HtmlToken& token) {
+  if (token.Ends("object")) {
+    in_index_object_ = false;
+  } else if (token.Starts("object")) {
+    std::string_view id = Trimmed(token.Attribute("classid").value_or(""));
+    if (StartsWithIgnoringCase(id, "clsid:")) id.remove_prefix(6);
+    in_index_object_ = EqualsIgnoringCase(id, kIndexObjectClass);
+  } else if (in_index_object_ && token.Starts("param")) {
+    Param(token);
+  }
+}
+
+void Scanner::Param(const HtmlToken& token) {
+  const std::string_view name = Trimmed(token.Attribute("name").value_or(""));
+  const std::string_view value = Trimmed(token.Attribute("value").value_or(""));
+  if (value.empty()) return;
+  if (EqualsIgnoringCase(name, "keyword")) page_.keywords.push_back(Value(value));
+  if (EqualsIgnoringCase(name, "alink name")) page_.associations.push_back(Value(value));
+}
+
+}  // namespace
+
+PageScan ScanPage(std::string_view html, int code_page, WordCollector* words) {
+  return Scanner(html, CodePageOfPage(html).value_or(code_page), code_page, words).Scan();
+}
+
+}  // namespace scrivo

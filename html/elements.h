@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+namespace scrivo {
+
+// Kinds of elements, by name in any case.
+
+// Stands inside a line of text; the tags of all others end a word.
+bool IsInlineElement(std::string_view name);
+
+// Can only stand in a body: a page may go without its <body> tag.
+bool StartsBody(std::string_view name);
+
+}  // namespace scrivo

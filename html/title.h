@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "html/tokenizer.h"
+
+namespace scrivo {
+
+// Finds a page's title: the first TITLE element with more than blanks in it, wherever it stands;
+// one inside an SVG drawing is the drawing's.
+class TitleFinder {
+ public:
+  // A longer title is a mistake of the page, such as one that is never closed, and is cut.
+  static constexpr std::size_t kLongest = 4096;
+
+  // `code_page`: of the page's bytes.
+  explicit TitleFinder(int code_page) : code_page_(code_page) {}
+
+  // Takes the next token of the page. True when it is the title's text.
+  bool See(const HtmlToken& token);
+
+  // In UTF-8, at most kLongest bytes, its character references replaced, blanks and line ends as
+  // they stand; empty when the page has no title.
+  const std::string& title() const { return title_; }
+
+ private:
+  int code_page_;
+  bool in_drawing_ = false;
+  std::string title_;
+};
+
+}  // namespace scrivo

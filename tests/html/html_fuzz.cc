@@ -1,0 +1,77 @@
+// Any bytes as a page, read by both who read pages: the compiler, which indexes its words too, and
+// a web, which wants its head. They must agree, keep within their bounds and give well-formed text.
+// The same bytes as the host's notes about a page must not hurt either.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hhc/page_scan.h"
+#include "html/charset.h"
+#include "html/css_links.h"
+#include "html/title.h"
+#include "search/postings.h"
+#include "search/search_index.h"
+#include "text/ascii_text.h"
+#include "text/code_page.h"
+#include "webs/page_head.h"
+#include "webs/vti_cnf.h"
+
+using namespace scrivo;
+
+namespace {
+
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+
+void CheckScan(std::string_view html, const PageScan& page) {
+  Require(IsUtf8(page.title) && page.title.size() <= TitleFinder::kLongest);
+  for (const PageLink& link : page.links) {
+    Require(!link.address.empty() && link.offset < html.size());
+  }
+  for (const PageHeading& heading : page.headings) {
+    Require(IsUtf8(heading.text) && !heading.text.empty());
+    Require(heading.text.size() <= HeadingFinder::kLongest);
+  }
+  for (const BadTag& tag : page.bad_tags) {
+    Require(tag.offset + 1 + tag.size <= html.size());
+    Require(IsUtf8(ShownTag(html, tag, page.code_page)));
+  }
+}
+
+void CheckHead(std::string_view bytes, const PageScan& page, int code_page) {
+  const auto get_default = [&] { return code_page; };
+  const PageHead head = FindPageHead(bytes, Headings::kYes, get_default);
+  Require(Trimmed(head.title).size() == page.title.size());
+  std::vector<std::string> headings;
+  for (const PageHeading& heading : page.headings) {
+    if (heading.level <= 3) headings.push_back(heading.text);
+  }
+  Require(head.headings == headings);
+  for (const MetaTag& meta : head.metas) Require(IsUtf8(meta.name) && IsUtf8(meta.content));
+  const PageHead without = FindPageHead(bytes, Headings::kNo, get_default);
+  Require(without.title == head.title && without.metas.size() == head.metas.size());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  constexpr int kCodePages[] = {1252, 1251, 932, 950};
+  const int code_page = kCodePages[size % 4];
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  const std::string html = Utf16AsUtf8(bytes).value_or(std::string(bytes));
+  WordCollector collector;
+  const PageScan page = ScanPage(html, code_page, &collector);
+  CheckScan(html, page);
+  CheckHead(bytes, page, code_page);
+  FindCssLinks(html);
+  Postings postings;
+  postings.AddPage(3, collector.Finish());
+  SpilledBytes index;
+  WriteSearchIndex(&postings, 0x409, &index);
+  ParseVtiNotes(bytes);
+  return 0;
+}
