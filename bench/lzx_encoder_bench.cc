@@ -12,8 +12,8 @@
 #include <iterator>
 #include <vector>
 
-#include "lzx/compress_pipeline.h"
-#include "lzx/lzx_encoder.h"
+#include "lzx/encoder.h"
+#include "lzx/parallel_encoder.h"
 #include "tests/lzx/sample_data.h"
 
 namespace scrivo {
@@ -98,7 +98,7 @@ void CompressOnThreads(benchmark::State& state) {
   std::size_t output = 0;
   for ([[maybe_unused]] auto pass : state) {
     output = 0;
-    CompressPipeline pipeline(
+    ParallelEncoder pipeline(
         kLzxUsualInterval, static_cast<int>(state.range(0)),
         [&output](const LzxInterval& interval) { output += interval.bytes.size(); });
     pipeline.Append(Pages());

@@ -62,7 +62,7 @@ std::unique_ptr<ChmReader> OpenHelpFile() {
 
 class NoFolder : public OutputFolder {
  public:
-  NameRules rules() const override { return NameRules::kPosix; }
+  NameRules Rules() const override { return NameRules::kPosix; }
   WriteResult Create(std::string_view, std::span<const std::uint8_t>) override { return {}; }
   WriteResult WritePart(std::string_view, std::uint64_t, std::span<const std::uint8_t>) override {
     return {};
@@ -85,8 +85,8 @@ BENCHMARK(BM_Open)->Unit(benchmark::kMillisecond);
 
 void BM_DecodeIntervals(benchmark::State& state) {
   const auto reader = OpenHelpFile();
-  const CompressedSection& section = *reader->compressed();
-  IntervalDecoder decoder(reader->source(), section);
+  const CompressedSection& section = *reader->Compressed();
+  IntervalDecoder decoder(reader->Source(), section);
   std::vector<std::uint8_t> output(static_cast<std::size_t>(section.interval));
   for (auto _ : state) {
     for (std::size_t i = 0; i < section.starts.size(); ++i) {
@@ -106,7 +106,7 @@ void BM_Unpack(benchmark::State& state) {
   options.threads = static_cast<unsigned>(state.range(0));
   for (auto _ : state) Unpack(*reader, folder, options, listener);
   state.SetBytesProcessed(state.iterations() *
-                          static_cast<std::int64_t>(reader->compressed()->length));
+                          static_cast<std::int64_t>(reader->Compressed()->length));
 }
 BENCHMARK(BM_Unpack)->Arg(1)->Arg(2)->Arg(4)->UseRealTime()->Unit(benchmark::kMillisecond);
 

@@ -50,8 +50,8 @@ class ByteWriter {
     std::copy(text.begin(), text.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(offset));
   }
 
-  std::size_t size() const { return bytes_.size(); }
-  const std::vector<std::uint8_t>& bytes() const { return bytes_; }
+  std::size_t Size() const { return bytes_.size(); }
+  const std::vector<std::uint8_t>& Bytes() const { return bytes_; }
 
   // Gives the bytes away and starts anew.
   std::vector<std::uint8_t> Take() { return std::exchange(bytes_, {}); }

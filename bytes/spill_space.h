@@ -16,7 +16,7 @@ class SpillSpace {
   // `store` must outlive it. `memory` is what a user of the space may keep in memory, about.
   SpillSpace(ByteStore* store, std::size_t memory) : store_(*store), memory_(memory) {}
 
-  std::size_t memory() const { return memory_; }
+  std::size_t Memory() const { return memory_; }
 
   // Adds bytes behind all others and gives the place where they start. After a failure, which the
   // store knows the reason of, nothing is written any more.
@@ -38,8 +38,8 @@ class SpillSpace {
     return good_;
   }
 
-  std::uint64_t size() const { return size_; }
-  bool good() const { return good_; }
+  std::uint64_t Size() const { return size_; }
+  bool Good() const { return good_; }
 
  private:
   ByteStore& store_;

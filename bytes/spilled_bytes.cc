@@ -19,7 +19,7 @@ void SpilledBytes::PutLow(std::uint32_t value, int count) {
 }
 
 void SpilledBytes::PadTo(std::uint64_t size) {
-  if (size > this->size()) memory_.resize(static_cast<std::size_t>(size - spilled_));
+  if (size > Size()) memory_.resize(static_cast<std::size_t>(size - spilled_));
   SpillIfFull();
 }
 
@@ -38,20 +38,20 @@ void SpilledBytes::SetLow(std::uint64_t offset, std::uint32_t value, int count) 
 void SpilledBytes::SpillIfFull() {
   if (space_ == nullptr) return;
   const std::size_t most =
-      spilled_ == 0 ? space_->memory() / 4 : std::min(kPiece, space_->memory() / 4);
+      spilled_ == 0 ? space_->Memory() / 4 : std::min(kPiece, space_->Memory() / 4);
   if (memory_.size() <= most) return;
   const std::uint64_t place = space_->Append(memory_);
   if (spilled_ == 0) {
     place_ = place;
     std::vector<std::uint8_t>().swap(memory_);
   }
-  spilled_ = space_->size() - place_;
+  spilled_ = space_->Size() - place_;
   memory_.clear();
 }
 
 void SpilledBytes::Take(const Taker& taker) {
   std::vector<std::uint8_t> piece;
-  for (std::uint64_t at = 0; at < spilled_ && good(); at += piece.size()) {
+  for (std::uint64_t at = 0; at < spilled_ && Good(); at += piece.size()) {
     piece.resize(static_cast<std::size_t>(std::min<std::uint64_t>(kPiece, spilled_ - at)));
     space_->ReadAt(place_ + at, piece);
     taker(piece);

@@ -30,8 +30,8 @@ class SpilledBytes {
   void Set16(std::uint64_t offset, std::uint16_t value) { SetLow(offset, value, 2); }
   void Set32(std::uint64_t offset, std::uint32_t value) { SetLow(offset, value, 4); }
 
-  std::uint64_t size() const { return spilled_ + memory_.size(); }
-  bool good() const { return space_ == nullptr || space_->good(); }
+  std::uint64_t Size() const { return spilled_ + memory_.size(); }
+  bool Good() const { return space_ == nullptr || space_->Good(); }
 
   // Hands out all bytes, piece by piece. They are worthless when `good` says no afterwards.
   using Taker = std::function<void(std::span<const std::uint8_t>)>;

@@ -17,7 +17,7 @@ std::unique_ptr<ChmReader> ChmReader::Open(std::unique_ptr<ByteSource> source, P
 
   std::uint64_t content_offset = header->content_offset;
   std::optional<CompressedSection> compressed;
-  const auto& entries = directory->entries();
+  const auto& entries = directory->Entries();
   const bool needed = std::any_of(entries.begin(), entries.end(), [](const Entry& entry) {
     return entry.section == kSectionCompressed && entry.length != 0;
   });

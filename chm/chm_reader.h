@@ -32,7 +32,7 @@ class ChmReader {
 
   // In the order of the directory, internal streams and folders included. Valid as long as the
   // reader.
-  const std::vector<Entry>& entries() const { return directory_.entries(); }
+  const std::vector<Entry>& Entries() const { return directory_.Entries(); }
 
   // The entry with that name ("/folder/file.htm", any case); null when there is none.
   const Entry* Find(std::string_view name) const { return directory_.Find(name); }
@@ -50,11 +50,11 @@ class ChmReader {
   std::optional<std::vector<std::uint8_t>> ReadWhole(const Entry& entry);
 
   // For those who decode by themselves, as unpacking does.
-  const ByteSource& source() const { return *source_; }
+  const ByteSource& Source() const { return *source_; }
   // Where content section 0 starts in the source.
-  std::uint64_t content_offset() const { return content_offset_; }
+  std::uint64_t ContentOffset() const { return content_offset_; }
   // Null when the file has no usable compressed section.
-  const CompressedSection* compressed() const { return compressed_ ? &*compressed_ : nullptr; }
+  const CompressedSection* Compressed() const { return compressed_ ? &*compressed_ : nullptr; }
 
  private:
   ChmReader(std::unique_ptr<ByteSource> source, Directory directory, std::uint64_t content_offset,

@@ -99,7 +99,7 @@ std::uint64_t LengthWithoutTable(const Storage& storage, const Directory& direct
   std::array<std::uint8_t, 8> bytes;
   if (storage.Read(kSpanInfoName, bytes)) return LoadLe64(bytes.data());
   std::uint64_t length = 0;
-  for (const Entry& entry : directory.entries()) {
+  for (const Entry& entry : directory.Entries()) {
     if (entry.section != kSectionCompressed) continue;
     const std::uint64_t end = entry.offset + entry.length;
     if (end >= entry.offset) length = std::max(length, end);

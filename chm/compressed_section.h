@@ -11,7 +11,7 @@
 #include "bytes/byte_source.h"
 #include "chm/directory.h"
 #include "chm/problem.h"
-#include "lzx/lzx_decoder.h"
+#include "lzx/decoder.h"
 
 namespace scrivo {
 

@@ -9,7 +9,7 @@
 #include "bytes/byte_writer.h"
 #include "chm/container_format.h"
 #include "chm/directory.h"
-#include "lzx/lzx_constants.h"
+#include "lzx/constants.h"
 
 namespace scrivo {
 namespace {
@@ -38,7 +38,7 @@ std::vector<std::uint8_t> NameList() {
     PutUtf16(name, out);
     out.Put16(0);
   }
-  out.Set16(0, static_cast<std::uint16_t>(out.size() / 2));  // counts itself, in words
+  out.Set16(0, static_cast<std::uint16_t>(out.Size() / 2));  // counts itself, in words
   return out.Take();
 }
 
@@ -241,14 +241,14 @@ void ContainerWriter::WriteAround() {
   for (const PlainEntry& entry : plain_) middle.PutBytes(entry.bytes);
   ByteWriter behind;
   for (const PlainEntry& entry : behind_) behind.PutBytes(entry.bytes);
-  const std::uint64_t content_start = kDirectoryStart + directory.size() + middle.size();
-  file_size_ = content_start + content_size_ + behind.size();
+  const std::uint64_t content_start = kDirectoryStart + directory.size() + middle.Size();
+  file_size_ = content_start + content_size_ + behind.Size();
 
   const bool written = MoveContent(content_start) &&
                        store_.WriteAt(0, Header(options_, directory.size(), file_size_)) &&
                        store_.WriteAt(kDirectoryStart, directory) &&
-                       store_.WriteAt(kDirectoryStart + directory.size(), middle.bytes()) &&
-                       store_.WriteAt(content_start + content_size_, behind.bytes());
+                       store_.WriteAt(kDirectoryStart + directory.size(), middle.Bytes()) &&
+                       store_.WriteAt(content_start + content_size_, behind.Bytes());
   if (!written) Fail(ContainerStatus::kWriteFailed);
 }
 

@@ -10,8 +10,8 @@
 
 #include "bytes/byte_store.h"
 #include "chm/directory_writer.h"
-#include "lzx/compress_pipeline.h"
-#include "lzx/lzx_constants.h"
+#include "lzx/constants.h"
+#include "lzx/parallel_encoder.h"
 
 namespace scrivo {
 
@@ -58,11 +58,11 @@ class ContainerWriter {
   ContainerStatus Finish();
 
   // The first failure so far. Nothing can be mended after one, so the caller may stop.
-  ContainerStatus status() const { return status_; }
-  const std::string& bad_name() const { return bad_name_; }
+  ContainerStatus Status() const { return status_; }
+  const std::string& BadName() const { return bad_name_; }
 
   // Bytes of the whole file, after Finish.
-  std::uint64_t file_size() const { return file_size_; }
+  std::uint64_t FileSize() const { return file_size_; }
 
  private:
   struct PlainEntry {
@@ -96,7 +96,7 @@ class ContainerWriter {
   std::vector<std::uint64_t> frames_;    // where in the content each frame starts
   std::uint64_t file_size_ = 0;
 
-  CompressPipeline pipeline_;
+  ParallelEncoder pipeline_;
 };
 
 }  // namespace scrivo

@@ -49,7 +49,7 @@ class Directory {
                                        Problems* problems);
 
   // In the order of the chunks: of names, as compilers write them.
-  const std::vector<Entry>& entries() const { return entries_; }
+  const std::vector<Entry>& Entries() const { return entries_; }
 
   // The entry of that name, compared as CompareNames does; null when there is none. Of several the
   // one that comes first.

@@ -33,8 +33,8 @@ class Chunk {
   bool Add(std::span<const std::uint8_t> entry) {
     const bool quick = count_ > 0 && count_ % kQuickStep == 0;
     const std::size_t quick_size = (quick_.size() + quick) * kQuickReferenceSize;
-    if (bytes_.size() + entry.size() + quick_size + kEntryCountSize > kChunkSize) return false;
-    if (quick) quick_.push_back(static_cast<std::uint16_t>(bytes_.size() - header_size_));
+    if (bytes_.Size() + entry.size() + quick_size + kEntryCountSize > kChunkSize) return false;
+    if (quick) quick_.push_back(static_cast<std::uint16_t>(bytes_.Size() - header_size_));
     bytes_.PutBytes(entry);
     ++count_;
     return true;
@@ -43,7 +43,7 @@ class Chunk {
   // The finished chunk, whose header may still be changed.
   ByteWriter Finish() {
     static_assert(pmgl::kFreeLength == pmgi::kFreeLength);
-    bytes_.Set32(pmgl::kFreeLength, static_cast<std::uint32_t>(kChunkSize - bytes_.size()));
+    bytes_.Set32(pmgl::kFreeLength, static_cast<std::uint32_t>(kChunkSize - bytes_.Size()));
     bytes_.PadTo(kChunkSize);
     std::size_t at = kChunkSize - kEntryCountSize;
     bytes_.Set16(at, static_cast<std::uint16_t>(count_));
@@ -66,8 +66,8 @@ struct ChunkName {
 
 class ChunkRow {
  public:
-  const std::vector<std::uint8_t>& bytes() const { return bytes_.bytes(); }
-  std::uint32_t count() const { return static_cast<std::uint32_t>(bytes_.size() / kChunkSize); }
+  const std::vector<std::uint8_t>& Bytes() const { return bytes_.Bytes(); }
+  std::uint32_t Count() const { return static_cast<std::uint32_t>(bytes_.Size() / kChunkSize); }
 
   // Adds the listing chunks; at least one, which may be empty.
   std::vector<ChunkName> AddListing(const std::vector<DirectoryEntry>& entries) {
@@ -79,13 +79,13 @@ class ChunkRow {
       bytes.PutEncint(entry.section);
       bytes.PutEncint(entry.offset);
       bytes.PutEncint(entry.length);
-      const bool fits = chunk.Add(bytes.bytes());
+      const bool fits = chunk.Add(bytes.Bytes());
       if (!fits) {
         PutListing(chunk, false);
         chunk = Chunk(pmgl::kSignature, pmgl::kEntries);
-        chunk.Add(bytes.bytes());
+        chunk.Add(bytes.Bytes());
       }
-      if (!fits || level.empty()) level.push_back({entry.name, count()});
+      if (!fits || level.empty()) level.push_back({entry.name, Count()});
     }
     PutListing(chunk, true);
     return level;
@@ -99,15 +99,15 @@ class ChunkRow {
       ByteWriter bytes;
       PutName(child.name, bytes);
       bytes.PutEncint(child.chunk);
-      const bool fits = chunk.Add(bytes.bytes());
+      const bool fits = chunk.Add(bytes.Bytes());
       if (!fits) {
-        bytes_.PutBytes(chunk.Finish().bytes());
+        bytes_.PutBytes(chunk.Finish().Bytes());
         chunk = Chunk(pmgi::kSignature, pmgi::kEntries);
-        chunk.Add(bytes.bytes());
+        chunk.Add(bytes.Bytes());
       }
-      if (!fits || level.empty()) level.push_back({child.name, count()});
+      if (!fits || level.empty()) level.push_back({child.name, Count()});
     }
-    bytes_.PutBytes(chunk.Finish().bytes());
+    bytes_.PutBytes(chunk.Finish().Bytes());
     return level;
   }
 
@@ -119,9 +119,9 @@ class ChunkRow {
 
   void PutListing(Chunk& chunk, bool last) {
     ByteWriter finished = chunk.Finish();
-    finished.Set32(pmgl::kPrevious, count() == 0 ? kNoChunk : count() - 1);
-    finished.Set32(pmgl::kNext, last ? kNoChunk : count() + 1);
-    bytes_.PutBytes(finished.bytes());
+    finished.Set32(pmgl::kPrevious, Count() == 0 ? kNoChunk : Count() - 1);
+    finished.Set32(pmgl::kNext, last ? kNoChunk : Count() + 1);
+    bytes_.PutBytes(finished.Bytes());
   }
 
   ByteWriter bytes_;
@@ -132,7 +132,7 @@ class ChunkRow {
 std::vector<std::uint8_t> WriteDirectory(const std::vector<DirectoryEntry>& entries) {
   ChunkRow chunks;
   std::vector<ChunkName> level = chunks.AddListing(entries);
-  const std::uint32_t listing_count = chunks.count();
+  const std::uint32_t listing_count = chunks.Count();
   std::uint32_t depth = 1;
   while (level.size() > 1) {
     level = chunks.AddIndex(level);
@@ -148,16 +148,16 @@ std::vector<std::uint8_t> WriteDirectory(const std::vector<DirectoryEntry>& entr
   out.Set32(itsp::kChunkSize, itsp::kUsualChunkSize);
   out.Set32(itsp::kDensity, itsp::kUsualDensity);
   out.Set32(itsp::kDepth, depth);
-  out.Set32(itsp::kRootChunk, depth == 1 ? kNoChunk : chunks.count() - 1);
+  out.Set32(itsp::kRootChunk, depth == 1 ? kNoChunk : chunks.Count() - 1);
   out.Set32(itsp::kFirstListing, 0);
   out.Set32(itsp::kLastListing, listing_count - 1);
   out.Set32(itsp::kMinusOne, kNoChunk);
-  out.Set32(itsp::kChunkCount, chunks.count());
+  out.Set32(itsp::kChunkCount, chunks.Count());
   out.Set32(itsp::kLanguage, itsp::kLanguageValue);
   out.SetBytes(itsp::kGuid, itsp::kGuidValue);
   out.Set32(itsp::kLengthAgain, itsp::kLength);
   for (int i = 0; i < 3; ++i) out.Set32(itsp::kMinusOnes + 4 * i, kNoChunk);
-  out.PutBytes(chunks.bytes());
+  out.PutBytes(chunks.Bytes());
   return out.Take();
 }
 

@@ -80,7 +80,7 @@ std::string ArchiveName(const ChmReader& reader, std::string name) {
 }
 
 std::string FindByExtension(const ChmReader& reader, std::string_view extension) {
-  for (const Entry& entry : reader.entries()) {
+  for (const Entry& entry : reader.Entries()) {
     const std::string_view name = entry.name;
     if (name.size() > extension.size() && KindOf(name) == EntryKind::kUser &&
         CompareNames(name.substr(name.size() - extension.size()), extension) == 0) {

@@ -71,7 +71,7 @@ int RunInfo(const std::string& path, std::ostream& out, std::ostream& err) {
     err << "scrivo: " << PrintableName(path) << ": /#SYSTEM is missing or damaged\n";
     return 1;
   }
-  const auto& entries = file.reader->entries();
+  const auto& entries = file.reader->Entries();
   const auto files = std::count_if(entries.begin(), entries.end(), [](const Entry& entry) {
     return KindOf(entry.name) == EntryKind::kUser;
   });

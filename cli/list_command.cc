@@ -17,7 +17,7 @@ int RunList(const std::string& path, bool internal, std::ostream& out, std::ostr
   int status = file.flawless ? 0 : 1;
   std::uint64_t total = 0;
   std::size_t count = 0;
-  for (const Entry& entry : file.reader->entries()) {
+  for (const Entry& entry : file.reader->Entries()) {
     const EntryKind kind = KindOf(entry.name);
     const bool shown = kind == EntryKind::kUser ||
                        (internal && kind == EntryKind::kInternal && !entry.name.ends_with('/'));

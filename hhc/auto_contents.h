@@ -20,7 +20,7 @@ class AutoContents {
   // their places. `address`: of the page, from the top of the help file, UTF-8.
   void AddPage(std::string_view address, const std::vector<PageHeading>& headings);
 
-  bool empty() const { return items_.empty(); }
+  bool Empty() const { return items_.empty(); }
 
   // The contents file, in `code_page`; characters that it lacks are written as references, which
   // few viewers resolve, and added to `*lost`.

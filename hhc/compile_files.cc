@@ -100,7 +100,7 @@ void CompileRun::CompileFiles(ContainerWriter* writer) {
   LoadStopWords();
   PageLoader loader(files_, code_page_, project_.full_text_search, request_.threads);
   while (true) {
-    while (loader.waiting() < kAhead) {
+    while (loader.Waiting() < kAhead) {
       const std::size_t number = NextToLoad();
       if (number == kNone) break;
       loading_.push_back(number);
@@ -110,9 +110,9 @@ void CompileRun::CompileFiles(ContainerWriter* writer) {
     const std::size_t number = loading_.front();
     loading_.pop_front();
     Store(number, loader.Take());
-    if (writer->status() != ContainerStatus::kOk) return;
+    if (writer->Status() != ContainerStatus::kOk) return;
   }
-  if (auto_contents_ && !auto_contents_->empty()) StoreAutoContents();
+  if (auto_contents_ && !auto_contents_->Empty()) StoreAutoContents();
 }
 
 void CompileRun::CollectListed() {
@@ -355,7 +355,7 @@ void CompileRun::Store(std::size_t number, LoadedFile file) {
   if (number == contents_ || number == index_) StoreSitemap(number, file);
   if (stored.kind == FileKind::kPage) StorePage(number, file);
   if (stored.kind == FileKind::kStyleSheet) {
-    FollowLinks(number, file.links, file.page, file.text());
+    FollowLinks(number, file.links, file.page, file.Text());
   }
 }
 
@@ -387,8 +387,8 @@ void CompileRun::StorePage(std::size_t number, const LoadedFile& file) {
   for (const std::string& name : file.page.associations) associations_.AddJoined(name, topic);
   if (project_.full_text_search) postings_.AddPage(topic, file.words);
   if (auto_contents_) auto_contents_->AddPage(stored_[number].found.address, file.page.headings);
-  ReportBadTags(number, file.page.bad_tags, file.text(), file.page.code_page);
-  FollowLinks(number, file.page.links, file.page, file.text());
+  ReportBadTags(number, file.page.bad_tags, file.Text(), file.page.code_page);
+  FollowLinks(number, file.page.links, file.page, file.Text());
 }
 
 void CompileRun::ReportBadTags(std::size_t number, const std::vector<BadTag>& tags,

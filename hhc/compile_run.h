@@ -46,7 +46,7 @@ class CompileRun {
   // Puts the internal streams behind them. False when that cannot be done, which has been reported.
   bool WriteStreams(ContainerWriter* writer);
 
-  bool has_files() const { return !stored_.empty(); }
+  bool HasFiles() const { return !stored_.empty(); }
 
   void Report(int code, Severity severity, std::string text);
 

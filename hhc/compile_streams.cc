@@ -54,7 +54,7 @@ bool CompileRun::WriteStreams(ContainerWriter* writer) {
   writer->AddCompressed("/#TOPICS", topics.topics);
   writer->AddCompressed("/#URLTBL", topics.url_table);
   writer->AddCompressed("/#URLSTR", topics.url_strings);
-  writer->AddCompressed("/#STRINGS", strings_.bytes());
+  writer->AddCompressed("/#STRINGS", strings_.Bytes());
   writer->AddPlain("/#SYSTEM", SystemStream(index_header, has_keywords, has_associations));
   writer->AddPlain("/#ITBITS", {});
 
@@ -79,7 +79,7 @@ bool CompileRun::AddSearchIndex(ContainerWriter* writer) {
   }
   writer->StartEntry("/$FIftiMain");
   index.Take([writer](std::span<const std::uint8_t> piece) { writer->Append(piece); });
-  if (index.good()) return true;
+  if (index.Good()) return true;
   Report(5010, Severity::kError,
          "Cannot write \"" + result_.output + ".words\" (" + words_file_.Reason().message() +
              "). Compilation stopped.");
@@ -129,7 +129,7 @@ std::optional<std::uint32_t> CompileRun::TopicOf(const SitemapTarget& target,
   }
   const std::uint32_t topic = topics_.Add(address);
   if (!name.empty()) titles_.try_emplace(topic, name);
-  Topic& entry = topics_.at(topic);
+  Topic& entry = topics_.At(topic);
   if (entry.web_address.empty()) entry.web_address = Encoded(target.url);
   if (entry.frame.empty()) entry.frame = Encoded(target.frame);
   return topic;
@@ -155,13 +155,13 @@ void CompileRun::BuildContents() {
   }
   tree_of_contents_.emplace(std::move(nodes));
   std::unordered_set<std::uint32_t> named;
-  for (const std::size_t number : tree_of_contents_->breadth_first()) {
-    TocNode& node = tree_of_contents_->node(number);
+  for (const std::size_t number : tree_of_contents_->BreadthFirst()) {
+    TocNode& node = tree_of_contents_->Node(number);
     if (!node.topic) {
       node.name = strings_.Add(Encoded(contents_map_.items[number].name));
       continue;
     }
-    Topic& topic = topics_.at(*node.topic);
+    Topic& topic = topics_.At(*node.topic);
     if (topic.in_contents) continue;
     topic.in_contents = true;
     topic.contents_entry = tree_of_contents_->EntryOffset(number);
@@ -192,10 +192,10 @@ void CompileRun::BuildKeywords() {
 
 // Titles of the topics that the contents do not have.
 void CompileRun::NameTopics() {
-  for (std::uint32_t i = 0; i < topics_.size(); ++i) {
+  for (std::uint32_t i = 0; i < topics_.Size(); ++i) {
     const auto title = titles_.find(i);
-    if (topics_.at(i).in_contents || title == titles_.end()) continue;
-    topics_.at(i).title = strings_.Add(Encoded(title->second));
+    if (topics_.At(i).in_contents || title == titles_.end()) continue;
+    topics_.At(i).title = strings_.Add(Encoded(title->second));
   }
 }
 
@@ -237,7 +237,7 @@ std::vector<std::uint8_t> CompileRun::IndexHeaderStream() {
   for (const ProjectLine& line : project_.merge_files) {
     merge_files.push_back(Encoded(Text(line.text)));
   }
-  return WriteIndexHeader(topics_.size(), properties, merge_files, &strings_);
+  return WriteIndexHeader(topics_.Size(), properties, merge_files, &strings_);
 }
 
 std::string CompileRun::OutputStem() const {

@@ -63,7 +63,7 @@ void Write(const CompileRequest& request, CompileRun* run, OutputFile* output,
   options.threads = std::max(1, request.threads);
   ContainerWriter writer(*output, options);
   run->CompileFiles(&writer);
-  if (!run->has_files()) {
+  if (!run->HasFiles()) {
     run->Report(6000, Severity::kError,
                 "The project has no topics to compile. Compilation stopped.");
     return;
@@ -71,13 +71,13 @@ void Write(const CompileRequest& request, CompileRun* run, OutputFile* output,
   if (!run->WriteStreams(&writer)) return;
   const ContainerStatus status = writer.Finish();
   if (status == ContainerStatus::kOk && output->Commit()) {
-    result->output_size = writer.file_size();
+    result->output_size = writer.FileSize();
     result->made = true;
     return;
   }
   std::string reason = output->Reason().message();
-  if (status == ContainerStatus::kBadName) reason = "bad name: " + writer.bad_name();
-  if (status == ContainerStatus::kDuplicateName) reason = "name used twice: " + writer.bad_name();
+  if (status == ContainerStatus::kBadName) reason = "bad name: " + writer.BadName();
+  if (status == ContainerStatus::kDuplicateName) reason = "name used twice: " + writer.BadName();
   run->Report(5010, Severity::kError,
               "Cannot write \"" + result->output + "\" (" + reason + "). Compilation stopped.");
 }

@@ -105,7 +105,7 @@ std::vector<std::uint8_t> TreeWriter::Entry(const Keyword& keyword, std::size_t 
 }
 
 void TreeWriter::CloseBlock(ByteWriter* block, std::size_t entries) {
-  block->Set16(0, static_cast<std::uint16_t>(kBlockSize - block->size()));
+  block->Set16(0, static_cast<std::uint16_t>(kBlockSize - block->Size()));
   block->Set16(2, static_cast<std::uint16_t>(entries));
   block->PadTo(kBlockSize);
   blocks_.push_back(block->Take());
@@ -125,10 +125,10 @@ void TreeWriter::Listings() {
         truncated_->push_back({keyword.text, keyword.topics.size() - kept});
       }
     }
-    if (block.size() != 0 && block.size() + entry.size() + kTail > kBlockSize) {
+    if (block.Size() != 0 && block.Size() + entry.size() + kTail > kBlockSize) {
       CloseBlock(&block, entries);
     }
-    if (block.size() == 0) {
+    if (block.Size() == 0) {
       const auto number = static_cast<std::uint32_t>(blocks_.size());
       listings_.push_back({i, number});
       block.Put32(0);
@@ -152,10 +152,10 @@ std::vector<TreeWriter::Child> TreeWriter::IndexLevel(const std::vector<Child>& 
   std::size_t entries = 0;
   for (const Child& child : children) {
     const std::vector<std::uint8_t> entry = Entry(keywords_[child.keyword], 8);
-    if (block.size() != 0 && block.size() + entry.size() + kTail > kBlockSize) {
+    if (block.Size() != 0 && block.Size() + entry.size() + kTail > kBlockSize) {
       CloseBlock(&block, entries);
     }
-    if (block.size() == 0) {
+    if (block.Size() == 0) {
       // The first child of a block needs no entry: it is the leftmost.
       level.push_back({child.keyword, static_cast<std::uint32_t>(blocks_.size())});
       block.Put32(0);

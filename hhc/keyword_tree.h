@@ -32,7 +32,7 @@ class KeywordTree {
   // gets the topic too.
   void AddJoined(std::string_view keyword, std::uint32_t topic);
 
-  bool empty() const { return nodes_.empty(); }
+  bool Empty() const { return nodes_.empty(); }
 
   // All keywords in the order of the index. Those whose joined text is longer than an index can
   // hold are left out, with all below them, and counted in `*too_long`.

@@ -119,10 +119,10 @@ void PageLoader::Load(Job* job, WordCollector* collector) {
   if (job->kind == FileKind::kOther) return;
   if (auto utf8 = Utf16AsUtf8(result.bytes)) result.decoded = std::move(*utf8);
   if (job->kind == FileKind::kPage) {
-    result.page = ScanPage(result.text(), code_page_, words_ ? collector : nullptr);
+    result.page = ScanPage(result.Text(), code_page_, words_ ? collector : nullptr);
     if (words_) result.words = collector->Finish();
   } else {
-    for (const CssLink& link : FindCssLinks(result.text())) {
+    for (const CssLink& link : FindCssLinks(result.Text())) {
       result.links.push_back({LinkKind::kPart, std::string(link.address), link.offset});
     }
   }

@@ -35,7 +35,7 @@ struct LoadedFile {
   std::vector<PageLink> links;       // of a style sheet
 
   // What the offsets of links and tags count in.
-  std::string_view text() const { return decoded.empty() ? bytes : decoded; }
+  std::string_view Text() const { return decoded.empty() ? bytes : decoded; }
 };
 
 // Files come out of Take in the order in which they went into Submit. What waits to be taken is
@@ -51,7 +51,7 @@ class PageLoader {
   void Submit(std::string disk_path, FileKind kind);
 
   // Files submitted and not yet taken.
-  std::size_t waiting() const { return waiting_; }
+  std::size_t Waiting() const { return waiting_; }
 
   // Waits for the oldest submitted file. There must be one.
   LoadedFile Take();

@@ -98,9 +98,9 @@ void Scanner::RawWords(const HtmlToken& token, bool is_title) {
   if (token.Is("xmp")) {
     text_->AddPlain(token.content);
   } else if (token.Is("title") || token.Is("textarea")) {
-    text_->set_in_title(is_title);
+    text_->SetInTitle(is_title);
     text_->Add(token.content);
-    text_->set_in_title(false);
+    text_->SetInTitle(false);
     text_->Break();  // a title that is never closed has no end tag to do so
   }
 }

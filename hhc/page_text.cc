@@ -14,7 +14,7 @@ PageText::PageText(int page_code_page, int project_code_page, WordCollector* wor
       breaker_(project_code_page, words) {}
 
 void PageText::Add(std::string_view content) {
-  breaker_.set_in_title(in_title_);
+  breaker_.SetInTitle(in_title_);
   while (!content.empty()) {
     const std::size_t ampersand = content.find('&');
     AddBytes(content.substr(0, ampersand));
@@ -33,7 +33,7 @@ void PageText::Add(std::string_view content) {
 }
 
 void PageText::AddPlain(std::string_view content) {
-  breaker_.set_in_title(in_title_);
+  breaker_.SetInTitle(in_title_);
   AddBytes(content);
 }
 

@@ -24,7 +24,7 @@ class PageText {
   void Break() { breaker_.Break(); }
 
   // Whether the words from here on stand in the title.
-  void set_in_title(bool in_title) { in_title_ = in_title; }
+  void SetInTitle(bool in_title) { in_title_ = in_title; }
 
  private:
   void AddBytes(std::string_view bytes);

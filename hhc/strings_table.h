@@ -28,7 +28,7 @@ class StringsTable {
   // The same, but a string that Share() got before keeps its place.
   std::uint32_t Share(std::string_view text);
 
-  const std::vector<std::uint8_t>& bytes() const { return out_.bytes(); }
+  const std::vector<std::uint8_t>& Bytes() const { return out_.Bytes(); }
 
  private:
   ByteWriter out_;

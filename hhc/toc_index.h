@@ -31,12 +31,12 @@ class TocIndex {
   explicit TocIndex(std::vector<TocNode> nodes);
 
   // The numbers of the nodes, breadth first: siblings stand together, the top level first.
-  const std::vector<std::size_t>& breadth_first() const { return order_; }
+  const std::vector<std::size_t>& BreadthFirst() const { return order_; }
 
   // The offset of a node's entry in #TOCIDX.
   std::uint32_t EntryOffset(std::size_t node) const { return offsets_[node]; }
 
-  TocNode& node(std::size_t number) { return nodes_[number]; }
+  TocNode& Node(std::size_t number) { return nodes_[number]; }
 
   std::vector<std::uint8_t> Write() const;
 

@@ -21,15 +21,15 @@ std::uint32_t UrlEntryOffset(std::size_t index) {
 
 // Starts a page when `size` more bytes would cross into it.
 void KeepOnPage(std::size_t size, ByteWriter* out) {
-  const std::size_t left = kStreamPage - out->size() % kStreamPage;
-  if (size > left) out->PadTo(out->size() + left);
+  const std::size_t left = kStreamPage - out->Size() % kStreamPage;
+  if (size > left) out->PadTo(out->Size() + left);
 }
 
 std::uint32_t PutLooseString(std::string_view text, ByteWriter* out) {
   if (text.empty()) return 0;
   text = text.substr(0, kStreamPage - 1);
   KeepOnPage(text.size() + 1, out);
-  const auto offset = static_cast<std::uint32_t>(out->size());
+  const auto offset = static_cast<std::uint32_t>(out->Size());
   out->PutText(text);
   out->Put8(0);
   return offset;
@@ -78,7 +78,7 @@ TopicStreams TopicTable::Write() const {
     const std::string_view address =
         std::string_view(topic.address).substr(0, kStreamPage - kFixed);
     KeepOnPage(kFixed + address.size(), &strings);
-    string_offsets[i] = static_cast<std::uint32_t>(strings.size());
+    string_offsets[i] = static_cast<std::uint32_t>(strings.Size());
     strings.Put32(web);
     strings.Put32(frame);
     strings.PutText(address);

@@ -40,9 +40,9 @@ class TopicTable {
 
   std::optional<std::uint32_t> Find(std::string_view address) const;
 
-  Topic& at(std::uint32_t number) { return topics_[number]; }
-  const Topic& at(std::uint32_t number) const { return topics_[number]; }
-  std::size_t size() const { return topics_.size(); }
+  Topic& At(std::uint32_t number) { return topics_[number]; }
+  const Topic& At(std::uint32_t number) const { return topics_[number]; }
+  std::size_t Size() const { return topics_.size(); }
 
   TopicStreams Write() const;
 

@@ -68,7 +68,7 @@ void SetRectangle(std::string_view text, std::size_t offset, ByteWriter* out) {
 
 void WriteWindow(const ProjectWindow& window, std::uint32_t size, StringsTable* strings,
                  ByteWriter* out) {
-  const std::size_t start = out->size();
+  const std::size_t start = out->Size();
   out->PadTo(start + size);
   out->Set32(start, size);
   out->Set32(start + kName, strings->Share(window.name));

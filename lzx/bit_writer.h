@@ -43,10 +43,10 @@ class BitWriter {
   }
 
   // Bytes written so far; exact on a word boundary only.
-  std::size_t size() const { return static_cast<std::size_t>(next_ - start_); }
+  std::size_t Size() const { return static_cast<std::size_t>(next_ - start_); }
 
   // True when the next bit starts a word.
-  bool aligned() const { return pending_ % 16 == 0; }
+  bool Aligned() const { return pending_ % 16 == 0; }
 
  private:
   void StoreWord(std::uint16_t word) {

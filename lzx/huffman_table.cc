@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "lzx/lzx_constants.h"
+#include "lzx/constants.h"
 
 namespace scrivo {
 namespace {

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "lzx/lzx_constants.h"
+#include "lzx/constants.h"
 
 namespace scrivo {
 

@@ -227,7 +227,7 @@ std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
     } else {
       std::string folder = actual;
       if (!folder.empty()) folder.pop_back();
-      const Folder& listing = ListOnce(folder);
+      const Listing& listing = ListOnce(folder);
       const auto found = listing.by_name.find(FoldedName(part));
       if (found == listing.by_name.end() || found->second.is_folder == last) return std::nullopt;
       actual += found->second.name;
@@ -242,7 +242,7 @@ std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
   return actual;
 }
 
-const ProjectTree::Folder& ProjectTree::ListOnce(const std::string& folder) {
+const ProjectTree::Listing& ProjectTree::ListOnce(const std::string& folder) {
   const auto [known, added] = folders_.try_emplace(folder);
   if (!added) return known->second;
   std::vector<SourceEntry> entries = files_.List(DiskPath(folder));

@@ -57,17 +57,17 @@ class ProjectTree {
   // The files that match a name with "*" or "?" in its last part, in order of their names.
   std::vector<FoundFile> FindMatching(std::string_view pattern);
 
-  const std::string& folder() const { return folder_; }
+  const std::string& Folder() const { return folder_; }
 
  private:
-  struct Folder {
+  struct Listing {
     std::unordered_map<std::string, SourceEntry> by_name;  // by lower-case name
   };
 
   std::optional<FoundFile> FindPath(const std::string& path);
   std::optional<FoundFile> FindFull(const std::string& path);
   std::optional<std::string> OnDisk(const std::string& path);
-  const Folder& ListOnce(const std::string& folder);
+  const Listing& ListOnce(const std::string& folder);
   std::string DiskPath(const std::string& path) const;
   std::vector<std::string> Spellings(std::string_view name, int code_page) const;
 
@@ -75,7 +75,7 @@ class ProjectTree {
   std::string folder_;
   int code_page_;
   bool flat_;
-  std::unordered_map<std::string, Folder> folders_;  // by path relative to the project's folder
+  std::unordered_map<std::string, Listing> folders_;  // by path relative to the project's folder
   std::unordered_map<std::string, std::optional<std::string>> on_disk_;
 };
 

@@ -69,7 +69,7 @@ void Postings::AddPage(std::uint32_t topic, const PageWords& words) {
     Append(&term, rest.substr(0, bytes));
     rest.remove_prefix(bytes);
   }
-  if (space_ != nullptr && MemoryUsed() > space_->memory()) Spill();
+  if (space_ != nullptr && MemoryUsed() > space_->Memory()) Spill();
 }
 
 std::uint32_t Postings::FindOrAdd(std::string_view word, bool in_title) {

@@ -48,11 +48,11 @@ class Postings {
   // Call it once, after the last AddPage: what follows is for afterwards.
   void Finish();
 
-  std::uint32_t pages() const { return pages_; }
-  std::uint32_t last_topic() const { return last_topic_; }
-  const BitLengths& topic_bits() const { return topic_bits_; }
-  const BitLengths& count_bits() const { return count_bits_; }
-  const BitLengths& position_bits() const { return position_bits_; }
+  std::uint32_t Pages() const { return pages_; }
+  std::uint32_t LastTopic() const { return last_topic_; }
+  const BitLengths& TopicBits() const { return topic_bits_; }
+  const BitLengths& CountBits() const { return count_bits_; }
+  const BitLengths& PositionBits() const { return position_bits_; }
 
   // Hands out word after word in the order of the index: by bytes, body before title; false when
   // there are no more.

@@ -48,7 +48,7 @@ class WordBreaker {
   // double-byte character is a word of its own.
   WordBreaker(int code_page, WordCollector* words);
 
-  void set_in_title(bool in_title) { in_title_ = in_title; }
+  void SetInTitle(bool in_title) { in_title_ = in_title; }
 
   void Text(std::string_view bytes);
   void Byte(unsigned char byte);

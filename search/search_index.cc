@@ -34,9 +34,9 @@ class IndexWriter {
   IndexWriter(Postings* postings, std::uint32_t language, SpilledBytes* out)
       : postings_(*postings),
         language_(language),
-        topic_root_(BestRootSize(postings->topic_bits())),
-        count_root_(BestRootSize(postings->count_bits())),
-        position_root_(BestRootSize(postings->position_bits())),
+        topic_root_(BestRootSize(postings->TopicBits())),
+        count_root_(BestRootSize(postings->CountBits())),
+        position_root_(BestRootSize(postings->PositionBits())),
         out_(*out) {}
 
   SearchIndexStatus Write();
@@ -79,11 +79,11 @@ class IndexWriter {
 
 SearchIndexStatus IndexWriter::Write() {
   WordPostings word;
-  while (postings_.Next(&word) && out_.good()) {
-    if (out_.size() == 0) out_.PadTo(kHeaderSize);
+  while (postings_.Next(&word) && out_.Good()) {
+    if (out_.Size() == 0) out_.PadTo(kHeaderSize);
     AddWord(word);
     // With room for the index nodes: there is one for sixteen leaves at the very most.
-    if (out_.size() + leaves_.size() / 16 * kNodeSize > kLargest)
+    if (out_.Size() + leaves_.size() / 16 * kNodeSize > kLargest)
       return SearchIndexStatus::kTooLarge;
   }
   if (leaf_.empty()) return SearchIndexStatus::kOk;
@@ -100,11 +100,11 @@ SearchIndexStatus IndexWriter::Write() {
 
 void IndexWriter::AddWord(const WordPostings& word) {
   EncodeList(word);
-  const auto list_offset = static_cast<std::uint32_t>(out_.size());
+  const auto list_offset = static_cast<std::uint32_t>(out_.Size());
   std::string entry = Entry(word, last_word_, list_offset);
   if (!leaf_.empty() && kLeafHead + leaf_.size() + entry.size() > kNodeSize - kLeafReserve) {
     CloseLeaf();
-    entry = Entry(word, "", static_cast<std::uint32_t>(out_.size()));
+    entry = Entry(word, "", static_cast<std::uint32_t>(out_.Size()));
   }
   out_.Put(list_);
   leaf_ += entry;
@@ -163,7 +163,7 @@ std::string IndexWriter::Entry(const WordPostings& word, std::string_view previo
 }
 
 void IndexWriter::CloseLeaf() {
-  const std::uint64_t offset = out_.size();
+  const std::uint64_t offset = out_.Size();
   if (!leaves_.empty()) out_.Set32(last_leaf_, static_cast<std::uint32_t>(offset));
   const std::size_t free = kNodeSize - kLeafHead - leaf_.size();
   out_.Put32(0);
@@ -180,7 +180,7 @@ void IndexWriter::CloseLeaf() {
 
 void IndexWriter::CloseIndexNode(std::string* node) {
   const std::size_t free = kNodeSize - kIndexHead - node->size();
-  const std::uint64_t offset = out_.size();
+  const std::uint64_t offset = out_.Size();
   out_.Put16(static_cast<std::uint16_t>(free));
   out_.Put(*node);
   out_.PadTo(offset + kNodeSize);
@@ -192,7 +192,7 @@ std::vector<IndexWriter::Child> IndexWriter::IndexLevel(const std::vector<Child>
   std::vector<Child> level;
   std::string node, previous;
   const auto close = [&] {
-    level.push_back({previous, static_cast<std::uint32_t>(out_.size())});
+    level.push_back({previous, static_cast<std::uint32_t>(out_.Size())});
     CloseIndexNode(&node);
     previous.clear();
   };
@@ -216,7 +216,7 @@ std::vector<IndexWriter::Child> IndexWriter::IndexLevel(const std::vector<Child>
 
 void IndexWriter::Header(std::uint32_t root, std::size_t depth) {
   out_.Set32(0x00, 0x00280000);
-  out_.Set32(0x04, postings_.pages());
+  out_.Set32(0x04, postings_.Pages());
   out_.Set32(0x08, root);
   out_.Set32(0x10, static_cast<std::uint32_t>(leaves_.size()));
   out_.Set32(0x14, root);
@@ -236,7 +236,7 @@ void IndexWriter::Header(std::uint32_t root, std::size_t depth) {
   out_.Set32(0x4E, short_length_);
   out_.Set32(0x52, entry_length_);
   out_.Set32(0x56, unused_);
-  out_.Set32(0x5E, postings_.last_topic());
+  out_.Set32(0x5E, postings_.LastTopic());
   out_.Set32(0x7A, static_cast<std::uint32_t>(CodePageOfLanguage(language_)));
   out_.Set32(0x7E, language_);
 }
@@ -246,7 +246,7 @@ void IndexWriter::Header(std::uint32_t root, std::size_t depth) {
 SearchIndexStatus WriteSearchIndex(Postings* postings, std::uint32_t language, SpilledBytes* out) {
   postings->Finish();
   const SearchIndexStatus status = IndexWriter(postings, language, out).Write();
-  return out->good() ? status : SearchIndexStatus::kNoSpace;
+  return out->Good() ? status : SearchIndexStatus::kNoSpace;
 }
 
 }  // namespace scrivo

@@ -82,7 +82,7 @@ void PutStopList(const std::vector<std::string>& stop_words, ByteWriter* out) {
   for (const std::string& word : stop_words) length += 2 + static_cast<std::uint32_t>(word.size());
   out->Put32(0x00282222);
   out->Put32(length);
-  out->PadTo(out->size() + 32);
+  out->PadTo(out->Size() + 32);
   for (const std::string& word : stop_words) {
     out->Put16(static_cast<std::uint16_t>(word.size()));
     out->PutText(word);
@@ -108,7 +108,7 @@ std::vector<std::uint8_t> Breaker(std::uint32_t language, std::uint32_t code_pag
   out.Put16(0x100);
   out.Put16(static_cast<std::uint16_t>(ligatures));
   out.Put16(3);
-  out.PadTo(out.size() + kReserved);
+  out.PadTo(out.Size() + kReserved);
   PutCharacters(&out);
   for (std::size_t i = 0; i < ligatures; ++i) {
     out.Put8(kSearchLigatures[i].byte);

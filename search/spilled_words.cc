@@ -25,7 +25,7 @@ std::span<const std::uint8_t> AsBytes(std::string_view text) {
 
 void SpilledWords::StartRun() {
   runs_.emplace_back();
-  runs_.back().start = space_.size();
+  runs_.back().start = space_.Size();
 }
 
 void SpilledWords::Flush() {
@@ -50,7 +50,7 @@ void SpilledWords::Add(const SpilledWord& word, std::string_view list) {
 void SpilledWords::EndRun() {
   Flush();
   out_.shrink_to_fit();
-  runs_.back().end = space_.size();
+  runs_.back().end = space_.Size();
 }
 
 void SpilledWords::StartMerge() {
@@ -70,7 +70,7 @@ void SpilledWords::Read(Run* run, std::size_t count, std::string* out) {
     if (run->used == run->buffer.size()) {
       const auto size =
           static_cast<std::size_t>(std::min<std::uint64_t>(kReadBuffer, run->end - run->next));
-      if (size == 0 || !space_.good()) {
+      if (size == 0 || !space_.Good()) {
         out->append(count, '\0');  // only behind a failure
         return;
       }
@@ -95,7 +95,7 @@ void SpilledWords::Skip(Run* run, std::uint64_t count) {
 void SpilledWords::ReadHead(Run* run) {
   Skip(run, run->list_left);
   run->list_left = 0;
-  run->has_head = space_.good() && run->next - (run->buffer.size() - run->used) < run->end;
+  run->has_head = space_.Good() && run->next - (run->buffer.size() - run->used) < run->end;
   if (!run->has_head) return;
   Numbers numbers;
   std::string bytes;

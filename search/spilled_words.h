@@ -36,7 +36,7 @@ class SpilledWords {
   void Add(const SpilledWord& word, std::string_view list);
   void EndRun();
 
-  std::size_t runs() const { return runs_.size(); }
+  std::size_t Runs() const { return runs_.size(); }
 
   // Makes ready to hand out the words from the first on. After the last run; may be called again.
   void StartMerge();

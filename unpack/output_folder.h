@@ -38,7 +38,7 @@ class OutputFolder {
   virtual ~OutputFolder() = default;
 
   // Which names the folder can hold.
-  virtual NameRules rules() const = 0;
+  virtual NameRules Rules() const = 0;
 
   // Makes a file with that content, and the folders that it needs; replaces a file of that name.
   // A file that could not be written whole is removed.

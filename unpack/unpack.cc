@@ -72,7 +72,7 @@ class Unpacker {
       : reader_(reader),
         folder_(folder),
         files_(files),
-        section_(reader.compressed()),
+        section_(reader.Compressed()),
         queue_(files, section_ != nullptr ? section_->interval : kLzxUsualInterval,
                section_ != nullptr ? section_->starts.size() : 0, split.run),
         threads_(split.threads),
@@ -147,7 +147,7 @@ UnpackResult Unpacker::Run(UnpackListener& listener) {
 void Unpacker::Work(UnpackListener* listener) {
   try {
     Worker worker;
-    if (section_ != nullptr) worker.decoder.emplace(reader_.source(), *section_);
+    if (section_ != nullptr) worker.decoder.emplace(reader_.Source(), *section_);
     while (const auto job = queue_.Next()) {
       Do(*job, &worker);
       if (listener != nullptr) {
@@ -177,7 +177,7 @@ void Unpacker::CopyPlain(std::size_t file, Worker* worker) {
   do {
     worker->buffer.resize(
         static_cast<std::size_t>(std::min<std::uint64_t>(entry->length - at, kPiece)));
-    if (!reader_.source().ReadAt(reader_.content_offset() + entry->offset + at, worker->buffer)) {
+    if (!reader_.Source().ReadAt(reader_.ContentOffset() + entry->offset + at, worker->buffer)) {
       if (at != 0) folder_.Remove(path);
       return Finish(file, FileState::kUnreadable);
     }
@@ -314,9 +314,9 @@ UnpackResult Unpack(const ChmReader& reader, OutputFolder& folder, const UnpackO
                     UnpackListener& listener) {
   Problems problems;
   const std::vector<PlannedFile> files =
-      PlanUnpacking(reader, folder.rules(), options.internal, &problems);
+      PlanUnpacking(reader, folder.Rules(), options.internal, &problems);
   for (const Problem& problem : problems) listener.OnProblem(problem);
-  Unpacker unpacker(reader, folder, files, SplitWork(reader.compressed(), options.threads));
+  Unpacker unpacker(reader, folder, files, SplitWork(reader.Compressed(), options.threads));
   UnpackResult result = unpacker.Run(listener);
   result.problems += problems.size();
   return result;

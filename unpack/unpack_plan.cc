@@ -68,7 +68,7 @@ std::vector<PlannedFile> PlanUnpacking(const ChmReader& reader, NameRules rules,
                                        Problems* problems) {
   std::vector<PlannedFile> files;
   TakenPaths taken;
-  for (const Entry& entry : reader.entries()) {
+  for (const Entry& entry : reader.Entries()) {
     if (!IsWanted(entry, internal)) continue;
     if (const auto problem = reader.Check(entry)) {
       problems->push_back({*problem, entry.section, 0, std::string(entry.name)});

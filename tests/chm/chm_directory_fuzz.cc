@@ -20,8 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const Problem& problem : problems) Describe(problem);
   if (!directory) return 0;
   // An entry takes at least five bytes, and every name is found again.
-  if (directory->entries().size() > size / 5) std::abort();
-  for (const Entry& entry : directory->entries()) {
+  if (directory->Entries().size() > size / 5) std::abort();
+  for (const Entry& entry : directory->Entries()) {
     const Entry* found = directory->Find(entry.name);
     if (found == nullptr || CompareNames(found->name, entry.name) != 0) std::abort();
   }

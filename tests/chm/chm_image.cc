@@ -6,7 +6,7 @@
 #include <cctype>
 
 #include "chm/container_format.h"
-#include "lzx/lzx_constants.h"
+#include "lzx/constants.h"
 
 namespace scrivo {
 namespace {

@@ -50,7 +50,7 @@ TEST(ChmReaderTest, ListsEntriesInTheOrderOfTheDirectory) {
       OpenImage(ChmImage({{"/b.htm", "bb"}, {"/A.htm", "a"}, {"/#SYSTEM", "s", 0}}));
   ASSERT_NE(reader, nullptr);
   std::vector<std::string> names;
-  for (const Entry& entry : reader->entries()) {
+  for (const Entry& entry : reader->Entries()) {
     if (!entry.name.starts_with("::")) names.emplace_back(entry.name);
   }
   EXPECT_EQ(names, (std::vector<std::string>{"/", "/#SYSTEM", "/A.htm", "/b.htm"}));

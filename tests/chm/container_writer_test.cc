@@ -29,7 +29,7 @@ Bytes Write(const std::vector<Input>& inputs, const ContainerOptions& options = 
   writer.AddPlain("/#SYSTEM", ToBytes("system"));
   writer.AddPlain("/#ITBITS", {});
   EXPECT_EQ(writer.Finish(), ContainerStatus::kOk);
-  EXPECT_EQ(writer.file_size(), store.bytes.size());
+  EXPECT_EQ(writer.FileSize(), store.bytes.size());
   return store.bytes;
 }
 
@@ -55,7 +55,7 @@ void ExpectReadable(const Bytes& file, const std::vector<Input>& inputs) {
 std::vector<std::string> Names(const Bytes& file) {
   std::vector<std::string> names;
   const auto reader = Open(file);
-  for (const Entry& entry : reader->entries()) names.emplace_back(entry.name);
+  for (const Entry& entry : reader->Entries()) names.emplace_back(entry.name);
   return names;
 }
 
@@ -117,7 +117,7 @@ TEST(ContainerWriterTest, OrdersTheUncompressedSectionAsTheOriginalDoes) {
   const auto names_by_offset = [](const Bytes& file) {
     const auto reader = Open(file);
     std::vector<std::pair<std::uint64_t, std::string>> placed;
-    for (const Entry& entry : reader->entries()) {
+    for (const Entry& entry : reader->Entries()) {
       if (entry.section == kSectionUncompressed && entry.length > 0) {
         placed.emplace_back(entry.offset, entry.name);
       }
@@ -402,7 +402,7 @@ TEST(ContainerWriterTest, RefusesANameTwiceInAnyCase) {
   writer.AddCompressed("/a.htm", ToBytes("2"));
   writer.AddCompressed("/index.HTM", ToBytes("3"));
   EXPECT_EQ(writer.Finish(), ContainerStatus::kDuplicateName);
-  EXPECT_EQ(CompareNames(writer.bad_name(), "/index.htm"), 0);
+  EXPECT_EQ(CompareNames(writer.BadName(), "/index.htm"), 0);
 }
 
 TEST(ContainerWriterTest, RefusesNamesThatDoNotFit) {
@@ -410,8 +410,8 @@ TEST(ContainerWriterTest, RefusesNamesThatDoNotFit) {
     MemoryStore store;
     ContainerWriter writer(store, {});
     writer.AddCompressed(std::string(size, 'x'), ToBytes("1"));
-    EXPECT_EQ(writer.status(), ContainerStatus::kBadName);
-    EXPECT_EQ(writer.bad_name().size(), size);
+    EXPECT_EQ(writer.Status(), ContainerStatus::kBadName);
+    EXPECT_EQ(writer.BadName().size(), size);
     EXPECT_EQ(writer.Finish(), ContainerStatus::kBadName);
   }
 }

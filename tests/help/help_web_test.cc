@@ -32,7 +32,7 @@ class HelpWebTest : public testing::Test {
 
   // The items of the contents or index file, which has a name of its own at every compile.
   std::vector<SitemapItem> Items(const std::string& extension) {
-    for (const Entry& entry : reader->entries()) {
+    for (const Entry& entry : reader->Entries()) {
       if (!std::string(entry.name).ends_with(extension)) continue;
       const auto bytes = reader->ReadWhole(entry);
       if (!bytes) continue;

@@ -33,7 +33,7 @@ TEST(AutoContents, NestsHeadingsByTheirLevel) {
 TEST(AutoContents, LeavesOutDeeperAndEmptyHeadings) {
   AutoContents contents(2);
   contents.AddPage("a.htm", {{3, "deep", ""}, {1, "", ""}});
-  EXPECT_TRUE(contents.empty());
+  EXPECT_TRUE(contents.Empty());
   contents.AddPage("b.htm", {{3, "deep", ""}, {2, "B", "b"}});
   EXPECT_EQ(Items(contents), Texts{"0 B -> b.htm"});
 }

@@ -89,7 +89,7 @@ std::optional<std::string> InternalStreams::Bytes(const std::string& name) const
 
 std::vector<std::string> InternalStreams::Names() const {
   std::vector<std::string> names;
-  for (const Entry& entry : reader_->entries()) names.emplace_back(entry.name);
+  for (const Entry& entry : reader_->Entries()) names.emplace_back(entry.name);
   return names;
 }
 

@@ -25,7 +25,7 @@ TEST(StringsTable, StartsWithTheEmptyStringAndSharesOnRequest) {
   EXPECT_EQ(strings.Share("ab"), 1u);
   EXPECT_EQ(strings.Share("ab"), 1u);
   EXPECT_EQ(strings.Add("ab"), 4u);
-  EXPECT_EQ(std::string(strings.bytes().begin(), strings.bytes().end()),
+  EXPECT_EQ(std::string(strings.Bytes().begin(), strings.Bytes().end()),
             std::string("\0ab\0ab\0", 7));
 }
 
@@ -35,7 +35,7 @@ TEST(StringsTable, KeepsStringsOnOnePage) {
   EXPECT_EQ(strings.Add(std::string(93, 'b')), 4002u);
   EXPECT_EQ(strings.Add("c"), 4096u);
   strings.Add(std::string(9000, 'd'));
-  EXPECT_EQ(strings.bytes().size(), 3 * 4096u);
+  EXPECT_EQ(strings.Bytes().size(), 3 * 4096u);
 }
 
 TEST(AddressHash, GivesTheHashesOfRealFiles) {
@@ -51,8 +51,8 @@ TEST(TopicTable, TakesAddressesInAnyCaseAsOneTopic) {
   EXPECT_EQ(topics.Add("A.htm"), 0u);
   EXPECT_EQ(topics.Add("b.htm#x"), 1u);
   EXPECT_EQ(topics.Add("a.HTM"), 0u);
-  EXPECT_EQ(topics.at(0).address, "A.htm");
-  EXPECT_FALSE(topics.at(1).is_file);
+  EXPECT_EQ(topics.At(0).address, "A.htm");
+  EXPECT_FALSE(topics.At(1).is_file);
   EXPECT_EQ(topics.Find("a.htm"), 0u);
   EXPECT_FALSE(topics.Find("c.htm"));
 }
@@ -67,17 +67,17 @@ TEST(TopicTable, SortsUrlsByHashInPagesOf341) {
   for (std::uint32_t i = 0; i < 700; ++i) {
     const std::uint32_t url = Dword(streams.topics, i * 16 + 8);
     EXPECT_EQ(Dword(streams.url_table, url + 4), i);
-    EXPECT_EQ(Dword(streams.url_table, url), AddressHash(topics.at(i).address));
+    EXPECT_EQ(Dword(streams.url_table, url), AddressHash(topics.At(i).address));
     const std::uint32_t text = Dword(streams.url_table, url + 8);
     EXPECT_STREQ(reinterpret_cast<const char*>(streams.url_strings.data() + text + 8),
-                 topics.at(i).address.c_str());
-    EXPECT_EQ(text / 4096, (text + 9 + topics.at(i).address.size() - 1) / 4096);
+                 topics.At(i).address.c_str());
+    EXPECT_EQ(text / 4096, (text + 9 + topics.At(i).address.size() - 1) / 4096);
   }
 }
 
 TEST(TopicTable, PutsWebAddressesBeforeTheEntryThatUsesThem) {
   TopicTable topics;
-  topics.at(topics.Add("a.htm")).web_address = "http://x/";
+  topics.At(topics.Add("a.htm")).web_address = "http://x/";
   const TopicStreams streams = topics.Write();
   EXPECT_EQ(Dword(streams.url_strings, 11), 1u);
   EXPECT_STREQ(reinterpret_cast<const char*>(streams.url_strings.data() + 1), "http://x/");
@@ -87,7 +87,7 @@ TocNode Node(int level, std::uint32_t topic) { return {level, topic, 0, false}; 
 
 TEST(TocIndex, NumbersEntriesBreadthFirst) {
   const TocIndex tree({Node(0, 10), Node(1, 11), Node(2, 12), Node(0, 13), Node(1, 14)});
-  EXPECT_EQ(tree.breadth_first(), (std::vector<std::size_t>{0, 3, 1, 4, 2}));
+  EXPECT_EQ(tree.BreadthFirst(), (std::vector<std::size_t>{0, 3, 1, 4, 2}));
   EXPECT_EQ(tree.EntryOffset(0), 0x1000u);
   EXPECT_EQ(tree.EntryOffset(3), 0x101Cu);
   EXPECT_EQ(tree.EntryOffset(1), 0x1038u);
@@ -124,9 +124,9 @@ TEST(TocIndex, StandsAnyLevelsAndAnEmptyOne) {
   EXPECT_EQ(TocIndex({}).Write().size(), 0x1000u);
   std::vector<TocNode> nodes;
   for (int i = 0; i < 50000; ++i) nodes.push_back(Node(i, 0));
-  EXPECT_EQ(TocIndex(std::move(nodes)).breadth_first().size(), 50000u);
+  EXPECT_EQ(TocIndex(std::move(nodes)).BreadthFirst().size(), 50000u);
   const TocIndex jump({Node(7, 0), Node(-3, 1)});
-  EXPECT_EQ(jump.breadth_first().size(), 2u);
+  EXPECT_EQ(jump.BreadthFirst().size(), 2u);
 }
 
 TEST(WriteWindows, WritesTheExampleOfARealProject) {
@@ -144,7 +144,7 @@ TEST(WriteWindows, WritesTheExampleOfARealProject) {
   EXPECT_EQ(Dword(bytes, 8 + 0x2C), 705u);
   EXPECT_EQ(Dword(bytes, 8 + 0x70), 0x3006u);
   EXPECT_EQ(Dword(bytes, 8 + 0x68), Dword(bytes, 8 + 0x6C));  // the same page, one string
-  EXPECT_STREQ(reinterpret_cast<const char*>(strings.bytes().data() + Dword(bytes, 8 + 0x60)),
+  EXPECT_STREQ(reinterpret_cast<const char*>(strings.Bytes().data() + Dword(bytes, 8 + 0x60)),
                "a.hhc");
   EXPECT_EQ(WriteWindows({window}, true, &strings).size(), 8u + 0xBC);
 }
@@ -200,7 +200,7 @@ TEST(WriteSearchIndex, IsEmptyWithoutWords) {
   Postings postings;
   SpilledBytes index;
   EXPECT_EQ(WriteSearchIndex(&postings, 0x409, &index), SearchIndexStatus::kOk);
-  EXPECT_EQ(index.size(), 0u);
+  EXPECT_EQ(index.Size(), 0u);
 }
 
 }  // namespace

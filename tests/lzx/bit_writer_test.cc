@@ -12,7 +12,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 class BitWriterTest : public testing::Test {
  protected:
-  Bytes Written() const { return {buffer_.begin(), buffer_.begin() + out_.size()}; }
+  Bytes Written() const { return {buffer_.begin(), buffer_.begin() + out_.Size()}; }
 
   std::array<std::uint8_t, 64> buffer_{};
   BitWriter out_{buffer_.data()};
@@ -30,7 +30,7 @@ TEST_F(BitWriterTest, CarriesAFieldOverTheEndOfAWord) {
   out_.Put(0x7, 3);
   out_.Put(0x12345678, 32);
   out_.Put(0x1, 13);
-  EXPECT_TRUE(out_.aligned());
+  EXPECT_TRUE(out_.Aligned());
   out_.AlignToWord();
   // 111 0001001000110100 0101011001111000 0000000000001
   EXPECT_EQ(Written(), (Bytes{0x46, 0xe2, 0xcf, 0x8a, 0x01, 0x00}));
@@ -46,12 +46,12 @@ TEST_F(BitWriterTest, PutsNothingForACountOfZero) {
 
 TEST_F(BitWriterTest, FillsUpAWordWithZeroBits) {
   out_.Put(1, 1);
-  EXPECT_FALSE(out_.aligned());
+  EXPECT_FALSE(out_.Aligned());
   out_.AlignToWord();
-  EXPECT_TRUE(out_.aligned());
+  EXPECT_TRUE(out_.Aligned());
   EXPECT_EQ(Written(), (Bytes{0x00, 0x80}));
   out_.AlignToWord();
-  EXPECT_EQ(out_.size(), 2u);
+  EXPECT_EQ(out_.Size(), 2u);
 }
 
 TEST_F(BitWriterTest, AlignsFromEveryPlaceWithinTwoWords) {
@@ -59,7 +59,7 @@ TEST_F(BitWriterTest, AlignsFromEveryPlaceWithinTwoWords) {
     BitWriter out(buffer_.data());
     out.Put(0, bits);
     out.AlignToWord();
-    EXPECT_EQ(out.size(), bits <= 16 ? 2u : 4u) << bits;
+    EXPECT_EQ(out.Size(), bits <= 16 ? 2u : 4u) << bits;
   }
 }
 

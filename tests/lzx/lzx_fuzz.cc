@@ -6,8 +6,8 @@
 #include <span>
 #include <vector>
 
-#include "lzx/lzx_constants.h"
-#include "lzx/lzx_decoder.h"
+#include "lzx/constants.h"
+#include "lzx/decoder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace scrivo;

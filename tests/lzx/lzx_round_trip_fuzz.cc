@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "lzx/lzx_decoder.h"
-#include "lzx/lzx_encoder.h"
+#include "lzx/decoder.h"
+#include "lzx/encoder.h"
 
 namespace {
 

@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const std::size_t count = nodes.size();
   const TocIndex tree(std::move(nodes));
-  if (tree.breadth_first().size() != count) std::abort();
+  if (tree.BreadthFirst().size() != count) std::abort();
   tree.Write();
   std::size_t too_long = 0;
   std::vector<TruncatedKeyword> truncated;

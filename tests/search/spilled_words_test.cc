@@ -94,7 +94,7 @@ TEST(SpilledWords, MergesRunsByWordAndPassesOverListsThatAreNotTaken) {
   words.Add({"a", true, 1, 5, 5, 1, 0}, "third");
   words.Add({"c", true, 2, 5, 9, 4, 0}, std::string(700000, 'x'));
   words.EndRun();
-  EXPECT_EQ(words.runs(), 2u);
+  EXPECT_EQ(words.Runs(), 2u);
   for (int pass = 0; pass < 2; ++pass) {
     words.StartMerge();
     std::vector<std::string> found;
@@ -135,7 +135,7 @@ TEST(SpilledBytes, KeepsWhatWasPutAndReplacedWhereverItLies) {
         std::string("AB234567abcd").append(2, '\0').append("\x11\x22\x33\x44").append("end");
     const auto all = BytesOf(&bytes);
     EXPECT_EQ(std::string(all.begin(), all.end()), expected) << memory;
-    EXPECT_EQ(bytes.size(), expected.size());
+    EXPECT_EQ(bytes.Size(), expected.size());
   }
 }
 

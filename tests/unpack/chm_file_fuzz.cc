@@ -22,7 +22,7 @@ class CheckingFolder : public OutputFolder {
  public:
   explicit CheckingFolder(NameRules rules) : rules_(rules) {}
 
-  NameRules rules() const override { return rules_; }
+  NameRules Rules() const override { return rules_; }
 
   WriteResult Create(std::string_view path, std::span<const std::uint8_t>) override {
     if (path.empty() || path.find_first_of(std::string_view("\\:\0", 3)) != path.npos) std::abort();
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // Entries may overlap, so that all of them together are out of proportion to the input; such
   // input is valid, but of no use here.
   std::uint64_t total = 0;
-  for (const Entry& entry : reader->entries()) {
+  for (const Entry& entry : reader->Entries()) {
     if (!reader->Check(entry)) total += entry.length;
   }
   if (total > (8 << 20)) return 0;

@@ -27,7 +27,7 @@ class MemoryOutputFolder : public OutputFolder {
   std::map<std::string, WriteOutcome> refuse;  // what Create() answers for these paths
   std::set<std::string> break_parts;           // paths for which WritePart() fails
 
-  NameRules rules() const override { return rules_; }
+  NameRules Rules() const override { return rules_; }
 
   WriteResult Create(std::string_view path, std::span<const std::uint8_t> content) override {
     const std::lock_guard lock(mutex_);

@@ -50,7 +50,7 @@ class PosixOutputFolder : public OutputFolder {
  public:
   explicit PosixOutputFolder(Descriptor root) : root_(std::move(root)) {}
 
-  NameRules rules() const override { return NameRules::kPosix; }
+  NameRules Rules() const override { return NameRules::kPosix; }
 
   WriteResult Create(std::string_view path, std::span<const std::uint8_t> content) override {
     Place place;

@@ -55,7 +55,7 @@ class WindowsOutputFolder : public OutputFolder {
  public:
   explicit WindowsOutputFolder(std::wstring root) : root_(std::move(root)) {}
 
-  NameRules rules() const override { return NameRules::kWindows; }
+  NameRules Rules() const override { return NameRules::kWindows; }
 
   WriteResult Create(std::string_view path, std::span<const std::uint8_t> content) override {
     std::wstring name;

@@ -1,4 +1,4 @@
-#include "lzx/huffman_lengths.h"
+#include "lzx/huffman_code.h"
 
 #include <algorithm>
 #include <array>

@@ -7,19 +7,19 @@
 #include <span>
 #include <vector>
 
-#include "lzx/lzx_block.h"
-#include "lzx/lzx_token.h"
+#include "lzx/block.h"
+#include "lzx/token.h"
 
 namespace scrivo {
 
-class LzxSplitter {
+class BlockSplitter {
  public:
   // Splits a row of at least one token into blocks.
   void Split(std::span<const LzxToken> tokens);
 
   // For each block of the last Split the number of tokens up to its end; the last one is the number
   // of all tokens.
-  const std::vector<std::size_t>& ends() const { return ends_; }
+  const std::vector<std::size_t>& Ends() const { return ends_; }
 
  private:
   std::vector<std::size_t> ends_;

@@ -1,7 +1,7 @@
-#include "lzx/lzx_block.h"
+#include "lzx/block.h"
 
-#include "lzx/code_length_group.h"
-#include "lzx/huffman_lengths.h"
+#include "lzx/huffman_code.h"
+#include "lzx/pretree.h"
 
 namespace scrivo {
 namespace {
@@ -24,7 +24,7 @@ std::uint32_t FooterBits(const LzxFrequencies& frequencies) {
   for (int slot = kLzxRecentOffsets; slot < kLzxUsualSlots; ++slot) {
     for (int header = 0; header < kLzxLengthHeaders; ++header) {
       bits += frequencies.main[kLzxLiterals + slot * kLzxLengthHeaders + header] *
-              static_cast<std::uint32_t>(LzxExtraBits(slot));
+              static_cast<std::uint32_t>(LzxFooterBits(slot));
     }
   }
   return bits;
@@ -35,19 +35,19 @@ template <typename Visit>
 void VisitGroups(const LzxTreeLengths& previous, const LzxTreeLengths& lengths, Visit visit) {
   const std::span old_main(previous.main);
   const std::span main(lengths.main);
-  visit(CodeLengthGroup(old_main.first(kLzxLiterals), main.first(kLzxLiterals)));
-  visit(CodeLengthGroup(old_main.subspan(kLzxLiterals), main.subspan(kLzxLiterals)));
-  visit(CodeLengthGroup(previous.length, lengths.length));
+  visit(PretreeCode(old_main.first(kLzxLiterals), main.first(kLzxLiterals)));
+  visit(PretreeCode(old_main.subspan(kLzxLiterals), main.subspan(kLzxLiterals)));
+  visit(PretreeCode(previous.length, lengths.length));
 }
 
 }  // namespace
 
 void LzxFrequencies::Count(std::span<const LzxToken> tokens) {
   for (const LzxToken token : tokens) {
-    ++main[token.main_symbol()];
-    if (!token.is_match()) continue;
-    if (token.has_length_symbol()) ++length[token.length_symbol()];
-    if (LzxExtraBits(token.slot()) >= kLzxAlignedBits) ++aligned[token.footer() & kAlignedMask];
+    ++main[token.MainSymbol()];
+    if (!token.IsMatch()) continue;
+    if (token.HasLengthSymbol()) ++length[token.LengthSymbol()];
+    if (LzxFooterBits(token.Slot()) >= kLzxAlignedBits) ++aligned[token.Footer() & kAlignedMask];
   }
 }
 
@@ -70,7 +70,7 @@ LzxBlock::LzxBlock(std::span<const LzxToken> tokens, const LzxTreeLengths& previ
 
   header_bits_ = kLzxBlockTypeBits + kLzxBlockSizeBits;
   VisitGroups(previous, lengths_,
-              [this](const CodeLengthGroup& group) { header_bits_ += group.bits(); });
+              [this](const PretreeCode& group) { header_bits_ += group.Bits(); });
   token_bits_ = SymbolBits(frequencies.main, lengths_.main) +
                 SymbolBits(frequencies.length, lengths_.length) + FooterBits(frequencies);
   if (type_ == LzxBlockType::kAligned) token_bits_ = token_bits_ - plain + coded;
@@ -79,12 +79,12 @@ LzxBlock::LzxBlock(std::span<const LzxToken> tokens, const LzxTreeLengths& previ
 void LzxBlock::WriteHeader(const LzxTreeLengths& previous, BitWriter& out) const {
   out.Put(static_cast<std::uint32_t>(type_), kLzxBlockTypeBits);
   std::uint32_t size = 0;
-  for (const LzxToken token : tokens_) size += token.size();
+  for (const LzxToken token : tokens_) size += token.Size();
   out.Put(size, kLzxBlockSizeBits);
   if (type_ == LzxBlockType::kAligned) {
     for (const std::uint8_t length : aligned_lengths_) out.Put(length, kLzxAlignedLengthBits);
   }
-  VisitGroups(previous, lengths_, [&out](const CodeLengthGroup& group) { group.Write(out); });
+  VisitGroups(previous, lengths_, [&out](const PretreeCode& group) { group.Write(out); });
 }
 
 void LzxBlock::WriteTokens(std::span<const LzxToken> tokens, BitWriter& out) const {
@@ -98,19 +98,19 @@ void LzxBlock::WriteTokens(std::span<const LzxToken> tokens, BitWriter& out) con
 template <bool kIsAligned>
 void LzxBlock::WriteTokensAs(std::span<const LzxToken> tokens, BitWriter& out) const {
   for (const LzxToken token : tokens) {
-    const std::uint32_t symbol = token.main_symbol();
+    const std::uint32_t symbol = token.MainSymbol();
     out.Put(main_codes_[symbol], lengths_.main[symbol]);
-    if (!token.is_match()) continue;
-    if (token.has_length_symbol()) {
-      out.Put(length_codes_[token.length_symbol()], lengths_.length[token.length_symbol()]);
+    if (!token.IsMatch()) continue;
+    if (token.HasLengthSymbol()) {
+      out.Put(length_codes_[token.LengthSymbol()], lengths_.length[token.LengthSymbol()]);
     }
-    const int extra = LzxExtraBits(token.slot());
+    const int extra = LzxFooterBits(token.Slot());
     if (kIsAligned && extra >= kLzxAlignedBits) {
-      const std::uint32_t low = token.footer() & kAlignedMask;
-      out.Put(token.footer() >> kLzxAlignedBits, extra - kLzxAlignedBits);
+      const std::uint32_t low = token.Footer() & kAlignedMask;
+      out.Put(token.Footer() >> kLzxAlignedBits, extra - kLzxAlignedBits);
       out.Put(aligned_codes_[low], aligned_lengths_[low]);
     } else {
-      out.Put(token.footer(), extra);
+      out.Put(token.Footer(), extra);
     }
   }
 }

@@ -27,7 +27,7 @@ enum class LzxBlockType : std::uint8_t { kVerbatim = 1, kAligned = 2, kUncompres
 inline constexpr int kLzxBlockTypeBits = 3;
 inline constexpr int kLzxBlockSizeBits = 24;
 
-// Code lengths are sent as differences through a small tree of their own.
+// Code lengths are sent as differences, coded with a small tree of their own: the pretree.
 inline constexpr int kLzxPretreeSymbols = 20;
 inline constexpr int kLzxPretreeLengthBits = 4;  // also bounds a pretree code to 15 bits
 inline constexpr int kLzxPretreeZeros = 17;      // 4 bits v: v + 4 zero lengths
@@ -61,26 +61,27 @@ inline constexpr int kLzxOffsetBias = 2;
 inline constexpr int kLzxMaxSlots = 50;
 
 // Position slots for a window of 1 << window_bits bytes; window_bits within the limits above.
-constexpr int LzxSlots(int window_bits) {
+constexpr int LzxPositionSlots(int window_bits) {
   return window_bits == 21 ? 50 : window_bits == 20 ? 42 : 2 * window_bits;
 }
-static_assert(LzxSlots(kLzxUsualWindowBits) == 32 && LzxSlots(kLzxMinWindowBits) == 30);
+static_assert(LzxPositionSlots(kLzxUsualWindowBits) == 32 &&
+              LzxPositionSlots(kLzxMinWindowBits) == 30);
 
 // Symbols of the main tree for such a window.
 constexpr int LzxMainSymbols(int window_bits) {
-  return kLzxLiterals + kLzxLengthHeaders * LzxSlots(window_bits);
+  return kLzxLiterals + kLzxLengthHeaders * LzxPositionSlots(window_bits);
 }
 inline constexpr int kLzxMaxMainSymbols = kLzxLiterals + kLzxLengthHeaders * kLzxMaxSlots;
 
-// Bits that follow a match symbol of `slot` to complete its offset.
-constexpr int LzxExtraBits(int slot) { return slot < 4 ? 0 : slot < 36 ? slot / 2 - 1 : 17; }
+// Bits of the position footer, which follows a match symbol of `slot` and completes its offset.
+constexpr int LzxFooterBits(int slot) { return slot < 4 ? 0 : slot < 36 ? slot / 2 - 1 : 17; }
 
 // The first formatted offset (distance + kLzxOffsetBias) of every slot; the last element ends the
 // last slot.
 inline constexpr std::array<std::uint32_t, kLzxMaxSlots + 1> kLzxSlotBase = [] {
   std::array<std::uint32_t, kLzxMaxSlots + 1> base{};
   for (int slot = 0; slot < kLzxMaxSlots; ++slot) {
-    base[slot + 1] = base[slot] + (std::uint32_t{1} << LzxExtraBits(slot));
+    base[slot + 1] = base[slot] + (std::uint32_t{1} << LzxFooterBits(slot));
   }
   return base;
 }();

@@ -1,4 +1,4 @@
-#include "lzx/lzx_decoder.h"
+#include "lzx/decoder.h"
 
 #include <algorithm>
 #include <cstring>
@@ -19,7 +19,7 @@ struct Slot {
 constexpr auto kSlots = [] {
   std::array<Slot, kLzxMaxSlots> slots{};
   for (int i = kLzxRecentOffsets; i < kLzxMaxSlots; ++i) {
-    slots[i] = {kLzxSlotBase[i] - kLzxOffsetBias, LzxExtraBits(i)};
+    slots[i] = {kLzxSlotBase[i] - kLzxOffsetBias, LzxFooterBits(i)};
   }
   return slots;
 }();
@@ -213,7 +213,7 @@ LzxStatus LzxDecoder::ReadLengths(BitReader& input, std::span<std::uint8_t> leng
 // Two literals and the main symbol of a match fit into the bits of one Refill(), the rest of the
 // match into those of a second one.
 static_assert(3 * kLzxMaxCodeLength <= BitReader::kRefilledBits);
-static_assert(kLzxMaxCodeLength + LzxExtraBits(kLzxMaxSlots - 1) + 7 <= BitReader::kRefilledBits);
+static_assert(kLzxMaxCodeLength + LzxFooterBits(kLzxMaxSlots - 1) + 7 <= BitReader::kRefilledBits);
 
 // Reads what `slot` needs to become a distance and brings the recent ones up to date. Returns 0
 // when the bits are no code.

@@ -1,24 +1,24 @@
 #pragma once
 
-// Cuts an LZX interval into literals and matches.
+// The first parse of an LZX interval into literals and matches, by lazy matching.
 
 #include <cstdint>
 #include <span>
 #include <vector>
 
-#include "lzx/lzx_token.h"
 #include "lzx/match_finder.h"
+#include "lzx/token.h"
 
 namespace scrivo {
 
 // Weighs matches by the bits they are expected to save, and puts a match off for one byte when the
 // next position saves more: a first parse, made without knowing what symbols will cost. It keeps
 // its tables for any number of intervals and serves one thread.
-class LzxParser {
+class LazyParser {
  public:
   // Sets `tokens` to the parse of `interval`, a whole number of frames. No match reaches past the
   // end of a frame or before the start of the interval. The recent offsets start as
-  // kLzxFirstRecentOffsets.
+  // kLzxInitialRecentOffsets.
   void Parse(std::span<const std::uint8_t> interval, std::vector<LzxToken>& tokens);
 
  private:

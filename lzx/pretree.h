@@ -1,7 +1,7 @@
 #pragma once
 
 // The code lengths of a tree (or of a part of it) as an LZX block header sends them: as
-// differences to the lengths before, in runs, through a small tree of their own.
+// differences to the lengths before, in runs, coded with a pretree.
 
 #include <array>
 #include <cstddef>
@@ -9,18 +9,18 @@
 #include <span>
 
 #include "lzx/bit_writer.h"
-#include "lzx/lzx_constants.h"
+#include "lzx/constants.h"
 
 namespace scrivo {
 
-class CodeLengthGroup {
+class PretreeCode {
  public:
   // `lengths` are the new code lengths, `previous` those of the last block of the interval (zeros
   // before the first); both of the same size, at most kMaxSize, values 0 to kLzxMaxCodeLength.
-  CodeLengthGroup(std::span<const std::uint8_t> previous, std::span<const std::uint8_t> lengths);
+  PretreeCode(std::span<const std::uint8_t> previous, std::span<const std::uint8_t> lengths);
 
   // Bits that Write will take.
-  std::uint32_t bits() const { return bits_; }
+  std::uint32_t Bits() const { return bits_; }
 
   void Write(BitWriter& out) const;
 

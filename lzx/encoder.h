@@ -7,14 +7,14 @@
 #include <span>
 #include <vector>
 
-#include "lzx/lzx_block.h"
-#include "lzx/lzx_constants.h"
-#include "lzx/lzx_costs.h"
-#include "lzx/lzx_parser.h"
-#include "lzx/lzx_path.h"
-#include "lzx/lzx_splitter.h"
-#include "lzx/lzx_token.h"
+#include "lzx/block.h"
+#include "lzx/block_splitter.h"
+#include "lzx/constants.h"
+#include "lzx/lazy_parser.h"
 #include "lzx/match_finder.h"
+#include "lzx/near_optimal_parser.h"
+#include "lzx/symbol_costs.h"
+#include "lzx/token.h"
 
 namespace scrivo {
 
@@ -50,13 +50,13 @@ class LzxEncoder {
   void TakeCosts();
 
   MatchFinder finder_;
-  LzxParser parser_;
-  LzxPath path_;
-  LzxSplitter splitter_;
+  LazyParser lazy_parser_;
+  NearOptimalParser near_optimal_parser_;
+  BlockSplitter splitter_;
   std::vector<LzxToken> tokens_;
   std::vector<LzxBlock> blocks_;
   std::vector<LzxCosts> costs_;
-  std::vector<LzxPath::Stretch> stretches_;
+  std::vector<NearOptimalParser::CostRange> cost_ranges_;
   std::vector<std::uint8_t> padded_;
 };
 

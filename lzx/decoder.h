@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <span>
 
+#include "lzx/constants.h"
 #include "lzx/huffman_table.h"
-#include "lzx/lzx_constants.h"
 
 namespace scrivo {
 

@@ -1,8 +1,8 @@
-#include "lzx/code_length_group.h"
+#include "lzx/pretree.h"
 
 #include <algorithm>
 
-#include "lzx/huffman_lengths.h"
+#include "lzx/huffman_code.h"
 
 namespace scrivo {
 namespace {
@@ -26,8 +26,8 @@ constexpr int ExtraBits(int symbol) {
 
 }  // namespace
 
-CodeLengthGroup::CodeLengthGroup(std::span<const std::uint8_t> previous,
-                                 std::span<const std::uint8_t> lengths) {
+PretreeCode::PretreeCode(std::span<const std::uint8_t> previous,
+                         std::span<const std::uint8_t> lengths) {
   std::size_t i = 0;
   while (i < lengths.size()) {
     std::size_t run = 1;
@@ -58,11 +58,11 @@ CodeLengthGroup::CodeLengthGroup(std::span<const std::uint8_t> previous,
   }
 }
 
-void CodeLengthGroup::Add(int symbol, std::size_t extra) {
+void PretreeCode::Add(int symbol, std::size_t extra) {
   items_[item_count_++] = {static_cast<std::uint8_t>(symbol), static_cast<std::uint8_t>(extra)};
 }
 
-void CodeLengthGroup::AddZeros(std::size_t count) {
+void PretreeCode::AddZeros(std::size_t count) {
   if (count <= kMaxZeros) {
     Add(kLzxPretreeZeros, count - kLzxZerosBase);
   } else {
@@ -70,7 +70,7 @@ void CodeLengthGroup::AddZeros(std::size_t count) {
   }
 }
 
-void CodeLengthGroup::Write(BitWriter& out) const {
+void PretreeCode::Write(BitWriter& out) const {
   for (const std::uint8_t length : pretree_lengths_) out.Put(length, kLzxPretreeLengthBits);
   std::array<std::uint16_t, kLzxPretreeSymbols> codes;
   CanonicalCodes(pretree_lengths_, codes);

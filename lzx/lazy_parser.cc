@@ -1,4 +1,4 @@
-#include "lzx/lzx_parser.h"
+#include "lzx/lazy_parser.h"
 
 #include <algorithm>
 
@@ -21,13 +21,13 @@ constexpr int kMatchBits = 11;  // main and length symbol of a match with an exp
 constexpr int kRecentBits = 7;
 
 int Gain(std::uint32_t length, int slot) {
-  const int cost = slot < kLzxRecentOffsets ? kRecentBits : kMatchBits + LzxExtraBits(slot);
+  const int cost = slot < kLzxRecentOffsets ? kRecentBits : kMatchBits + LzxFooterBits(slot);
   return static_cast<int>(length) * kLiteralBits - cost;
 }
 
 }  // namespace
 
-LzxParser::Candidate LzxParser::BestRecent(std::uint32_t position, std::uint32_t limit) const {
+LazyParser::Candidate LazyParser::BestRecent(std::uint32_t position, std::uint32_t limit) const {
   Candidate best;
   for (int slot = 0; slot < kLzxRecentOffsets; ++slot) {
     const std::uint32_t distance = recent_[slot];
@@ -41,7 +41,7 @@ LzxParser::Candidate LzxParser::BestRecent(std::uint32_t position, std::uint32_t
   return best;
 }
 
-LzxParser::Candidate LzxParser::BestAt(std::uint32_t position, std::uint32_t wanted) {
+LazyParser::Candidate LazyParser::BestAt(std::uint32_t position, std::uint32_t wanted) {
   const std::uint32_t frame_left =
       static_cast<std::uint32_t>(kLzxFrameSize - position % kLzxFrameSize);
   const std::uint32_t limit = std::min<std::uint32_t>(kLzxMaxMatch, frame_left);
@@ -55,14 +55,14 @@ LzxParser::Candidate LzxParser::BestAt(std::uint32_t position, std::uint32_t wan
   const Match match = finder_.Find(position, shortest, limit, depth);
   if (match.length == 0) return best;
   const auto recent = std::find(recent_.begin(), recent_.end(), match.distance);
-  const int slot = recent == recent_.end() ? LzxSlotOf(match.distance)
+  const int slot = recent == recent_.end() ? LzxPositionSlot(match.distance)
                                            : static_cast<int>(recent - recent_.begin());
   const int gain = Gain(match.length, slot);
   if (gain > best.gain) best = {match.length, match.distance, slot, gain};
   return best;
 }
 
-void LzxParser::Emit(const Candidate& match, std::vector<LzxToken>& tokens) {
+void LazyParser::Emit(const Candidate& match, std::vector<LzxToken>& tokens) {
   if (match.slot < kLzxRecentOffsets) {
     std::swap(recent_[0], recent_[match.slot]);
     tokens.push_back(LzxToken::Match(match.length, match.slot, 0));
@@ -73,9 +73,9 @@ void LzxParser::Emit(const Candidate& match, std::vector<LzxToken>& tokens) {
                                    match.distance + kLzxOffsetBias - kLzxSlotBase[match.slot]));
 }
 
-void LzxParser::Parse(std::span<const std::uint8_t> interval, std::vector<LzxToken>& tokens) {
+void LazyParser::Parse(std::span<const std::uint8_t> interval, std::vector<LzxToken>& tokens) {
   interval_ = interval;
-  recent_ = kLzxFirstRecentOffsets;
+  recent_ = kLzxInitialRecentOffsets;
   finder_.Start(interval);
   tokens.clear();
   const std::uint32_t end = static_cast<std::uint32_t>(interval.size());

@@ -1,4 +1,4 @@
-#include "lzx/compress_pipeline.h"
+#include "lzx/parallel_encoder.h"
 
 #include <algorithm>
 #include <system_error>
@@ -13,7 +13,7 @@ constexpr std::size_t kSlotsPerThread = 6;
 
 }  // namespace
 
-CompressPipeline::CompressPipeline(std::size_t interval, int threads, Consumer consumer)
+ParallelEncoder::ParallelEncoder(std::size_t interval, int threads, Consumer consumer)
     : interval_(interval),
       consumer_(std::move(consumer)),
       slots_(kSlotsPerThread * static_cast<std::size_t>(threads)) {
@@ -30,7 +30,7 @@ CompressPipeline::CompressPipeline(std::size_t interval, int threads, Consumer c
   }
 }
 
-CompressPipeline::~CompressPipeline() {
+ParallelEncoder::~ParallelEncoder() {
   {
     const std::lock_guard lock(mutex_);
     stopping_ = true;
@@ -39,7 +39,7 @@ CompressPipeline::~CompressPipeline() {
   for (std::thread& thread : threads_) thread.join();
 }
 
-void CompressPipeline::Append(std::span<const std::uint8_t> bytes) {
+void ParallelEncoder::Append(std::span<const std::uint8_t> bytes) {
   while (!bytes.empty()) {
     std::vector<std::uint8_t>& input = slots_[filling_ % slots_.size()].input;
     const std::size_t size = std::min(bytes.size(), interval_ - input.size());
@@ -49,12 +49,12 @@ void CompressPipeline::Append(std::span<const std::uint8_t> bytes) {
   }
 }
 
-void CompressPipeline::Finish() {
+void ParallelEncoder::Finish() {
   if (!slots_[filling_ % slots_.size()].input.empty()) SubmitFilling();
   while (oldest_ < filling_) ConsumeOldest();
 }
 
-void CompressPipeline::SubmitFilling() {
+void ParallelEncoder::SubmitFilling() {
   {
     const std::lock_guard lock(mutex_);
     slots_[filling_ % slots_.size()].state = Slot::State::kWaiting;
@@ -64,7 +64,7 @@ void CompressPipeline::SubmitFilling() {
   if (filling_ - oldest_ == slots_.size()) ConsumeOldest();
 }
 
-void CompressPipeline::ConsumeOldest() {
+void ParallelEncoder::ConsumeOldest() {
   Slot& slot = slots_[oldest_ % slots_.size()];
   {
     std::unique_lock lock(mutex_);
@@ -76,7 +76,7 @@ void CompressPipeline::ConsumeOldest() {
   ++oldest_;
 }
 
-void CompressPipeline::Work(LzxEncoder& encoder) {
+void ParallelEncoder::Work(LzxEncoder& encoder) {
   std::unique_lock lock(mutex_);
   for (;;) {
     work_ready_.wait(lock, [this] { return stopping_ || taken_ < submitted_; });

@@ -1,4 +1,4 @@
-#include "lzx/code_length_group.h"
+#include "lzx/pretree.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "lzx/bit_reader.h"
-#include "lzx/huffman_lengths.h"
+#include "lzx/huffman_code.h"
 
 namespace scrivo {
 namespace {
@@ -76,13 +76,13 @@ class GroupReader {
 std::size_t RoundTrip(const Lengths& previous, const Lengths& lengths) {
   std::array<std::uint8_t, 1024> buffer{};
   BitWriter out(buffer.data());
-  const CodeLengthGroup group(previous, lengths);
+  const PretreeCode group(previous, lengths);
   group.Write(out);
   out.AlignToWord();
-  const Group read = GroupReader(std::span(buffer).first(out.size()), previous).Read();
+  const Group read = GroupReader(std::span(buffer).first(out.Size()), previous).Read();
   EXPECT_EQ(read.lengths, lengths);
-  EXPECT_EQ(read.bits, group.bits());
-  return group.bits();
+  EXPECT_EQ(read.bits, group.Bits());
+  return group.Bits();
 }
 
 TEST(CodeLengthGroupTest, SendsAnEmptyTree) {

@@ -1,4 +1,4 @@
-#include "lzx/lzx_encoder.h"
+#include "lzx/encoder.h"
 
 #include <algorithm>
 #include <array>
@@ -18,15 +18,15 @@ void WriteRaw(std::span<const std::uint8_t> input, LzxInterval& result) {
   out.Put(static_cast<std::uint32_t>(LzxBlockType::kUncompressed), kLzxBlockTypeBits);
   out.Put(static_cast<std::uint32_t>(input.size()), kLzxBlockSizeBits);
   out.AlignToWord();
-  for (const std::uint32_t offset : kLzxFirstRecentOffsets) {
+  for (const std::uint32_t offset : kLzxInitialRecentOffsets) {
     out.PutBytes(std::array<std::uint8_t, 4>{static_cast<std::uint8_t>(offset), 0, 0, 0});
   }
   // The first frame includes the header.
   for (std::size_t frame = kLzxFrameSize; frame < input.size(); frame += kLzxFrameSize) {
-    result.frames.push_back(out.size() + frame);
+    result.frames.push_back(out.Size() + frame);
   }
   out.PutBytes(input);
-  result.bytes.resize(out.size());
+  result.bytes.resize(out.Size());
 }
 
 // Writes the tokens of blocks one after another, and pads at the ends of frames on the way.
@@ -39,24 +39,24 @@ class IntervalWriter {
 
   void Write(const LzxBlock& block) {
     block.WriteHeader(previous_, out_);
-    previous_ = block.lengths();
-    std::span<const LzxToken> tokens = block.tokens();
+    previous_ = block.Lengths();
+    std::span<const LzxToken> tokens = block.Tokens();
     while (!tokens.empty()) {
       const std::size_t frame_end = result_.frames.size() * kLzxFrameSize;
       std::size_t count = 0;
-      while (position_ < frame_end && count < tokens.size()) position_ += tokens[count++].size();
+      while (position_ < frame_end && count < tokens.size()) position_ += tokens[count++].Size();
       block.WriteTokens(tokens.first(count), out_);
       tokens = tokens.subspan(count);
       if (position_ == frame_end) EndFrame();
     }
   }
 
-  void Finish() { result_.bytes.resize(out_.size()); }
+  void Finish() { result_.bytes.resize(out_.Size()); }
 
  private:
   void EndFrame() {
     out_.AlignToWord();
-    if (position_ < size_) result_.frames.push_back(out_.size());
+    if (position_ < size_) result_.frames.push_back(out_.Size());
   }
 
   std::size_t size_;
@@ -77,18 +77,18 @@ LzxEncoder::LzxEncoder(std::size_t max_interval) {
 // costs that follow from its own result gains a tenth of a percent for half as much time again.
 void LzxEncoder::TakeCosts() {
   splitter_.Split(tokens_);
-  costs_.resize(std::max(costs_.size(), splitter_.ends().size()));
-  stretches_.clear();
+  costs_.resize(std::max(costs_.size(), splitter_.Ends().size()));
+  cost_ranges_.clear();
   std::uint32_t position = 0;
   std::size_t start = 0;
-  for (const std::size_t end : splitter_.ends()) {
+  for (const std::size_t end : splitter_.Ends()) {
     const std::span<const LzxToken> tokens = std::span(tokens_).subspan(start, end - start);
     LzxFrequencies frequencies;
     frequencies.Count(tokens);
-    LzxCosts& costs = costs_[stretches_.size()];
+    LzxCosts& costs = costs_[cost_ranges_.size()];
     costs.Set(frequencies);
-    stretches_.push_back({position, &costs});
-    for (const LzxToken token : tokens) position += token.size();
+    cost_ranges_.push_back({position, &costs});
+    for (const LzxToken token : tokens) position += token.Size();
     start = end;
   }
 }
@@ -104,18 +104,18 @@ void LzxEncoder::Encode(std::span<const std::uint8_t> input, LzxInterval& result
   result.bytes.resize(raw_size + BitWriter::kSlack);
   result.frames.assign(1, 0);
 
-  parser_.Parse(input, tokens_);
+  lazy_parser_.Parse(input, tokens_);
   TakeCosts();
-  path_.Find(input, finder_, stretches_, tokens_);
+  near_optimal_parser_.Parse(input, finder_, cost_ranges_, tokens_);
   splitter_.Split(tokens_);
   blocks_.clear();
   LzxTreeLengths previous;
   std::uint64_t bits = 1 + frames * kMaxFramePadding;
   std::size_t start = 0;
-  for (const std::size_t end : splitter_.ends()) {
+  for (const std::size_t end : splitter_.Ends()) {
     blocks_.emplace_back(std::span(tokens_).subspan(start, end - start), previous);
-    previous = blocks_.back().lengths();
-    bits += blocks_.back().bits();
+    previous = blocks_.back().Lengths();
+    bits += blocks_.back().Bits();
     start = end;
   }
   if (bits / 8 >= raw_size) return WriteRaw(input, result);

@@ -7,8 +7,8 @@
 #include <span>
 
 #include "lzx/bit_writer.h"
-#include "lzx/lzx_constants.h"
-#include "lzx/lzx_token.h"
+#include "lzx/constants.h"
+#include "lzx/token.h"
 
 namespace scrivo {
 
@@ -34,12 +34,12 @@ class LzxBlock {
   // block before it in the interval.
   LzxBlock(std::span<const LzxToken> tokens, const LzxTreeLengths& previous);
 
-  LzxBlockType type() const { return type_; }
-  std::span<const LzxToken> tokens() const { return tokens_; }
-  const LzxTreeLengths& lengths() const { return lengths_; }
+  LzxBlockType Type() const { return type_; }
+  std::span<const LzxToken> Tokens() const { return tokens_; }
+  const LzxTreeLengths& Lengths() const { return lengths_; }
 
   // Bits of header, trees and tokens, without padding at frame ends.
-  std::uint32_t bits() const { return header_bits_ + token_bits_; }
+  std::uint32_t Bits() const { return header_bits_ + token_bits_; }
 
   // Writes the header with the trees; `previous` as given to the constructor.
   void WriteHeader(const LzxTreeLengths& previous, BitWriter& out) const;

@@ -1,4 +1,4 @@
-#include "lzx/compress_pipeline.h"
+#include "lzx/parallel_encoder.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using Bytes = std::vector<std::uint8_t>;
 // What comes out when `input` goes in with pieces of `step` bytes.
 std::vector<Bytes> Compress(const Bytes& input, int threads, std::size_t step) {
   std::vector<Bytes> results;
-  CompressPipeline pipeline(kLzxUsualInterval, threads, [&results](const LzxInterval& interval) {
+  ParallelEncoder pipeline(kLzxUsualInterval, threads, [&results](const LzxInterval& interval) {
     results.push_back(interval.bytes);
   });
   for (std::size_t at = 0; at < input.size(); at += step) {
@@ -68,8 +68,7 @@ TEST(CompressPipelineTest, TakesAStreamThatEndsWithAnInterval) {
 TEST(CompressPipelineTest, StopsAtAnyMomentWithoutFinish) {
   int consumed = 0;
   for (const std::size_t intervals : {0, 1, 5, 60}) {
-    CompressPipeline pipeline(kLzxUsualInterval, 2,
-                              [&consumed](const LzxInterval&) { ++consumed; });
+    ParallelEncoder pipeline(kLzxUsualInterval, 2, [&consumed](const LzxInterval&) { ++consumed; });
     pipeline.Append(PageBytes(intervals * kLzxUsualInterval, 5));
   }
   EXPECT_LT(consumed, 66);

@@ -1,4 +1,4 @@
-#include "lzx/lzx_decoder.h"
+#include "lzx/decoder.h"
 
 #include <gtest/gtest.h>
 

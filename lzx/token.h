@@ -8,25 +8,25 @@
 #include <cstdint>
 #include <utility>
 
-#include "lzx/lzx_constants.h"
+#include "lzx/constants.h"
 
 namespace scrivo {
 
-inline constexpr int kLzxUsualSlots = LzxSlots(kLzxUsualWindowBits);
+inline constexpr int kLzxUsualSlots = LzxPositionSlots(kLzxUsualWindowBits);
 inline constexpr int kLzxUsualMainSymbols = LzxMainSymbols(kLzxUsualWindowBits);
 
 // The three distances that a match names at the cost of a slot alone, newest first.
 using RecentOffsets = std::array<std::uint32_t, kLzxRecentOffsets>;
-inline constexpr RecentOffsets kLzxFirstRecentOffsets = {1, 1, 1};
+inline constexpr RecentOffsets kLzxInitialRecentOffsets = {1, 1, 1};
 
 // The position slot, 3 or more, of an explicit distance (1 to kLzxMaxDistance of the window).
-constexpr int LzxSlotOf(std::uint32_t distance) {
+constexpr int LzxPositionSlot(std::uint32_t distance) {
   // Two slots for every power of two of the formatted offset: its top bit and the one below.
   const std::uint32_t formatted = distance + kLzxOffsetBias;
   const int top = std::bit_width(formatted) - 1;
   return 2 * top + static_cast<int>(formatted >> (top - 1) & 1);
 }
-static_assert(LzxSlotOf(1) == 3 && LzxSlotOf(2) == 4 && LzxSlotOf(65533) == 31);
+static_assert(LzxPositionSlot(1) == 3 && LzxPositionSlot(2) == 4 && LzxPositionSlot(65533) == 31);
 
 // One literal or match, packed: main symbol, length symbol, the bits that complete the offset.
 class LzxToken {
@@ -43,18 +43,18 @@ class LzxToken {
                     (rest - header) << kLengthShift | footer << kFooterShift);
   }
 
-  std::uint32_t main_symbol() const { return packed_ & ((1u << kLengthShift) - 1); }
-  bool is_match() const { return main_symbol() >= kLzxLiterals; }
-  bool has_length_symbol() const {
-    return is_match() && main_symbol() % kLzxLengthHeaders == kLongHeader;
+  std::uint32_t MainSymbol() const { return packed_ & ((1u << kLengthShift) - 1); }
+  bool IsMatch() const { return MainSymbol() >= kLzxLiterals; }
+  bool HasLengthSymbol() const {
+    return IsMatch() && MainSymbol() % kLzxLengthHeaders == kLongHeader;
   }
-  std::uint32_t length_symbol() const { return packed_ >> kLengthShift & 0xFF; }
-  int slot() const { return static_cast<int>(main_symbol() - kLzxLiterals) / kLzxLengthHeaders; }
-  std::uint32_t footer() const { return packed_ >> kFooterShift; }
+  std::uint32_t LengthSymbol() const { return packed_ >> kLengthShift & 0xFF; }
+  int Slot() const { return static_cast<int>(MainSymbol() - kLzxLiterals) / kLzxLengthHeaders; }
+  std::uint32_t Footer() const { return packed_ >> kFooterShift; }
 
   // Bytes of output that it stands for.
-  std::uint32_t size() const {
-    return is_match() ? main_symbol() % kLzxLengthHeaders + length_symbol() + kLzxMinMatch : 1;
+  std::uint32_t Size() const {
+    return IsMatch() ? MainSymbol() % kLzxLengthHeaders + LengthSymbol() + kLzxMinMatch : 1;
   }
 
  private:
@@ -62,7 +62,7 @@ class LzxToken {
   static constexpr int kLengthShift = 9;
   static constexpr int kFooterShift = 17;
   static_assert(kLzxUsualMainSymbols <= 1 << kLengthShift);
-  static_assert(kFooterShift + LzxExtraBits(kLzxUsualSlots - 1) <= 32);
+  static_assert(kFooterShift + LzxFooterBits(kLzxUsualSlots - 1) <= 32);
 
   explicit LzxToken(std::uint32_t packed) : packed_(packed) {}
 

@@ -1,4 +1,4 @@
-#include "lzx/lzx_encoder.h"
+#include "lzx/encoder.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "lzx/lzx_decoder.h"
+#include "lzx/decoder.h"
 #include "tests/lzx/sample_data.h"
 
 namespace scrivo {

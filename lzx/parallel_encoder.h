@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-#include "lzx/lzx_encoder.h"
+#include "lzx/encoder.h"
 
 namespace scrivo {
 
@@ -19,19 +19,19 @@ namespace scrivo {
 // from within Append and Finish, on the caller's thread, one interval after another. The result is
 // the same for any number of threads. Memory is bounded: some twenty times the interval for each
 // thread, taken by the constructor; Append waits while that is full.
-class CompressPipeline {
+class ParallelEncoder {
  public:
   using Consumer = std::function<void(const LzxInterval&)>;
 
   // `interval` is the size of an interval, as for LzxEncoder; `threads` the number of threads that
   // compress beside the caller's, 1 or more.
-  CompressPipeline(std::size_t interval, int threads, Consumer consumer);
+  ParallelEncoder(std::size_t interval, int threads, Consumer consumer);
 
   // Drops what has not come out yet and ends the threads.
-  ~CompressPipeline();
+  ~ParallelEncoder();
 
-  CompressPipeline(const CompressPipeline&) = delete;
-  CompressPipeline& operator=(const CompressPipeline&) = delete;
+  ParallelEncoder(const ParallelEncoder&) = delete;
+  ParallelEncoder& operator=(const ParallelEncoder&) = delete;
 
   void Append(std::span<const std::uint8_t> bytes);
 

@@ -1,4 +1,4 @@
-#include "lzx/lzx_path.h"
+#include "lzx/near_optimal_parser.h"
 
 #include <algorithm>
 
@@ -11,9 +11,9 @@ static_assert(kLzxMaxMatch <= kLengthMask);
 
 constexpr std::uint64_t kUnreached = ~std::uint64_t{0};
 
-// A match of this length covers the places within it: they are only looked at where another match
-// ends, or a literal that was cheaper. Shorter ones make the file little smaller and cost much
-// time.
+// A match of this length covers the positions within it: they are only looked at where another
+// match ends, or a literal that was cheaper. Shorter ones make the file little smaller and cost
+// much time.
 constexpr std::uint32_t kLongMatch = 16;
 
 constexpr int kRecentBits = 16;
@@ -22,16 +22,16 @@ constexpr std::uint64_t kRecentMask = (1u << kRecentBits) - 1;
 constexpr std::uint64_t FirstRecent() {
   std::uint64_t recent = 0;
   for (int slot = kLzxRecentOffsets; slot-- > 0;) {
-    recent = recent << kRecentBits | kLzxFirstRecentOffsets[static_cast<std::size_t>(slot)];
+    recent = recent << kRecentBits | kLzxInitialRecentOffsets[static_cast<std::size_t>(slot)];
   }
   return recent;
 }
 
 }  // namespace
 
-LzxPath::Recent LzxPath::After(Recent recent, Step step) {
-  const std::uint32_t offset = step >> kLengthBits;
-  if ((step & kLengthMask) == 1 || offset == 0) return recent;
+NearOptimalParser::Recent NearOptimalParser::After(Recent recent, Item item) {
+  const std::uint32_t offset = item >> kLengthBits;
+  if ((item & kLengthMask) == 1 || offset == 0) return recent;
   const Recent newest = recent & kRecentMask;
   const Recent second = recent >> kRecentBits & kRecentMask;
   const Recent third = recent >> 2 * kRecentBits;
@@ -40,24 +40,25 @@ LzxPath::Recent LzxPath::After(Recent recent, Step step) {
   return (offset - kLzxOffsetBias) | newest << kRecentBits | second << 2 * kRecentBits;
 }
 
-// Goes from a place on by `first` to `last` bytes, where that is cheaper than what is known.
-inline void LzxPath::Reach(std::uint32_t from, std::uint32_t first, std::uint32_t last,
-                           std::uint32_t cost, const std::uint16_t* lengths, Step offset) {
-  Way* const ways = ways_.data() + from;
+// Goes on from a position by `first` to `last` bytes, where that is cheaper than what is known.
+inline void NearOptimalParser::Reach(std::uint32_t from, std::uint32_t first, std::uint32_t last,
+                                     std::uint32_t cost, const std::uint16_t* lengths,
+                                     Item offset) {
+  Node* const nodes = nodes_.data() + from;
   for (std::uint32_t length = first; length <= last; ++length) {
-    const Way way = WayOf(cost + lengths[length], offset << kLengthBits | length);
-    ways[length] = std::min(ways[length], way);
+    const Node node = NodeOf(cost + lengths[length], offset << kLengthBits | length);
+    nodes[length] = std::min(nodes[length], node);
   }
 }
 
 // Tries the recent offsets, and gives the longest length, or 1. What one of them reaches, a later
 // one or an explicit offset seldom reaches for less.
-std::uint32_t LzxPath::TryRecent(std::uint32_t position, const LzxCosts& costs,
-                                 std::uint32_t limit) {
+std::uint32_t NearOptimalParser::TryRecent(std::uint32_t position, const LzxCosts& costs,
+                                           std::uint32_t limit) {
   const std::uint8_t* const here = interval_.data() + position;
   std::uint32_t longest = kLzxMinMatch - 1;
   Recent rest = recent_[position];
-  for (Step slot = 0; slot < kLzxRecentOffsets; ++slot, rest >>= kRecentBits) {
+  for (Item slot = 0; slot < kLzxRecentOffsets; ++slot, rest >>= kRecentBits) {
     const auto distance = static_cast<std::uint32_t>(rest & kRecentMask);
     if (distance > position || here[0] != here[-static_cast<std::ptrdiff_t>(distance)] ||
         here[1] != here[1 - static_cast<std::ptrdiff_t>(distance)]) {
@@ -65,7 +66,7 @@ std::uint32_t LzxPath::TryRecent(std::uint32_t position, const LzxCosts& costs,
     }
     const std::uint32_t length = MatchLength(here, here - distance, limit);
     if (length <= longest) continue;
-    Reach(position, longest + 1, length, CostOf(ways_[position]), costs.match[slot].data(), slot);
+    Reach(position, longest + 1, length, CostOf(nodes_[position]), costs.match[slot].data(), slot);
     longest = length;
     ends_[position + length] = 1;
   }
@@ -73,12 +74,12 @@ std::uint32_t LzxPath::TryRecent(std::uint32_t position, const LzxCosts& costs,
 }
 
 // The same with explicit offsets, for lengths above `longest`.
-std::uint32_t LzxPath::TryMatches(std::uint32_t position, const LzxCosts& costs,
-                                  std::span<const Match> matches, std::uint32_t longest) {
+std::uint32_t NearOptimalParser::TryMatches(std::uint32_t position, const LzxCosts& costs,
+                                            std::span<const Match> matches, std::uint32_t longest) {
   for (const Match match : matches) {
     if (match.length <= longest) continue;
-    const int slot = LzxSlotOf(match.distance);
-    Reach(position, longest + 1, match.length, CostOf(ways_[position]) + LzxOffsetCost(slot),
+    const int slot = LzxPositionSlot(match.distance);
+    Reach(position, longest + 1, match.length, CostOf(nodes_[position]) + LzxOffsetCost(slot),
           costs.match[static_cast<std::size_t>(slot)].data(), match.distance + kLzxOffsetBias);
     longest = match.length;
     ends_[position + match.length] = 1;
@@ -86,29 +87,29 @@ std::uint32_t LzxPath::TryMatches(std::uint32_t position, const LzxCosts& costs,
   return longest;
 }
 
-void LzxPath::Find(std::span<const std::uint8_t> interval, MatchFinder& finder,
-                   std::span<const Stretch> stretches, std::vector<LzxToken>& tokens) {
+void NearOptimalParser::Parse(std::span<const std::uint8_t> interval, MatchFinder& finder,
+                              std::span<const CostRange> ranges, std::vector<LzxToken>& tokens) {
   interval_ = interval;
   const auto end = static_cast<std::uint32_t>(interval.size());
-  ways_.assign(end + 1, kUnreached);
+  nodes_.assign(end + 1, kUnreached);
   recent_.resize(end + 1);
   ends_.assign(end + 1, 0);
-  ways_[0] = 0;
+  nodes_[0] = 0;
   finder.Start(interval);
   recent_[0] = FirstRecent();
-  std::size_t stretch = 0;
+  std::size_t range = 0;
   std::uint32_t covered = 0;  // the end of the long match that reaches furthest
   for (std::uint32_t position = 0; position < end; ++position) {
-    while (stretch + 1 < stretches.size() && position >= stretches[stretch + 1].start) ++stretch;
-    const LzxCosts& costs = *stretches[stretch].costs;
-    if (position < covered && (!ends_[position] || ways_[position] == kUnreached)) continue;
+    while (range + 1 < ranges.size() && position >= ranges[range + 1].start) ++range;
+    const LzxCosts& costs = *ranges[range].costs;
+    if (position < covered && (!ends_[position] || nodes_[position] == kUnreached)) continue;
     if (position > 0) {
-      const Step step = StepOf(ways_[position]);
-      recent_[position] = After(recent_[position - (step & kLengthMask)], step);
+      const Item item = ItemOf(nodes_[position]);
+      recent_[position] = After(recent_[position - (item & kLengthMask)], item);
     }
-    const Way literal = WayOf(CostOf(ways_[position]) + costs.literal[interval[position]], 1);
-    if (literal < ways_[position + 1]) {
-      ways_[position + 1] = literal;
+    const Node literal = NodeOf(CostOf(nodes_[position]) + costs.literal[interval[position]], 1);
+    if (literal < nodes_[position + 1]) {
+      nodes_[position + 1] = literal;
       ends_[position + 1] = 1;
     }
     const std::uint32_t limit = std::min<std::uint32_t>(
@@ -123,23 +124,23 @@ void LzxPath::Find(std::span<const std::uint8_t> interval, MatchFinder& finder,
   Collect(tokens);
 }
 
-void LzxPath::Collect(std::vector<LzxToken>& tokens) {
-  places_.clear();
+void NearOptimalParser::Collect(std::vector<LzxToken>& tokens) {
+  positions_.clear();
   for (auto place = static_cast<std::uint32_t>(interval_.size()); place > 0;
-       place -= StepOf(ways_[place]) & kLengthMask) {
-    places_.push_back(place);
+       place -= ItemOf(nodes_[place]) & kLengthMask) {
+    positions_.push_back(place);
   }
   tokens.clear();
-  for (std::size_t i = places_.size(); i-- > 0;) {
-    const std::uint32_t place = places_[i];
-    const std::uint32_t length = StepOf(ways_[place]) & kLengthMask;
-    const std::uint32_t offset = StepOf(ways_[place]) >> kLengthBits;
+  for (std::size_t i = positions_.size(); i-- > 0;) {
+    const std::uint32_t place = positions_[i];
+    const std::uint32_t length = ItemOf(nodes_[place]) & kLengthMask;
+    const std::uint32_t offset = ItemOf(nodes_[place]) >> kLengthBits;
     if (length == 1) {
       tokens.push_back(LzxToken::Literal(interval_[place - 1]));
     } else if (offset < kLzxRecentOffsets) {
       tokens.push_back(LzxToken::Match(length, static_cast<int>(offset), 0));
     } else {
-      const int slot = LzxSlotOf(offset - kLzxOffsetBias);
+      const int slot = LzxPositionSlot(offset - kLzxOffsetBias);
       tokens.push_back(
           LzxToken::Match(length, slot, offset - kLzxSlotBase[static_cast<std::size_t>(slot)]));
     }

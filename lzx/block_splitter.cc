@@ -1,9 +1,9 @@
-#include "lzx/lzx_splitter.h"
+#include "lzx/block_splitter.h"
 
 #include <algorithm>
 #include <array>
 
-#include "lzx/log2.h"
+#include "lzx/symbol_costs.h"
 
 namespace scrivo {
 namespace {
@@ -45,7 +45,7 @@ void Add(const std::array<std::uint32_t, kSize>& from, std::array<std::uint32_t,
 
 }  // namespace
 
-void LzxSplitter::Split(std::span<const LzxToken> tokens) {
+void BlockSplitter::Split(std::span<const LzxToken> tokens) {
   ends_.clear();
   LzxFrequencies block;
   std::uint64_t block_size = 0;

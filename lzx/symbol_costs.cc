@@ -1,9 +1,7 @@
-#include "lzx/lzx_costs.h"
+#include "lzx/symbol_costs.h"
 
 #include <algorithm>
 #include <span>
-
-#include "lzx/log2.h"
 
 namespace scrivo {
 namespace {
