@@ -58,14 +58,14 @@ void frmErrorMessage::ShowModal() { view_->ShowModal(); }
 
 void frmErrorMessage::Activated() {
   title_ = std::string("An error occurred in ") + kComponentTitle;
-  view_->SetTitle(title_);
+  IgnoringErrors([&] { view_->SetTitle(title_); });
   if (support_mail_.empty()) {
     buttons_.Remove("MAIL");
   } else {
-    buttons_["MAIL"].enabled = true;
+    IgnoringErrors([&] { buttons_["MAIL"].enabled = true; });
   }
-  view_->ShowButtons();
-  TheServices().desktop->Beep();
+  IgnoringErrors([&] { view_->ShowButtons(); });
+  IgnoringErrors([] { TheServices().desktop->Beep(); });
 }
 
 void frmErrorMessage::ButtonClicked(const std::string& key) {

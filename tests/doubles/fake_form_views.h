@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,21 +18,28 @@ struct ShownError {
   std::string title, message;
   std::vector<std::string> buttons;  // keys, as they were shown last
   bool is_hidden = false;
-  bool hide_fails = false;
+  std::set<std::string> failing;  // what fails once: "title", "message", "buttons", "hide"
   std::function<void()> on_show;  // what the user does while the dialog is shown
 };
 
 class FakeErrorView : public ErrorView {
  public:
   FakeErrorView(ShownError& shown, ErrorViewEvents& events, ButtonStrip& strip) : shown_(shown) {
-    shown_ = {&events, &strip, "", "", {}, false, false, shown_.on_show};
+    shown_ = {&events, &strip, "", "", {}, false, {}, shown_.on_show};
   }
   ~FakeErrorView() override { shown_.events = nullptr; }
 
-  void SetTitle(const std::string& caption) override { shown_.title = caption; }
-  void SetMessage(const std::string& text) override { shown_.message = text; }
+  void SetTitle(const std::string& caption) override {
+    MayFail("title");
+    shown_.title = caption;
+  }
+  void SetMessage(const std::string& text) override {
+    MayFail("message");
+    shown_.message = text;
+  }
   std::string Message() override { return shown_.message; }
   void ShowButtons() override {
+    MayFail("buttons");
     shown_.buttons.clear();
     for (const StripItem& item : shown_.strip->Items()) shown_.buttons.push_back(item.key);
   }
@@ -40,11 +48,17 @@ class FakeErrorView : public ErrorView {
     if (shown_.on_show) shown_.on_show();
   }
   void Hide() override {
-    if (shown_.hide_fails) throw Error(kInternalError, "FakeErrorView", "It cannot be hidden");
+    MayFail("hide");
     shown_.is_hidden = true;
   }
 
  private:
+  void MayFail(const std::string& call) {
+    if (shown_.failing.erase(call)) {
+      throw Error(kInternalError, "FakeErrorView", "The window is in a bad way");
+    }
+  }
+
   ShownError& shown_;
 };
 

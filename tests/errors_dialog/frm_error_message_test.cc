@@ -47,9 +47,51 @@ TEST_F(ErrorMessageTest, ActivationSetsTheTitleAndBeeps) {
   EXPECT_EQ(desktop->beeps, 1);
 }
 
+TEST_F(ErrorMessageTest, ATextThatCannotBeShownCostsTheReportOnlyThat) {
+  Globals().HostApplication = site.Host();
+  frmErrorMessage form;
+  shown.failing = {"message"};
+  EXPECT_NO_THROW(form.ErrorMessage(kReport));
+  EXPECT_EQ(form.ErrorMessage(), "\r\nFrontPage Version: 12.0.0.6211");
+}
+
+TEST_F(ErrorMessageTest, AFailingStepOfTheActivationIsSkippedAlone) {
+  for (const char* failing : {"title", "buttons"}) {
+    frmErrorMessage form;
+    form.SupportMail("help@example.org");
+    shown.failing = {failing};
+    desktop->beeps = 0;
+    EXPECT_NO_THROW(form.ShowModal()) << failing;
+    EXPECT_EQ(shown.title.empty(), failing == std::string("title"));
+    EXPECT_EQ(shown.buttons.empty(), failing == std::string("buttons"));
+    EXPECT_EQ(desktop->beeps, 1) << failing;
+  }
+}
+
+TEST_F(ErrorMessageTest, AMailButtonThatIsGoneLeavesTheRestOfTheActivation) {
+  frmErrorMessage form;
+  form.SupportMail("help@example.org");
+  form.suiButtons().Remove("MAIL");
+  EXPECT_NO_THROW(form.ShowModal());
+  EXPECT_EQ(shown.buttons, (std::vector<std::string>{"SPACER", "ABORT", "RETRY", "IGNORE"}));
+  EXPECT_EQ(desktop->beeps, 1);
+}
+
+TEST_F(ErrorMessageTest, ABeepThatFailsIsSilent) {
+  class Mute : public FakeDesktop {
+   public:
+    void Beep() override { throw Error(kInternalError, "Mute", "no sound"); }
+  };
+  TheServices().desktop = std::make_shared<Mute>();
+  frmErrorMessage form;
+  EXPECT_NO_THROW(form.ShowModal());
+  EXPECT_EQ(shown.title, "An error occurred in Scrivo");
+  EXPECT_EQ(ErrorLog(), "");
+}
+
 TEST_F(ErrorMessageTest, AWindowThatCannotBeHiddenStillGivesItsAnswer) {
   frmErrorMessage form;
-  shown.hide_fails = true;
+  shown.failing = {"hide"};
   shown.on_show = [&] { EXPECT_NO_THROW(shown.events->ButtonClicked("IGNORE")); };
   form.ShowModal();
   EXPECT_EQ(form.Tag(), "IGNORE");
@@ -110,6 +152,19 @@ TEST_F(ErrorMessageTest, TheMailButtonOpensAMailEachTimeAndTheDialogStays) {
             "%0A--------------------");
   EXPECT_FALSE(shown.is_hidden);
   EXPECT_EQ(form.Tag(), "");
+}
+
+TEST_F(ErrorMessageTest, TheMailHoldsTheTextAsTheUserLeftIt) {
+  frmErrorMessage form;
+  form.ErrorMessage("the report");
+  form.SupportMail("help@example.org");
+  shown.on_show = [&] {
+    shown.message = "what I did\r\nthe report";
+    shown.events->ButtonClicked("MAIL");
+  };
+  form.ShowModal();
+  ASSERT_EQ(shell->requests.size(), 1u);
+  EXPECT_NE(shell->requests[0].file.find("%0Awhat I did%0Athe report%0A"), std::string::npos);
 }
 
 TEST_F(ErrorMessageTest, AMailProgramThatCannotBeStartedIsSilent) {
