@@ -17,6 +17,8 @@ bool CompilerProcess::Read(SystemHandle pipe, char* buffer, std::uint32_t size,
   return system_->Read(pipe, buffer, size, got);
 }
 
+bool CompilerProcess::ReadWouldWait(SystemHandle pipe) { return system_->ReadWouldWait(pipe); }
+
 std::uint32_t CompilerProcess::ExitCode(SystemHandle process) {
   const std::uint32_t code = system_->ExitCode(process);
   if (code == kStillActive) system_->End(process);

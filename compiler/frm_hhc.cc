@@ -19,6 +19,16 @@ std::unique_ptr<frmHHC>& DefaultInstance() {
   return form;
 }
 
+// Where the registry says that the compiler is; "" when it says nothing, or no text.
+std::string InstallFolder() {
+  CRegistry registry;
+  registry.Init(kHkeyCurrentUser);
+  const RegistryValue value =
+      registry.GetValue("Software\\Microsoft\\HTML Help Workshop", "InstallDir", std::string());
+  const std::string* text = std::get_if<std::string>(&value);
+  return text ? *text : "";
+}
+
 // Makes the host show the files that a run has written.
 void RefreshHost() {
   if (!Globals().HostApplication) return;
@@ -53,9 +63,15 @@ std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::str
   Procedure("Kestrel.frmHHC.Execute", [&](Steps& step) {
     step([&] { view_->SetProgress("", 0); });
     ShowStart(step);
-    std::string tool;
-    step([&] { tool = FindTool(); });
-    if (!tool.empty()) {
+    std::string folder;
+    step([&] { folder = InstallFolder(); });
+    if (folder.empty() && !decompile_) {
+      step([] {
+        TheServices().desktop->ShowMessage("Microsoft HTML Help WorkShop must be installed",
+                                           kOkOnly, kComponentTitle);
+      });
+    } else {
+      const std::string tool = ToolPath(folder);
       RunTool("\"" + tool + "\" " + Arguments, WorkingDirectory);
       result = exit_code_;
       step([&] { AppendToTranscript(std::string(kLineBreak) + "Done!"); });
@@ -88,20 +104,9 @@ void frmHHC::ReleaseWindow() {
   running_ = false;
 }
 
-std::string frmHHC::FindTool() {
-  CRegistry registry;
-  registry.Init(kHkeyCurrentUser);
-  const RegistryValue value =
-      registry.GetValue("Software\\Microsoft\\HTML Help Workshop", "InstallDir", std::string());
-  const std::string* text = std::get_if<std::string>(&value);
-  const std::string folder = text ? *text : "";
+std::string frmHHC::ToolPath(const std::string& folder) const {
   // The system finds the decompiler, through its search path; it needs no folder.
   if (decompile_) return Globals().decompiler_file_name;
-  if (folder.empty()) {
-    TheServices().desktop->ShowMessage("Microsoft HTML Help WorkShop must be installed", kOkOnly,
-                                       kComponentTitle);
-    return "";
-  }
   return folder + Separator(Globals().path_style) + Globals().compiler_file_name;
 }
 
@@ -110,6 +115,7 @@ void frmHHC::RunTool(const std::string& command_line, const std::string& folder)
     mHHC = std::make_unique<CSpawnConsoleApp>();
     mHHC->OnProcessStarted = [this] { mHHC_OnProcessStarted(); };
     mHHC->OnProcessOutputs = [this](const std::string& Output) { mHHC_OnProcessOutputs(Output); };
+    mHHC->BeforeWaiting = [this] { mHHC_BeforeWaiting(); };
     exit_code_ = mHHC->ExecuteApp(command_line, folder);
   } catch (...) {
     AppendToTranscript(kLineBreak + ("Error: " + ErrorFrom(std::current_exception()).description));
@@ -148,6 +154,11 @@ void frmHHC::mHHC_OnProcessOutputs(const std::string& Output) {
   IgnoringErrors([&] { AppendToTranscript(Output); });
   IgnoringErrors([&] { view_->Repaint(); });
   IgnoringErrors([&] { TheServices().desktop->ProcessMessages(); });
+}
+
+void frmHHC::mHHC_BeforeWaiting() {
+  IgnoringErrors([&] { view_->ShowHeldBack(); });
+  IgnoringErrors([&] { view_->Repaint(); });
 }
 
 }  // namespace scrivo

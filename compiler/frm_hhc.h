@@ -52,13 +52,15 @@ class frmHHC {
   const std::vector<std::string>& Messages() const { return messages_; }
   // The tool's own exit code in the last run, messages or not.
   std::int32_t ExitCode() const { return exit_code_; }
+  // Whether a runner is at work; it is made for one tool and goes when that has ended.
+  bool HasRunner() const { return mHHC != nullptr; }
 
  private:
   void ShowStart(class Steps& step);
   // Gives the user a window back whose run was left before its end.
   void ReleaseWindow();
-  // The tool's path, "" after telling the user that there is no compiler.
-  std::string FindTool();
+  // The tool to run; `folder` is the compiler's.
+  std::string ToolPath(const std::string& folder) const;
   void RunTool(const std::string& command_line, const std::string& folder);
   void TellMessages();
   void ShowProgress(int percent);
@@ -66,6 +68,7 @@ class frmHHC {
 
   void mHHC_OnProcessStarted();
   void mHHC_OnProcessOutputs(const std::string& Output);
+  void mHHC_BeforeWaiting();
 
   bool decompile_ = false;
   std::string project_path_;

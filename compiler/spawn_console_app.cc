@@ -64,6 +64,9 @@ std::int32_t CSpawnConsoleApp::ExecuteApp(const std::string& CommandLine,
       has_read = false;
       char buffer[kReadSize];
       std::uint32_t got = 0;
+      step([&] {
+        if (BeforeWaiting && processes.ReadWouldWait(pipe.read_end)) BeforeWaiting();
+      });
       step([&] { has_read = processes.Read(pipe.read_end, buffer, kReadSize, &got); });
       step([&] {
         if (OnProcessOutputs) OnProcessOutputs(std::string(buffer, got));

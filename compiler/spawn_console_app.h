@@ -22,6 +22,9 @@ class CSpawnConsoleApp {
   // Called once for each read with what was read: up to 16 bytes in the ANSI code page, cut
   // wherever they happen to end, and at last an empty text for the read that found the end.
   std::function<void(const std::string& Output)> OnProcessOutputs;
+  // Called before a read that would wait, since the program has nothing to say for now: the time to
+  // show what was held back. The read itself waits here, on the caller's thread.
+  std::function<void()> BeforeWaiting;
 
   // Runs `CommandLine` in `WorkingDirectory` and returns the program's exit code as it stands when
   // its output ends: 259 when it has closed its output and lives on. A pipe or process that cannot

@@ -48,6 +48,9 @@ class Processes {
   // Reads up to `size` bytes, waiting for at least one. False with 0 bytes when every write end is
   // closed.
   virtual bool Read(SystemHandle pipe, char* buffer, std::uint32_t size, std::uint32_t* got) = 0;
+  // True when Read would have to wait: nothing is in the pipe, and somebody may still write into
+  // it.
+  virtual bool ReadWouldWait(SystemHandle pipe) = 0;
   // The exit code of a process, or kStillActive, without waiting for its end. (On POSIX a child
   // whose end the system is about to report is given a short grace.)
   virtual std::uint32_t ExitCode(SystemHandle process) = 0;

@@ -21,8 +21,11 @@ class RunView {
   // The progress bar: its text and how much of it is filled, 0 to 100.
   virtual void SetProgress(const std::string& caption, int flood_percent) = 0;
   virtual void ReplaceTranscript(const std::string& text) = 0;
-  // Adds to the end of the transcript; the cost must not grow with what is already there.
+  // Adds to the end of the transcript; the cost must not grow with what is already there. Of a
+  // flood the view may hold back some, for a while.
   virtual void AppendTranscript(const std::string& text) = 0;
+  // Puts what was held back on view, since nothing more may come for long.
+  virtual void ShowHeldBack() = 0;
   virtual void Repaint() = 0;
 };
 

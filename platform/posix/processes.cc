@@ -121,6 +121,13 @@ bool PosixProcesses::Read(SystemHandle pipe, char* buffer, std::uint32_t size, s
   return true;
 }
 
+bool PosixProcesses::ReadWouldWait(SystemHandle pipe) {
+  const auto ahead = ahead_.find(pipe);
+  if (ahead != ahead_.end() && ahead->second.next < ahead->second.bytes.size()) return false;
+  pollfd look = {DescriptorOf(pipe), POLLIN, 0};
+  return look.fd != -1 && poll(&look, 1, 0) == 0;
+}
+
 bool PosixProcesses::Refill(int descriptor, ReadAhead* ahead) {
   // As much as a pipe holds: a call of the system for every 16 bytes would cost more than all the
   // rest.

@@ -22,6 +22,7 @@ class PosixProcesses : public Processes {
   bool OpenPipe(SystemHandle* read_end, SystemHandle* write_end) override;
   bool Start(const StartRequest& request, StartedProcess* started) override;
   bool Read(SystemHandle pipe, char* buffer, std::uint32_t size, std::uint32_t* got) override;
+  bool ReadWouldWait(SystemHandle pipe) override;
   std::uint32_t ExitCode(SystemHandle process) override;
   void WaitForEnd(SystemHandle process) override;
   void End(SystemHandle process) override;

@@ -66,6 +66,11 @@ bool Win32Processes::Read(SystemHandle pipe, char* buffer, std::uint32_t size, s
   return success;
 }
 
+bool Win32Processes::ReadWouldWait(SystemHandle pipe) {
+  DWORD available = 0;
+  return PeekNamedPipe(HandleOf(pipe), nullptr, 0, nullptr, &available, nullptr) && available == 0;
+}
+
 std::uint32_t Win32Processes::ExitCode(SystemHandle process) {
   DWORD code = 0;
   Done(GetExitCodeProcess(HandleOf(process), &code));

@@ -41,6 +41,9 @@ TEST_F(CompilerProcessTest, HandsOnEverythingElse) {
   SystemHandle read_end = 0, write_end = 0;
   EXPECT_TRUE(compiler.OpenPipe(&read_end, &write_end));
   system->outputs = {"abc"};
+  system->waits = {true};
+  EXPECT_TRUE(compiler.ReadWouldWait(read_end));
+  EXPECT_FALSE(compiler.ReadWouldWait(read_end));
   char buffer[8];
   std::uint32_t got = 0;
   EXPECT_TRUE(compiler.Read(read_end, buffer, sizeof buffer, &got));

@@ -2,6 +2,7 @@
 
 #include "platform/registry.h"
 #include "site/site.h"
+#include "tests/doubles/failing_registry.h"
 #include "tests/doubles/fake_error_dialog.h"
 #include "tests/doubles/fake_run_view.h"
 #include "tests/doubles/fake_services.h"
@@ -122,26 +123,54 @@ TEST_F(FrmHHC, ReplacesTheTranscriptOfAnEarlierRun) {
   EXPECT_TRUE(frmHHC::Load().Messages().empty());
 }
 
+// A registry that writes down when it is read.
+class WatchedRegistry : public MemoryRegistry {
+ public:
+  explicit WatchedRegistry(std::vector<std::string>& log) : log_(log) {}
+
+  RegistryStatus QueryValue(RegistryHandle key, const std::string& name, std::uint32_t* type,
+                            std::uint8_t* data, std::uint32_t* size) override {
+    if (log_.empty() || log_.back() != "registry") log_.push_back("registry");
+    return MemoryRegistry::QueryValue(key, name, type, data, size);
+  }
+
+ private:
+  std::vector<std::string>& log_;
+};
+
 TEST_F(FrmHHC, GoesThroughBusyAndBackInOrder) {
-  Compile({"a"});
+  TheServices().registry = std::make_shared<WatchedRegistry>(views->run.log);
+  Install("C:\\HHW");
+  views->run.log.clear();
+  desktop->on_pass = [&] { views->run.log.push_back("messages"); };
+  processes->on_start = [&] { views->run.log.push_back("start"); };
+  processes->outputs = {"a"};
+  frmHHC::Load().Execute("C:\\Webs\\site", "Scr1A2.hhp");
   const std::vector<std::string> expected = {"progress |0",
                                              "busy 1",
                                              "show",
                                              "close 0",
-                                             "repaint",  // start
+                                             "repaint",
+                                             "messages",
+                                             "registry",
+                                             "start",
                                              "progress 5 %|5",
                                              "replace",
                                              "repaint",  // the child was started
                                              "progress 10 %|10",
                                              "append",
                                              "repaint",  // its output
+                                             "messages",
+                                             "messages",  // the runner's
                                              "progress 10 %|10",
                                              "append",
                                              "repaint",  // the end of it
-                                             "append",
+                                             "messages",
+                                             "messages",
+                                             "append",  // Done!
                                              "progress 100 %|100",
                                              "close 1",
-                                             "busy 0"};  // Done!
+                                             "busy 0"};
   EXPECT_EQ(Shown().log, expected);
   EXPECT_TRUE(Shown().is_shown);
 }
@@ -183,6 +212,57 @@ TEST_F(FrmHHC, SaysThatNoCompilerIsInstalledAndRunsNothing) {
   EXPECT_TRUE(Shown().may_close);
 }
 
+// A user whose registry cannot be read, and who ignores that.
+class IgnoredRegistryFailure : public FrmHHC {
+ protected:
+  IgnoredRegistryFailure() {
+    Install("C:\\HHW");
+    const auto failing = std::make_shared<FailingRegistry>(registry);
+    failing->call = "OpenKey";
+    failing->throws = true;
+    TheServices().registry = failing;
+    dialog->answers = {"IGNORE"};
+    ErrorHandler().ErrorHandlerActions(ehaErrorDialog);
+    ErrorHandler().Dialog(dialog);
+    processes->exit_code = 3;
+  }
+  ~IgnoredRegistryFailure() override { ErrorHandler().Dialog(nullptr); }
+
+  std::shared_ptr<FakeErrorDialog> dialog = std::make_shared<FakeErrorDialog>();
+};
+
+TEST_F(IgnoredRegistryFailure, DoesNotStopADecompile) {
+  frmHHC::Load().Decompile(true);
+  EXPECT_EQ(frmHHC::Load().Execute("C:\\out", "-decompile C:\\out C:\\a.chm"), 3);
+  EXPECT_EQ(dialog->reports.size(), 1u);
+  ASSERT_EQ(processes->requests.size(), 1u);
+  EXPECT_EQ(processes->requests[0].command_line, "\"hh.exe\" -decompile C:\\out C:\\a.chm");
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
+TEST_F(IgnoredRegistryFailure, LeavesACompileWithoutACompiler) {
+  EXPECT_EQ(frmHHC::Load().Execute("C:\\", "a.hhp"), 0);
+  EXPECT_EQ(dialog->reports.size(), 1u);
+  ASSERT_EQ(desktop->messages.size(), 1u);
+  EXPECT_EQ(desktop->messages[0].text, "Microsoft HTML Help WorkShop must be installed");
+  EXPECT_TRUE(processes->requests.empty());
+  EXPECT_TRUE(Shown().may_close);
+}
+
+TEST_F(FrmHHC, AMessageThatNoCompilerIsInstalledMayFailAndBeIgnored) {
+  const auto dialog = std::make_shared<FakeErrorDialog>();
+  dialog->answers = {"IGNORE"};
+  ErrorHandler().ErrorHandlerActions(ehaErrorDialog);
+  ErrorHandler().Dialog(dialog);
+  desktop->on_message = [] { throw Error(kOutOfMemory, "test", "no box"); };
+  EXPECT_EQ(frmHHC::Load().Execute("C:\\", "a.hhp"), 0);
+  EXPECT_EQ(dialog->reports.size(), 1u);
+  EXPECT_TRUE(processes->requests.empty());
+  EXPECT_TRUE(Shown().may_close);
+  EXPECT_FALSE(Shown().is_busy);
+  ErrorHandler().Dialog(nullptr);
+}
+
 TEST_F(FrmHHC, TakesAFolderThatIsNoTextForNone) {
   CRegistry keys;
   keys.Init(kHkeyCurrentUser);
@@ -220,6 +300,33 @@ TEST_F(FrmHHC, ShowsAnErrorThatReachesItInTheTranscript) {
   EXPECT_FALSE(Shown().is_busy);
 }
 
+TEST_F(FrmHHC, HasARunnerForTheTimeOfTheRunOnly) {
+  bool had_runner = false;
+  processes->on_start = [&] { had_runner = frmHHC::Load().HasRunner(); };
+  EXPECT_FALSE(frmHHC::Load().HasRunner());
+  Compile({"a"});
+  EXPECT_TRUE(had_runner);
+  EXPECT_FALSE(frmHHC::Load().HasRunner());
+}
+
+TEST_F(FrmHHC, HasNoRunnerAfterARunThatFailed) {
+  files->failures.emplace("append /log/errors.txt", Error(kDiskFull, "test", "full"));
+  processes->starts = false;
+  Compile({});
+  EXPECT_FALSE(frmHHC::Load().HasRunner());
+}
+
+TEST_F(FrmHHC, ShowsWhatIsHeldBackBeforeItWaitsForOutput) {
+  processes->waits = {false, true, false};
+  Compile({"a", "b"});
+  const std::vector<std::string> expected = {"append",         "repaint",  // "a"
+                                             "show held back", "repaint", "progress 10 %|10",
+                                             "append",         "repaint"};
+  const auto& log = Shown().log;
+  EXPECT_EQ(std::count(log.begin(), log.end(), "show held back"), 1);
+  EXPECT_NE(std::search(log.begin(), log.end(), expected.begin(), expected.end()), log.end());
+}
+
 // A run view that fails in one of the things that it does with the output "a".
 class Stumbling : public FakeRunView {
  public:
@@ -233,6 +340,10 @@ class Stumbling : public FakeRunView {
     if (text == "a") FailAs("append");
     has_output_ = has_output_ || text == "a";
     FakeRunView::AppendTranscript(text);
+  }
+  void ShowHeldBack() override {
+    FailAs("show held back");
+    FakeRunView::ShowHeldBack();
   }
   void Repaint() override {
     if (has_output_) FailAs("repaint");
@@ -267,12 +378,14 @@ TEST_P(ShowingOutput, MayFailAndTheRunGoesOn) {
   frmHHC::Unload();
   Globals().views = std::make_shared<StumblingViews>(views->run, GetParam());
   processes->exit_code = 1;
+  processes->waits = {true, true};
   EXPECT_EQ(Compile({"a"}), 1);
   EXPECT_EQ(ErrorLog(), "");
   EXPECT_TRUE(frmHHC::Load().Transcript().ends_with("a\r\nDone!"));
   EXPECT_EQ(Shown().caption, "100 %");
 }
-INSTANTIATE_TEST_SUITE_P(Steps, ShowingOutput, testing::Values("progress", "append", "repaint"));
+INSTANTIATE_TEST_SUITE_P(Steps, ShowingOutput,
+                         testing::Values("progress", "append", "repaint", "show held back"));
 
 TEST_F(FrmHHC, IgnoringAWindowThatCannotBeShownStillLocksItForTheRun) {
   class Invisible : public FakeRunView {

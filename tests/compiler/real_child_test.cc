@@ -45,6 +45,31 @@ TEST_F(RealChild, ReadsSixteenBytesAtATime) {
                                               std::string(8, 'x'), ""}));
 }
 
+TEST_F(RealChild, IsKnownToHaveNothingToSayForNow) {
+  Processes& processes = *TheServices().processes;
+  SystemHandle pipe_end = 0;
+  StartRequest request;
+  ASSERT_TRUE(processes.OpenPipe(&pipe_end, &request.standard_output));
+  EXPECT_TRUE(processes.ReadWouldWait(pipe_end)) << "nobody has written anything";
+  request.command_line = Quoted(TestProgram("test_printer")) + " bytes 20";
+  request.start_flags = kStartUseStandardHandles;
+  request.creation_flags = kNormalPriorityClass;
+  request.inherit_handles = true;
+  StartedProcess child;
+  ASSERT_TRUE(processes.Start(request, &child)) << processes.LastError();
+  processes.WaitForEnd(child.process);
+  char buffer[16];
+  std::uint32_t got = 0;
+  EXPECT_FALSE(processes.ReadWouldWait(pipe_end)) << "twenty bytes are there";
+  EXPECT_TRUE(processes.Read(pipe_end, buffer, sizeof buffer, &got));
+  EXPECT_FALSE(processes.ReadWouldWait(pipe_end)) << "four are left";
+  EXPECT_TRUE(processes.Read(pipe_end, buffer, sizeof buffer, &got));
+  EXPECT_TRUE(processes.ReadWouldWait(pipe_end)) << "this process may still write";
+  processes.Close(request.standard_output);
+  EXPECT_FALSE(processes.ReadWouldWait(pipe_end)) << "a read finds the end at once";
+  for (const SystemHandle handle : {pipe_end, child.process, child.thread}) processes.Close(handle);
+}
+
 TEST_F(RealChild, TakesBothOutputsThroughOnePipe) {
   Run("out a err b out c");
   EXPECT_EQ(all, "abc");

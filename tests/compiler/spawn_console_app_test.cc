@@ -86,6 +86,14 @@ TEST_F(SpawnConsoleApp, GivesTheUserInterfaceAPassAfterEachOutput) {
   EXPECT_EQ(desktop->message_passes, 3);
 }
 
+TEST_F(SpawnConsoleApp, SaysSoBeforeAReadThatWouldWait) {
+  app.BeforeWaiting = [this] { events.push_back("waiting"); };
+  processes->outputs = {"a", "b", "c"};
+  processes->waits = {true, false, true, false};
+  Run();
+  EXPECT_EQ(events, (std::vector<std::string>{"started", "waiting", "a", "b", "waiting", "c", ""}));
+}
+
 TEST_F(SpawnConsoleApp, ReturnsStillActiveForAProgramThatLivesOn) {
   processes->exit_code = kStillActive;
   EXPECT_EQ(Run(), 259);

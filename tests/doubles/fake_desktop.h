@@ -30,6 +30,7 @@ class FakeDesktop : public Desktop {
   std::deque<MessageAnswer> answers;  // kOk once they are used up
   int beeps = 0;
   int message_passes = 0;
+  std::function<void()> on_pass;                // runs in each pass of the message loop
   std::map<std::string, WindowHandle> windows;  // "class|caption" → handle
   std::vector<std::pair<WindowHandle, std::uint32_t>> sent;
   std::vector<HelpCall> help_calls;
@@ -51,7 +52,10 @@ class FakeDesktop : public Desktop {
     return answer;
   }
   void Beep() override { ++beeps; }
-  void ProcessMessages() override { ++message_passes; }
+  void ProcessMessages() override {
+    ++message_passes;
+    if (on_pass) on_pass();
+  }
   WindowHandle FindTopLevelWindow(const std::string& class_name,
                                   const std::string& caption) override {
     const auto window = windows.find(class_name + "|" + caption);

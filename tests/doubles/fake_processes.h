@@ -17,6 +17,7 @@ class FakeProcesses : public Processes {
   bool starts = true;
   std::uint32_t error = 0;          // what LastError tells
   std::deque<std::string> outputs;  // one per successful read; a longer one takes several
+  std::deque<bool> waits;           // whether each read would wait; false once they are used up
   std::uint32_t exit_code = 0;
   std::function<void()> on_start;  // what a child does besides writing, such as leaving a file
 
@@ -48,6 +49,12 @@ class FakeProcesses : public Processes {
     next.erase(0, *got);
     if (next.empty()) outputs.pop_front();
     return true;
+  }
+  bool ReadWouldWait(SystemHandle) override {
+    if (waits.empty()) return false;
+    const bool would_wait = waits.front();
+    waits.pop_front();
+    return would_wait;
   }
   std::uint32_t ExitCode(SystemHandle) override {
     log.push_back("exit code");

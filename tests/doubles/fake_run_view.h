@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -54,6 +55,7 @@ class FakeRunView : public RunView {
     shown_.transcript += text;
     shown_.log.push_back("append");
   }
+  void ShowHeldBack() override { shown_.log.push_back("show held back"); }
   void Repaint() override {
     ++shown_.repaints;
     shown_.log.push_back("repaint");
@@ -67,8 +69,12 @@ class FakeRunView : public RunView {
 class FakeViews : public ViewFactory {
  public:
   ShownRun run;
+  std::function<void()> on_make_run;  // runs while a run view is made
 
-  std::unique_ptr<RunView> MakeRunView() override { return std::make_unique<FakeRunView>(run); }
+  std::unique_ptr<RunView> MakeRunView() override {
+    if (on_make_run) on_make_run();
+    return std::make_unique<FakeRunView>(run);
+  }
 };
 
 }  // namespace scrivo

@@ -27,6 +27,7 @@ class PrintingProcesses : public Processes {
     }
     return *got > 0;
   }
+  bool ReadWouldWait(SystemHandle) override { return false; }
   std::uint32_t ExitCode(SystemHandle) override { return 1; }
   void WaitForEnd(SystemHandle) override {}
   void End(SystemHandle) override {}

@@ -26,6 +26,7 @@ class ConsoleRunView : public RunView {
   void SetProgress(const std::string& caption, int flood_percent) override;
   void ReplaceTranscript(const std::string& text) override;
   void AppendTranscript(const std::string& text) override;
+  void ShowHeldBack() override {}
   void Repaint() override {}
 
  private:

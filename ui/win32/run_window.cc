@@ -20,7 +20,7 @@ constexpr std::size_t kTail = 16 * 1024;
 constexpr std::size_t kMostShown = 1024 * 1024;
 // Each piece of output is shown as it comes while that takes no more than this many microseconds
 // and, beyond them, one in kShowShare of all that pass: a flood costs more to show than to make.
-// Most compilers print less than that, and then work in silence with all they said on view.
+// What is held back comes on view when the tool falls silent.
 constexpr LONGLONG kShowCredit = 1000000, kShowShare = 8;
 
 // A clock in microseconds.
@@ -97,6 +97,10 @@ void RunWindow::AppendTranscript(const std::string& text) {
     show_credit_ -= Now() - start;
   }
   counted_at_ = start;
+}
+
+void RunWindow::ShowHeldBack() {
+  if (shown_to_ < text_.size()) ShowNew();
 }
 
 void RunWindow::ShowNew() {

@@ -25,6 +25,7 @@ class RunWindow : public FormWindow, public RunView {
   void SetProgress(const std::string& caption, int flood_percent) override;
   void ReplaceTranscript(const std::string& text) override;
   void AppendTranscript(const std::string& text) override;
+  void ShowHeldBack() override;
   void Repaint() override;
 
  protected:
