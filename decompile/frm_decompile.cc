@@ -1,6 +1,7 @@
 #include "decompile/frm_decompile.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "compiler/frm_hhc.h"
@@ -63,6 +64,21 @@ double SavedNumber(const char* key, const std::string& default_text) {
   }
 }
 
+bool IsWord(const std::string& text, std::string_view small_word) {
+  const auto small = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  return std::equal(text.begin(), text.end(), small_word.begin(), small_word.end(),
+                    [&](char a, char b) { return small(a) == b; });
+}
+
+// A saved Boolean: "True" or "False" in any case of the letters, or a number, where 0 is off; the
+// default when the text that was saved is neither.
+bool SavedBoolean(const char* key, const std::string& default_text) {
+  const std::string text = Setting(key, default_text);
+  if (IsWord(text, "true")) return true;
+  if (IsWord(text, "false")) return false;
+  return SavedNumber(key, default_text) != 0;
+}
+
 void Remember(const char* key, const std::string& value) {
   SaveSetting(kComponentTitle, kSection, key, value);
 }
@@ -112,7 +128,7 @@ void frmDecompile::Restore() {
     }
     step([&] { params_["FILE"].text = Setting("FILE", ""); });
     step([&] { params_["DIR"].text = Setting("DIR", ""); });
-    step([&] { params_["TOFPSITE"].checked = SavedNumber("TOFPSITE", "1") != 0; });
+    step([&] { params_["TOFPSITE"].checked = SavedBoolean("TOFPSITE", "1"); });
     if (!view_) return;
     for (const char* key : {"FILE", "DIR", "TOFPSITE"}) {
       step([&] { view_->ShowItem(key); });

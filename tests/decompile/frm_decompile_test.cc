@@ -81,6 +81,61 @@ TEST_F(DecompileTest, AnyNonZeroNumberSwitchesTheOptionOn) {
   EXPECT_TRUE(Form().suiParams()["TOFPSITE"].checked);
 }
 
+TEST_F(DecompileTest, TheOptionMayBeSavedAsAWord) {
+  const std::pair<const char*, bool> texts[] = {
+      {"True", true}, {"False", false}, {"TRUE", true}, {"false", false},
+      {"0", false},   {"0.5", true},    {"no", true},   {"Falsehood", true}};
+  for (const auto& [text, is_on] : texts) {
+    SaveSetting("Scrivo", "Decompile", "TOFPSITE", text);
+    EXPECT_EQ(Form().suiParams()["TOFPSITE"].checked, is_on) << text;
+    frmDecompile::Unload();
+    EXPECT_EQ(Saved("TOFPSITE"), is_on ? "1" : "0");
+  }
+  EXPECT_TRUE(dialog->reports.empty());
+}
+
+TEST_F(DecompileTest, ErrorsWhileLoadingGoToTheErrorHandler) {
+  SaveSetting("Scrivo", "Decompile", "FILE", "C:\\x.chm");
+  views->decompile.fails = true;
+  dialog->answers = {"IGNORE", "IGNORE", "IGNORE", "IGNORE"};
+  EXPECT_EQ(Form().suiParams()["FILE"].text, "C:\\x.chm");
+  ASSERT_EQ(dialog->reports.size(), 4u) << "left, top, width and height";
+  for (const std::string& report : dialog->reports) {
+    EXPECT_NE(report.find("\tin Kestrel.frmDecompile.Form_Load at line 0"), std::string::npos);
+  }
+  views->decompile.fails = false;
+}
+
+TEST_F(DecompileTest, ErrorsWhileSavingGoToTheErrorHandler) {
+  Enter("C:\\x.chm", "C:\\y");
+  views->decompile.fails = true;
+  dialog->answers = {"IGNORE", "IGNORE", "IGNORE", "IGNORE"};
+  frmDecompile::Unload();
+  ASSERT_EQ(dialog->reports.size(), 4u) << "left, height, top and width";
+  for (const std::string& report : dialog->reports) {
+    EXPECT_NE(report.find("\tin Kestrel.frmDecompile.Form_Unload at line 0"), std::string::npos);
+  }
+  EXPECT_EQ(Saved("FILE"), "C:\\x.chm");
+  EXPECT_EQ(Saved("LEFT"), "(none)");
+  EXPECT_FALSE(frmDecompile::IsLoaded());
+}
+
+TEST_F(DecompileTest, ErrorsWhileBrowsingGoToTheErrorHandler) {
+  Enter("C:\\old.chm", "C:\\old");
+  views->decompile.rows_fail = true;
+  desktop->file_result = 1;
+  desktop->file_answer.file_buffer = std::string("C:\\new.chm\0", 11);
+  desktop->browse_result = 5;
+  desktop->browse_path = "C:\\new";
+  for (const char* key : {"FILE", "DIR"}) {
+    dialog->reports.clear();
+    EXPECT_NO_THROW(views->decompile.events->ItemButtonClicked(key));
+    ASSERT_EQ(dialog->reports.size(), 1u);
+    EXPECT_NE(dialog->reports[0].find("\tin Kestrel.frmDecompile.suiParams_ItemClick at line 0"),
+              std::string::npos);
+  }
+}
+
 TEST_F(DecompileTest, SavedTextsThatAreNoNumbersGiveWayToTheDefaults) {
   for (const char* key : {"LEFT", "TOP", "WIDTH", "HEIGHT", "TOFPSITE"}) {
     SaveSetting("Scrivo", "Decompile", key, "much");
@@ -194,6 +249,24 @@ TEST_P(BadInputFiles, AreToldAndTheDialogIsUnloaded) {
 }
 INSTANTIATE_TEST_SUITE_P(Paths, BadInputFiles,
                          testing::Values("C:\\missing.chm", "C:\\Out put", "C:\\"));
+
+TEST_F(DecompileTest, TheInputFileIsCheckedBeforeTheFolder) {
+  Enter("C:\\missing.chm", "");
+  Form().Decompile();
+  ASSERT_EQ(desktop->messages.size(), 1u);
+  EXPECT_EQ(desktop->messages[0].text, "Can not find input file");
+}
+
+TEST_F(DecompileTest, TheDialogIsHiddenBeforeTheRunWindowLoadsAndUnloadedAfterIt) {
+  Enter("C:\\My help\\a b.chm", "C:\\Out put");
+  bool was_hidden = false, had_run_window = true;
+  views->on_make_run = [&] { was_hidden = CountOf(views->decompile, "hide") == 1; };
+  views->decompile.on_close = [&] { had_run_window = views->run.exists; };
+  Form().Decompile();
+  EXPECT_TRUE(was_hidden);
+  EXPECT_FALSE(had_run_window);
+  EXPECT_EQ(processes->requests.size(), 1u);
+}
 
 TEST_F(DecompileTest, AnEmptyFolderIsToldAndTheDialogIsUnloaded) {
   Enter("C:\\My help\\a b.chm", "");

@@ -20,8 +20,10 @@ struct ShownMain {
   float left = 100, top = 200, width = 5000, height = 6000.5F;
   WindowHandle window = 77;
   std::function<void()> on_show;  // what the user does while the dialog is shown
-  bool fails = false;             // every place and size fails
-  std::vector<std::string> log;   // "show", "hide", "close", "left 5", "item OUTPUT", …
+  std::function<void()> on_close;
+  bool fails = false;            // every place and size fails
+  bool rows_fail = false;        // no row can be shown
+  std::vector<std::string> log;  // "show", "hide", "close", "left 5", "item OUTPUT", …
 };
 
 class FakeMainView : public MainView {
@@ -40,7 +42,10 @@ class FakeMainView : public MainView {
     shown_.log.push_back("shown");  // still there, whatever happened meanwhile
   }
   void Hide() override { shown_.log.push_back("hide"); }
-  void Close() override { shown_.log.push_back("close"); }
+  void Close() override {
+    shown_.log.push_back("close");
+    if (shown_.on_close) shown_.on_close();
+  }
   WindowHandle Window() override { return shown_.window; }
 
   float Left() override { return Get(shown_.left); }
@@ -54,11 +59,17 @@ class FakeMainView : public MainView {
 
   void Enable(bool enabled) override { shown_.log.push_back(enabled ? "enable" : "disable"); }
 
-  void ShowItem(const std::string& key) override { shown_.log.push_back("item " + key); }
+  void ShowItem(const std::string& key) override {
+    FailIf(shown_.rows_fail);
+    shown_.log.push_back("item " + key);
+  }
 
  private:
+  static void FailIf(bool fails) {
+    if (fails) throw Error(kInternalError, "FakeMainView", "The window is in a bad way");
+  }
   float Get(float value) const {
-    if (shown_.fails) throw Error(kInternalError, "FakeMainView", "The window is in a bad way");
+    FailIf(shown_.fails);
     return value;
   }
   void Set(const char* what, float twips, float* value) {
@@ -74,10 +85,12 @@ class FakeMainViews : public FakeViews {
  public:
   ShownMain main;
   bool has_windows = true;
+  bool main_fails = false;  // no window can be made for the compile dialog
 
   std::unique_ptr<MainView> MakeMainView(MainViewEvents& events, ItemPanel& panel,
                                          ButtonStrip& strip) override {
     if (!has_windows) return nullptr;
+    if (main_fails) throw Error(kOutOfMemory, "FakeMainViews", "There is no window left");
     return std::make_unique<FakeMainView>(main, events, panel, strip);
   }
 };
