@@ -101,6 +101,8 @@ void Connect::AddinInstance_OnDisconnection() {
   Globals().HostApplication = nullptr;
   Globals().ConnectInstance = nullptr;
   Globals().help_owner = nullptr;
+  // In the middle of a run this leaves the run window, which the run still needs; whoever started
+  // the run, or the user, closes it afterwards.
   IgnoringErrors([] { frmHHC::Unload(); });
   IgnoringErrors([] { frmMain::Unload(); });
 }

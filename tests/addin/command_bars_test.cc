@@ -58,6 +58,65 @@ TEST_F(CommandBarsTest, TheSeparatorComesBeforeTheCaption) {
   }
 }
 
+TEST_F(CommandBarsTest, TheMenuIsMadeBeforeTheToolbarAndEachPopupIsNamedBeforeItsButtons) {
+  ConnectWith(0);
+  std::vector<std::string> made;
+  for (const std::string& entry : host->log) {
+    if (entry == "set Caption" && made.back() != "add 10") continue;  // a button's
+    if (!entry.starts_with("set") || entry == "set Caption") made.push_back(entry);
+  }
+  const std::vector<std::string> popup = {"add 10", "set Caption", "add 1", "add 1",
+                                          "add 1",  "add 1",       "add 1"};
+  std::vector<std::string> expected = {"bar Tools", "bar Tools"};
+  expected.insert(expected.end(), popup.begin(), popup.end());
+  expected.push_back("bar Standard");
+  expected.insert(expected.end(), popup.begin(), popup.end());
+  EXPECT_EQ(made, expected);
+}
+
+TEST_F(CommandBarsTest, AButtonsReferenceIsStoredBeforeItsPropertiesAreSet) {
+  const Connect::ButtonReferences& buttons = connect->Buttons();
+  const std::shared_ptr<CommandBarControl>* const in_order[] = {
+      &buttons.cbBtnKestrel,        &buttons.cbBtnDecompile,
+      &buttons.cbBtnOpenSample,     &buttons.cbBtnHelp,
+      &buttons.cbBtnHome,           &buttons.cbBtnPanelKestrel,
+      &buttons.cbBtnPanelDecompile, &buttons.cbBtnPanelOpenSample,
+      &buttons.cbBtnPanelHelp,      &buttons.cbBtnPanelHome};
+  std::size_t added = 0;
+  host->on_note = [&] {
+    if (host->log.back() == "add 1") ++added;
+    if (host->log.back().starts_with("set") && added > 0) {
+      EXPECT_NE(*in_order[added - 1], nullptr) << host->log.back() << " of button " << added;
+    }
+  };
+  // The popup on the toolbar has its caption set while the menu's last button is there already.
+  ConnectWith(0);
+  EXPECT_EQ(added, std::size(in_order));
+}
+
+TEST_F(CommandBarsTest, AButtonThatIsNoneIsPassedOverInTheMenu) {
+  host->missing_control = 3;  // behind the popup and "Compile"
+  ConnectWith(0);
+  std::vector<std::string> captions;
+  for (const auto& button : Tools().Child("Scrivo")->children) captions.push_back(button->caption);
+  EXPECT_EQ(captions, (std::vector<std::string>{"Compile", "Scrivo Builder Sample Web", "Help",
+                                                "Scrivo Builder Web site"}));
+  EXPECT_EQ(connect->Buttons().cbBtnDecompile, nullptr);
+  EXPECT_NE(connect->Buttons().cbBtnHome, nullptr);
+  ExpectPopup(Standard());
+}
+
+TEST_F(CommandBarsTest, AButtonThatIsNoneEndsTheToolbarsPopup) {
+  host->missing_control = 9;  // behind the menu's six, the popup and "Compile"
+  ConnectWith(0);
+  ExpectPopup(Tools());
+  const auto& buttons = Standard().Child("Scrivo")->children;
+  ASSERT_EQ(buttons.size(), 1u);
+  EXPECT_EQ(buttons[0]->caption, "Compile");
+  EXPECT_NE(connect->Buttons().cbBtnPanelKestrel, nullptr);
+  EXPECT_EQ(connect->Buttons().cbBtnPanelOpenSample, nullptr);
+}
+
 TEST_F(CommandBarsTest, WithoutAToolsBarTheToolbarStillGetsItsPopup) {
   host->bars.erase("Tools");
   ConnectWith(0);

@@ -12,6 +12,31 @@ TEST_F(ConnectTest, ConnectionPublishesTheHostAndItself) {
   EXPECT_EQ(system->mutexes, std::vector<std::string>{"Scrivo"});
 }
 
+TEST_F(ConnectTest, AMutexThatCannotBeMadeIsSkipped) {
+  class NoMutexes : public FakeSystem {
+   public:
+    void HoldMutex(const std::string&) override { throw Error(kPermissionDenied, "", "no mutex"); }
+  };
+  TheServices().system = std::make_shared<NoMutexes>();
+  ConnectWith(0);
+  EXPECT_EQ(Globals().HostApplication, host);
+  EXPECT_EQ(ErrorHandler().ErrorHandlerActions(), 8);
+  EXPECT_NE(Tools().Child("Scrivo"), nullptr);
+  EXPECT_NE(Standard().Child("Scrivo"), nullptr);
+}
+
+TEST_F(ConnectTest, TheHostIsPublishedBeforeTheErrorHandlerIsConfigured) {
+  // The host of an earlier connection is let go when the new one takes its place.
+  std::int32_t actions_then = 0;
+  Globals().HostApplication.reset(new FakeAddinHost, [&](FakeAddinHost* earlier) {
+    actions_then = ErrorHandler().ErrorHandlerActions();
+    delete earlier;
+  });
+  ConnectWith(0);
+  EXPECT_EQ(actions_then, 2);
+  EXPECT_EQ(ErrorHandler().ErrorHandlerActions(), 8);
+}
+
 TEST_F(ConnectTest, ConnectionConfiguresTheErrorHandler) {
   ConnectWith(1);
   EXPECT_EQ(ErrorHandler().ErrorHandlerActions(), 8);
@@ -64,6 +89,27 @@ TEST_P(TracingSettings, AnyOtherIntegerSwitchesTracingOnAndSaysWhere) {
   EXPECT_EQ(ErrorHandler().TracingLogFile(), "C:\\Scrivo\\Scrivo.trace");
 }
 INSTANTIATE_TEST_SUITE_P(Integers, TracingSettings, testing::Values("1", "-1", "2", "1.0"));
+
+TEST_F(ConnectTest, TracingIsToldBeforeItIsOn) {
+  SaveSetting("Scrivo", "Settings", "Trace", "1");
+  std::vector<bool> was_on;
+  desktop->on_message = [&] { was_on.push_back(ErrorHandler().TracingEnabled()); };
+  ConnectWith(0);
+  EXPECT_EQ(was_on, (std::vector<bool>{false, true}));
+}
+
+TEST_F(ConnectTest, ATracingMessageThatCannotBeShownIsSkipped) {
+  SaveSetting("Scrivo", "Settings", "Trace", "1");
+  desktop->on_message = [&] {
+    if (desktop->messages.size() == 1) throw Error(kOutOfMemory, "", "no box");
+  };
+  ConnectWith(0);
+  EXPECT_TRUE(ErrorHandler().TracingEnabled());
+  EXPECT_EQ(ErrorHandler().TracingFlags(), 2);
+  ASSERT_EQ(desktop->messages.size(), 2u);
+  EXPECT_EQ(desktop->messages[1].text, "C:\\Scrivo\\Scrivo.trace");
+  EXPECT_NE(Tools().Child("Scrivo"), nullptr);
+}
 
 TEST_F(ConnectTest, TheNextConnectionSetsTheErrorHandlerUpAnew) {
   SaveSetting("Scrivo", "Settings", "Trace", "1");
@@ -165,6 +211,39 @@ TEST_F(ConnectTest, DisconnectionUnloadsTheRunWindowAndTheCompileDialogButNotThe
   EXPECT_FALSE(frmHHC::IsLoaded());
   EXPECT_FALSE(frmMain::IsLoaded());
   EXPECT_TRUE(frmDecompile::IsLoaded());
+}
+
+TEST_F(ConnectTest, DisconnectionUnloadsTheRunWindowFirst) {
+  ConnectWith(0);
+  frmHHC::Load();
+  frmMain::Load();
+  bool had_run_window = true;
+  views->main.on_close = [&] { had_run_window = views->run.exists; };
+  connect->AddinInstance_OnDisconnection();
+  EXPECT_EQ(CountOf(views->main, "close"), 1);
+  EXPECT_FALSE(had_run_window);
+}
+
+// The messages that a run lets through may bring a disconnection. Its window must outlive that,
+// since the run still writes into it.
+TEST_F(ConnectTest, DisconnectionInTheMiddleOfARunLeavesTheRunWindow) {
+  ConnectWith(0);
+  frmMain::Load();
+  frmHHC::Load().Decompile(true);
+  processes->outputs = {"one", "two"};
+  processes->exit_code = 3;
+  desktop->on_pass = [&] {
+    if (!processes->requests.empty() && Globals().ConnectInstance) {
+      connect->AddinInstance_OnDisconnection();
+      EXPECT_TRUE(views->run.exists);
+      EXPECT_FALSE(frmMain::IsLoaded());
+    }
+  };
+  EXPECT_EQ(frmHHC::Load().Execute("C:\\out", "-decompile C:\\out C:\\a.chm"), 3);
+  EXPECT_EQ(Globals().ConnectInstance, nullptr) << "it was disconnected";
+  EXPECT_TRUE(frmHHC::IsLoaded());
+  EXPECT_TRUE(views->run.transcript.ends_with("onetwo\r\nDone!"));
+  EXPECT_TRUE(views->run.may_close);
 }
 
 TEST_F(ConnectTest, TheHostIsLetGoBeforeTheRunWindowWhichThusRefreshesNothing) {

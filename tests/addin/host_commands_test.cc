@@ -1,4 +1,5 @@
 #include "tests/addin/addin_test.h"
+#include "tests/doubles/fake_error_dialog.h"
 
 namespace scrivo {
 namespace {
@@ -22,6 +23,20 @@ TEST_F(HostCommandsTest, CompileWithoutAnOpenWebTellsToOpenOneAndShowsNoDialog) 
   ASSERT_EQ(desktop->messages.size(), 1u);
   EXPECT_EQ(desktop->messages[0].text, "Open site first");
   EXPECT_EQ(CountOf(views->main, "show"), 0);
+  EXPECT_FALSE(frmMain::IsLoaded());
+}
+
+TEST_F(HostCommandsTest, ADialogThatCannotBePreparedIsNotShownAndUnloadedAllTheSame) {
+  host->web = site.Web();
+  host->on_current_web = [] { throw Error(kInternalError, "", "The host is in a bad way"); };
+  // The failure reaches the command because the error dialog fails as well.
+  const auto failing = std::make_shared<FakeErrorDialog>();
+  failing->answers = {"THROW"};
+  ErrorHandler().Dialog(failing);
+  connect->ShowKestrel();
+  EXPECT_EQ(failing->reports.size(), 1u);
+  EXPECT_EQ(CountOf(views->main, "show"), 0);
+  EXPECT_EQ(CountOf(views->main, "close"), 1);
   EXPECT_FALSE(frmMain::IsLoaded());
 }
 
@@ -77,6 +92,23 @@ TEST_F(HostCommandsTest, WithoutADocumentsFolderTheNameIsTriedAsItIs) {
   EXPECT_TRUE(desktop->messages.empty());
 }
 
+TEST_F(HostCommandsTest, WithoutADialogToOwnTheQuestionTheSampleWebIsOpenedByItsNameAlone) {
+  desktop->browse_path = "C:\\Users\\Ann\\Documents";
+  views->main_fails = true;
+  connect->ShowExample();
+  EXPECT_TRUE(shell->asked_folders.empty());
+  EXPECT_EQ(host->opened, std::vector<std::string>{"\\Scrivo Builder sample web|||0"});
+  EXPECT_EQ(host->activations, 1);
+}
+
+TEST_F(HostCommandsTest, ASampleWebThatCannotBeBroughtForwardIsSilent) {
+  host->fail_every = host->calls + 2;  // the call behind the opening
+  connect->ShowExample();
+  EXPECT_EQ(host->opened.size(), 1u);
+  EXPECT_EQ(host->activations, 0);
+  EXPECT_TRUE(desktop->messages.empty());
+}
+
 TEST_F(HostCommandsTest, AMissingSampleWebIsSilent) {
   host->opens_webs = false;
   connect->ShowExample();
@@ -110,21 +142,29 @@ TEST_F(HostCommandsTest, AFailingShellIsSilent) {
   EXPECT_TRUE(desktop->messages.empty());
 }
 
-// Writes down what the version check does.
+// Writes down what the version check does, and fails in one of its steps.
 class RecordingChecker : public VersionChecker {
  public:
-  explicit RecordingChecker(std::vector<std::string>& log) : log_(log) {}
+  explicit RecordingChecker(std::vector<std::string>& log, std::size_t failing_step = 99)
+      : log_(log), failing_step_(failing_step) {}
+  ~RecordingChecker() override { log_.push_back("released"); }
 
-  void ProductName(const std::string& name) override { log_.push_back("product " + name); }
-  void Server(const std::string& host_name) override { log_.push_back("server " + host_name); }
+  void ProductName(const std::string& name) override { Do("product " + name); }
+  void Server(const std::string& host_name) override { Do("server " + host_name); }
   std::string Result() override {
-    log_.push_back("result");
+    Do("result");
     return "newer";
   }
-  void Check() override { log_.push_back("check"); }
+  void Check() override { Do("check"); }
 
  private:
+  void Do(const std::string& what) {
+    log_.push_back(what);
+    if (step_++ == failing_step_) throw Error(kInternalError, "RecordingChecker", "It failed");
+  }
+
   std::vector<std::string>& log_;
+  std::size_t step_ = 0, failing_step_;
 };
 
 TEST_F(HostCommandsTest, TheVersionCheckAsksTheComponentStepByStep) {
@@ -138,12 +178,28 @@ TEST_F(HostCommandsTest, TheVersionCheckAsksTheComponentStepByStep) {
   };
   EXPECT_TRUE(untouched.Click());
   EXPECT_EQ(log, (std::vector<std::string>{"product ScrivoBuilder", "server www.scrivo.example",
-                                           "result", "check"}));
+                                           "result", "check", "released"}));
   untouched.handlers[0] = [&](CommandBarControl& control, bool& flag) {
     checking.cbBtnPanelCheckVersion_Click(control, flag);
   };
   EXPECT_TRUE(untouched.Click());
-  EXPECT_EQ(log.size(), 8u);
+  EXPECT_EQ(log.size(), 10u);
+}
+
+TEST_F(HostCommandsTest, AFailingStepOfTheVersionCheckIsSkippedAlone) {
+  for (std::size_t step = 0; step < 4; ++step) {
+    std::vector<std::string> log;
+    Connect checking([&] { return std::make_shared<RecordingChecker>(log, step); });
+    FakeControl button;
+    button.handlers[0] = [&](CommandBarControl& control, bool& flag) {
+      checking.cbBtnCheckVersion_Click(control, flag);
+    };
+    EXPECT_NO_THROW(button.Click());
+    EXPECT_EQ(log, (std::vector<std::string>{"product ScrivoBuilder", "server www.scrivo.example",
+                                             "result", "check", "released"}))
+        << step;
+  }
+  EXPECT_TRUE(desktop->messages.empty());
 }
 
 TEST_F(HostCommandsTest, AMissingVersionCheckComponentIsSilent) {

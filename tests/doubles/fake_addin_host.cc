@@ -78,6 +78,7 @@ class ControlReference : public CommandBarControl {
   void Set(const std::string& property) {
     reference_.host().Call();
     control_->set.push_back(property);
+    reference_.host().Note("set " + property);
   }
 
   Reference reference_;
@@ -99,13 +100,15 @@ std::shared_ptr<CommandBarControl> ControlsReference::Item(const std::string& ca
 
 std::shared_ptr<CommandBarControl> ControlsReference::Add(ControlType type,
                                                           std::optional<bool> temporary) {
-  reference_.host().Call();
-  if (reference_.host().GivesNone()) return nullptr;
+  FakeAddinHost& host = reference_.host();
+  host.Call();
+  host.Note("add " + std::to_string(type));
+  if (host.GivesNone() || (host.missing_control > 0 && --host.missing_control == 0)) return nullptr;
   auto child = std::make_shared<FakeControl>();
   child->type = type;
   child->temporary = temporary;
   parent_->children.push_back(child);
-  return std::make_shared<ControlReference>(reference_.host(), child);
+  return std::make_shared<ControlReference>(host, child);
 }
 
 class BarReference : public CommandBar {
@@ -195,6 +198,7 @@ std::string FakeAddinHost::Version() {
 
 std::shared_ptr<CommandBar> FakeAddinHost::Bar(const std::string& name) {
   Call();
+  Note("bar " + name);
   if (GivesNone()) return nullptr;
   const auto bar = bars.find(name);
   if (bar == bars.end()) {

@@ -41,6 +41,9 @@ class FakeAddinHost : public AddinHost {
   bool missing_is_null = false;  // what is missing is no object, instead of failing
   int null_every = 0;            // every n-th object asked for is none; 0: never
   int objects = 0;
+  int missing_control = 0;               // the n-th control that is to be added is none; 0: never
+  std::vector<std::string> log;          // "bar Tools", "add 10", "set Caption", …
+  std::function<void()> on_note;         // runs after each entry of the log
   std::function<void()> on_current_web;  // runs while the open web is asked for
   int live_references = 0;               // wrappers handed out and not yet released
 
@@ -48,6 +51,10 @@ class FakeAddinHost : public AddinHost {
   void Call();
   // Counts one object that the host is asked for; true when it gives none instead.
   bool GivesNone() { return null_every > 0 && ++objects % null_every == 0; }
+  void Note(const std::string& entry) {
+    log.push_back(entry);
+    if (on_note) on_note();
+  }
 
   std::shared_ptr<SiteWeb> CurrentWeb() override;
   std::string RelativeLocation(SiteWeb& of, const std::string& address) override;
