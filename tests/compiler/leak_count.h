@@ -13,15 +13,15 @@ long OpenHandles();
 // Its own memory, in bytes.
 long long UsedMemory();
 
-// How much more memory a process may have without a leak, in bytes.
-long long MemorySlack();
+// How much more memory a process may have without a leak after so many calls, in bytes.
+long long MemorySlack(int calls);
 
-// How many children to start in a row: ten thousand, or as many as end in bearable time.
-int ChildrenToStart();
+// How many children the tests start in a row, unless they are to take long.
+extern const int kFewChildren;
 
-// How many of them the system may fail to start for reasons of its own: an emulated Windows loses
-// one now and then, one in ten thousand or so; any other none.
-int ChildrenThatMayNotStart();
+// How many of so many children the system may fail to start for reasons of its own: an emulated
+// Windows loses one now and then, one in ten thousand or so; any other none.
+int ChildrenThatMayNotStart(int children);
 
 // How many handles of the system an open key of the registry takes.
 extern const long kHandlesOfAKey;

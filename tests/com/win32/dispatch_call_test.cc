@@ -215,7 +215,7 @@ TEST_F(DispatchCallTest, TextsThatWereGivenAreFreed) {
   for (int i = 0; i < 20; ++i) round();
   const long long before = UsedMemory();
   for (int i = 0; i < 500; ++i) round();  // 200 MB of text
-  EXPECT_LT(UsedMemory() - before, 4 * MemorySlack());
+  EXPECT_LT(UsedMemory() - before, 4 * MemorySlack(1));
 }
 
 TEST_F(DispatchCallTest, AResultOfAnotherTypeIsConverted) {
