@@ -1,24 +1,19 @@
 #include "hhc/compiler.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "bytes/output_file.h"
-#include "hhc/compile_run.h"
+#include "hhc/build_streams.h"
+#include "hhc/collect_sources.h"
+#include "hhc/compile_context.h"
+#include "hhc/compile_files.h"
 #include "hhc/system_stream.h"
 #include "html/charset.h"
 #include "text/code_page.h"
 
 namespace scrivo {
 namespace {
-
-std::string WithSlashes(std::string path) {
-  std::replace(path.begin(), path.end(), '\\', '/');
-  return path;
-}
-
-bool IsFullPath(const std::string& path) {
-  return path.starts_with('/') || (path.size() >= 2 && path[1] == ':');
-}
 
 std::string Joined(const std::string& folder, const std::string& path) {
   if (IsFullPath(path) || folder.empty()) return path;
@@ -55,42 +50,34 @@ std::string OutputPath(const Project& project, const std::string& folder,
   return LowerDrive(Joined(folder, path));
 }
 
-void Write(const CompileRequest& request, CompileRun* run, OutputFile* output,
-           const Project& project, CompileResult* result) {
+void Compile(CompileContext* context, OutputFile* output) {
+  const CompileRequest& request = context->request;
+  CompileResult& result = context->result;
   ContainerOptions options;
-  options.language = project.language;
+  options.language = context->project.language;
   options.timestamp = request.time == 0 ? 0 : static_cast<std::uint32_t>(FileTime(request.time));
   options.threads = std::max(1, request.threads);
   ContainerWriter writer(*output, options);
-  run->CompileFiles(&writer);
-  if (!run->HasFiles()) {
-    run->Report(6000, Severity::kError,
-                "The project has no topics to compile. Compilation stopped.");
-    return;
-  }
-  if (!run->WriteStreams(&writer)) return;
+  PageFacts facts(*context);
+
+  ProjectSources sources = CollectSources(context);
+  CompileFiles(context, &sources, &writer, &facts);
+  if (sources.list.Empty()) return context->Report(MessageCode::kNoTopics, {});
+  if (!BuildStreams(context, sources, &facts, &writer)) return;
+
   const ContainerStatus status = writer.Finish();
   if (status == ContainerStatus::kOk && output->Commit()) {
-    result->output_size = writer.FileSize();
-    result->made = true;
+    result.output_size = writer.FileSize();
+    result.made = true;
     return;
   }
   std::string reason = output->Reason().message();
   if (status == ContainerStatus::kBadName) reason = "bad name: " + writer.BadName();
   if (status == ContainerStatus::kDuplicateName) reason = "name used twice: " + writer.BadName();
-  run->Report(5010, Severity::kError,
-              "Cannot write \"" + result->output + "\" (" + reason + "). Compilation stopped.");
+  context->Report(MessageCode::kOutputFailed, {"write", result.output, reason});
 }
 
 }  // namespace
-
-std::string CompileMessage::Line() const {
-  static constexpr std::string_view kKinds[] = {"Note: ", "Warning: ", "Error: "};
-  std::string line;
-  if (code != 0) line = "HHC" + std::to_string(code) + ": ";
-  line += kKinds[static_cast<int>(severity)];
-  return line + text;
-}
 
 CompileResult CompileProject(const CompileRequest& request, const SourceFiles& files,
                              CompileListener* listener) {
@@ -101,28 +88,24 @@ CompileResult CompileProject(const CompileRequest& request, const SourceFiles& f
     result.project_found = false;
     return result;
   }
-  const Project project = ReadProject(text);
+  Project project = ReadProject(text);
   const std::string folder = path.substr(0, path.rfind('/'));
   result.output = OutputPath(project, folder, path);
   result.display_progress = project.display_progress;
   if (!project.error_log_file.empty()) {
-    result.error_log = Joined(
-        folder,
-        WithSlashes(DecodeGuessing(project.error_log_file, CodePageOfLanguage(project.language))));
+    const int code_page = CodePageOfLanguage(project.language);
+    result.error_log =
+        Joined(folder, WithSlashes(DecodeGuessing(project.error_log_file, code_page)));
   }
   listener->Starting(result.output);
 
-  CompileRun run(request, files, project, folder, listener, &result);
+  CompileContext context(request, files, std::move(project), folder, listener, &result);
   std::error_code error;
-  const auto output = OutputFile::Create(SystemPath(result.output), &error);
-  if (output == nullptr) {
-    run.Report(
-        5010, Severity::kError,
-        "Cannot open \"" + result.output + "\" (" + error.message() + "). Compilation stopped.");
-    return result;
+  if (const auto output = OutputFile::Create(SystemPath(result.output), &error)) {
+    Compile(&context, output.get());
+  } else {
+    context.Report(MessageCode::kOutputFailed, {"open", result.output, error.message()});
   }
-  run.ReportProject();
-  Write(request, &run, output.get(), project, &result);
   return result;
 }
 

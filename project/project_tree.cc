@@ -10,20 +10,10 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-std::string WithSlashes(std::string_view text) {
-  std::string path(text);
-  std::replace(path.begin(), path.end(), '\\', '/');
-  return path;
-}
-
 int HexDigit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   c = AsciiLower(c);
   return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
-
-bool IsFullPath(std::string_view path) {
-  return path.starts_with('/') || (path.size() >= 2 && IsAsciiLetter(path[0]) && path[1] == ':');
 }
 
 // Letter case folded as file systems do, as far as names of help pages go: ASCII, Latin, Greek and
@@ -77,6 +67,20 @@ bool Matches(std::string_view pattern, std::string_view name) {
 }
 
 }  // namespace
+
+std::string WithSlashes(std::string path) {
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+}
+
+std::string WithBackslashes(std::string path) {
+  std::replace(path.begin(), path.end(), '/', '\\');
+  return path;
+}
+
+bool IsFullPath(std::string_view path) {
+  return path.starts_with('/') || (path.size() >= 2 && IsAsciiLetter(path[0]) && path[1] == ':');
+}
 
 Reference TakeApart(std::string_view address) {
   Reference reference;

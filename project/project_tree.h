@@ -29,6 +29,13 @@ struct Reference {
 };
 Reference TakeApart(std::string_view address);
 
+// `path` with every separator replaced by "/", or by "\\".
+std::string WithSlashes(std::string path);
+std::string WithBackslashes(std::string path);
+
+// Whether `path` (with "/" separators) starts at a root or a drive.
+bool IsFullPath(std::string_view path);
+
 // "../" and "./" steps and empty parts worked out; a path may still begin with "../" steps.
 std::string NormalPath(std::string_view path);
 

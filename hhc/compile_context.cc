@@ -1,0 +1,54 @@
+#include "hhc/compile_context.h"
+
+#include <utility>
+
+#include "html/charset.h"
+#include "text/ascii_text.h"
+#include "text/code_page.h"
+
+namespace scrivo {
+
+CompileContext::CompileContext(const CompileRequest& the_request, const SourceFiles& the_files,
+                               Project the_project, std::string folder,
+                               CompileListener* the_listener, CompileResult* the_result)
+    : request(the_request),
+      files(the_files),
+      project(std::move(the_project)),
+      code_page(CodePageOfLanguage(project.language)),
+      tree(files, std::move(folder), code_page, project.flat),
+      listener(*the_listener),
+      result(*the_result) {}
+
+void CompileContext::Report(MessageCode code, std::initializer_list<std::string_view> arguments) {
+  const CompileMessage message = MakeMessage(code, arguments);
+  if (message.severity == Severity::kWarning) ++result.warnings;
+  if (message.severity == Severity::kError) ++result.errors;
+  if (message.severity == Severity::kNote && !project.display_notes) return;
+  listener.Message(message);
+}
+
+void CompileContext::ReportNotCompiled(std::string path) {
+  Report(MessageCode::kNotCompiled, {path});
+  result.not_compiled.push_back(WithBackslashes(std::move(path)));
+}
+
+std::string CompileContext::Text(std::string_view bytes) const {
+  return DecodeGuessing(bytes, code_page);
+}
+
+std::string CompileContext::Encoded(std::string_view utf8) {
+  return FromUtf8(utf8, code_page, &lost_characters);
+}
+
+std::string CompileContext::Address(std::string_view utf8) const {
+  std::size_t lost = 0;
+  std::string encoded = FromUtf8(utf8, code_page, &lost);
+  return lost == 0 ? encoded : std::string(utf8);
+}
+
+std::string CompileContext::OutputStem() const {
+  const std::string name = result.output.substr(result.output.rfind('/') + 1);
+  return AsciiLowered(name.substr(0, name.rfind('.')));
+}
+
+}  // namespace scrivo
