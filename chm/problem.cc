@@ -51,77 +51,77 @@ std::string Fill(std::string_view pattern, const Problem& problem) {
 std::string_view Pattern(ProblemKind kind) {
   switch (kind) {
     case ProblemKind::kNotHelpFile:
-      return "not a compiled help file: it does not start with ITSF";
+      return "not a compiled help file: no ITSF signature";
     case ProblemKind::kHeaderCut:
-      return "the file ends within its header: it has %n bytes of at least %o";
+      return "header cut short: %n bytes, at least %o expected";
     case ProblemKind::kNoDirectory:
-      return "the directory is not at offset %n, where the header has it";
+      return "no directory at offset %n, where the header places it";
     case ProblemKind::kDirectoryCut:
-      return "the file ends within the header of its directory, at offset %n";
+      return "directory header cut short at offset %n";
     case ProblemKind::kUnknownVersion:
-      return "header: version %n is unknown; read as version %o";
+      return "header: unknown version %n, read as version %o";
     case ProblemKind::kFileCut:
-      return "the file is cut short: it has %n bytes of %o";
+      return "the file is cut short: %n of %o bytes";
     case ProblemKind::kDirectoryMoved:
-      return "header: the directory is not at offset %n; found at %o";
+      return "header: no directory at offset %n, found at %o";
     case ProblemKind::kContentOffset:
-      return "header: the content cannot start at offset %n; taken to start at %o";
+      return "header: impossible content offset %n, taken as %o";
     case ProblemKind::kDirectoryVersion:
-      return "directory: version %n is unknown; read as version %o";
+      return "directory: unknown version %n, read as version %o";
     case ProblemKind::kDirectoryHeader:
-      return "directory: header length %n is wrong; taken as %o";
+      return "directory: wrong header length %n, taken as %o";
     case ProblemKind::kChunkSize:
-      return "directory: chunk size %n cannot be right; taken as %o";
+      return "directory: impossible chunk size %n, taken as %o";
     case ProblemKind::kChunkCount:
-      return "directory: it is said to have %n chunks, and to be as long as %o";
+      return "directory: chunk count %n, but length for %o";
     case ProblemKind::kChunksMissing:
-      return "directory: the file ends before chunk %n of %o; the names from there on are lost";
+      return "directory: the file ends before chunk %n of %o; names from there on are lost";
     case ProblemKind::kChunkUnknown:
-      return "directory: chunk %n is no list of names, where one should be; its names are lost";
+      return "directory: chunk %n is not a listing; its names are lost";
     case ProblemKind::kEntryCount:
-      return "directory: chunk %e is said to have %n entries, but has %o";
+      return "directory: chunk %e has entry count %n, but %o entries";
     case ProblemKind::kEntryBroken:
       return "directory: chunk %n is damaged at entry %o; names are lost";
     case ProblemKind::kNoContent:
-      return "the compressed content is not in the directory";
+      return "compressed content: missing from the directory";
     case ProblemKind::kContentOutside:
-      return "the compressed content is said to be at offset %n, outside the file";
+      return "compressed content: offset %n is outside the file";
     case ProblemKind::kContentCut:
-      return "the compressed content is cut short: %n bytes of %o are there";
+      return "compressed content: cut short, %n of %o bytes";
     case ProblemKind::kControlData:
-      return "compression parameters are missing or impossible; taken as 64 KB window and interval";
+      return "compression parameters: missing or impossible; window and interval taken as 64 KB";
     case ProblemKind::kResetTable:
-      return "the reset table is missing or cut short; intervals are found by decoding";
+      return "reset table: missing or cut short; intervals found by decoding";
     case ProblemKind::kResetTableHeader:
-      return "reset table: its header has %n where %o is expected; taken as %o";
+      return "reset table: header field is %n, %o expected and used";
     case ProblemKind::kUncompressedLength:
-      return "the length of the decoded content is given as %n and as %o; taken as %n";
+      return "decoded content: length given as %n and as %o, taken as %n";
     case ProblemKind::kResetTableShort:
-      return "reset table: it covers %n frames of %o; files beyond are lost";
+      return "reset table: covers %n of %o frames; files beyond are lost";
     case ProblemKind::kMoreProblems:
-      return "and %n more problems like these";
+      return "and %n more problems of this kind";
     case ProblemKind::kSectionUnknown:
-      return "%e: not unpacked, it lies in section %n, whose coding is unknown";
+      return "%e: not unpacked: unknown encoding of section %n";
     case ProblemKind::kEntryOutside:
-      return "%e: not unpacked, its place lies outside the content";
+      return "%e: not unpacked: located outside the content";
     case ProblemKind::kContentUnusable:
-      return "%e: not unpacked, the compressed content cannot be used";
+      return "%e: not unpacked: the compressed content is unusable";
     case ProblemKind::kDamaged:
-      return "%e: not unpacked, its content is damaged";
+      return "%e: not unpacked: damaged content";
     case ProblemKind::kUnreadable:
-      return "%e: not unpacked, reading the help file failed";
+      return "%e: not unpacked: the help file cannot be read";
     case ProblemKind::kRenamed:
       return "%e: unpacked as %d";
     case ProblemKind::kRefused:
-      return "%e: not unpacked, its name %d";
+      return "%e: not unpacked: the name %d";
     case ProblemKind::kLinkInTheWay:
-      return "%e: not unpacked, a link lies in its place and would lead elsewhere";
+      return "%e: not unpacked: a link in its place leads elsewhere";
     case ProblemKind::kFileInTheWay:
-      return "%e: not unpacked, a file lies where its folder should be";
+      return "%e: not unpacked: a file is in the place of its folder";
     case ProblemKind::kFolderInTheWay:
-      return "%e: not unpacked, what lies in its place is no plain file";
+      return "%e: not unpacked: what is in its place is not a regular file";
     case ProblemKind::kWriteFailed:
-      return "%e: not unpacked, writing failed: %d";
+      return "%e: not unpacked: writing failed: %d";
   }
   return {};
 }

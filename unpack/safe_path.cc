@@ -139,7 +139,7 @@ SafePath MakeSafePath(std::string_view name, NameRules rules) {
     rest.remove_prefix(std::min(rest.size(), part.size() + 1));
     if (part.empty() || part == ".") continue;
     if (part == "..") return {{}, "leads out of the folder"};
-    if (++depth > kMaxDepth) return {{}, "lies too many folders deep"};
+    if (++depth > kMaxDepth) return {{}, "is too many folders deep"};
     if (!path.empty()) path += '/';
     path += MakeSafePart(part, rules);
   }

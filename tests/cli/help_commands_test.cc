@@ -110,7 +110,7 @@ TEST_F(HelpCommandsTest, HhSaysWhyItCannotStart) {
   std::ofstream(root_ / "text.chm") << "no help file";
   EXPECT_EQ(Hh({"-decompile", Utf8(root_ / "out"), Utf8(root_ / "text.chm")}), 1);
   EXPECT_EQ(err_.str(), "hh: " + Utf8(root_ / "text.chm") +
-                            ": not a compiled help file: it does not start with ITSF\n");
+                            ": not a compiled help file: no ITSF signature\n");
   err_.str("");
   EXPECT_EQ(Hh({"-decompile", Utf8(root_ / "text.chm"), Utf8(kData / "tiny.chm")}), 1);
   EXPECT_NE(err_.str().find("text.chm: "), std::string::npos);

@@ -199,7 +199,7 @@ TEST_F(Scrivo, SaysWhyAFileCannotBeUnpacked) {
   output.Write("no.chm", "no help file");
   EXPECT_EQ(Run({"decompile", output.PathOf("no.chm"), output.PathOf("un"), "-q"}), 1);
   EXPECT_EQ(err.find("scrivo: error: "), 0u) << err;
-  EXPECT_NE(err.find("no.chm: not a compiled help file: it does not start with ITSF"),
+  EXPECT_NE(err.find("no.chm: not a compiled help file: no ITSF signature"),
             std::string::npos)
       << err;
   EXPECT_EQ(out, "");

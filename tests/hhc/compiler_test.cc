@@ -246,14 +246,12 @@ TEST_F(CompilerTest, ReportsMissingFilesAndMakesTheRest) {
       (std::vector<std::string>{
           "HHC4003: Warning: The following option line does not contain an '=' character "
           "separating the option and its value: nothing",
-          "HHC4004: Warning: Line 3 of the project: the option \"Odd\" is not known and is "
-          "ignored.",
-          "HHC4005: Warning: Line 9 of the project: the section [STRANGE] is not known and is "
-          "ignored.",
+          "HHC4004: Warning: Line 3 of the project: unknown option \"Odd\" ignored.",
+          "HHC4005: Warning: Line 9 of the project: unknown section [STRANGE] ignored.",
           "HHC5003: Error: Compilation failed while compiling no.htm.",
           "HHC4006: Warning: The file \"A.HTM\" is already listed in the [FILES] section of the "
           "project file.",
-          "HHC3010: Warning: a.htm(2) : The file \"gone.gif\" that is linked here does not exist.",
+          "HHC3010: Warning: a.htm(2) : The linked file \"gone.gif\" does not exist.",
           "HHC5013: Error: URL reference in the TOC cannot be resolved: \"lost.htm\"."}));
 }
 
@@ -268,7 +266,7 @@ TEST_F(CompilerTest, TellsOfBadTagsWithPageAndLine) {
                 "HHC3004: Warning: sub/a.htm(3) : The HTML tag \"= n and n < 3)<br \" is not a "
                 "valid HTML tag (it does not begin with an alphanumeric character).",
                 "HHC3002: Warning: sub/a.htm(5) : The HTML tag \"b title=\"x\" is not a valid HTML "
-                "tag (it has no \">\" at its end).",
+                "tag (no closing \">\").",
                 "HHC3004: Warning: a.hhc(1) : The HTML tag \"?xml version=\"1.0\" "
                 "encoding=\"utf-8\"?\" is not a valid HTML tag (it does not begin with an "
                 "alphanumeric character)."}));
@@ -313,22 +311,21 @@ TEST_F(CompilerTest, UsesAContentsFileThatIsThereRatherThanHeadings) {
   folder_.Write("a.htm", Page("A page", "<h1>First</h1>"));
   EXPECT_TRUE(Compile().made);
   EXPECT_EQ(Opened()->Bytes("/a.hhc"), folder_.Read("a.hhc"));
-  EXPECT_EQ(recorder_.messages, std::vector<std::string>{
-                                    "HHC4008: Warning: The contents file \"a.hhc\" is there and is "
-                                    "used as it is; \"Auto TOC\" adds nothing to it."});
+  EXPECT_EQ(recorder_.messages,
+            std::vector<std::string>{"HHC4008: Warning: The contents file \"a.hhc\" already exists "
+                                     "and is used as it is; \"Auto TOC\" has no effect."});
 }
 
 TEST_F(CompilerTest, TellsOfWhatIsNotSupported) {
   folder_.Write("help.hhp", "[OPTIONS]\nCreate CHI file=Yes\n[FILES]\na.htm\n[INFOTYPES]\nx\ny\n");
   folder_.Write("a.htm", Page("t", ""));
   EXPECT_TRUE(Compile().made);
-  EXPECT_EQ(
-      recorder_.messages,
-      (std::vector<std::string>{
-          "HHC4007: Warning: Line 2 of the project: the option \"Create CHI file\" is not "
-          "supported; the help file is made without it.",
-          "HHC4007: Warning: Line 6 of the project: the section [INFOTYPES] is not supported; "
-          "the help file is made without it."}));
+  EXPECT_EQ(recorder_.messages,
+            (std::vector<std::string>{
+                "HHC4007: Warning: Line 2 of the project: option \"Create CHI file\" not "
+                "supported; the help file is made without it.",
+                "HHC4007: Warning: Line 6 of the project: section [INFOTYPES] not supported; "
+                "the help file is made without it."}));
 }
 
 TEST_F(CompilerTest, MakesNothingWithoutFiles) {
@@ -460,8 +457,7 @@ TEST_F(CompilerTest, ReadsPagesAndStyleSheetsInUtf16) {
   ASSERT_TRUE(Compile().made);
   EXPECT_EQ(recorder_.messages,
             (std::vector<std::string>{
-                "HHC3010: Warning: wide.htm(3) : The file \"no.gif\" that is linked here does not "
-                "exist."}));
+                "HHC3010: Warning: wide.htm(3) : The linked file \"no.gif\" does not exist."}));
   const auto help = Opened();
   ASSERT_NE(help, nullptr);
   EXPECT_EQ(help->Bytes("/wide.htm"), page);

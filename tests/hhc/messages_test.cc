@@ -31,18 +31,14 @@ std::string MessagesPage() {
   std::string page =
       "# Messages of the help compiler\n"
       "\n"
-      "`hhc`, and `scrivo compile` with it, prints one line for each thing that it finds wrong: "
-      "the "
-      "number of the message, how\n"
-      "bad it is, and what it is about. A warning leaves the help file whole but for what it "
-      "names. An error means that\n"
-      "something which the project asks for is missing; the help file is made all the same, unless "
-      "the message ends with\n"
-      "\"Compilation stopped.\"\n"
+      "`hhc` and `scrivo compile` print one line for each problem: the number of the message, its "
+      "severity, and what it is\n"
+      "about. A warning affects only what it names. An error means that something the project "
+      "asks for is missing; the help\n"
+      "file is made nevertheless, unless the message ends with \"Compilation stopped.\"\n"
       "\n"
-      "This page is made from the table in `hhc/messages.cc`:\n"
-      "`SCRIVO_WRITE_DOCS=1 build/native/bin/hhc_tests --gtest_filter='Messages.*'` writes it "
-      "anew.\n";
+      "This page is generated from the table in `hhc/messages.cc` by\n"
+      "`SCRIVO_WRITE_DOCS=1 build/native/bin/hhc_tests --gtest_filter='Messages.*'`.\n";
   for (const MessageEntry& entry : MessageTable()) {
     const bool numbered = static_cast<int>(entry.code) != 0;
     page += "\n## ";
@@ -75,7 +71,7 @@ TEST(Messages, EachStandsOnceAndHasAdvice) {
 TEST(Messages, ArgumentsFillTheirPlacesAndAreNotReadAgain) {
   const CompileMessage message = MakeMessage(MessageCode::kLinkBroken, {"a%3.htm", "12", "b%1"});
   EXPECT_EQ(message.Line(),
-            "HHC3010: Warning: a%3.htm(12) : The file \"b%1\" that is linked here does not exist.");
+            "HHC3010: Warning: a%3.htm(12) : The linked file \"b%1\" does not exist.");
   EXPECT_EQ(MakeMessage(MessageCode::kTooManyTopics, {"word", "7"}).Line(),
             "Warning: Too many topics associated to the \"word\" keyword.  Remaining 7 links "
             "truncated.");

@@ -76,7 +76,7 @@ TEST(SafePathTest, RefusesNamesThatLeadElsewhere) {
       {"/a\\..\\..\\b.htm", "leads out of the folder"},
       {"/a/..", "leads out of the folder"},
       {"..", "leads out of the folder"},
-      {deep, "lies too many folders deep"},
+      {deep, "is too many folders deep"},
       {"", "has no name"},
       {"/", "has no name"},
       {"/.", "has no name"},

@@ -127,9 +127,9 @@ TEST_F(UnpackTest, NamesWhatItMapsAndRefusesAndUnpacksTheRest) {
                                             {"/end. ", "6"},
                                             {"/good.htm", "7"}}));
   EXPECT_EQ(listener_.problems,
-            (Lines{"/../up.htm: not unpacked, its name leads out of the folder",
-                   "//server/a.htm: not unpacked, its name is an absolute path",
-                   "/c:/drive.htm: not unpacked, its name names a drive",
+            (Lines{"/../up.htm: not unpacked: the name leads out of the folder",
+                   "//server/a.htm: not unpacked: the name is an absolute path",
+                   "/c:/drive.htm: not unpacked: the name names a drive",
                    "/a.htm:stream: unpacked as a.htm_stream", "/end. : unpacked as end__",
                    "/nul.htm: unpacked as _nul.htm"}));
   EXPECT_EQ(folder_.files,
@@ -149,7 +149,7 @@ TEST_F(UnpackTest, ADamagedIntervalCostsTheFilesInIt) {
     listener_ = {};
     folder_.files.clear();
     const UnpackResult result = Run(image, {false, threads});
-    EXPECT_EQ(listener_.problems, Lines{"/large.bin: not unpacked, its content is damaged"});
+    EXPECT_EQ(listener_.problems, Lines{"/large.bin: not unpacked: damaged content"});
     EXPECT_EQ(listener_.files, (Lines{"first.htm", "last.htm"}));
     EXPECT_EQ(folder_.files.size(), 2U);
     EXPECT_EQ(result.written, 2U);
@@ -173,12 +173,12 @@ TEST_F(UnpackTest, NamesFilesThatCannotBeWritten) {
   const std::string full = std::make_error_code(std::errc::no_space_on_device).message();
   const std::string io = std::make_error_code(std::errc::io_error).message();
   EXPECT_EQ(listener_.problems,
-            (Lines{"/plain.bin: not unpacked, writing failed: " + io,
-                   "/a.htm: not unpacked, a link lies in its place and would lead elsewhere",
-                   "/b.htm: not unpacked, a file lies where its folder should be",
-                   "/c.htm: not unpacked, what lies in its place is no plain file",
-                   "/large.bin: not unpacked, writing failed: " + full,
-                   "/other.bin: not unpacked, writing failed: " + io}));
+            (Lines{"/plain.bin: not unpacked: writing failed: " + io,
+                   "/a.htm: not unpacked: a link in its place leads elsewhere",
+                   "/b.htm: not unpacked: a file is in the place of its folder",
+                   "/c.htm: not unpacked: what is in its place is not a regular file",
+                   "/large.bin: not unpacked: writing failed: " + full,
+                   "/other.bin: not unpacked: writing failed: " + io}));
   EXPECT_EQ(listener_.files, Lines{"d.htm"});
   EXPECT_EQ(folder_.files, (std::map<std::string, std::string>{{"d.htm", "4"}}));
 }
@@ -206,7 +206,7 @@ TEST(ProblemTest, CountsWhatIsTooMuchToList) {
   Problems problems;
   for (int i = 0; i < 250; ++i) AddProblem(&problems, {ProblemKind::kChunkUnknown});
   EXPECT_EQ(problems.size(), 101U);
-  EXPECT_EQ(Describe(problems.back()), "and 150 more problems like these");
+  EXPECT_EQ(Describe(problems.back()), "and 150 more problems of this kind");
 }
 
 }  // namespace
