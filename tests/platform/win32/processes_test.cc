@@ -42,15 +42,6 @@ TEST_F(Win32ProcessesTest, ChildrenMayInheritAPipeUntilItIsClosed) {
   }
 }
 
-TEST_F(Win32ProcessesTest, OtherChildrenMayInheritAChildsProcessAndThread) {
-  const StartedProcess child = StartLiving();
-  EXPECT_TRUE(IsInheritable(child.process));
-  EXPECT_TRUE(IsInheritable(child.thread));
-  processes.End(child.process);
-  processes.Close(child.thread);
-  processes.Close(child.process);
-}
-
 TEST_F(Win32ProcessesTest, EndingAChildReturnsWhenItHasEnded) {
   const StartedProcess child = StartLiving();
   EXPECT_EQ(processes.ExitCode(child.process), 259u);
