@@ -28,7 +28,7 @@ class Scanner {
         links_(page_code_page),
         headings_(page_code_page, kDeepestHeading),
         bad_tags_(html) {
-    if (html.starts_with(kUtf8Mark)) tokens_.set_position(kUtf8Mark.size());
+    if (html.starts_with(kUtf8Mark)) tokens_.SetPosition(kUtf8Mark.size());
     if (words != nullptr) text_.emplace(page_code_page, code_page, words);
   }
 
@@ -66,11 +66,11 @@ PageScan Scanner::Scan() {
   }
   if (text_) text_->Break();
   page_.code_page = code_page_;
-  page_.title = Trimmed(title_.title());
+  page_.title = Trimmed(title_.Title());
   std::replace_if(
       page_.title.begin(), page_.title.end(),
       [](char c) { return c == '\r' || c == '\n' || c == '\t'; }, ' ');
-  page_.base = links_.base();
+  page_.base = links_.Base();
   page_.links = links_.Take();
   page_.headings = headings_.Take();
   page_.bad_tags = bad_tags_.Take();

@@ -34,7 +34,7 @@ class LinkFinder {
   void See(const HtmlToken& token);
 
   // The BASE element's address, as written; empty when there is none.
-  const std::string& base() const { return base_; }
+  const std::string& Base() const { return base_; }
 
   // What was found, in the order of the page. Call it once, at its end.
   std::vector<PageLink> Take();

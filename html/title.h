@@ -22,7 +22,7 @@ class TitleFinder {
 
   // In UTF-8, at most kLongest bytes, its character references replaced, blanks and line ends as
   // they stand; empty when the page has no title.
-  const std::string& title() const { return title_; }
+  const std::string& Title() const { return title_; }
 
  private:
   int code_page_;

@@ -50,8 +50,8 @@ class HtmlTokenizer {
   bool Next(HtmlToken* token);
 
   // Where the next token starts, for a reader that takes part of the document itself.
-  std::size_t position() const { return position_; }
-  void set_position(std::size_t offset) { position_ = offset; }
+  std::size_t Position() const { return position_; }
+  void SetPosition(std::size_t offset) { position_ = offset; }
 
  private:
   bool ReadTag(HtmlToken* token);

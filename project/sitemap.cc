@@ -174,7 +174,7 @@ void Reader::CloseObject() {
 
 // Takes the attributes of a PARAM, whose name the tokenizer has just passed.
 Param Reader::ReadParam() {
-  std::size_t at = tokens_.position();
+  std::size_t at = tokens_.Position();
   Param param;
   bool has_name = false, has_value = false;
   while (at < bytes_.size() && bytes_[at] != '>') {
@@ -216,7 +216,7 @@ Param Reader::ReadParam() {
       has_value = true;
     }
   }
-  tokens_.set_position(std::min(at + 1, bytes_.size()));
+  tokens_.SetPosition(std::min(at + 1, bytes_.size()));
   return param;
 }
 

@@ -55,11 +55,11 @@ PageHead FindPageHead(std::string_view page, Headings headings,
     }
     if (headings == Headings::kYes) {
       heading_finder.See(token);
-    } else if (in_body && !title.title().empty()) {
+    } else if (in_body && !title.Title().empty()) {
       break;
     }
   }
-  head.title = title.title();
+  head.title = title.Title();
   for (PageHeading& heading : heading_finder.Take()) head.headings.push_back(heading.text);
   return head;
 }

@@ -130,7 +130,7 @@ TEST(LinkFinder, KeepsTheBase) {
   LinkFinder finder(1252);
   HtmlToken token;
   while (tokens.Next(&token)) finder.See(token);
-  EXPECT_EQ(finder.base(), "docs/");
+  EXPECT_EQ(finder.Base(), "docs/");
 }
 
 TEST(LinkFinder, TakesTimeInProportionForHostileInput) {

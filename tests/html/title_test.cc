@@ -10,7 +10,7 @@ std::string Title(std::string_view html, int code_page = 1252) {
   TitleFinder finder(code_page);
   HtmlToken token;
   while (tokens.Next(&token)) finder.See(token);
-  return finder.title();
+  return finder.Title();
 }
 
 TEST(TitleFinder, GivesTheTextInUtf8WithItsReferencesReplaced) {
