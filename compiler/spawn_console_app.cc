@@ -47,38 +47,35 @@ StartedProcess StartHidden(Processes& processes, const std::string& command_line
 
 std::int32_t CSpawnConsoleApp::ExecuteApp(const std::string& CommandLine,
                                           const std::string& WorkingDirectory) {
-  std::int32_t exit_code = 0;
-  Procedure("Kestrel.CSpawnConsoleApp.ExecuteApp", [&](Steps& step) {
+  const auto run = [&](Steps& step, std::int32_t& exit_code) {
     Processes& processes = *TheServices().processes;
-    Pipe pipe;
-    StartedProcess child;
-    step([&] { pipe = OpenPipe(processes); });
-    step([&] { child = StartHidden(processes, CommandLine, WorkingDirectory, pipe.write_end); });
+    const Pipe pipe = step([&] { return OpenPipe(processes); });
+    const StartedProcess child =
+        step([&] { return StartHidden(processes, CommandLine, WorkingDirectory, pipe.write_end); });
     // Only the child may hold a write end, or the last read would never end.
     step([&] { processes.Close(pipe.write_end); });
     step([&] {
       if (OnProcessStarted) OnProcessStarted();
     });
-    bool has_read;
+    bool has_read = false;
     do {
-      has_read = false;
       char buffer[kReadSize];
       std::uint32_t got = 0;
       step([&] {
         if (BeforeWaiting && processes.ReadWouldWait(pipe.read_end)) BeforeWaiting();
       });
-      step([&] { has_read = processes.Read(pipe.read_end, buffer, kReadSize, &got); });
+      has_read = step([&] { return processes.Read(pipe.read_end, buffer, kReadSize, &got); });
       step([&] {
         if (OnProcessOutputs) OnProcessOutputs(std::string(buffer, got));
       });
       step([&] { TheServices().desktop->ProcessMessages(); });
     } while (has_read);
-    step([&] { exit_code = static_cast<std::int32_t>(processes.ExitCode(child.process)); });
+    exit_code = step([&] { return static_cast<std::int32_t>(processes.ExitCode(child.process)); });
     step([&] { processes.Close(child.process); });
     step([&] { processes.Close(child.thread); });
     step([&] { processes.Close(pipe.read_end); });
-  });
-  return exit_code;
+  };
+  return Procedure<std::int32_t>("Kestrel.CSpawnConsoleApp.ExecuteApp", run);
 }
 
 }  // namespace scrivo

@@ -8,7 +8,11 @@ namespace scrivo {
 
 // The statements of one procedure that may fail. Each is run by calling the object with it:
 //
-//   step([&] { text += EnumNodes(*web->NavigationRoot()); });
+//   const bool found = step([&] { return FindCompiler(); });
+//   step([&] { WriteTextFile(path, text); });
+//
+// A step gives what its statement gives; one that is skipped gives the default of that type, or the
+// value that the caller names before the statement.
 //
 // A step that throws asks the error handler, whose answer runs the same step again (retry), goes
 // on behind it (ignore) or leaves the procedure (abort). Steps may stand in loops and inside other
@@ -20,15 +24,18 @@ class Steps {
   Steps& operator=(const Steps&) = delete;
 
   template <typename Statement>
-  void operator()(Statement&& statement) {
-    for (;;) {
-      try {
-        statement();
-        return;
-      } catch (...) {
-        if (!Retry()) return;
-      }
+  auto operator()(Statement&& statement) {
+    using Value = std::decay_t<std::invoke_result_t<Statement&>>;
+    if constexpr (std::is_void_v<Value>) {
+      Run(statement);
+    } else {
+      return (*this)(Value(), statement);
     }
+  }
+  template <typename Value, typename Statement>
+  Value operator()(Value when_skipped, Statement&& statement) {
+    Run([&] { when_skipped = statement(); });
+    return when_skipped;
   }
 
  private:
@@ -40,6 +47,18 @@ class Steps {
 
   // Thrown to leave the procedure after an abort; never leaves Procedure.
   struct Abort {};
+
+  template <typename Statement>
+  void Run(Statement&& statement) {
+    for (;;) {
+      try {
+        statement();
+        return;
+      } catch (...) {
+        if (!Retry()) return;
+      }
+    }
+  }
 
   // The error exit: true to run the statement again, false to go on behind it; throws to leave the
   // procedure.
@@ -70,6 +89,15 @@ void Procedure(const std::string& qualified_name, Body&& body) {
     step([&] { step.Pop(); });
   } catch (const Steps::Abort&) {
   }
+}
+
+// The same for a procedure with a result: `body` is also given the result, the default of its type
+// at first, and whatever it has reached when the procedure is left is what this returns.
+template <typename Result, typename Body>
+Result Procedure(const std::string& qualified_name, Body&& body) {
+  Result result{};
+  Procedure(qualified_name, [&](Steps& step) { body(step, result); });
+  return result;
 }
 
 // Runs one statement of a stretch that ignores errors on purpose: a failing statement is skipped.

@@ -96,16 +96,13 @@ void ClearChoice(FileDialogParameters* dialog) {
 }  // namespace
 
 bool VBGetOpenFileName(FileDialogParameters* dialog) {
-  bool confirmed = false;
-  Procedure("Kestrel.mCommonDialog.VBGetOpenFileName", [&](Steps& step) {
+  const auto ask = [&](Steps& step, bool& confirmed) {
     Desktop& desktop = *TheServices().desktop;
-    FileDialogRecord record;
     last_result = 0;
     last_extended_error = 0;
-    step([&] { record = RecordOf(*dialog); });
-    step([&] {
-      last_result =
-          dialog->Save ? desktop.SaveFileDialog(&record) : desktop.OpenFileDialog(&record);
+    FileDialogRecord record = step([&] { return RecordOf(*dialog); });
+    last_result = step([&] {
+      return dialog->Save ? desktop.SaveFileDialog(&record) : desktop.OpenFileDialog(&record);
     });
     confirmed = last_result == 1;
     if (confirmed) {
@@ -114,8 +111,8 @@ bool VBGetOpenFileName(FileDialogParameters* dialog) {
       if (last_result != 0) step([&] { last_extended_error = desktop.ExtendedDialogError(); });
       ClearChoice(dialog);
     }
-  });
-  return confirmed;
+  };
+  return Procedure<bool>("Kestrel.mCommonDialog.VBGetOpenFileName", ask);
 }
 
 std::int32_t LastDialogResult() { return last_result; }
@@ -123,15 +120,14 @@ std::int32_t LastDialogResult() { return last_result; }
 std::uint32_t LastExtendedDialogError() { return last_extended_error; }
 
 std::string StrZToStr(const std::string& text) {
-  std::string result;
-  Procedure("Kestrel.mCommonDialog.StrZToStr",
-            [&](Steps& step) { step([&] { result = text.substr(0, text.find('\0')); }); });
-  return result;
+  return Procedure<std::string>("Kestrel.mCommonDialog.StrZToStr",
+                                [&](Steps& step, std::string& result) {
+                                  result = step([&] { return text.substr(0, text.find('\0')); });
+                                });
 }
 
 std::string FilterLookup(const std::string& Filters, std::int32_t Index) {
-  std::string entry;
-  Procedure("Kestrel.mCommonDialog.FilterLookup", [&](Steps& step) {
+  const auto look_up = [&](Steps& step, std::string& entry) {
     step([&] {
       std::size_t start = 0;
       for (std::int64_t left = Index; left != 0; --left) {
@@ -143,27 +139,25 @@ std::string FilterLookup(const std::string& Filters, std::int32_t Index) {
         start = end + 1;
       }
     });
-  });
-  return entry;
+  };
+  return Procedure<std::string>("Kestrel.mCommonDialog.FilterLookup", look_up);
 }
 
 std::string BrowseFolder(WindowHandle Owner, const std::string& Title) {
-  std::string folder;
-  Procedure("Kestrel.mCommonDialog.BrowseFolder", [&](Steps& step) {
+  const auto browse = [&](Steps& step, std::string& folder) {
     Desktop& desktop = *TheServices().desktop;
     BrowseRecord record;
     record.owner = Owner;
     record.title = Title;
     record.flags = kOnlyFileSystemFolders | kStatusText | kNewDialogStyle;
-    std::uintptr_t item_list = 0;
-    step([&] { item_list = desktop.BrowseForFolder(record); });
+    const std::uintptr_t item_list = step([&] { return desktop.BrowseForFolder(record); });
     if (item_list == 0) return;
     // The item list is left to the process on purpose; it is small and folders are chosen rarely.
     std::string buffer(kPathBufferSize, ' ');
     step([&] { desktop.PathFromItemList(item_list, buffer.data()); });
-    step([&] { folder = StrZToStr(buffer); });
-  });
-  return folder;
+    folder = step([&] { return StrZToStr(buffer); });
+  };
+  return Procedure<std::string>("Kestrel.mCommonDialog.BrowseFolder", browse);
 }
 
 }  // namespace scrivo
