@@ -1,16 +1,18 @@
 #include "cli/compile_command.h"
 
 #include <algorithm>
+#include <cstdlib>
 
-#include "cli/compile_form.h"
-#include "cli/compiler_choice.h"
-#include "cli/compiler_process.h"
+#include "cli/compile_report.h"
+#include "cli/disk_path.h"
+#include "cli/foreign_compiler.h"
+#include "cli/help_project.h"
+#include "cli/hhc_command.h"
 #include "cli/open_web.h"
-#include "cli/output_guard.h"
+#include "cli/overlay_files.h"
 #include "cli/run_summary.h"
-#include "compiler/frm_hhc.h"
-#include "generator/relative_location.h"
-#include "platform/globals.h"
+#include "cli/web_job.h"
+#include "hhc/compiler.h"
 #include "system/error.h"
 #include "system/interruption.h"
 #include "system/services.h"
@@ -18,190 +20,141 @@
 namespace scrivo {
 namespace {
 
-constexpr const char* kProjectFilesNeedRoom =
-    "The project files cannot be written there; copy the web to another place.";
-
-// What the run window knows of a run that is over.
-struct RunFacts {
-  bool has_run = false;  // the compiler was started
-  std::int32_t exit_code = 0;
-  std::vector<std::string> messages;
-  std::string transcript;
-};
-
-RunFacts TakeRunFacts(const CompilerProcess& compiler) {
-  RunFacts facts;
-  if (!frmHHC::IsLoaded()) return facts;
-  const frmHHC& run = frmHHC::Load();
-  facts.has_run = compiler.HasStarted();
-  facts.exit_code = run.ExitCode();
-  facts.messages = run.Messages();
-  facts.transcript = run.Transcript();
-  frmHHC::Unload();
-  return facts;
-}
-
-bool IsErrorMessage(const std::string& message) { return message.starts_with("Error"); }
-
-bool HasLivedOn(std::int32_t exit_code) {
-  return exit_code == static_cast<std::int32_t>(kStillActive);
-}
-
-bool HasCrashed(std::int32_t exit_code) {
-  constexpr std::int32_t kFirstSignal = 129;
-  constexpr std::int32_t kLastSignal = 128 + 64;
-  return exit_code < 0 || (exit_code >= kFirstSignal && exit_code <= kLastSignal);
-}
-
-bool IsOrdinaryEnd(std::int32_t exit_code) {
-  return !HasLivedOn(exit_code) && !HasCrashed(exit_code);
-}
-
-// How a run ended, for a compiler that did not do its job.
-std::string EndingText(std::int32_t exit_code) {
-  if (HasLivedOn(exit_code)) return "closed its output without ending, and was ended";
-  const std::string status = "exit status " + std::to_string(exit_code);
-  return HasCrashed(exit_code) ? "crashed (" + status + ")" : "ended with " + status;
-}
-
-// The last lines that the compiler printed, each on a line of its own behind a line break.
-std::string LastLines(const std::string& transcript) {
-  constexpr std::size_t kLines = 5;
-  const std::size_t first = transcript.find("\r\n");  // where the run window's own line ends
-  std::size_t end = transcript.rfind("\r\nDone!");
-  std::vector<std::string> lines;
-  while (lines.size() < kLines && end != std::string::npos && end > first) {
-    const std::size_t line_break = transcript.find_last_of("\r\n", end - 1);
-    if (line_break + 1 < end) {
-      lines.push_back(transcript.substr(line_break + 1, end - line_break - 1));
-    }
-    end = line_break;
-  }
-  std::string text;
-  for (auto line = lines.rbegin(); line != lines.rend(); ++line) text.append("\n").append(*line);
-  return text;
-}
-
-void TellWhyNothingWasMade(Console& console, const RunFacts& run, const OutputGuard& output) {
-  const std::string kept = output.HoldsEarlierFile() ? "; the earlier file is kept" : "";
-  if (!run.has_run) {
-    // Why it was not run has been told.
-    if (!kept.empty() || console.Failures() == 0) {
-      console.Fail(output.path() + ": no help file was made" + kept + ".");
-    }
-    return;
-  }
-  std::string text = output.path() + ": no help file was made";
-  if (TheServices().files->FileExists(output.path())) {
-    text = output.path() + ": this is no whole help file; it was removed";
-  }
-  text += kept + ".";
-  // What was told in messages already need not be told again.
-  const bool has_told = std::any_of(run.messages.begin(), run.messages.end(), IsErrorMessage);
-  if (!has_told || !IsOrdinaryEnd(run.exit_code)) {
-    text += " " + Globals().compiler_path + " " + EndingText(run.exit_code) +
-            ". To see why, keep the project with --keep-project and run the compiler on it.";
-  }
-  if (run.messages.empty()) text += LastLines(run.transcript);
-  console.Fail(text);
-}
-
-// A quiet run has not told the warnings, which are now what it fails for.
-void TellWhyStrictFails(Console& console, const RunFacts& run, const CompileOptions& options) {
-  const bool has_told = std::any_of(run.messages.begin(), run.messages.end(), IsErrorMessage);
-  if (!options.quiet || has_told) return;
-  std::string text = "The compiler gave messages, and --strict allows none:";
-  for (const std::string& message : run.messages) text += "\n" + message;
-  console.Fail(text);
-}
+// Results of the shell up to this one are failures.
+constexpr std::int32_t kLastShellFailure = 32;
 
 void ThrowIfInterrupted() {
   if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
 }
 
-WebCounts ReadPages(SiteWeb& web, const CompileOptions& options, Console& console) {
-  return CountWeb(web, options.use_index, [&](std::size_t done, std::size_t all) {
-    console.ShowProgress(std::to_string(100 * done / all) + " %", "");
-  });
+// An opened web and what is to become of it.
+struct WebToCompile {
+  WebToCompile(const CompileOptions& options, Console& console)
+      : warnings(console), web(OpenWebOf(options, warnings)), locate(LocatorFor(web)) {
+    TellContentsUsed(options, *web, console);
+    job = JobFor(options, *web, locate);
+    counts = CountWeb(*web, options.use_index, [&](std::size_t done, std::size_t all) {
+      console.ShowProgress(std::to_string(100 * done / all) + " %", "");
+    });
+    if (job.use_index && counts.index_entries == 0) {
+      console.Warn("No keywords were found, so the help file has no index.\n" +
+                   NoIndexHint(options.reading.index));
+    }
+    ThrowIfInterrupted();
+  }
+
+  // Tells what reading the web has shown.
+  void TellWarnings() {
+    web->ReportLostCharacters();
+    warnings.Sum();
+  }
+
+  WebWarnings warnings;
+  std::shared_ptr<DiskWeb> web;
+  Locator locate;
+  CompileJob job;
+  WebCounts counts;
+};
+
+// The seconds since 1970 that the file is to say it was made at: none, so that the same web gives
+// the same file, unless the environment names them.
+std::int64_t TimeToRecord() {
+  std::int64_t seconds = 0;
+  const char* const epoch = std::getenv("SOURCE_DATE_EPOCH");
+  if (epoch == nullptr || *epoch == '\0' || ReadSourceDateEpoch(epoch, &seconds)) return seconds;
+  throw Error(kInvalidProcedureCall, "scrivo",
+              std::string("SOURCE_DATE_EPOCH is \"") + epoch +
+                  "\", which is not a number of seconds. Correct or unset it.");
 }
 
-// Takes the dialog and its project files away when the run is left before Generate could.
-class FormCleaner {
- public:
-  FormCleaner(std::shared_ptr<frmMain> form, bool keep_project)
-      : form_(std::move(form)), keep_project_(keep_project) {}
-  ~FormCleaner() {
-    if (!keep_project_) form_->RemoveProjectFiles();
-    frmMain::Unload();
-  }
-  void KeepProject() { keep_project_ = true; }
+// Compiles the web with the project's files laid over it in memory.
+bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileReport* report) {
+  CompileRequest request;
+  request.working_folder = PortablePathOf(project.folder);
+  request.project_path = project.name;
+  request.output = PortablePathOf(job.output);
+  request.compiler_name = kCompilerName;
+  request.time = TimeToRecord();
+  request.threads = CompilerThreads();
+  const DiskFiles disk;
+  const OverlayFiles files(disk, request.working_folder, project.files);
+  return CompileProject(request, files, report).made;
+}
 
- private:
-  std::shared_ptr<frmMain> form_;
-  bool keep_project_;
-};
+bool Compile(const CompileOptions& options, WebToCompile* web, CompileReport* report,
+             Console& console) {
+  const CompileJob& job = web->job;
+  if (!options.compiler.empty()) {
+    const std::string compiler = ForeignCompilerPath(options.compiler);
+    return CompileWithForeign(compiler, *web->web, job, web->locate, report, &console);
+  }
+  if (!job.keep_project) {
+    return CompileInMemory(MakeHelpProject(*web->web, job, web->locate, kProjectBaseName), job,
+                           report);
+  }
+  const std::string folder = web->web->BaseFolder()->LocalPath();
+  const HelpProject project =
+      MakeHelpProject(*web->web, job, web->locate, FreeProjectBaseName(folder));
+  WrittenProject(project).Keep();
+  return CompileInMemory(project, job, report);
+}
+
+// A quiet run has not told the warnings, which are now what it fails for.
+void TellWhyStrictFails(const CompileOptions& options, const CompileReport& report,
+                        Console& console) {
+  if (!options.quiet || report.Errors() > 0) return;
+  std::string text = "The compiler gave messages, and --strict allows none:";
+  for (const std::string& message : report.Texts()) text += "\n" + message;
+  console.Fail(text);
+}
+
+void Show(const std::string& help_file, Console& console) {
+  ShellRequest request;
+  request.verb = "open";
+  request.file = help_file;
+  if (TheServices().shell->Execute(request) > kLastShellFailure) return;
+  console.Warn(help_file + ": no program could be started to show it");
+}
 
 }  // namespace
 
 int CompileWeb(const CompileOptions& options, Console& console) {
-  WebWarnings warnings(console);
   console.BeginStep("Reading " + options.web);
-  const std::shared_ptr<DiskWeb> web = OpenWebOf(options, warnings);
-  TellContentsUsed(options, *web, console);
-  ChooseCompiler(options.compiler);
-  const std::shared_ptr<frmMain> form = LoadCompileForm(options);
-  FormCleaner cleaner(form, options.keep_project);
-  ThrowUnlessWritable(Globals().working_folder, kProjectFilesNeedRoom);
-  OutputGuard output(form->suiParams()["OUTPUT"].text);
-  const std::string default_page = form->suiParams()["DEFAULTPAGE"].data;
-  const WebCounts counts = ReadPages(*web, options, console);
-  ThrowIfInterrupted();  // Generate would meet it as one failure after the other
+  WebToCompile web(options, console);
+  const std::string& output = web.job.output;
+  const bool had_earlier = TheServices().files->FileExists(output);
 
-  const auto compiler = std::make_shared<CompilerProcess>(TheServices().processes);
-  TheServices().processes = compiler;
-  form->Generate();
+  console.BeginStep("Compiling");
+  CompileReport report(console, web.counts.files);
+  const bool made = Compile(options, &web, &report, console);
   console.EndSteps();
-  const RunFacts run = TakeRunFacts(*compiler);
-  ThrowIfInterrupted();
-  web->ReportLostCharacters();
-  warnings.Sum();
-  if (!output.HasHelpFile()) {
-    TellWhyNothingWasMade(console, run, output);
+  web.TellWarnings();
+  if (!made) {
+    console.Fail(output + ": no help file was made" +
+                 (had_earlier ? "; the earlier file is kept" : "") + ".");
     return 1;
   }
-  output.Accept();
-  console.Note("Made " + output.path() + ": " + CountsText(counts) + ", " +
-               SizeText(TheServices().files->Size(output.path())) + ", " +
+  console.Note("Made " + output + ": " + CountsText(web.counts) + ", " +
+               SizeText(TheServices().files->Size(output)) + ", " +
                DurationText(console.Seconds()));
-  if (options.view) {
-    TheServices().desktop->HtmlHelp(0, output.path(), kHelpDisplayToc,
-                                    RelativeLocation(default_page));
-  }
-  if (!options.strict || run.messages.empty()) return 0;
-  TellWhyStrictFails(console, run, options);
+  if (options.view) Show(output, console);
+  if (!options.strict || report.Messages() == 0) return 0;
+  TellWhyStrictFails(options, report, console);
   return 1;
 }
 
 int WriteProjectOf(const CompileOptions& options, Console& console) {
-  WebWarnings warnings(console);
   console.BeginStep("Reading " + options.web);
-  const std::shared_ptr<DiskWeb> web = OpenWebOf(options, warnings);
-  TellContentsUsed(options, *web, console);
-  UseRegistryInMemory();
-  const std::shared_ptr<frmMain> form = LoadCompileForm(options);
-  FormCleaner cleaner(form, false);
-  ThrowUnlessWritable(Globals().working_folder, kProjectFilesNeedRoom);
-  const bool written = form->WriteProject();
-  console.EndSteps();
+  WebToCompile web(options, console);
+  const std::string folder = web.web->BaseFolder()->LocalPath();
+  const HelpProject project =
+      MakeHelpProject(*web.web, web.job, web.locate, FreeProjectBaseName(folder));
   ThrowIfInterrupted();
-  web->ReportLostCharacters();
-  warnings.Sum();
-  if (!written) return 1;
-  cleaner.KeepProject();
-  for (const std::string& path :
-       {form->ProjectPath(), form->ContentsPath(), form->IndexPath(), form->DerivedPath()}) {
-    if (!path.empty()) console.Print(path);
-  }
+  WrittenProject written(project);
+  written.Keep();
+  console.EndSteps();
+  web.TellWarnings();
+  for (const std::string& path : written.Paths()) console.Print(path);
   return 0;
 }
 

@@ -69,8 +69,9 @@ Option Text(const std::string& name, const std::string& short_name, const std::s
 // The compiler reads the name from a project file, without the blanks at its ends: the file that
 // it writes would be another one than the one that is looked after here.
 Option OutputFile(CompileOptions* options) {
-  Option option = Text("--output", "-o", "FILE", "the help file to make (default: WEB/title.CHM)",
-                       &options->output);
+  Option option =
+      Text("--output", "-o", "FILE",
+           "the help file to make (default: TITLE.CHM in\nthe current folder)", &options->output);
   option.set = [take = option.set](const std::string& value) {
     take(value);
     if (value.front() == ' ' || value.back() == ' ') {
@@ -128,7 +129,8 @@ std::vector<Option> AllCompileOptions(CompileOptions* options) {
       Switch("--no-favorites", "no Favorites tab in the viewer", &options->favorites, false),
       Switch("--keep-project", "keep the project files in the web's folder", &options->keep_project,
              true),
-      Text("--compiler", "", "FILE", "the compiler to run (default: the installed one)",
+      Text("--compiler", "", "FILE",
+           "help compiler to run in place of Scrivo's own;\nits project is written into the web",
            &options->compiler),
       Switch("--view", "open the help file when it is made", &options->view, true),
       Switch("--strict", "exit with status 1 on compiler messages", &options->strict, true),

@@ -11,14 +11,14 @@ namespace scrivo {
 // What the command line says about one compile of a web.
 struct CompileOptions {
   std::string web;
-  std::string output;        // "" for the web's folder and the title
+  std::string output;        // "" for the title's, in the current folder
   std::string title;         // "" for the home page's label
   std::string default_page;  // "" for the first page
   DiskWebOptions reading;
   bool use_index = true;
   bool favorites = true;
   bool keep_project = false;
-  std::string compiler;  // "" for the one that is installed, or the program's own
+  std::string compiler;  // "" for this program's own
   bool view = false;
   bool strict = false;
   int code_page = 0;  // 0 for the system's

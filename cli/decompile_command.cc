@@ -1,48 +1,67 @@
 #include "cli/decompile_command.h"
 
-#include "cli/compiler_choice.h"
+#include <system_error>
+
+#include "chm/problem.h"
+#include "cli/disk_path.h"
+#include "cli/help_file.h"
 #include "cli/open_web.h"
-#include "decompile/frm_decompile.h"
-#include "platform/globals.h"
-#include "platform/paths.h"
 #include "system/error.h"
+#include "system/interruption.h"
 #include "system/services.h"
-#include "ui/console/console_run_view.h"
+#include "system/terminal.h"
+#include "text/code_page.h"
+#include "unpack/output_folder.h"
+#include "unpack/unpack.h"
 
 namespace scrivo {
 namespace {
 
-// This program's own unpacker, when it lies beside it; else whatever the search path has.
-void ChooseUnpacker() {
-  const std::string own =
-      JoinPath(TheServices().system->ModuleFolder(), Globals().decompiler_file_name);
-  if (TheServices().files->FileExists(own)) Globals().decompiler_file_name = own;
-}
+// Shows what is unpacked and tells what is not.
+class UnpackReport : public UnpackListener {
+ public:
+  explicit UnpackReport(Console& console) : console_(console) {}
 
-// All that the unpacker prints is what it could not do.
-void TellComplaint(const std::string& line, Console& console) {
-  const std::string own_name = "hh: ";
-  console.Fail(line.starts_with(own_name) ? line.substr(own_name.size()) : line);
-}
+  void OnFile(const PlannedFile& file) override { last_file_ = PrintableName(file.path); }
+  void OnProblem(const Problem& problem) override {
+    console_.Fail(FromUtf8(Describe(problem), TerminalCodePage()));
+  }
+  void OnProgress(std::uint64_t done, std::uint64_t total) override {
+    if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+    const std::uint64_t percent = total == 0 ? 100 : 100 * done / total;
+    console_.ShowProgress(std::to_string(percent) + " %", FromUtf8(last_file_, TerminalCodePage()));
+  }
+
+ private:
+  Console& console_;
+  std::string last_file_;
+};
 
 }  // namespace
 
 int UnpackFile(const HelpFileOptions& options, Console& console) {
-  const std::string file = AbsolutePath(options.file);
-  if (!TheServices().files->FileExists(file)) {
-    throw Error(kFileNotFound, "scrivo", file + ": there is no such help file");
+  const std::string path = AbsolutePath(options.file);
+  if (!TheServices().files->FileExists(path)) {
+    throw Error(kFileNotFound, "scrivo", path + ": there is no such help file");
   }
-  UseRegistryInMemory();
-  ChooseUnpacker();
-  Globals().views = std::make_shared<ConsoleViews>(
-      console, "Unpacking", [&](const std::string& line) { TellComplaint(line, console); });
-  const std::shared_ptr<frmDecompile> form = frmDecompile::Load();
-  form->suiParams()["FILE"].text = file;
-  form->suiParams()["DIR"].text = AbsolutePath(options.folder);
-  form->Decompile();
+  const HelpFile file = OpenHelpFile(PortablePathOf(path));
+  for (const std::string& complaint : file.complaints) {
+    console.Fail(FromUtf8(complaint, TerminalCodePage()));
+  }
+  if (file.reader == nullptr) return 1;
+
+  const std::string folder = AbsolutePath(options.folder);
+  std::error_code error;
+  const auto output = OpenOutputFolder(DiskPathOf(folder), &error);
+  if (output == nullptr) {
+    throw Error(kPathFileAccessError, "scrivo", folder + ": " + error.message());
+  }
+  console.BeginStep("Unpacking");
+  UnpackReport report(console);
+  const UnpackResult result = Unpack(*file.reader, *output, UnpackOptions(), report);
   console.EndSteps();
-  if (form->Result() != 0 || console.Failures() > 0) return 1;
-  console.Note("Unpacked into " + AbsolutePath(options.folder));
+  if (!file.complaints.empty() || result.problems > 0) return 1;
+  console.Note("Unpacked into " + folder);
   return 0;
 }
 

@@ -1,7 +1,6 @@
 #include "cli/help_file.h"
 
 #include <filesystem>
-#include <ostream>
 #include <system_error>
 #include <utility>
 
@@ -10,11 +9,11 @@
 
 namespace scrivo {
 
-HelpFile OpenHelpFile(const std::string& path, const std::string& program, std::ostream& err) {
-  const auto complain = [&](const std::string& text) {
-    err << program << ": " << PrintableName(path) << ": " << text << '\n';
-  };
+HelpFile OpenHelpFile(const std::string& path) {
   HelpFile file;
+  const auto complain = [&](const std::string& text) {
+    file.complaints.push_back(PrintableName(path) + ": " + text);
+  };
   std::error_code error;
   auto source =
       OpenFileSource(std::filesystem::path(std::u8string(path.begin(), path.end())), &error);
@@ -24,7 +23,6 @@ HelpFile OpenHelpFile(const std::string& path, const std::string& program, std::
   }
   Problems problems;
   file.reader = ChmReader::Open(std::move(source), &problems);
-  file.flawless = problems.empty();
   for (const Problem& problem : problems) complain(Describe(problem));
   return file;
 }

@@ -63,7 +63,8 @@ int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ost
     err << kUsage;
     return kMisuse;
   }
-  const HelpFile file = OpenHelpFile(parsed->file, "hh", err);
+  const HelpFile file = OpenHelpFile(parsed->file);
+  for (const std::string& complaint : file.complaints) err << "hh: " << complaint << '\n';
   if (file.reader == nullptr) return kNotAllUnpacked;
 
   std::error_code error;
@@ -76,7 +77,7 @@ int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ost
   UnpackOptions options;
   options.internal = parsed->internal;
   const UnpackResult result = Unpack(*file.reader, *folder, options, printer);
-  return file.flawless && result.problems == 0 ? kAllUnpacked : kNotAllUnpacked;
+  return file.complaints.empty() && result.problems == 0 ? kAllUnpacked : kNotAllUnpacked;
 }
 
 }  // namespace scrivo

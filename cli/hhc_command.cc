@@ -14,8 +14,6 @@
 namespace scrivo {
 namespace {
 
-constexpr char kName[] = "Scrivo HTML Help Compiler " SCRIVO_VERSION;
-
 constexpr char kUsage[] =
     "Usage: hhc [options] project.hhp\n"
     "\n"
@@ -75,10 +73,10 @@ Options ReadArguments(const std::vector<std::string>& arguments) {
   return options;
 }
 
-// The time to record in the file, 0 for none. False when SOURCE_DATE_EPOCH is no time.
+// The time to record in the file, 0 for none. False when SOURCE_DATE_EPOCH is not a time.
 bool TimeToRecord(const Options& options, const std::string& epoch, std::int64_t* time) {
   *time = 0;
-  if (!epoch.empty()) return ReadNumber(epoch, std::int64_t{0}, time);
+  if (!epoch.empty()) return ReadSourceDateEpoch(epoch, time);
   if (options.timestamp) {
     *time = std::chrono::duration_cast<std::chrono::seconds>(
                 std::chrono::system_clock::now().time_since_epoch())
@@ -98,17 +96,16 @@ bool Compile(const Options& options, const std::string& working_folder, std::int
   CompileRequest request;
   request.project_path = WithoutQuotes(options.project);
   request.working_folder = working_folder;
-  request.compiler_name = kName;
+  request.compiler_name = kCompilerName;
   request.time = time;
-  const unsigned cores = std::max(1u, std::thread::hardware_concurrency());
-  request.threads = options.jobs > 0 ? options.jobs : static_cast<int>(cores);
+  request.threads = options.jobs > 0 ? options.jobs : CompilerThreads();
 
-  HhcOutput output(out, kName);
+  HhcOutput output(out, kCompilerName);
   const auto start = std::chrono::steady_clock::now();
   const DiskFiles files;
   const CompileResult result = CompileProject(request, files, &output);
   if (!result.project_found) {
-    out << kName << "\n\nUnable to open " << options.project << ".\n" << std::flush;
+    out << kCompilerName << "\n\nUnable to open " << options.project << ".\n" << std::flush;
     return false;
   }
   const auto seconds =
@@ -125,6 +122,14 @@ bool Compile(const Options& options, const std::string& working_folder, std::int
 
 }  // namespace
 
+bool ReadSourceDateEpoch(const std::string& text, std::int64_t* seconds) {
+  return ReadNumber(text, std::int64_t{0}, seconds);
+}
+
+int CompilerThreads() {
+  return static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+}
+
 int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& surroundings,
            std::ostream& out, std::ostream& err) {
   Options options = ReadArguments(arguments);
@@ -134,7 +139,7 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
     return 0;
   }
   if (options.version) {
-    out << kName << '\n';
+    out << kCompilerName << '\n';
     return 0;
   }
   std::int64_t time = 0;

@@ -2,11 +2,22 @@
 
 // What the program `hhc` does: hhc [options] project.hhp.
 
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace scrivo {
+
+// Name and version of the compiler, as it prints them and as they stand in help files.
+inline constexpr char kCompilerName[] = "Scrivo HTML Help Compiler " SCRIVO_VERSION;
+
+// The value of the environment variable SOURCE_DATE_EPOCH: the seconds since 1970 that a help file
+// is to say it was made at. False when it is not a number from 0 on.
+bool ReadSourceDateEpoch(const std::string& text, std::int64_t* seconds);
+
+// How many threads a compile uses when nobody says: one for each core.
+int CompilerThreads();
 
 // What the program finds around it.
 struct HhcSurroundings {

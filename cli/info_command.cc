@@ -53,7 +53,7 @@ bool PrintContentsFile(const SystemInfo& info, ChmReader& reader, std::ostream& 
   if (info.contents_file.empty()) return true;
   const auto bytes = reader.ReadWhole(*reader.Find(info.contents_file));
   if (!bytes) {
-    err << "scrivo: " << PrintableName(info.contents_file) << ": cannot be read\n";
+    err << "scrivo: error: " << PrintableName(info.contents_file) << ": cannot be read\n";
     return false;
   }
   const std::string_view text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
@@ -64,11 +64,13 @@ bool PrintContentsFile(const SystemInfo& info, ChmReader& reader, std::ostream& 
 }  // namespace
 
 int RunInfo(const std::string& path, std::ostream& out, std::ostream& err) {
-  const HelpFile file = OpenHelpFile(path, "scrivo", err);
+  const HelpFile file = OpenHelpFile(path);
+  for (const std::string& complaint : file.complaints)
+    err << "scrivo: error: " << complaint << '\n';
   if (file.reader == nullptr) return 1;
   const auto info = ReadSystemInfo(*file.reader);
   if (!info) {
-    err << "scrivo: " << PrintableName(path) << ": /#SYSTEM is missing or damaged\n";
+    err << "scrivo: error: " << PrintableName(path) << ": /#SYSTEM is missing or damaged\n";
     return 1;
   }
   const auto& entries = file.reader->Entries();
@@ -84,7 +86,7 @@ int RunInfo(const std::string& path, std::ostream& out, std::ostream& err) {
   PrintField("Files:", std::to_string(files), out);
   PrintField("Index:", info->index_file, out);
   const bool complete = PrintContentsFile(*info, *file.reader, out, err);
-  return file.flawless && complete ? 0 : 1;
+  return file.complaints.empty() && complete ? 0 : 1;
 }
 
 }  // namespace scrivo

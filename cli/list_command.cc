@@ -11,10 +11,12 @@
 namespace scrivo {
 
 int RunList(const std::string& path, bool internal, std::ostream& out, std::ostream& err) {
-  const HelpFile file = OpenHelpFile(path, "scrivo", err);
+  const HelpFile file = OpenHelpFile(path);
+  for (const std::string& complaint : file.complaints)
+    err << "scrivo: error: " << complaint << '\n';
   if (file.reader == nullptr) return 1;
 
-  int status = file.flawless ? 0 : 1;
+  int status = file.complaints.empty() ? 0 : 1;
   std::uint64_t total = 0;
   std::size_t count = 0;
   for (const Entry& entry : file.reader->Entries()) {
@@ -24,7 +26,8 @@ int RunList(const std::string& path, bool internal, std::ostream& out, std::ostr
     if (!shown) continue;
     out << std::setw(12) << entry.length << "  " << PrintableName(entry.name) << '\n';
     if (const auto problem = file.reader->Check(entry)) {
-      err << "scrivo: " << Describe({*problem, entry.section, 0, std::string(entry.name)}) << '\n';
+      err << "scrivo: error: " << Describe({*problem, entry.section, 0, std::string(entry.name)})
+          << '\n';
       status = 1;
       continue;
     }

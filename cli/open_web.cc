@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/globals.h"
 #include "system/services.h"
 #include "webs/disk_host.h"
 
@@ -36,10 +35,12 @@ void WebWarnings::Sum() {
 
 std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings) {
   if (options.code_page != 0) TheServices().system->SetAnsiCodePage(options.code_page);
-  const std::shared_ptr<DiskWeb> web =
-      OpenDiskWeb(AbsolutePath(options.web), options.reading, warnings);
-  Globals().HostApplication = std::make_shared<DiskHost>(web);
-  return web;
+  return OpenDiskWeb(AbsolutePath(options.web), options.reading, warnings);
+}
+
+Locator LocatorFor(const std::shared_ptr<DiskWeb>& web) {
+  const auto host = std::make_shared<DiskHost>(web);
+  return [=](const std::string& address) { return host->RelativeLocation(*web, address); };
 }
 
 void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& console) {

@@ -5,6 +5,7 @@
 #include "cli/compile_options.h"
 #include "ui/console/console.h"
 #include "webs/disk_web.h"
+#include "writers/compile_job.h"
 
 namespace scrivo {
 
@@ -23,10 +24,12 @@ class WebWarnings : public WebReport {
   int problems_ = 0;
 };
 
-// Opens the web that the options name and makes it the open web of a host application
-// (Globals().HostApplication). The warnings must outlive the web. Throws Error with a text for the
-// user.
+// Opens the web that the options name. The warnings must outlive the web. Throws Error with a text
+// for the user.
 std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings);
+
+// Tells where the pages of the web lie in it.
+Locator LocatorFor(const std::shared_ptr<DiskWeb>& web);
 
 // Tells, in one line, that the contents are made of the folders where nobody has asked for that.
 void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& console);

@@ -1,25 +1,15 @@
 #include "cli/run_summary.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <iterator>
 
-#include "errors/frame.h"
-#include "html/page_kind.h"
 #include "system/error.h"
 #include "system/interruption.h"
+#include "writers/index.h"
+#include "writers/project.h"
 
 namespace scrivo {
 namespace {
-
-// Keywords are parted by ";" and ","; empty ones count.
-std::size_t CountKeywords(SiteFile& file) {
-  std::string keywords;
-  IgnoringErrors([&] { keywords = file.Property("keywords"); });
-  if (keywords.empty()) return 0;
-  return 1 + static_cast<std::size_t>(std::count_if(keywords.begin(), keywords.end(),
-                                                    [](char c) { return c == ';' || c == ','; }));
-}
 
 std::string Counted(std::size_t number, const std::string& one, const std::string& several) {
   if (number == 0) return "no " + several;
@@ -32,10 +22,11 @@ WebCounts CountWeb(SiteWeb& web, bool with_index,
                    const std::function<void(std::size_t done, std::size_t all)>& on_file) {
   WebCounts counts;
   const SiteFiles files = AllFiles(web);
+  counts.files = files.size();
   for (std::size_t i = 0; i < files.size(); ++i) {
     if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
     on_file(i, files.size());
-    if (KindOfExtension(files[i]->Extension()) == PageKind::kPlain) ++counts.pages;
+    if (IsProjectPage(*files[i])) ++counts.pages;
     if (with_index) counts.index_entries += CountKeywords(*files[i]);
   }
   counts.contents_entries = AllNodes(web).size();

@@ -11,6 +11,7 @@ namespace scrivo {
 
 // What went into a help file.
 struct WebCounts {
+  std::size_t files = 0;  // of the whole web
   std::size_t pages = 0;
   std::size_t contents_entries = 0;
   std::size_t index_entries = 0;

@@ -4,20 +4,15 @@
 
 #include "cli/code_page_stream.h"
 #include "cli/compile_command.h"
-#include "cli/console_errors.h"
 #include "cli/decompile_command.h"
+#include "cli/error_text.h"
 #include "cli/info_command.h"
 #include "cli/list_command.h"
 #include "cli/suggestion.h"
 #include "cli/tree_command.h"
-#include "errors/error_handler.h"
-#include "platform/globals.h"
 #include "system/interruption.h"
-#include "system/services.h"
 #include "system/terminal.h"
 #include "text/code_page.h"
-#include "ui/console/console_desktop.h"
-#include "ui/console/console_run_view.h"
 
 namespace scrivo {
 namespace {
@@ -36,9 +31,7 @@ struct Command {
 // What a command does on a console.
 using Work = std::function<int(Console& console)>;
 
-// `no_index_hint` is what to do when no index entries were found.
-int RunOnConsole(const Work& work, bool quiet, const Streams& streams,
-                 const std::string& no_index_hint = "");
+int RunOnConsole(const Work& work, bool quiet, const Streams& streams);
 
 // Runs a command that prints UTF-8 about a help file.
 template <typename Listing>
@@ -52,7 +45,7 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
   const auto on_web = [web](int (*command)(const CompileOptions&, Console&)) {
     return [=](const Streams& streams) {
       const auto work = [=](Console& console) { return command(*web, console); };
-      return RunOnConsole(work, web->quiet, streams, NoIndexHint(web->reading.index));
+      return RunOnConsole(work, web->quiet, streams);
     };
   };
   const Syntax::Operand file = {"FILE", "a compiled help file (.chm)", &help_file->file};
@@ -74,8 +67,8 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
         "Writes the project files of a web only, keeps them and prints their paths.",
         {WebOperand(web)},
         AllCompileOptions(web),
-        "No compiler is run: --compiler, --view, --strict and --keep-project change\n"
-        "nothing here."},
+        "Nothing is compiled: -o only says which help file the project is to make, and\n"
+        "--compiler, --view, --strict and --keep-project change nothing here."},
        on_web(WriteProjectOf)},
       {{"tree",
         "Prints a web's contents: labels, pages, and the pages outside them.",
@@ -108,8 +101,8 @@ std::string Overview(const std::vector<Command>& commands) {
             command.syntax.summary + "\n";
   }
   return text +
-         "\nscrivo COMMAND --help tells more about one command, scrivo --version which scrivo this "
-         "is.\n";
+         "\nFor the options of a command: scrivo COMMAND --help. For the version: scrivo "
+         "--version.\n";
 }
 
 const Command& FindCommand(const std::vector<Command>& commands, const std::string& name) {
@@ -125,38 +118,21 @@ const Command& FindCommand(const std::vector<Command>& commands, const std::stri
       (suggestion.empty() ? "; see scrivo --help" : "; did you mean " + suggestion + "?"));
 }
 
-// Puts the terminal where the windows of the forms and the boxes of the desktop would be.
-void UseConsole(Console& console, const std::string& no_index_hint) {
-  auto desktop = std::make_shared<ConsoleDesktop>(console);
-  desktop->hints["No keywords were found! No index was created!"] = no_index_hint;
-  TheServices().desktop = desktop;
-  Globals().views = std::make_shared<ConsoleViews>(console, "Compiling");
-  ErrorHandler().Dialog(std::make_shared<ConsoleErrors>(console));
-  ErrorHandler().ErrorHandlerActions(ehaErrorDialog);
-  ErrorHandler().CallStackEnabled(true);
-}
-
-int RunOnConsole(const Work& work, bool quiet, const Streams& streams,
-                 const std::string& no_index_hint) {
+int RunOnConsole(const Work& work, bool quiet, const Streams& streams) {
   ConsoleOptions console_options;
   console_options.live = streams.live;
   console_options.quiet = quiet;
   console_options.columns = streams.columns;
   console_options.clock = streams.clock;
   Console console(streams.out, streams.err, console_options);
-  const Services services = TheServices();
   int status = kNotDone;
   try {
-    UseConsole(console, no_index_hint);
     status = work(console);
   } catch (...) {
     const Error error = ErrorFrom(std::current_exception());
     console.EndSteps();
     if (error.number != kUserInterrupt) console.Fail(ErrorText(error));
   }
-  ErrorHandler().Dialog(nullptr);
-  Globals() = GlobalState();
-  TheServices() = services;
   return Interrupted() ? kInterrupted : status;
 }
 
@@ -188,7 +164,7 @@ int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams)
     ParseArguments(rest, command.syntax);
     return command.run(streams);
   } catch (const UsageError& error) {
-    streams.err << "scrivo: " << error.what() << "\n";
+    streams.err << "scrivo: error: " << error.what() << "\n";
     return kWrongUsage;
   } catch (const std::exception& error) {
     streams.err << "scrivo: error: " << error.what() << "\n";

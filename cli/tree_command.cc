@@ -2,7 +2,6 @@
 
 #include "cli/open_web.h"
 #include "cli/terminal_text.h"
-#include "platform/globals.h"
 
 namespace scrivo {
 namespace {
@@ -11,7 +10,8 @@ namespace {
 // a structure may be as deep as it is long.
 class TreePrinter {
  public:
-  TreePrinter(SiteWeb& web, Console& console) : web_(web), console_(console) {}
+  TreePrinter(SiteWeb& web, Locator locate, Console& console)
+      : web_(web), locate_(std::move(locate)), console_(console) {}
 
   void Print() {
     Take(web_.NavigationRoot()->Children(), 0);
@@ -21,10 +21,6 @@ class TreePrinter {
       PrintNode(*next.node, next.depth);
       Take(next.node->Children(), next.depth + 1);
     }
-  }
-
-  std::string Location(const std::string& address) {
-    return Globals().HostApplication->RelativeLocation(web_, address);
   }
 
  private:
@@ -43,14 +39,15 @@ class TreePrinter {
     const std::shared_ptr<SiteFile> file = node.File();
     std::string line = std::string(2 * depth, ' ') + ToTerminal(node.Label());
     if (file) {
-      line += " [" + Location(file->Url()) + "]";
+      line += " [" + locate_(file->Url()) + "]";
     } else if (const std::string address = node.Url(); !address.empty()) {
-      line += " [" + Location(address) + ", not in the web]";
+      line += " [" + locate_(address) + ", not in the web]";
     }
     console_.Print(line);
   }
 
   SiteWeb& web_;
+  Locator locate_;
   Console& console_;
   std::vector<Waiting> waiting_;
 };
@@ -60,14 +57,14 @@ class TreePrinter {
 int PrintTree(const CompileOptions& options, Console& console) {
   WebWarnings warnings(console);
   const std::shared_ptr<DiskWeb> web = OpenWebOf(options, warnings);
-  TreePrinter printer(*web, console);
-  printer.Print();
+  const Locator locate = LocatorFor(web);
+  TreePrinter(*web, locate, console).Print();
   const SiteFiles outside = web->PagesOutsideContents();
   if (!outside.empty()) {
     console.Print("");
     console.Print("Pages outside the contents:");
     for (const std::shared_ptr<SiteFile>& page : outside) {
-      console.Print("  " + ToTerminal(page->Title()) + " [" + printer.Location(page->Url()) + "]");
+      console.Print("  " + ToTerminal(page->Title()) + " [" + locate(page->Url()) + "]");
     }
   }
   web->ReportLostCharacters();

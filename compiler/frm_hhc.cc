@@ -56,15 +56,11 @@ frmHHC::frmHHC() : view_(Globals().views->MakeRunView()), lines_(Globals().path_
 frmHHC::~frmHHC() = default;
 
 std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::string& Arguments) {
-  std::int32_t result = 0;
   running_ = true;
-  messages_.clear();
-  exit_code_ = 0;
-  Procedure("Kestrel.frmHHC.Execute", [&](Steps& step) {
+  const auto run = [&](Steps& step, std::int32_t& result) {
     step([&] { view_->SetProgress("", 0); });
     ShowStart(step);
-    std::string folder;
-    step([&] { folder = InstallFolder(); });
+    const std::string folder = step([] { return InstallFolder(); });
     if (folder.empty() && !decompile_) {
       step([] {
         TheServices().desktop->ShowMessage("Microsoft HTML Help WorkShop must be installed",
@@ -72,12 +68,11 @@ std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::str
       });
     } else {
       const std::string tool = ToolPath(folder);
-      RunTool("\"" + tool + "\" " + Arguments, WorkingDirectory);
-      result = exit_code_;
+      RunTool("\"" + tool + "\" " + Arguments, WorkingDirectory, &result);
       step([&] { AppendToTranscript(std::string(kLineBreak) + "Done!"); });
-      step([&] { messages_ = ScanForMessages(transcript_); });
-      if (!messages_.empty()) {
-        step([&] { TellMessages(); });
+      const auto messages = step([&] { return ScanForMessages(transcript_); });
+      if (!messages.empty()) {
+        step([&] { TellMessages(messages); });
         result = -1;
       }
       step([&] { ShowProgress(100); });
@@ -85,7 +80,8 @@ std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::str
     step([&] { view_->EnableClose(true); });
     step([&] { view_->ShowBusy(false); });
     running_ = false;
-  });
+  };
+  const std::int32_t result = Procedure<std::int32_t>("Kestrel.frmHHC.Execute", run);
   if (running_) ReleaseWindow();
   return result;
 }
@@ -110,22 +106,23 @@ std::string frmHHC::ToolPath(const std::string& folder) const {
   return folder + Separator(Globals().path_style) + Globals().compiler_file_name;
 }
 
-void frmHHC::RunTool(const std::string& command_line, const std::string& folder) {
+void frmHHC::RunTool(const std::string& command_line, const std::string& folder,
+                     std::int32_t* exit_code) {
   try {
     mHHC = std::make_unique<CSpawnConsoleApp>();
     mHHC->OnProcessStarted = [this] { mHHC_OnProcessStarted(); };
     mHHC->OnProcessOutputs = [this](const std::string& Output) { mHHC_OnProcessOutputs(Output); };
     mHHC->BeforeWaiting = [this] { mHHC_BeforeWaiting(); };
-    exit_code_ = mHHC->ExecuteApp(command_line, folder);
+    *exit_code = mHHC->ExecuteApp(command_line, folder);
   } catch (...) {
     AppendToTranscript(kLineBreak + ("Error: " + ErrorFrom(std::current_exception()).description));
   }
   mHHC.reset();
 }
 
-void frmHHC::TellMessages() {
+void frmHHC::TellMessages(const std::vector<std::string>& messages) {
   std::string text = "There are errors and warnings while compiling.";
-  for (const std::string& message : messages_) text += kLineBreak + message;
+  for (const std::string& message : messages) text += kLineBreak + message;
   TheServices().desktop->ShowMessage(text, kInformation, kComponentTitle);
 }
 

@@ -48,10 +48,6 @@ class frmHHC {
 
   // What the tool has printed in the last run, framed by this window's own lines.
   const std::string& Transcript() const { return transcript_; }
-  // The texts of the compiler's messages in the last run.
-  const std::vector<std::string>& Messages() const { return messages_; }
-  // The tool's own exit code in the last run, messages or not.
-  std::int32_t ExitCode() const { return exit_code_; }
   // Whether a runner is at work; it is made for one tool and goes when that has ended.
   bool HasRunner() const { return mHHC != nullptr; }
 
@@ -61,8 +57,9 @@ class frmHHC {
   void ReleaseWindow();
   // The tool to run; `folder` is the compiler's.
   std::string ToolPath(const std::string& folder) const;
-  void RunTool(const std::string& command_line, const std::string& folder);
-  void TellMessages();
+  // Leaves the exit code as it is when the run does not come to one.
+  void RunTool(const std::string& command_line, const std::string& folder, std::int32_t* exit_code);
+  void TellMessages(const std::vector<std::string>& messages);
   void ShowProgress(int percent);
   void AppendToTranscript(const std::string& text);
 
@@ -79,8 +76,6 @@ class frmHHC {
   bool running_ = false;
   std::string transcript_;
   LineCount lines_;  // of transcript_
-  std::vector<std::string> messages_;
-  std::int32_t exit_code_ = 0;
 };
 
 }  // namespace scrivo

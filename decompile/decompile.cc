@@ -12,17 +12,15 @@ namespace scrivo {
 void frmDecompile::Decompile() {
   const std::shared_ptr<frmDecompile> alive = shared_from_this();
   Procedure("Kestrel.frmDecompile.Decompile", [&](Steps& step) {
-    result_ = 0;
     if (PathsAreUsable(step)) {
       const std::string folder = params_["DIR"].text;
       Hide();
       step([&] { frmHHC::Load().Decompile(true); });
-      std::string arguments;
-      step([&] {
+      const std::string arguments = step([&] {
         // The tool gets the paths without quotes, which only their short forms survive.
-        arguments = "-decompile " + GetShortPath(folder) + " " + GetShortPath(params_["FILE"].text);
+        return "-decompile " + GetShortPath(folder) + " " + GetShortPath(params_["FILE"].text);
       });
-      step([&] { result_ = frmHHC::Load().Execute(folder, arguments); });
+      step([&] { frmHHC::Load().Execute(folder, arguments); });
       step([] { frmHHC::Unload(); });
     }
     // Also after a message about a wrong path, on purpose: the user opens the dialog again to
@@ -35,9 +33,7 @@ bool frmDecompile::PathsAreUsable(Steps& step) {
   Files& files = *TheServices().files;
   Desktop& desktop = *TheServices().desktop;
   const std::string folder = params_["DIR"].text;
-  bool file_exists = false;
-  step([&] { file_exists = files.FileExists(params_["FILE"].text); });
-  if (!file_exists) {
+  if (!step([&] { return files.FileExists(params_["FILE"].text); })) {
     step([&] { desktop.ShowMessage("Can not find input file", kCritical, kComponentTitle); });
     return false;
   }
@@ -46,8 +42,7 @@ bool frmDecompile::PathsAreUsable(Steps& step) {
         [&] { desktop.ShowMessage("Please, enter output folder", kInformation, kComponentTitle); });
     return false;
   }
-  bool folder_exists = false;
-  step([&] { folder_exists = files.FolderExists(folder); });
+  const bool folder_exists = step([&] { return files.FolderExists(folder); });
   if (!folder_exists) step([&] { files.MakeFolder(folder); });
   return true;
 }

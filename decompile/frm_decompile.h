@@ -38,8 +38,6 @@ class frmDecompile : public std::enable_shared_from_this<frmDecompile>, private 
   // the dialog in every case, also after a message about a wrong path. Errors go to the error
   // handler; an abort leaves the dialog as it is then.
   void Decompile();
-  // What the run of the last Decompile returned; 0 when nothing was run.
-  std::int32_t Result() const { return result_; }
 
  private:
   void Activated() override {}
@@ -59,7 +57,6 @@ class frmDecompile : public std::enable_shared_from_this<frmDecompile>, private 
   ItemPanel params_;
   ButtonStrip buttons_;
   std::shared_ptr<MainView> view_;  // null in a program without windows
-  std::int32_t result_ = 0;
 };
 
 }  // namespace scrivo

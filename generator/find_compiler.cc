@@ -29,31 +29,25 @@ void TellWithoutIcon(const std::string& text) {
 }  // namespace
 
 bool frmMain::FindCompiler() {
-  bool found = false;
-  Procedure("Kestrel.frmMain.FindCompiler", [&](Steps& step) {
+  return Procedure<bool>("Kestrel.frmMain.FindCompiler", [&](Steps& step, bool& found) {
     CRegistry registry;
     registry.Init(static_cast<std::uint32_t>(kHkeyCurrentUser));
-    bool is_installed = false;
-    step([&] { is_installed = registry.KeyExists(kWorkshopKey); });
-    if (!is_installed) {
+    if (!step([&] { return registry.KeyExists(kWorkshopKey); })) {
       step([&] { TellWithoutIcon("Microsoft HTML Help WorkShop must be installed"); });
       return;
     }
-    std::string folder;
-    step([&] { folder = InstallFolder(registry); });
+    const std::string folder = step([&] { return InstallFolder(registry); });
     if (!folder.empty()) {
       Globals().compiler_path = JoinPath(folder, Globals().compiler_file_name);
-      step([&] { found = TheServices().files->FileExists(Globals().compiler_path); });
+      found = step([&] { return TheServices().files->FileExists(Globals().compiler_path); });
       if (found) return;
     }
-    step([&] { found = SelectCompiler(); });
+    found = step([&] { return SelectCompiler(); });
   });
-  return found;
 }
 
 bool frmMain::SelectCompiler() {
-  bool selected = false;
-  Procedure("Kestrel.frmMain.SelectCompiler", [&](Steps& step) {
+  return Procedure<bool>("Kestrel.frmMain.SelectCompiler", [&](Steps& step, bool& selected) {
     FileDialogParameters dialog{.FileName = "*.EXE",
                                 .FileTitle = "Microsoft HTML Help Workshop compiler",
                                 .HideReadOnly = true,
@@ -61,9 +55,7 @@ bool frmMain::SelectCompiler() {
                                 .FilterIndex = 1,
                                 .DlgTitle = "Select Microsoft HTML Help WorkShop hhc.exe file",
                                 .Owner = Window()};
-    bool confirmed = false;
-    step([&] { confirmed = VBGetOpenFileName(&dialog); });
-    if (!confirmed) return;
+    if (!step([&] { return VBGetOpenFileName(&dialog); })) return;
 
     const std::string& path = dialog.FileName;
     // Case counts on purpose: "HHC.EXE" is refused.
@@ -74,9 +66,8 @@ bool frmMain::SelectCompiler() {
     Globals().compiler_path = path;
     selected = true;
 
-    MessageAnswer answer = MessageAnswer::kNo;
-    step([&] {
-      answer = TheServices().desktop->ShowMessage(
+    const MessageAnswer answer = step(MessageAnswer::kNo, [&] {
+      return TheServices().desktop->ShowMessage(
           "Save Location of Microsoft HTML Help Workshop hhc.exe file for future use?",
           kYesNo | kExclamation, kComponentTitle);
     });
@@ -87,7 +78,6 @@ bool frmMain::SelectCompiler() {
       registry.SetValue(kWorkshopKey, kInstallFolder, GetFolder(path), kRegSz);
     });
   });
-  return selected;
 }
 
 }  // namespace scrivo

@@ -8,6 +8,7 @@
 #include "ui/button_strip.h"
 #include "ui/item_panel.h"
 #include "ui/main_view.h"
+#include "writers/compile_job.h"
 
 namespace scrivo {
 
@@ -55,11 +56,8 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
   // project, compiles, shows the result, cleans up and unloads the dialog. An abort in the driver
   // itself leaves it at once, without cleaning up.
   void Generate();
-  // Writes the project files and compiles nothing: the index file when "USEKEYWORDS" is on, the
-  // contents file, the derived-image page and the project file. False when one was not written.
-  bool WriteProject();
-  // Deletes the project files written so far, quietly.
-  void RemoveProjectFiles();
+  // The compile that the items ask for.
+  CompileJob Job();
 
   // Offers to save the pages that are open with unsaved changes.
   void SaveModifiedPages();
@@ -121,14 +119,14 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
   // The window. Raises Error (kObjectNotSet) in a program without windows.
   MainView& View() const;
 
-  // The location of the "DEFAULTPAGE" value; "" when none is chosen, which no host is asked about.
-  std::string StartPageLocation();
+  // LocationOf for the writers.
+  Locator Locations() const;
 
-  // Statements of Generate and of BuildProjectFile.
+  // Statements of Generate.
   void CompileAndShow(Steps& step);
   bool BuildSources(Steps& step);
   void ShowResult();
-  void AppendPages(Steps& step, std::string* text);
+  void RemoveProjectFiles();
 
   ItemPanel params_;
   ButtonStrip buttons_;

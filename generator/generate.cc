@@ -56,7 +56,7 @@ void frmMain::Generate() {
   Procedure("Kestrel.frmMain.Generate", [&](Steps& step) {
     step([&] { SaveModifiedPages(); });
     CompileAndShow(step);
-    if (!params_["LEAVEPROJECTFILE"].checked) RemoveProjectFiles();
+    if (!Job().keep_project) RemoveProjectFiles();
     step([&] { OpenWeb().Refresh(); });
     step([&] { Unload(); });
   });
@@ -64,25 +64,21 @@ void frmMain::Generate() {
 
 // The statements of Generate that lead to its clean-up, whichever of them is the last.
 void frmMain::CompileAndShow(Steps& step) {
-  bool found = false;
-  step([&] { found = FindCompiler(); });
-  if (!found) return;
+  if (!step([&] { return FindCompiler(); })) return;
 
   bool stopped = false;
   IgnoringErrors([&] {
-    if (IsLockedAgainstRemoval(params_["OUTPUT"].text)) {
-      stopped = CloseHelpViewer(params_["TITLE"].text);
-    }
+    const CompileJob job = Job();
+    if (IsLockedAgainstRemoval(job.output)) stopped = CloseHelpViewer(job.title);
   });
   if (stopped || !BuildSources(step)) return;
 
-  std::int32_t result = 0;
   // A window that stayed from an earlier run may have taken a file apart.
   step([&] { frmHHC::Load().Decompile(false); });
   step([&] { frmHHC::Load().FilesCount(static_cast<std::int32_t>(AllFiles().size())); });
-  step([&] {
+  const std::int32_t result = step([&] {
     const HeldStill held(view_.get());
-    result = frmHHC::Load().Execute(Globals().working_folder, GetFileName(project_path_));
+    return frmHHC::Load().Execute(Globals().working_folder, GetFileName(project_path_));
   });
   if (result == kCompilerMessages) return;
 
@@ -93,31 +89,16 @@ void frmMain::CompileAndShow(Steps& step) {
 }
 
 bool frmMain::BuildSources(Steps& step) {
-  bool built = true;
-  step([&] { use_index_ = params_["USEKEYWORDS"].checked; });
-  if (use_index_) {
-    built = false;
-    step([&] { built = BuildIndexFile(); });
-    if (!built) return false;
-  }
-  built = false;
-  step([&] { built = BuildContentFile(); });
-  if (!built) return false;
-  built = false;
-  step([&] { built = BuildProjectFile(); });
-  return built;
+  step([&] { use_index_ = Job().use_index; });
+  if (use_index_ && !step([&] { return BuildIndexFile(); })) return false;
+  return step([&] { return BuildContentFile(); }) && step([&] { return BuildProjectFile(); });
 }
 
 void frmMain::ShowResult() {
-  const std::string& output = params_["OUTPUT"].text;
-  if (!params_["VIEWRESULT"].checked || !TheServices().files->FileExists(output)) return;
-  TheServices().desktop->HtmlHelp(Window(), output, kHelpDisplayToc, StartPageLocation());
-}
-
-bool frmMain::WriteProject() {
-  bool written = false;
-  Procedure("Kestrel.frmMain.WriteProject", [&](Steps& step) { written = BuildSources(step); });
-  return written;
+  const CompileJob job = Job();
+  if (!params_["VIEWRESULT"].checked || !TheServices().files->FileExists(job.output)) return;
+  TheServices().desktop->HtmlHelp(Window(), job.output, kHelpDisplayToc,
+                                  StartPageLocation(job, Locations()));
 }
 
 void frmMain::RemoveProjectFiles() {
@@ -128,34 +109,28 @@ void frmMain::RemoveProjectFiles() {
 
 void frmMain::SaveModifiedPages() {
   Procedure("Kestrel.frmMain.SaveModifiedPages", [&](Steps& step) {
-    OpenPages pages;
-    step([&] { pages = OpenWeb().OpenPages(); });
+    const scrivo::OpenPages pages = step([&] { return OpenWeb().OpenPages(); });
     bool is_modified = false;
     for (std::size_t i = 0; i < pages.size() && !is_modified; ++i) {
-      step([&] { is_modified = pages[i]->IsModified(); });
+      is_modified = step([&] { return pages[i]->IsModified(); });
     }
     if (!is_modified) return;
 
-    bool wanted = false;
-    step([&] {
-      wanted = AskYesNo("There are unsaved documents. Would you like to save it?", kQuestion,
-                        "Save documents");
+    const bool wanted = step([&] {
+      return AskYesNo("There are unsaved documents. Would you like to save it?", kQuestion,
+                      "Save documents");
     });
     if (!wanted) return;
     for (const std::shared_ptr<OpenPage>& page : pages) {
-      is_modified = false;
-      step([&] { is_modified = page->IsModified(); });
-      if (is_modified) step([&] { page->Save(true); });
+      if (step([&] { return page->IsModified(); })) step([&] { page->Save(true); });
     }
   });
 }
 
 bool frmMain::CloseHelpViewer(const std::string& title) {
-  bool stops = false;
-  Procedure("Kestrel.frmMain.CloseHelpViewer", [&](Steps& step) {
-    bool may_close = false;
-    step([&] {
-      may_close = AskYesNo(
+  return Procedure<bool>("Kestrel.frmMain.CloseHelpViewer", [&](Steps& step, bool& stops) {
+    const bool may_close = step([&] {
+      return AskYesNo(
           "Output file is locked. Possibly this file opened by HTMLHelp Viewer.\r\n"
           "Can I try to close it?",
           kInformation, kComponentTitle);
@@ -164,8 +139,8 @@ bool frmMain::CloseHelpViewer(const std::string& title) {
       stops = true;
       return;
     }
-    WindowHandle viewer = 0;
-    step([&] { viewer = TheServices().desktop->FindTopLevelWindow("HH Parent", title); });
+    const WindowHandle viewer =
+        step([&] { return TheServices().desktop->FindTopLevelWindow("HH Parent", title); });
     if (viewer != 0) {
       step([&] { TheServices().desktop->SendToWindow(viewer, kCloseMessage); });
       return;
@@ -178,7 +153,6 @@ bool frmMain::CloseHelpViewer(const std::string& title) {
     });
     stops = true;
   });
-  return stops;
 }
 
 }  // namespace scrivo

@@ -36,21 +36,6 @@ std::shared_ptr<SiteWeb> CurrentWeb() {
   return host->CurrentWeb();
 }
 
-// The label of the web's home page, else the last name of the web's address.
-std::string DefaultTitle(SiteWeb& web) {
-  const std::shared_ptr<SiteNode> home = web.HomeNode();
-  if (home) return home->Label();
-  const std::string address = web.Url();
-  return address.substr(address.rfind('/') + 1);
-}
-
-// Only "/" and ":" are replaced in the file name, on purpose.
-std::string DefaultOutput(const std::string& folder, std::string title) {
-  std::replace(title.begin(), title.end(), '/', '_');
-  std::replace(title.begin(), title.end(), ':', '_');
-  return JoinPath(folder, title + ".CHM");
-}
-
 std::string CheckText(const Item& box) { return box.checked ? "1" : "0"; }
 
 }  // namespace
@@ -65,8 +50,7 @@ std::string frmMain::Setting(const std::string& key, const std::string& value_wh
 }
 
 bool frmMain::BuildUI() {
-  bool ready = false;
-  Procedure("Kestrel.frmMain.BuildUI", [&](Steps& step) {
+  return Procedure<bool>("Kestrel.frmMain.BuildUI", [&](Steps& step, bool& ready) {
     step([&] { web_ = CurrentWeb(); });
     if (!web_) {
       step([&] {
@@ -85,8 +69,8 @@ bool frmMain::BuildUI() {
     FillDefaultPages(step);
     step([&] { params_["SEP2"].size = kSeparatorSize; });
     step([&] {
-      params_["OUTPUT"].text =
-          Setting("OUTPUT", DefaultOutput(Globals().working_folder, params_["TITLE"].text));
+      params_["OUTPUT"].text = Setting(
+          "OUTPUT", JoinPath(Globals().working_folder, DefaultOutputName(params_["TITLE"].text)));
     });
     step([&] { params_["SEP3"].size = kSeparatorSize; });
     for (const CheckBoxDefault& box : kCheckBoxes) {
@@ -99,7 +83,6 @@ bool frmMain::BuildUI() {
     }
     ready = true;
   });
-  return ready;
 }
 
 // Statements of BuildUI.
@@ -109,15 +92,11 @@ void frmMain::FillDefaultPages(Steps& step) {
   item.data.clear();
   item.entries.clear();
 
-  std::string chosen;
-  step([&] { chosen = Setting("DEFAULTPAGE", ""); });
-  SiteNodes nodes;
-  step([&] { nodes = AllNodes(); });
+  std::string chosen = step([&] { return Setting("DEFAULTPAGE", ""); });
+  const SiteNodes nodes = step([&] { return AllNodes(); });
   std::unordered_set<std::string> listed;
   for (const std::shared_ptr<SiteNode>& node : nodes) {
-    bool has_file = false;
-    step([&] { has_file = node->File() != nullptr; });
-    if (!has_file) continue;
+    if (!step([&] { return node->File() != nullptr; })) continue;
     step([&] {
       const std::string address = node->Url();
       const std::string label = node->Label();
@@ -155,25 +134,31 @@ std::string frmMain::LocationOf(const std::string& address) const {
   return PageLocation(OpenWeb(), address);
 }
 
-std::string frmMain::StartPageLocation() {
-  const std::string& address = params_["DEFAULTPAGE"].data;
-  return address.empty() ? "" : LocationOf(address);
+Locator frmMain::Locations() const {
+  return [this](const std::string& address) { return LocationOf(address); };
+}
+
+CompileJob frmMain::Job() {
+  CompileJob job;
+  job.title = params_["TITLE"].text;
+  job.output = params_["OUTPUT"].text;
+  job.default_page = params_["DEFAULTPAGE"].data;
+  job.use_index = params_["USEKEYWORDS"].checked;
+  job.favorites = params_["FAVORITES"].checked;
+  job.keep_project = params_["LEAVEPROJECTFILE"].checked;
+  return job;
 }
 
 SiteFiles frmMain::AllFiles() {
-  SiteFiles files;
-  Procedure("Kestrel.frmMain.AllFiles", [&](Steps& step) {
+  return Procedure<SiteFiles>("Kestrel.frmMain.AllFiles", [&](Steps& step, SiteFiles& files) {
     files = scrivo::AllFiles(OpenWeb(), [&](const auto& statement) { step(statement); });
   });
-  return files;
 }
 
 SiteNodes frmMain::AllNodes() {
-  SiteNodes nodes;
-  Procedure("Kestrel.frmMain.AllNodes", [&](Steps& step) {
+  return Procedure<SiteNodes>("Kestrel.frmMain.AllNodes", [&](Steps& step, SiteNodes& nodes) {
     nodes = scrivo::AllNodes(OpenWeb(), [&](const auto& statement) { step(statement); });
   });
-  return nodes;
 }
 
 }  // namespace scrivo

@@ -66,6 +66,7 @@ void Compile(CompileContext* context, OutputFile* output) {
   if (!BuildStreams(context, sources, &facts, &writer)) return;
 
   const ContainerStatus status = writer.Finish();
+  if (status == ContainerStatus::kOk) context->listener.Finishing();
   if (status == ContainerStatus::kOk && output->Commit()) {
     result.output_size = writer.FileSize();
     result.made = true;
@@ -90,7 +91,7 @@ CompileResult CompileProject(const CompileRequest& request, const SourceFiles& f
   }
   Project project = ReadProject(text);
   const std::string folder = path.substr(0, path.rfind('/'));
-  result.output = OutputPath(project, folder, path);
+  result.output = request.output.empty() ? OutputPath(project, folder, path) : request.output;
   result.display_progress = project.display_progress;
   if (!project.error_log_file.empty()) {
     const int code_page = CodePageOfLanguage(project.language);

@@ -23,7 +23,8 @@ struct CompileMessage {
   std::string Line() const;
 };
 
-// What a compile tells while it works. The compiler prints nothing.
+// What a compile tells while it works. The compiler prints nothing. A listener may throw, which
+// ends the compile: nothing of the new file remains, an earlier one stays.
 class CompileListener {
  public:
   virtual ~CompileListener() = default;
@@ -35,11 +36,15 @@ class CompileListener {
   virtual void File(std::string_view path) = 0;
 
   virtual void Message(const CompileMessage& message) = 0;
+
+  // Called once, when the help file is complete and about to take the place of an earlier one.
+  virtual void Finishing() {}
 };
 
 struct CompileRequest {
   std::string project_path;    // UTF-8, "/" separators; relative to `working_folder`
   std::string working_folder;  // full path, UTF-8, "/" separators
+  std::string output;          // full path of the help file; "" for what the project says
   std::string compiler_name;   // name and version, for #SYSTEM
   std::int64_t time = 0;       // seconds since 1970 that the file says it was made at; 0: none
   int threads = 1;             // for compression; scanning has as many of its own

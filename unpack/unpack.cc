@@ -117,6 +117,7 @@ class Unpacker {
   std::size_t threads_;
   std::uint64_t total_ = 0;
   std::atomic<std::uint64_t> done_ = 0;
+  std::atomic<bool> failed_ = false;  // an exception ends all work
   std::vector<std::atomic<FileState>> states_;
   std::size_t reported_ = 0;
   UnpackResult result_;
@@ -138,7 +139,12 @@ UnpackResult Unpacker::Run(UnpackListener& listener) {
   }
   Work(&listener);
   for (std::thread& helper : helpers) helper.join();
-  if (exception_) std::rethrow_exception(exception_);
+  if (exception_) {
+    for (const auto& [file, spanning] : spanning_) {
+      if (spanning.created) folder_.Remove(files_[file].path);  // it is not complete
+    }
+    std::rethrow_exception(exception_);
+  }
   Report(listener);
   listener.OnProgress(total_, total_);
   return result_;
@@ -148,7 +154,9 @@ void Unpacker::Work(UnpackListener* listener) {
   try {
     Worker worker;
     if (section_ != nullptr) worker.decoder.emplace(reader_.Source(), *section_);
-    while (const auto job = queue_.Next()) {
+    while (!failed_) {
+      const auto job = queue_.Next();
+      if (!job) return;
       Do(*job, &worker);
       if (listener != nullptr) {
         Report(*listener);
@@ -158,6 +166,7 @@ void Unpacker::Work(UnpackListener* listener) {
   } catch (...) {
     const std::lock_guard lock(mutex_);
     exception_ = std::current_exception();
+    failed_ = true;
   }
 }
 

@@ -20,7 +20,7 @@ namespace scrivo {
 // Is told what becomes of the entries, on the thread that called Unpack(), one call at a time:
 // first the problems that show before anything is decoded, then one call for every file, in the
 // order in which the files are stored. The same help file gives the same calls every time, but for
-// OnProgress().
+// OnProgress(). A listener may throw, which ends the unpacking: the files that are complete stay.
 class UnpackListener {
  public:
   virtual ~UnpackListener() = default;

@@ -18,17 +18,19 @@ bool IsHostFolder(std::string_view key) {
   return key.starts_with("_vti_") || std::find(kNames.begin(), kNames.end(), key) != kNames.end();
 }
 
-// The derived-image page of a project that was kept in the web: Scr1A2.tmp.htm. It is no page of
-// the author's.
+// The derived-image page of a project that was kept in the web: Scr1A2.tmp.htm, or Scrivo.tmp.htm
+// and Scrivo2.tmp.htm. It is not a page of the author's.
 bool IsKeptProjectPage(std::string_view key) {
-  constexpr std::string_view kStart = "scr", kEnd = ".tmp.htm";
+  constexpr std::string_view kStart = "scr", kOwnStart = "scrivo", kEnd = ".tmp.htm";
   if (key.size() <= kStart.size() + kEnd.size() || !key.starts_with(kStart) ||
       !key.ends_with(kEnd)) {
     return false;
   }
-  const std::string_view number =
-      key.substr(kStart.size(), key.size() - kStart.size() - kEnd.size());
-  return number.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+  key.remove_suffix(kEnd.size());
+  if (key.starts_with(kOwnStart)) {
+    return key.find_first_not_of("0123456789", kOwnStart.size()) == std::string_view::npos;
+  }
+  return key.find_first_not_of("0123456789abcdef", kStart.size()) == std::string_view::npos;
 }
 
 }  // namespace

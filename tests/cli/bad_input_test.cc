@@ -47,7 +47,7 @@ TEST_F(BadInput, GivesOneAdviceForAWebThatCannotBeRead) {
 TEST_F(BadInput, WarnsOfADamagedStructureAndGoesOn) {
   web.Write("_vti_pvt/structure.cnf",
             "3.0.0.507\r\n1002\r\n1000,index.htm,0,Home,0,100,0\r\nno node\r\n");
-  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_EQ(Compile(), 0);
   EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:4: "), std::string::npos)
       << err;
 }
@@ -56,7 +56,7 @@ TEST_F(BadInput, WarnsOfAStructureThatIsCutShortAndGoesOn) {
   web.Write("_vti_pvt/structure.cnf",
             "3.0.0.507\r\n1003\r\n1000,index.htm,0,Home,0,100,0\r\n"
             "1001,docs/a.htm,0,First,1000,100,0\r\n1002,docs/b.h");
-  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_EQ(Compile(), 0);
   EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:5: "), std::string::npos)
       << err;
   EXPECT_NE(out.find(", 2 contents entries, "), std::string::npos) << out;
@@ -64,7 +64,7 @@ TEST_F(BadInput, WarnsOfAStructureThatIsCutShortAndGoesOn) {
 
 TEST_F(BadInput, WarnsOfABinaryStructureAndTakesTheFolders) {
   web.Write("_vti_pvt/structure.cnf", std::string("\0\1\2\xFF\xFE\n\0\0,\0", 10));
-  EXPECT_EQ(Compile("make"), 0);
+  EXPECT_EQ(Compile(), 0);
   EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:"), std::string::npos)
       << err;
   EXPECT_NE(err.find("The contents follow the web's folders"), std::string::npos) << err;
@@ -72,47 +72,32 @@ TEST_F(BadInput, WarnsOfABinaryStructureAndTakesTheFolders) {
 }
 
 TEST_F(BadInput, SaysThatTheProjectFilesCannotBeWritten) {
-  UseFailingDisk()->closed_folder = WebPath();
+  UseFailingDisk()->on_write = [](const std::string& path) {
+    throw Error(kPermissionDenied, "", "Permission denied: " + path);
+  };
   const std::string line =
-      "WEB: no file can be written into this folder. The project files cannot be written there; "
-      "copy the web to another place.";
-  EXPECT_EQ(Compile("make"), 1);
-  ExpectError(line);
-  EXPECT_FALSE(output.Has("a.chm"));
+      "WEB: the project files cannot be written here (Permission denied: WEB/Scrivo.hhp). See that "
+      "you may read and write there.";
   EXPECT_EQ(Run({"project", WebPath()}), 1);
   ExpectError(line);
-}
-
-TEST_F(BadInput, SaysThatTheOutputFolderCannotBeWrittenTo) {
-  UseFailingDisk()->closed_folder = output.path().string();
-  EXPECT_EQ(Compile("make"), 1);
-  ExpectError(
-      "OUT: no file can be written into this folder. Name another folder for the help file with "
-      "-o.");
-}
-
-TEST_F(BadInput, KeepsTheEarlierFileWhenTheDiskIsFull) {
-  output.Write("a.chm", "old");
-  UseFailingDisk()->on_write = [](const std::string& path) {
-    throw Error(kDiskFull, "", "Disk full: " + path);
-  };
-  EXPECT_EQ(Compile("make"), 1);
-  EXPECT_NE(err.find("scrivo: error: Disk full: "), std::string::npos) << err;
-  EXPECT_NE(err.find(". Free some space and run again.\n"), std::string::npos);
-  ExpectError("OUT/a.chm: no help file was made; the earlier file is kept.");
-  EXPECT_EQ(output.Read("a.chm"), "old");
-  EXPECT_TRUE(ProjectFiles().empty());
+  EXPECT_EQ(Compile({"--keep-project"}), 1);
+  ExpectError(line);
+  EXPECT_FALSE(output.Has("a.chm"));
+  EXPECT_EQ(Compile(), 0) << "nothing is written there unless it is asked for: " << err;
 }
 
 TEST_F(BadInput, LeavesNoProjectFileWhenTheDiskFillsUpOnTheWay) {
+  output.Write("a.chm", "old");
   std::vector<std::string> written;
   UseFailingDisk()->on_write = [&](const std::string& path) {
-    if (path.ends_with(".hhp")) throw Error(kDiskFull, "", "Disk full: " + path);
-    if (std::filesystem::path(path).filename().string().starts_with("Scr")) written.push_back(path);
+    if (path.ends_with(".tmp.htm")) throw Error(kDiskFull, "", "Disk full: " + path);
+    written.push_back(path);
   };
-  EXPECT_EQ(Compile("make"), 1);
+  EXPECT_EQ(CompileWithFake("make"), 1);
+  EXPECT_NE(err.find(". Free some space and run again.\n"), std::string::npos) << err;
   EXPECT_FALSE(written.empty()) << "nothing had to be removed";
   EXPECT_TRUE(ProjectFiles().empty());
+  EXPECT_EQ(output.Read("a.chm"), "old");
   written.clear();
   EXPECT_EQ(Run({"project", WebPath()}), 1);
   EXPECT_FALSE(written.empty()) << "nothing had to be removed";

@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
+#include "cli/hh_command.h"
 #include "cli/scrivo.h"
-#include "platform/memory_registry.h"
 #include "system/services.h"
 #include "tests/doubles/fake_shell.h"
 #include "tests/doubles/test_folder.h"
 
 namespace scrivo {
 
-// Runs of the command line, inside the test, over real files and real children. The registry and
-// the shell are doubles: nothing of the user's is read or changed.
+// Runs of the command line, inside the test, over real files and real children. The shell is a
+// double: nothing is opened on the user's desktop.
 class ScrivoRun : public testing::Test {
  protected:
   ScrivoRun() {
@@ -35,7 +35,6 @@ class ScrivoRun : public testing::Test {
 
   void UseServices() {
     TheServices() = CreateSystemServices();
-    TheServices().registry = registry;
     TheServices().shell = shell;
   }
   // Runs the program; what it printed is in `out` and `err`.
@@ -47,13 +46,26 @@ class ScrivoRun : public testing::Test {
     err = err_stream.str();
     return status;
   }
-  // Compiles the web with the fake compiler, which does what `behaviour` says.
-  int Compile(const std::string& behaviour, std::vector<std::string> more = {}) {
-    web.Write("behaviour.txt", behaviour);
-    std::vector<std::string> arguments = {"compile", WebPath(),    "-o",
-                                          Output(),  "--compiler", TestProgram("test_fake_hhc")};
+  // Compiles the web into Output().
+  int Compile(std::vector<std::string> more = {}) {
+    std::vector<std::string> arguments = {"compile", WebPath(), "-o", Output()};
     arguments.insert(arguments.end(), more.begin(), more.end());
     return Run(arguments);
+  }
+  // The same with the fake compiler, which does what `behaviour` says.
+  int CompileWithFake(const std::string& behaviour, std::vector<std::string> more = {}) {
+    web.Write("behaviour.txt", behaviour);
+    more.insert(more.begin(), {"--compiler", TestProgram("test_fake_hhc")});
+    return Compile(std::move(more));
+  }
+  // Unpacks the help file in `name` (in the folder of the output) into the folder "un packed"
+  // there, the streams of the help system included.
+  void Unpack(const std::string& name = "a.chm") {
+    std::ostringstream told;
+    ASSERT_EQ(RunHh({"-decompile", "--internal", output.PathOf("un packed"), output.PathOf(name)},
+                    told, told),
+              0)
+        << told.str();
   }
   std::string WebPath() const { return web.path().string(); }
   std::string Output() const { return output.PathOf("a.chm"); }
@@ -77,7 +89,6 @@ class ScrivoRun : public testing::Test {
   }
 
   TestFolder web, output;
-  std::shared_ptr<MemoryRegistry> registry = std::make_shared<MemoryRegistry>();
   std::shared_ptr<FakeShell> shell = std::make_shared<FakeShell>();
   std::string out, err;
 

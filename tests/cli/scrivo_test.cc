@@ -49,9 +49,9 @@ TEST_F(Scrivo, SaysWhatTheExitStatusOfACompileMeans) {
 
 TEST_F(Scrivo, SaysWhichOptionsDoNothingForAProject) {
   EXPECT_EQ(Run({"project", "--help"}), 0);
-  EXPECT_TRUE(
-      out.ends_with("\n\nNo compiler is run: --compiler, --view, --strict and "
-                    "--keep-project change\nnothing here.\n"))
+  EXPECT_TRUE(out.ends_with(
+      "\n\nNothing is compiled: -o only says which help file the project is to make, and\n"
+      "--compiler, --view, --strict and --keep-project change nothing here.\n"))
       << out;
 }
 
@@ -68,11 +68,11 @@ TEST_F(Scrivo, TakesNoCommandForAMistake) {
 
 TEST_F(Scrivo, SuggestsTheCommandThatWasMeant) {
   EXPECT_EQ(Run({"complie", "x"}), 2);
-  EXPECT_EQ(err, "scrivo: there is no command complie; did you mean compile?\n");
+  EXPECT_EQ(err, "scrivo: error: there is no command complie; did you mean compile?\n");
   EXPECT_EQ(Run({"frobnicate"}), 2);
-  EXPECT_EQ(err, "scrivo: there is no command frobnicate; see scrivo --help\n");
+  EXPECT_EQ(err, "scrivo: error: there is no command frobnicate; see scrivo --help\n");
   EXPECT_EQ(Run({"--verison"}), 2);
-  EXPECT_EQ(err, "scrivo: there is no option --verison; see scrivo --help\n");
+  EXPECT_EQ(err, "scrivo: error: there is no option --verison; see scrivo --help\n");
 }
 
 TEST_F(Scrivo, ExitsWithTwoOnWrongUsage) {
@@ -93,19 +93,21 @@ TEST_F(Scrivo, ExitsWithTwoOnWrongUsage) {
   };
   for (const std::vector<std::string>& arguments : wrong) {
     EXPECT_EQ(Run(arguments), 2) << err;
-    EXPECT_TRUE(err.starts_with("scrivo: ")) << err;
+    EXPECT_TRUE(err.starts_with("scrivo: error: ")) << err;
     EXPECT_EQ(out, "");
   }
 }
 
 TEST_F(Scrivo, SuggestsTheValueThatWasMeant) {
   Run({"compile", "a", "--contents", "navigaton"});
-  EXPECT_EQ(err, "scrivo: --contents does not know \"navigaton\"; did you mean navigation?\n");
-  Run({"compile", "a", "--contents", "xyz"});
   EXPECT_EQ(err,
-            "scrivo: --contents does not know \"xyz\"; it takes auto, navigation or folders\n");
+            "scrivo: error: --contents does not know \"navigaton\"; did you mean navigation?\n");
+  Run({"compile", "a", "--contents", "xyz"});
+  EXPECT_EQ(
+      err,
+      "scrivo: error: --contents does not know \"xyz\"; it takes auto, navigation or folders\n");
   Run({"compile", "a", "--index", "keywords,tittles"});
-  EXPECT_EQ(err, "scrivo: --index does not know \"tittles\"; did you mean titles?\n");
+  EXPECT_EQ(err, "scrivo: error: --index does not know \"tittles\"; did you mean titles?\n");
 }
 
 TEST_F(Scrivo, PrintsTheTreeWithLabelsAndPages) {
@@ -182,9 +184,13 @@ TEST_F(Scrivo, TellsAboutAHelpFile) {
 TEST_F(Scrivo, UnpacksWhatItHasCompiled) {
   const std::string file = output.PathOf("a.chm");
   ASSERT_EQ(Run({"compile", WebPath(), "-o", file, "--compiler", TestProgram("hhc")}), 0) << err;
+  const std::string by_hhc = output.Read("a.chm");
+  ASSERT_EQ(Compile(), 0) << err;
+  EXPECT_TRUE(output.Read("a.chm") == by_hhc);
   EXPECT_EQ(err.find("scrivo: error"), std::string::npos) << err;
   EXPECT_EQ(Run({"decompile", file, output.PathOf("un packed")}), 0) << err;
   EXPECT_EQ(Plain(out), "Unpacked into OUT/un packed\n");
+  EXPECT_EQ(err, "Unpacking\n");
   EXPECT_EQ(output.Read("un packed/docs/a.htm"), web.Read("docs/a.htm"));
   EXPECT_EQ(output.Read("un packed/index.htm"), web.Read("index.htm"));
   EXPECT_EQ(Run({"info", file}), 0);

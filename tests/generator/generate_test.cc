@@ -525,25 +525,5 @@ TEST_F(GenerateTest, WithoutTheViewerTheUserIsToldThatTheRunStops) {
   EXPECT_EQ(desktop->messages[1].caption, "Scrivo");
 }
 
-TEST_F(GenerateTest, WritingTheProjectAloneCompilesNothingAndKeepsTheFiles) {
-  const auto form = Form();
-  EXPECT_TRUE(form->WriteProject());
-  for (const std::string& path :
-       {form->IndexPath(), form->ContentsPath(), form->DerivedPath(), form->ProjectPath()}) {
-    EXPECT_TRUE(files->FileExists(path)) << path;
-  }
-  EXPECT_FALSE(HasCompiled());
-  form->RemoveProjectFiles();
-  EXPECT_FALSE(ProjectFilesAreLeft());
-  EXPECT_TRUE(frmMain::IsLoaded());
-}
-
-TEST_F(GenerateTest, AProjectThatCannotBeWrittenIsFalse) {
-  Form();
-  site.Fail("NavigationRoot", 1);
-  EXPECT_FALSE(Form()->WriteProject());
-  EXPECT_EQ(Form()->ProjectPath(), "");
-}
-
 }  // namespace
 }  // namespace scrivo

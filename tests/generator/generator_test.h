@@ -44,6 +44,12 @@ class GeneratorTest : public WithFakeServices {
     }
     return frmMain::Load();
   }
+  // Writes the four files of a project, as Generate does before it compiles.
+  static bool WriteProject(frmMain& form) {
+    form.UseIndex(form.suiParams()["USEKEYWORDS"].checked);
+    return (!form.UseIndex() || form.BuildIndexFile()) && form.BuildContentFile() &&
+           form.BuildProjectFile();
+  }
   // The file written to this path; a missing one fails the test.
   std::string Written(const std::string& path) {
     EXPECT_TRUE(files->files.count(path)) << path << " was not written";

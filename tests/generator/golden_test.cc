@@ -83,7 +83,7 @@ class GoldenTest : public GeneratorTest, public testing::WithParamInterface<cons
 TEST_P(GoldenTest, TheFilesAreThoseOfTheIndependentScript) {
   const std::shared_ptr<frmMain> form =
       FormFor(ReadFile(kData / (std::string(GetParam()) + ".site")));
-  ASSERT_TRUE(form->WriteProject());
+  ASSERT_TRUE(WriteProject(*form));
   EXPECT_EQ(Reports(), 0);
   Expect(form->ContentsPath(), ".hhc");
   Expect(form->DerivedPath(), ".htm");

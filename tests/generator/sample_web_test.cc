@@ -63,7 +63,8 @@ TEST_F(SampleWebTest, TheProjectIsThatOfTheIndependentScript) {
       std::make_shared<DiskHost>(OpenDiskWeb(kFolder, DiskWebOptions(), problems));
   const std::shared_ptr<frmMain> form = frmMain::Load();
   ASSERT_TRUE(form->BuildUI());
-  ASSERT_TRUE(form->WriteProject());
+  form->UseIndex(true);
+  ASSERT_TRUE(form->BuildIndexFile() && form->BuildContentFile() && form->BuildProjectFile());
   EXPECT_TRUE(problems.problems.empty());
   EXPECT_EQ(ErrorLog(), "");
   Expect(form->ContentsPath(), ".hhc");

@@ -223,9 +223,9 @@ TEST_F(DiskWebTest, ANameWithALineBreakIsReportedAndLeftOut) {
   EXPECT_EQ(Reported(), problem + problem);
 }
 
-TEST_F(DiskWebTest, ThePageOfAKeptProjectIsNoPageOfTheWeb) {
-  for (const char* name :
-       {"a.htm", "Scr1A2.tmp.htm", "ScrXYZ.tmp.htm", "Scr.tmp.htm", "docs/Scr1A2.tmp.htm"}) {
+TEST_F(DiskWebTest, ThePageOfAKeptProjectIsNotAPageOfTheWeb) {
+  for (const char* name : {"a.htm", "Scr1A2.tmp.htm", "Scrivo.tmp.htm", "Scrivo12.tmp.htm",
+                           "ScrXYZ.tmp.htm", "Scr.tmp.htm", "docs/Scr1A2.tmp.htm"}) {
     Put(name, "");
   }
   EXPECT_EQ(Urls(AllFiles(*Open())),

@@ -4,6 +4,9 @@
 
 #include <cstdlib>
 
+#include "cli/compile_report.h"
+#include "hhc/compiler.h"
+#include "system/error.h"
 #include "system/interruption.h"
 #include "tests/cli/failing_disk.h"
 #include "tests/cli/scrivo_run.h"
@@ -40,6 +43,35 @@ TEST_F(EarlyInterruption, WhileTheWebIsReadLeavesThingsAsTheyWere) {
   EXPECT_EQ(output.Read("a.chm"), "old");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1);
   EXPECT_TRUE(ProjectFiles().empty());
+}
+
+// Compiles a project whose report is asked when the program has been interrupted already.
+[[noreturn]] void CompileInterrupted(const std::string& folder, const std::string& output) {
+  CatchInterruptions();
+  raise(SIGINT);
+  std::ostringstream told;
+  Console console(told, told, {.clock = [] { return 0.0; }});
+  CompileReport report(console, 1);
+  CompileRequest request;
+  request.working_folder = folder;
+  request.project_path = "a.hhp";
+  request.output = output;
+  try {
+    CompileProject(request, DiskFiles(), &report);
+  } catch (const Error& error) {
+    std::exit(error.number == kUserInterrupt ? 130 : 1);
+  }
+  std::exit(0);
+}
+
+TEST_F(EarlyInterruption, OfTheCompilerItselfLeavesTheEarlierFile) {
+  web.Write("a.hhp", "[OPTIONS]\nDisplay compile progress=Yes\n[FILES]\nindex.htm\n");
+  output.Write("a.chm", "old");
+  EXPECT_EXIT(CompileInterrupted(WebPath(), Output()), testing::ExitedWithCode(130), "");
+  web.Write("a.hhp", "[FILES]\nindex.htm\n");  // which tells of no file, only of the end
+  EXPECT_EXIT(CompileInterrupted(WebPath(), Output()), testing::ExitedWithCode(130), "");
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1);
 }
 
 TEST_F(EarlyInterruption, WhileTheProjectIsWrittenLeavesNoFileOfIt) {

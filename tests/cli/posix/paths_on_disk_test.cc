@@ -1,11 +1,11 @@
 // Links, compilers in odd places and ends of programs, as only a POSIX system has them.
 
-#include "cli/compiler_choice.h"
+#include <sys/stat.h>
+
+#include "cli/foreign_compiler.h"
 #include "cli/open_web.h"
-#include "platform/registry.h"
 #include "system/error.h"
 #include "tests/cli/scrivo_run.h"
-#include "tests/doubles/fake_services.h"
 
 namespace scrivo {
 namespace {
@@ -38,38 +38,40 @@ TEST(AbsolutePathTest, LeavesOutWhatChangesNothing) {
   EXPECT_EQ(AbsolutePath("a"), (std::filesystem::current_path() / "a").string());
 }
 
-class CompilerChoice : public WithFakeServices {
- protected:
-  static std::string Refusal(const std::string& wanted) {
-    try {
-      ChooseCompiler(wanted);
-    } catch (const Error& error) {
-      return error.description;
-    }
-    return "";
+TEST(ForeignCompilerPathTest, RefusesAQuotationMarkInThePath) {
+  const TestFolder folder;
+  folder.Write("a\"b/hhc", "");
+  TheServices() = CreateSystemServices();
+  try {
+    ForeignCompilerPath(folder.PathOf("a\"b/hhc"));
+    ADD_FAILURE() << "it was not refused";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.description,
+              folder.PathOf("a\"b/hhc") +
+                  ": the compiler cannot be run: a command line cannot carry the quotation mark "
+                  "in its path. Move it or name it through a link.");
   }
-};
-
-TEST_F(CompilerChoice, TakesACompilerInTheRootFolder) {
-  files->files["/hhc"] = "";
-  EXPECT_EQ(ChooseCompiler("/hhc"), "/hhc");
-  CRegistry users;
-  users.Init(static_cast<std::uint32_t>(kHkeyCurrentUser));
-  const RegistryValue folder =
-      users.GetValue("Software\\Microsoft\\HTML Help Workshop", "InstallDir", std::string());
-  EXPECT_EQ(std::get<std::string>(folder), "/");
-  EXPECT_EQ(Globals().compiler_file_name, "hhc");
+  TheServices() = {};
 }
 
-TEST_F(CompilerChoice, SaysThatNoCompilerWasFound) {
-  EXPECT_EQ(Refusal(""), "no help compiler was found. Name one with --compiler FILE.");
-}
+class OutputInTheWay : public ScrivoRun {};
 
-TEST_F(CompilerChoice, RefusesACompilerWithAQuotationMarkInItsPath) {
-  files->files["/a\"b/hhc"] = "";
-  EXPECT_EQ(Refusal("/a\"b/hhc"),
-            "/a\"b/hhc: the compiler cannot be run: a command line cannot carry the quotation mark "
-            "in its path. Move it or name it through a link.");
+TEST_F(OutputInTheWay, IsKeptWhenItIsNotAFileThatCanBeReplaced) {
+  ASSERT_EQ(mkfifo(Output().c_str(), 0600), 0);
+  const std::string ending =
+      "scrivo: error: OUT/a.chm: no help file was made; the earlier file is kept.\n";
+  EXPECT_EQ(Compile(), 1);
+  EXPECT_NE(Plain(err).find("scrivo: error: Cannot open \"OUT/a.chm\" ("), std::string::npos)
+      << err;
+  EXPECT_TRUE(Plain(err).ends_with(ending)) << err;
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(CompileWithFake("make"), 1);
+  EXPECT_NE(Plain(err).find("scrivo: error: OUT/a.chm: the help file cannot be written: "),
+            std::string::npos)
+      << err;
+  EXPECT_TRUE(std::filesystem::is_fifo(Output()));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1);
+  EXPECT_TRUE(ProjectFiles().empty());
 }
 
 class StartOfTheCompiler : public ScrivoRun {
@@ -90,8 +92,9 @@ TEST_F(StartOfTheCompiler, IsRefusedWithItsReason) {
   EXPECT_NE(StartFailureOf("no program", false).find(start + "it may not be run. "),
             std::string::npos)
       << err;
-  EXPECT_NE(StartFailureOf("no program", true).find(start + "it is no program for this system. "),
-            std::string::npos)
+  EXPECT_NE(
+      StartFailureOf("no program", true).find(start + "it is not a program for this system. "),
+      std::string::npos)
       << err;
   EXPECT_NE(StartFailureOf("#!/none/such\n", true).find(start + "a file that it needs to run is "),
             std::string::npos)

@@ -1,0 +1,52 @@
+#include "cli/compile_report.h"
+
+#include <algorithm>
+
+#include "system/error.h"
+#include "system/interruption.h"
+#include "system/terminal.h"
+#include "text/code_page.h"
+
+namespace scrivo {
+namespace {
+
+void ThrowIfInterrupted() {
+  if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+}
+
+}  // namespace
+
+CompileReport::CompileReport(Console& console, std::size_t files)
+    : console_(console), files_(files) {}
+
+void CompileReport::File(std::string_view path) {
+  ThrowIfInterrupted();
+  Line(FromUtf8(path, TerminalCodePage()));
+}
+
+void CompileReport::Finishing() { ThrowIfInterrupted(); }
+
+void CompileReport::Message(const CompileMessage& message) {
+  const std::string text = FromUtf8(message.text, TerminalCodePage());
+  switch (message.severity) {
+    case Severity::kNote:
+      return console_.Remark(text);
+    case Severity::kWarning:
+      console_.Warn(text);
+      texts_.push_back("Warning: " + text);
+      return;
+    case Severity::kError:
+      console_.Fail(text);
+      texts_.push_back("Error: " + text);
+      ++errors_;
+  }
+}
+
+void CompileReport::Line(const std::string& line) {
+  constexpr std::size_t kAlmostDone = 99;
+  ++done_;
+  const std::size_t percent = std::min(kAlmostDone, 100 * done_ / std::max<std::size_t>(files_, 1));
+  console_.ShowProgress(std::to_string(percent) + " %", line);
+}
+
+}  // namespace scrivo

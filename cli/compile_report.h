@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hhc/compiler.h"
+#include "ui/console/console.h"
+
+namespace scrivo {
+
+// Tells on a console what a help compiler tells: its messages as they come, and how far it is.
+class CompileReport : public CompileListener {
+ public:
+  // `files` is how many files the compiler is expected to take, which feeds the percentage only.
+  // The console must outlive the report.
+  CompileReport(Console& console, std::size_t files);
+
+  void Starting(std::string_view) override {}
+  // These two throw Error (kUserInterrupt) when the program is to end.
+  void File(std::string_view path) override;
+  void Finishing() override;
+  void Message(const CompileMessage& message) override;
+  // A line that a compiler prints, about one file or another.
+  void Line(const std::string& line);
+
+  // How many warnings and errors there were.
+  std::size_t Messages() const { return texts_.size(); }
+  std::size_t Errors() const { return errors_; }
+  // They all, each on a line that says which it is.
+  const std::vector<std::string>& Texts() const { return texts_; }
+
+ private:
+  Console& console_;
+  const std::size_t files_;
+  std::size_t done_ = 0;
+  std::size_t errors_ = 0;
+  std::vector<std::string> texts_;
+};
+
+}  // namespace scrivo

@@ -1,0 +1,23 @@
+#include "cli/disk_path.h"
+
+#include <algorithm>
+
+#include "platform/globals.h"
+#include "project/source_files.h"
+#include "system/terminal.h"
+#include "text/code_page.h"
+
+namespace scrivo {
+
+std::string PortablePathOf(const std::string& path) {
+  if (Globals().path_style == PathStyle::kPosix) return path;
+  std::string portable = ToUtf8(path, TerminalCodePage());
+  std::replace(portable.begin(), portable.end(), '\\', '/');
+  return portable;
+}
+
+std::filesystem::path DiskPathOf(const std::string& path) {
+  return SystemPath(PortablePathOf(path));
+}
+
+}  // namespace scrivo

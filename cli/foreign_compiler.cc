@@ -1,0 +1,282 @@
+#include "cli/foreign_compiler.h"
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "bytes/byte_source.h"
+#include "bytes/little_endian.h"
+#include "bytes/output_file.h"
+#include "chm/container_format.h"
+#include "cli/disk_path.h"
+#include "cli/help_project.h"
+#include "cli/open_web.h"
+#include "compiler/message_scan.h"
+#include "errors/frame.h"
+#include "platform/paths.h"
+#include "system/error.h"
+#include "system/interruption.h"
+#include "system/services.h"
+#include "system/terminal.h"
+#include "text/code_page.h"
+
+namespace scrivo {
+namespace {
+
+constexpr std::size_t kLinesShown = 5;
+
+Files& Disk() { return *TheServices().files; }
+
+// A folder beside the output that is there for one run.
+class WorkFolder {
+ public:
+  explicit WorkFolder(const std::string& output) {
+    std::string parent = GetFolder(output);
+    if (parent.empty()) parent = Separator(Globals().path_style);
+    path_ = Disk().MakeUniqueFile(parent, "Scrivo");
+    if (path_.empty()) {
+      throw Error(kPermissionDenied, "scrivo",
+                  parent +
+                      ": no file can be written into this folder. Name another folder for the help "
+                      "file with -o.");
+    }
+    Disk().Remove(path_, true);
+    Disk().MakeFolder(path_);
+  }
+  ~WorkFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(DiskPathOf(path_), ignored);
+  }
+  WorkFolder(const WorkFolder&) = delete;
+  WorkFolder& operator=(const WorkFolder&) = delete;
+
+  std::string PathOf(const std::string& name) const { return JoinPath(path_, name); }
+
+ private:
+  std::string path_;
+};
+
+std::string ReadStart(const std::string& path, std::size_t size) {
+  const std::unique_ptr<FileReader> reader = Disk().OpenForReading(path);
+  std::string bytes(size, '\0');
+  std::size_t got = 0;
+  while (got < size) {
+    const std::size_t now = reader->Read(bytes.data() + got, size - got);
+    if (now == 0) break;
+    got += now;
+  }
+  bytes.resize(got);
+  return bytes;
+}
+
+// Whether the file is a help file whose header names no more bytes than it has.
+bool IsWholeHelpFile(const std::string& path) {
+  constexpr std::size_t kHeaderSize = itsf::kLengthVersion3 + size_section::kLength;
+  if (!Disk().FileExists(path)) return false;
+  const std::string start = ReadStart(path, kHeaderSize);
+  if (start.size() < kHeaderSize || !start.starts_with(itsf::kSignature)) return false;
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(start.data());
+  const std::uint64_t section = LoadLe64(bytes + itsf::kSizeSectionOffset);
+  // Every compiler puts the section that tells the size right behind the header.
+  if (section > kHeaderSize - size_section::kLength) return false;
+  return LoadLe64(bytes + section + size_section::kFileSize) <= Disk().Size(path);
+}
+
+// Puts the file that was made in the output's place. Throws Error.
+void Deliver(const std::string& made, const std::string& output) {
+  std::error_code error;
+  const auto source = OpenFileSource(DiskPathOf(made), &error);
+  const auto target = source ? OutputFile::Create(DiskPathOf(output), &error) : nullptr;
+  if (target) {
+    std::vector<std::uint8_t> piece;
+    const std::uint64_t size = source->Size();
+    for (std::uint64_t at = 0; at < size && !error; at += piece.size()) {
+      piece.resize(static_cast<std::size_t>(std::min<std::uint64_t>(size - at, 1 << 20)));
+      if (!source->ReadAt(at, piece)) error = std::make_error_code(std::errc::io_error);
+      if (!error && !target->WriteAt(at, piece)) error = target->Reason();
+    }
+    if (!error && !target->Commit()) error = target->Reason();
+  }
+  if (!error) return;
+  throw Error(kPathFileAccessError, "scrivo",
+              output + ": the help file cannot be written: " + error.message());
+}
+
+CompileMessage TypedMessage(const std::string& printed) {
+  const std::string text = ToUtf8(printed, TerminalCodePage());
+  constexpr std::string_view kError = "Error: ", kWarning = "Warning: ", kNote = "Note: ";
+  if (text.starts_with(kError)) return {0, Severity::kError, text.substr(kError.size())};
+  if (text.starts_with(kWarning)) return {0, Severity::kWarning, text.substr(kWarning.size())};
+  if (text.starts_with(kNote)) return {0, Severity::kNote, text.substr(kNote.size())};
+  return {0, Severity::kWarning, text};
+}
+
+// One run of the program: its lines go to the report, the last of them are kept.
+class Run {
+ public:
+  explicit Run(CompileReport* report) : report_(*report) {}
+
+  // Runs the program to its end. Throws Error when it cannot be started.
+  void Do(const std::string& compiler, const std::string& folder, const std::string& project) {
+    Processes& processes = *TheServices().processes;
+    SystemHandle read_end = 0, write_end = 0;
+    if (!processes.OpenPipe(&read_end, &write_end)) ThrowNotStarted(compiler, folder);
+    StartRequest request;
+    request.command_line = "\"" + compiler + "\" " + project;
+    request.folder = folder;
+    request.start_flags = kStartUseShowWindow | kStartUseStandardHandles;
+    request.show_window = kShowWindowHidden;
+    request.creation_flags = kNormalPriorityClass;
+    request.inherit_handles = true;
+    request.standard_output = request.standard_error = write_end;
+    StartedProcess child;
+    const bool started = processes.Start(request, &child);
+    processes.Close(write_end);
+    if (!started) {
+      processes.Close(read_end);
+      ThrowNotStarted(compiler, folder);
+    }
+    char buffer[4096];
+    std::uint32_t got = 0;
+    while (processes.Read(read_end, buffer, sizeof buffer, &got)) Add({buffer, got});
+    EndLine();
+    exit_code_ = processes.ExitCode(child.process);
+    // It could still write to its output.
+    if (HasLivedOn()) processes.End(child.process);
+    processes.Close(child.process);
+    processes.Close(child.thread);
+    processes.Close(read_end);
+  }
+
+  bool HasLivedOn() const { return exit_code_ == kStillActive; }
+
+  // How the run ended, for a compiler that did not do its job.
+  std::string EndingText() const {
+    if (HasLivedOn()) return "closed its output without ending, and was ended";
+    const std::string status = "exit status " + std::to_string(static_cast<int>(exit_code_));
+    return HasCrashed() ? "crashed (" + status + ")" : "ended with " + status;
+  }
+  bool HasCrashed() const {
+    constexpr std::int32_t kFirstSignal = 129, kLastSignal = 128 + 64;
+    const auto code = static_cast<std::int32_t>(exit_code_);
+    return code < 0 || (code >= kFirstSignal && code <= kLastSignal);
+  }
+  const std::deque<std::string>& LastLines() const { return last_lines_; }
+
+ private:
+  [[noreturn]] void ThrowNotStarted(const std::string& compiler, const std::string& folder) {
+    const std::uint32_t code = TheServices().processes->LastError();
+    if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+    throw Error(
+        kPathFileAccessError, "scrivo",
+        compiler + ": the compiler could not be started: " + StartFailureText(code, folder));
+  }
+
+  void Add(std::string_view bytes) {
+    for (const char c : bytes) {
+      if (c == '\n' || c == '\r') {
+        EndLine();
+      } else {
+        line_ += c;
+      }
+    }
+  }
+
+  void EndLine() {
+    if (line_.empty()) return;
+    report_.Line(line_);
+    for (const std::string& text : ScanForMessages(line_)) report_.Message(TypedMessage(text));
+    last_lines_.push_back(std::move(line_));
+    if (last_lines_.size() > kLinesShown) last_lines_.pop_front();
+    line_.clear();
+  }
+
+  CompileReport& report_;
+  std::string line_;
+  std::deque<std::string> last_lines_;
+  std::uint32_t exit_code_ = 0;
+};
+
+// Tells how a run ended that made no help file, as far as its messages have not.
+void TellEnding(const std::string& compiler, const std::string& made, const Run& run,
+                const CompileReport& report, Console* console) {
+  std::string text = compiler + ": " + run.EndingText();
+  if (Disk().FileExists(made)) {
+    text += "; the file that it made is not complete";
+  } else if (report.Errors() > 0 && !run.HasLivedOn() && !run.HasCrashed()) {
+    return;
+  }
+  text += ". To see why, keep the project with --keep-project and run the compiler on it.";
+  if (report.Messages() == 0) {
+    for (const std::string& line : run.LastLines()) text += "\n" + line;
+  }
+  console->Fail(text);
+}
+
+}  // namespace
+
+bool CompileWithForeign(const std::string& compiler, SiteWeb& web, const CompileJob& job,
+                        const Locator& locate, CompileReport* report, Console* console) {
+  const WorkFolder work(job.output);
+  const std::string folder = web.BaseFolder()->LocalPath();
+  const std::string base_name = FreeProjectBaseName(folder);
+  CompileJob inner = job;
+  inner.output = work.PathOf(GetFileName(job.output));
+  const HelpProject project = MakeHelpProject(web, inner, locate, base_name);
+  WrittenProject written(project);
+  Run run(report);
+  run.Do(compiler, folder, project.name);
+  if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+  if (job.keep_project) {
+    const HelpProject kept = MakeHelpProject(web, job, locate, base_name);
+    Disk().Write(JoinPath(folder, kept.name), kept.files.at(kept.name));
+    written.Keep();
+  }
+  if (!IsWholeHelpFile(inner.output)) {
+    TellEnding(compiler, inner.output, run, *report, console);
+    return false;
+  }
+  Deliver(inner.output, job.output);
+  return true;
+}
+
+std::string ForeignCompilerPath(const std::string& wanted) {
+  const std::string path = AbsolutePath(wanted);
+  const auto refuse = [&](std::int32_t number, const std::string& reason) {
+    throw Error(number, "scrivo", path + ": the compiler cannot be run: " + reason);
+  };
+  if (Disk().FolderExists(path)) {
+    refuse(kPathFileAccessError, "it is a folder. Name the program itself.");
+  }
+  if (!Disk().FileExists(path)) {
+    refuse(kFileNotFound, "there is no such file. Check the spelling of the path.");
+  }
+  if (path.find('"') != std::string::npos) {
+    refuse(kPathFileAccessError,
+           "a command line cannot carry the quotation mark in its path. Move it or name it through "
+           "a link.");
+  }
+  return path;
+}
+
+std::string StartFailureText(std::uint32_t code, const std::string& folder) {
+  switch (code) {
+    case 2:
+    case 3:
+      return "a file that it needs to run is not there. Install it again, or name another with "
+             "--compiler.";
+    case 5:
+      return "it may not be run. See that it is a program and has the permission to be run.";
+    case 193:
+      return "it is not a program for this system. Name another with --compiler.";
+    case 267:
+      return "the folder " + folder + " cannot be entered. Ask for the right to enter it.";
+    default:
+      return "the system reports error " + std::to_string(code) + ".";
+  }
+}
+
+}  // namespace scrivo

@@ -1,0 +1,95 @@
+#include "cli/web_job.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "cli/control_characters.h"
+#include "cli/open_web.h"
+#include "cli/suggestion.h"
+#include "cli/terminal_text.h"
+#include "platform/globals.h"
+#include "platform/paths.h"
+#include "system/error.h"
+#include "system/services.h"
+
+namespace scrivo {
+namespace {
+
+std::string TitleFor(const CompileOptions& options, DiskWeb& web) {
+  if (options.title.empty()) return WithoutControlCharacters(DefaultTitle(web));
+  bool lost = false;
+  const std::string title = FromTerminal(options.title, &lost);
+  if (!lost) return title;
+  throw Error(kInvalidProcedureCall, "scrivo",
+              "the title \"" + options.title +
+                  "\" holds characters that the code page of the help file lacks. "
+                  "Choose another one with --code-page.");
+}
+
+// The help file in the current folder, named after the title without what no file name can hold.
+// The title is text; a file's name is bytes of the system.
+std::string OutputFor(const CompileOptions& options, const std::string& title) {
+  if (!options.output.empty()) return AbsolutePath(options.output);
+  std::string name = ToTerminal(DefaultOutputName(title));
+  std::replace_if(
+      name.begin(), name.end(),
+      [](char c) { return std::string_view("\\*?\"<>|").find(c) != std::string_view::npos; }, '_');
+  return AbsolutePath(name);
+}
+
+void ThrowUnlessFileCanBe(const std::string& output) {
+  const auto refuse = [&](std::int32_t number, const std::string& reason) {
+    throw Error(number, "scrivo", output + ": the help file cannot be made: " + reason);
+  };
+  if (HasControlCharacters(output)) {  // no line of a project file can carry it
+    refuse(kPathFileAccessError,
+           "its path holds a line break or another control character. Name another folder with "
+           "-o.");
+  }
+  if (TheServices().files->FolderExists(output)) {
+    refuse(kPathFileAccessError, "this is a folder. Name a file in it.");
+  }
+  std::string folder = GetFolder(output);
+  if (folder.empty()) folder = Separator(Globals().path_style);
+  if (!TheServices().files->FolderExists(folder)) {
+    refuse(kPathNotFound, "there is no folder " + folder + ". Make it first.");
+  }
+}
+
+std::string DefaultPageFor(const CompileOptions& options, DiskWeb& web, const Locator& locate) {
+  const std::string& wanted = options.default_page;
+  if (wanted.empty()) {
+    for (const std::shared_ptr<SiteNode>& node : AllNodes(web)) {
+      if (node->File()) return node->Url();
+    }
+    return "";
+  }
+  std::vector<std::string> locations;
+  for (const std::shared_ptr<SiteFile>& file : AllFiles(web)) {
+    const std::string address = file->Url();
+    const std::string location = locate(address);
+    if (wanted == location || wanted == address) return address;
+    locations.push_back(location);
+  }
+  const std::string suggestion = Suggest(wanted, locations);
+  throw Error(kFileNotFound, "scrivo",
+              wanted + ": the web has no such page to open with. " +
+                  (suggestion.empty() ? "" : "Did you mean " + suggestion + "? ") +
+                  "\"scrivo tree WEB\" shows its pages.");
+}
+
+}  // namespace
+
+CompileJob JobFor(const CompileOptions& options, DiskWeb& web, const Locator& locate) {
+  CompileJob job;
+  job.title = TitleFor(options, web);
+  job.output = OutputFor(options, job.title);
+  ThrowUnlessFileCanBe(job.output);
+  job.default_page = DefaultPageFor(options, web, locate);
+  job.use_index = options.use_index;
+  job.favorites = options.favorites;
+  job.keep_project = options.keep_project;
+  return job;
+}
+
+}  // namespace scrivo

@@ -1,0 +1,193 @@
+// Compiles with another help compiler than this program's own: one that does as it is told.
+
+#include "cli/foreign_compiler.h"
+
+#include "tests/cli/failing_disk.h"
+#include "tests/cli/scrivo_run.h"
+
+namespace scrivo {
+namespace {
+
+class ForeignCompiler : public ScrivoRun {
+ protected:
+  std::size_t FilesBesideOutput() const {
+    return static_cast<std::size_t>(
+        std::distance(std::filesystem::directory_iterator(output.path()), {}));
+  }
+};
+
+TEST_F(ForeignCompiler, MakesTheFile) {
+  EXPECT_EQ(CompileWithFake("make"), 0);
+  EXPECT_EQ(Plain(out),
+            "Made OUT/a.chm: 2 pages, 2 contents entries, 3 index entries, 120 bytes, 0:00\n");
+  EXPECT_EQ(Plain(err), "Reading WEB\nCompiling\n");
+  EXPECT_TRUE(output.Has("a.chm"));
+  EXPECT_EQ(FilesBesideOutput(), 1u);
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(ForeignCompiler, MayPrintNothing) {
+  EXPECT_EQ(CompileWithFake("make silently"), 0);
+  EXPECT_TRUE(output.Has("a.chm"));
+}
+
+TEST_F(ForeignCompiler, MayPrintMuch) {
+  EXPECT_EQ(CompileWithFake("print much", {"-q"}), 0);
+  EXPECT_EQ(out + err, "");
+}
+
+TEST_F(ForeignCompiler, TellsItsMessagesByTheirKind) {
+  EXPECT_EQ(CompileWithFake("make with warnings"), 0);
+  EXPECT_NE(err.find("Compiling\nscrivo: warning: a\nscrivo: warning: b\n"), std::string::npos)
+      << err;
+  EXPECT_EQ(CompileWithFake("make with warnings", {"-q"}), 0);
+  EXPECT_EQ(err, "");
+  EXPECT_EQ(CompileWithFake("make with errors", {"-q"}), 0);
+  EXPECT_EQ(err, "scrivo: error: Compilation failed while compiling x.gif.\n");
+}
+
+TEST_F(ForeignCompiler, FailsForItsMessagesWhenStrict) {
+  EXPECT_EQ(CompileWithFake("make", {"--strict"}), 0);
+  EXPECT_EQ(CompileWithFake("make with warnings", {"--strict", "-q"}), 1);
+  EXPECT_EQ(err,
+            "scrivo: error: The compiler gave messages, and --strict allows none:\n"
+            "  Warning: a\n  Warning: b\n");
+  EXPECT_TRUE(output.Has("a.chm"));
+  EXPECT_EQ(CompileWithFake("make with errors", {"--strict", "-q"}), 1);
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << "they are told once: " << err;
+}
+
+TEST_F(ForeignCompiler, LeavesTheEarlierFileWhenItRefuses) {
+  output.Write("a.chm", "old");
+  EXPECT_EQ(CompileWithFake("refuse"), 1);
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_TRUE(Plain(err).ends_with(
+      "Compilation stopped.\n"
+      "scrivo: error: OUT/a.chm: no help file was made; the earlier file is kept.\n"))
+      << err;
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(FilesBesideOutput(), 1u);
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(ForeignCompiler, HasItsLastLinesShownWhenItFailsWithoutAMessage) {
+  EXPECT_EQ(CompileWithFake("fail without a message"), 1);
+  EXPECT_NE(Plain(err).find("scrivo: error: HHC: ended with exit status 0. To see why, keep the "
+                            "project with --keep-project and run the compiler on it.\n"
+                            "  one\n  two\n  Unable to open it.\n"
+                            "scrivo: error: OUT/a.chm: no help file was made.\n"),
+            std::string::npos)
+      << err;
+}
+
+TEST_F(ForeignCompiler, IsToldOfWhenItDoesNothing) {
+  EXPECT_EQ(CompileWithFake("do nothing"), 1);
+  EXPECT_NE(Plain(err).find("HHC: ended with exit status 0. To see"), std::string::npos) << err;
+}
+
+TEST_F(ForeignCompiler, IsNotTakenAtItsWordAboutAFileThatIsCutShort) {
+  EXPECT_EQ(CompileWithFake("cut the file short"), 1);
+  EXPECT_FALSE(output.Has("a.chm"));
+  EXPECT_NE(Plain(err).find("scrivo: error: HHC: ended with exit status 1; the file that it made "
+                            "is not complete. To see why, "),
+            std::string::npos)
+      << err;
+}
+
+TEST_F(ForeignCompiler, LeavesTheEarlierFileWhenItCrashes) {
+  output.Write("a.chm", "old");
+  EXPECT_EQ(CompileWithFake("crash"), 1);
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(FilesBesideOutput(), 1u);
+  EXPECT_TRUE(ProjectFiles().empty());
+  EXPECT_NE(Plain(err).find("; the file that it made is not complete. "), std::string::npos) << err;
+  EXPECT_NE(Plain(err).find("OUT/a.chm: no help file was made; the earlier file is kept.\n"),
+            std::string::npos)
+      << err;
+}
+
+TEST_F(ForeignCompiler, IsEndedWhenItClosesItsOutputAndLivesOn) {
+  EXPECT_EQ(CompileWithFake("live on"), 1);
+  EXPECT_NE(Plain(err).find("HHC: closed its output without ending, and was ended. "),
+            std::string::npos)
+      << err;
+}
+
+TEST_F(ForeignCompiler, GetsTheProjectThatTheOptionsDescribe) {
+  EXPECT_EQ(
+      CompileWithFake("make and show the project", {"--title", "My help", "--default-page",
+                                                    "docs/a.htm", "--no-index", "--no-favorites"}),
+      0);
+  const std::string project = web.Read("project.txt");
+  EXPECT_NE(project.find("Title=My help"), std::string::npos) << project;
+  EXPECT_NE(project.find("Default topic=docs/a.htm"), std::string::npos);
+  EXPECT_NE(project.find("0x22520"), std::string::npos);
+  EXPECT_EQ(project.find("Index File"), std::string::npos);
+  EXPECT_EQ(CompileWithFake("make and show the project"), 0);
+  const std::string usual = web.Read("project.txt");
+  EXPECT_NE(usual.find("Default topic=index.htm"), std::string::npos);
+  EXPECT_NE(usual.find("0x23520"), std::string::npos);
+  EXPECT_NE(usual.find("Index File = "), std::string::npos);
+}
+
+TEST_F(ForeignCompiler, LeavesAProjectForTheRealOutputWhenItIsKept) {
+  EXPECT_EQ(CompileWithFake("make", {"--keep-project"}), 0);
+  EXPECT_EQ(ProjectFiles().size(), 4u);
+  EXPECT_NE(web.Read("Scrivo.hhp").find("Compiled file=" + Output() + "\r\n"), std::string::npos);
+}
+
+TEST_F(ForeignCompiler, MustBeAFile) {
+  const std::string missing = web.PathOf("none");
+  EXPECT_EQ(Compile({"--compiler", missing}), 1);
+  EXPECT_NE(Plain(err).find("scrivo: error: WEB/none: the compiler cannot be run: there is "
+                            "no such file. Check the spelling of the path.\n"),
+            std::string::npos)
+      << err;
+  EXPECT_EQ(Compile({"--compiler", WebPath()}), 1);
+  EXPECT_NE(Plain(err).find("scrivo: error: WEB: the compiler cannot be run: it is a "
+                            "folder. Name the program itself.\n"),
+            std::string::npos)
+      << err;
+}
+
+TEST_F(ForeignCompiler, IsNotToldOfAsRunWhenItCannotBeStarted) {
+  output.Write("a.chm", "old");
+  web.Write("hhc", "no program");
+  EXPECT_EQ(Compile({"--compiler", web.PathOf("hhc"), "-q"}), 1);
+  EXPECT_TRUE(
+      Plain(err).starts_with("scrivo: error: WEB/hhc: the compiler could not be started: it "))
+      << err;
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(FilesBesideOutput(), 1u);
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(ForeignCompiler, NeedsAFolderForItsOutputThatCanBeWrittenTo) {
+  auto disk = std::make_shared<FailingDisk>(TheServices().files);
+  disk->closed_folder = output.path().string();
+  TheServices().files = disk;
+  EXPECT_EQ(CompileWithFake("make"), 1);
+  EXPECT_NE(Plain(err).find("scrivo: error: OUT: no file can be written into this folder. Name "
+                            "another folder for the help file with -o.\n"),
+            std::string::npos)
+      << err;
+}
+
+TEST(StartFailureText, SaysWhyACompilerCouldNotBeStarted) {
+  const std::string missing =
+      "a file that it needs to run is not there. Install it again, or name another with "
+      "--compiler.";
+  EXPECT_EQ(StartFailureText(2, "/web"), missing);
+  EXPECT_EQ(StartFailureText(3, "/web"), missing);
+  EXPECT_EQ(StartFailureText(5, "/web"),
+            "it may not be run. See that it is a program and has the permission to be run.");
+  EXPECT_EQ(StartFailureText(193, "/web"),
+            "it is not a program for this system. Name another with --compiler.");
+  EXPECT_EQ(StartFailureText(267, "/web"),
+            "the folder /web cannot be entered. Ask for the right to enter it.");
+  EXPECT_EQ(StartFailureText(8, "/web"), "the system reports error 8.");
+}
+
+}  // namespace
+}  // namespace scrivo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "site/site.h"
+
+namespace scrivo {
+
+// What one compile of a web is to be. Text is bytes in the ANSI code page.
+struct CompileJob {
+  std::string title;
+  std::string output;         // the help file's full path
+  std::string default_page;   // the address of the page that opens first, "" for none
+  bool use_index = true;      // whether the pages' keywords make an index
+  bool favorites = true;      // whether the viewer has a Favorites tab
+  bool keep_project = false;  // whether the project files stay where they were written
+};
+
+// Tells where a page lies inside the web by its address: relative, with "/" between folder names.
+using Locator = std::function<std::string(const std::string& address)>;
+
+// The location of the page that opens first; "" for none, about which no host is asked.
+std::string StartPageLocation(const CompileJob& job, const Locator& locate);
+
+// The title of a web whose user has chosen none: the label of its home page, else the last name of
+// its address.
+std::string DefaultTitle(SiteWeb& web);
+
+// The name of the help file whose user has chosen none: the title with "_" in place of each "/"
+// and ":", and ".CHM". Other characters that no file name can hold stay, on purpose.
+std::string DefaultOutputName(std::string title);
+
+}  // namespace scrivo
