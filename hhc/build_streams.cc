@@ -20,7 +20,7 @@ namespace {
 
 class StreamBuilder {
  public:
-  StreamBuilder(CompileContext* context, const ProjectSources& sources, PageFacts* facts,
+  StreamBuilder(CompileContext* context, const ProjectSources& sources, TopicFacts* facts,
                 ContainerWriter* writer)
       : context_(*context),
         project_(context->project),
@@ -55,7 +55,7 @@ class StreamBuilder {
   CompileContext& context_;
   const Project& project_;
   const ProjectSources& sources_;
-  PageFacts& facts_;
+  TopicFacts& facts_;
   TopicTable& topics_;
   ContainerWriter& writer_;
   StringsTable strings_;
@@ -294,7 +294,7 @@ std::vector<std::uint8_t> StreamBuilder::System(const std::vector<std::uint8_t>&
 
 }  // namespace
 
-bool BuildStreams(CompileContext* context, const ProjectSources& sources, PageFacts* facts,
+bool BuildStreams(CompileContext* context, const ProjectSources& sources, TopicFacts* facts,
                   ContainerWriter* writer) {
   return StreamBuilder(context, sources, facts, writer).Build();
 }

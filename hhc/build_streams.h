@@ -11,7 +11,7 @@ namespace scrivo {
 
 // Writes the streams that a viewer finds pages, contents, index and words by. False when that
 // cannot be done, which has been reported.
-bool BuildStreams(CompileContext* context, const ProjectSources& sources, PageFacts* facts,
+bool BuildStreams(CompileContext* context, const ProjectSources& sources, TopicFacts* facts,
                   ContainerWriter* writer);
 
 }  // namespace scrivo

@@ -42,7 +42,7 @@ class LineCounter {
 class FileCompiler {
  public:
   FileCompiler(CompileContext* context, ProjectSources* sources, ContainerWriter* writer,
-               PageFacts* facts)
+               TopicFacts* facts)
       : context_(*context),
         project_(context->project),
         sources_(*sources),
@@ -68,7 +68,7 @@ class FileCompiler {
   const Project& project_;
   ProjectSources& sources_;
   ContainerWriter& writer_;
-  PageFacts& facts_;
+  TopicFacts& facts_;
   std::unordered_set<std::string> missing_;  // link targets reported already
   std::unordered_set<std::size_t> graphics_;
   std::optional<AutoContents> auto_contents_;  // while they are to be made
@@ -215,14 +215,14 @@ void FileCompiler::StoreAutoContents() {
 
 }  // namespace
 
-PageFacts::PageFacts(const CompileContext& context)
+TopicFacts::TopicFacts(const CompileContext& context)
     : words_file(SystemPath(context.result.output + ".words")),
       words_space(&words_file, context.request.word_memory) {
   postings.SpillTo(&words_space);
 }
 
 void CompileFiles(CompileContext* context, ProjectSources* sources, ContainerWriter* writer,
-                  PageFacts* facts) {
+                  TopicFacts* facts) {
   FileCompiler(context, sources, writer, facts).Compile();
 }
 

@@ -20,8 +20,8 @@
 namespace scrivo {
 
 // What the pages give to the internal streams.
-struct PageFacts {
-  explicit PageFacts(const CompileContext& context);
+struct TopicFacts {
+  explicit TopicFacts(const CompileContext& context);
 
   TopicTable topics;
   std::unordered_map<std::uint32_t, std::string> titles;        // UTF-8, of topics that have one
@@ -36,6 +36,6 @@ struct PageFacts {
 // the writer fails; its status tells why. Contents that are to be made of headings are made, and
 // become the contents of `sources`.
 void CompileFiles(CompileContext* context, ProjectSources* sources, ContainerWriter* writer,
-                  PageFacts* facts);
+                  TopicFacts* facts);
 
 }  // namespace scrivo

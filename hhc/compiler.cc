@@ -58,7 +58,7 @@ void Compile(CompileContext* context, OutputFile* output) {
   options.timestamp = request.time == 0 ? 0 : static_cast<std::uint32_t>(FileTime(request.time));
   options.threads = std::max(1, request.threads);
   ContainerWriter writer(*output, options);
-  PageFacts facts(*context);
+  TopicFacts facts(*context);
 
   ProjectSources sources = CollectSources(context);
   CompileFiles(context, &sources, &writer, &facts);
