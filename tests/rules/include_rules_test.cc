@@ -142,4 +142,32 @@ TEST(IncludeRules, SystemHeadersStayInTheBodiesMadeForThem) {
   }
 }
 
+// The name of the type that a line defines at the top of a namespace, "" for any other line.
+std::string DefinedType(const std::string& line) {
+  for (const std::string keyword : {"class ", "struct ", "enum class "}) {
+    if (!line.starts_with(keyword) || line.ends_with(";")) continue;
+    const std::size_t end = line.find_first_of(" :", keyword.size());
+    return line.substr(keyword.size(), end - keyword.size());
+  }
+  return "";
+}
+
+// Two types of one name meet at last in a program that links both their rooms, and the linker takes
+// the members of either for both without a word.
+TEST(IncludeRules, EveryTypeHasANameOfItsOwn) {
+  std::map<std::string, std::string> headers;
+  for (const std::string& path : ProductFiles()) {
+    if (!path.ends_with(".h")) continue;
+    std::string space;
+    for (const std::string& line : Lines(ReadText(kSource / path))) {
+      if (line.starts_with("namespace ")) space = line;
+      const std::string type = DefinedType(line);
+      if (type.empty()) continue;
+      const auto [known, added] = headers.try_emplace(space + " " + type, path);
+      EXPECT_TRUE(added) << path << " and " << known->second << " both define " << type;
+    }
+  }
+  EXPECT_GT(headers.size(), 100u);
+}
+
 }  // namespace
