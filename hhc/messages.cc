@@ -64,7 +64,7 @@ constexpr MessageEntry kMessages[] = {
     {MessageCode::kUnsupported, Severity::kWarning,
      "Line %1 of the project: %2 not supported; the help file is made without it.",
      "If you can do without it, you need not do anything: this compiler makes no .chi files and no "
-     "information types."},
+     "information types, and it adds no citations or copyright notes."},
     {MessageCode::kContentsExist, Severity::kWarning,
      "The contents file \"%1\" already exists and is used as it is; \"Auto TOC\" has no effect.",
      "To keep the contents file, remove \"Auto TOC\" from the project. To have the contents made "
