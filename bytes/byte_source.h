@@ -4,11 +4,14 @@
 // of a file that another program cuts short would end the process, would count against the memory
 // of the reader, and would not fit a large file into a 32-bit process.
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <span>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace scrivo {
@@ -31,10 +34,14 @@ class ByteSource {
 // Bytes in memory.
 class MemorySource : public ByteSource {
  public:
-  explicit MemorySource(std::vector<std::uint8_t> bytes);
+  explicit MemorySource(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
 
-  std::uint64_t Size() const override;
-  bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override;
+  std::uint64_t Size() const override { return bytes_.size(); }
+  bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override {
+    if (offset > bytes_.size() || out.size() > bytes_.size() - offset) return false;
+    std::copy_n(bytes_.begin() + static_cast<std::ptrdiff_t>(offset), out.size(), out.begin());
+    return true;
+  }
 
  private:
   std::vector<std::uint8_t> bytes_;

@@ -17,9 +17,14 @@ class TemporaryFile : public ByteStore {
  public:
   explicit TemporaryFile(std::filesystem::path path) : path_(std::move(path)) {}
 
-  bool WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) override;
+  bool WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) override {
+    if (!file_ && !reason_) file_ = OutputFile::Create(path_, &reason_);
+    return file_ && file_->WriteAt(offset, bytes);
+  }
   // At least one byte must have been written.
-  bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) override;
+  bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) override {
+    return file_ && file_->ReadAt(offset, out);
+  }
 
   // Why a call failed; the first failure counts.
   const std::error_code& Reason() const { return file_ ? file_->Reason() : reason_; }

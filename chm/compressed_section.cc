@@ -6,7 +6,6 @@
 
 #include "bytes/little_endian.h"
 #include "chm/container_format.h"
-#include "chm/interval_search.h"
 
 namespace scrivo {
 namespace {
@@ -136,6 +135,28 @@ bool ReadResetTable(const ByteSource& source, const Storage& storage, Compressed
     section->starts.push_back(LoadLe64(entries.data() + at));
   }
   return true;
+}
+
+// Finds the intervals of a stream whose reset table is lost by decoding it from its start: an
+// interval starts where the one before it ends. Stops at the first one that cannot be decoded,
+// which is the last one entered. The other members of `*section` have to be set.
+void FindIntervals(const ByteSource& source, CompressedSection* section) {
+  LzxDecoder decoder(section->window_bits);
+  std::vector<std::uint8_t> input;
+  std::vector<std::uint8_t> output;
+  std::uint64_t start = 0;
+  while (start < section->content_length &&
+         section->starts.size() * section->interval < section->length) {
+    const std::size_t index = section->starts.size();
+    section->starts.push_back(start);
+    const std::uint64_t left = section->content_length - start;
+    input.resize(static_cast<std::size_t>(std::min(left, section->MaxCompressedInterval())));
+    output.resize(section->PaddedLength(index));
+    if (!source.ReadAt(section->content_offset + start, input)) return;
+    const LzxResult result = decoder.DecodeInterval(input, output);
+    if (result.status != LzxStatus::kOk) return;
+    start += result.consumed;
+  }
 }
 
 }  // namespace

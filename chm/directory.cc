@@ -7,7 +7,6 @@
 
 #include "bytes/little_endian.h"
 #include "chm/container_format.h"
-#include "chm/encint.h"
 
 namespace scrivo {
 namespace {
@@ -113,6 +112,18 @@ EntryKind KindOf(std::string_view name) {
     return EntryKind::kInternal;
   }
   return name.ends_with('/') ? EntryKind::kFolder : EntryKind::kUser;
+}
+
+std::optional<std::uint64_t> TakeEncint(std::span<const std::uint8_t>* bytes) {
+  std::uint64_t value = 0;
+  while (!bytes->empty()) {
+    const std::uint8_t byte = bytes->front();
+    *bytes = bytes->subspan(1);
+    if (value >> 57 != 0) return std::nullopt;
+    value = value << 7 | (byte & 0x7F);
+    if (byte < 0x80) return value;
+  }
+  return std::nullopt;
 }
 
 int CompareNames(std::string_view a, std::string_view b) {

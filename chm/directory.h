@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -71,5 +72,10 @@ class Directory {
   std::vector<Entry> entries_;
   std::vector<std::uint32_t> by_name_;  // places in entries_, in the order of the names
 };
+
+// Takes a number in the directory's format, an ENCINT, off the front of `*bytes`. Leading groups of
+// zero are allowed, as some writers pad their numbers. Nothing when the bytes end within the number
+// or it needs more than 64 bits; what was taken off then is undefined.
+std::optional<std::uint64_t> TakeEncint(std::span<const std::uint8_t>* bytes);
 
 }  // namespace scrivo

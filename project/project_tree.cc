@@ -4,6 +4,7 @@
 
 #include "text/ascii_text.h"
 #include "text/code_page.h"
+#include "text/fold_case.h"
 
 namespace scrivo {
 namespace {
@@ -14,36 +15,6 @@ int HexDigit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   c = AsciiLower(c);
   return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
-
-// Letter case folded as file systems do, as far as names of help pages go: ASCII, Latin, Greek and
-// Cyrillic.
-std::string FoldedName(std::string_view name) {
-  std::string folded;
-  folded.reserve(name.size());
-  while (!name.empty()) {
-    if (static_cast<unsigned char>(name[0]) < 0x80) {
-      folded.push_back(AsciiLower(name[0]));
-      name.remove_prefix(1);
-      continue;
-    }
-    const std::string_view before = name;
-    char32_t c = NextUtf8(&name);
-    if (c == 0xFFFD) {  // keep bytes that are no UTF-8 apart from one another
-      folded.append(before.substr(0, before.size() - name.size()));
-      continue;
-    }
-    if ((c >= 0xC0 && c <= 0xDE && c != 0xD7) || (c >= 0x391 && c <= 0x3A9) ||
-        (c >= 0x410 && c <= 0x42F)) {
-      c += 0x20;
-    } else if (c >= 0x400 && c <= 0x40F) {
-      c += 0x50;
-    } else if (c >= 0x100 && c <= 0x137) {
-      c |= 1;
-    }
-    AppendUtf8(c, &folded);
-  }
-  return folded;
 }
 
 bool Matches(std::string_view pattern, std::string_view name) {
@@ -194,7 +165,7 @@ std::optional<FoundFile> ProjectTree::FindListed(std::string_view name) {
 
 std::optional<FoundFile> ProjectTree::FindFull(const std::string& path) {
   const std::string root = folder_.empty() ? "" : folder_ + (folder_ == "/" ? "" : "/");
-  if (!root.empty() && FoldedName(path).starts_with(FoldedName(root))) {
+  if (!root.empty() && FoldCase(path).starts_with(FoldCase(root))) {
     return FindPath(NormalPath(std::string_view(path).substr(root.size())));
   }
   std::error_code error;
@@ -232,7 +203,7 @@ std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
       std::string folder = actual;
       if (!folder.empty()) folder.pop_back();
       const Listing& listing = ListOnce(folder);
-      const auto found = listing.by_name.find(FoldedName(part));
+      const auto found = listing.by_name.find(FoldCase(part));
       if (found == listing.by_name.end() || found->second.is_folder == last) return std::nullopt;
       actual += found->second.name;
       if (!last) actual += '/';
@@ -254,7 +225,7 @@ const ProjectTree::Listing& ProjectTree::ListOnce(const std::string& folder) {
   std::sort(entries.begin(), entries.end(),
             [](const SourceEntry& a, const SourceEntry& b) { return a.name < b.name; });
   for (SourceEntry& entry : entries) {
-    std::string key = FoldedName(entry.name);
+    std::string key = FoldCase(entry.name);
     known->second.by_name.try_emplace(std::move(key), std::move(entry));
   }
   return known->second;
@@ -270,7 +241,7 @@ std::vector<FoundFile> ProjectTree::FindMatching(std::string_view pattern) {
   const std::string path =
       NormalPath(WithSlashes(ToUtf8(pattern, IsUtf8(pattern) ? kUtf8CodePage : code_page_)));
   const std::string folder = FolderOf(path);
-  const std::string last = FoldedName(path.substr(folder.empty() ? 0 : folder.size() + 1));
+  const std::string last = FoldCase(path.substr(folder.empty() ? 0 : folder.size() + 1));
   std::vector<std::string> names;
   for (const auto& [name, entry] : ListOnce(folder).by_name) {
     if (!entry.is_folder && Matches(last, name)) names.push_back(entry.name);

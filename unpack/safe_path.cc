@@ -105,19 +105,6 @@ std::string MakeSafePart(std::string_view part, NameRules rules) {
   return safe;
 }
 
-// One character in lower case, for the alphabets whose capitals lie at a fixed distance or beside
-// their small letters.
-char32_t FoldCharacter(char32_t c) {
-  const auto in = [c](char32_t first, char32_t last) { return c >= first && c <= last; };
-  if (in('A', 'Z') || (in(0xC0, 0xDE) && c != 0xD7)) return c + 32;  // Latin
-  if (in(0x100, 0x137) || in(0x14A, 0x177)) return c | 1;            // Latin, further
-  if (in(0x139, 0x148) || in(0x179, 0x17E)) return c % 2 != 0 ? c + 1 : c;
-  if (in(0x391, 0x3A9)) return c + 32;  // Greek
-  if (in(0x410, 0x42F)) return c + 32;  // Cyrillic
-  if (in(0x400, 0x40F)) return c + 80;
-  return c;
-}
-
 }  // namespace
 
 SafePath MakeSafePath(std::string_view name, NameRules rules) {
@@ -145,21 +132,6 @@ SafePath MakeSafePath(std::string_view name, NameRules rules) {
   }
   if (path.empty()) return {{}, "has no name"};
   return {path, {}};
-}
-
-std::string FoldFileName(std::string_view path) {
-  std::string folded;
-  const bool utf8 = IsUtf8(path);
-  while (!path.empty()) {
-    if (utf8) {
-      AppendUtf8(FoldCharacter(NextUtf8(&path)), &folded);
-    } else {
-      const char c = path.front();
-      folded += c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-      path.remove_prefix(1);
-    }
-  }
-  return folded;
 }
 
 std::string NumberedPath(std::string_view path, unsigned number) {

@@ -29,9 +29,6 @@ struct SafePath {
 // extension.
 SafePath MakeSafePath(std::string_view name, NameRules rules);
 
-// A key that is equal for two paths which a system that ignores case takes for the same.
-std::string FoldFileName(std::string_view path);
-
 // The path with "~number" before the extension of its last part.
 std::string NumberedPath(std::string_view path, unsigned number);
 

@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "text/fold_case.h"
+
 namespace scrivo {
 namespace {
 
@@ -22,7 +24,7 @@ class TakenPaths {
  public:
   // Notes the folders that `path` needs. All folders are noted before the first file.
   void AddFolders(std::string_view path) {
-    const std::string folded = FoldFileName(path);
+    const std::string folded = FoldCase(path);
     for (std::size_t slash = 0; (slash = folded.find('/', slash)) != std::string::npos; ++slash) {
       taken_.try_emplace(Hash(std::string_view(folded).substr(0, slash)), 2);
     }
@@ -30,13 +32,13 @@ class TakenPaths {
 
   // `path` itself when it is free, else the first free one with a number.
   std::string Take(std::string path) {
-    const std::uint64_t hash = Hash(FoldFileName(path));
+    const std::uint64_t hash = Hash(FoldCase(path));
     if (taken_.try_emplace(hash, 2).second) return path;
     for (;;) {
       // The number last tried is kept, so that many equal names do not cost their square.
       const unsigned number = taken_[hash]++;
       std::string numbered = NumberedPath(path, number);
-      if (taken_.try_emplace(Hash(FoldFileName(numbered)), 2).second) return numbered;
+      if (taken_.try_emplace(Hash(FoldCase(numbered)), 2).second) return numbered;
     }
   }
 

@@ -5,8 +5,8 @@
 #include <unordered_set>
 
 #include "system/error.h"
+#include "text/fold_case.h"
 #include "webs/ansi_text.h"
-#include "webs/name_order.h"
 
 namespace scrivo {
 namespace {

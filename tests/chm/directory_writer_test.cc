@@ -9,7 +9,6 @@
 #include "bytes/little_endian.h"
 #include "chm/container_format.h"
 #include "chm/directory.h"
-#include "chm/encint.h"
 
 namespace scrivo {
 namespace {

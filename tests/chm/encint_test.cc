@@ -1,8 +1,8 @@
-#include "chm/encint.h"
-
 #include <gtest/gtest.h>
 
 #include <vector>
+
+#include "chm/directory.h"
 
 namespace scrivo {
 namespace {

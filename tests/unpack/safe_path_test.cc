@@ -121,20 +121,6 @@ TEST(SafePathTest, CutsHugePartsInNoTime) {
   EXPECT_EQ(path, std::string(240, 'x'));
 }
 
-TEST(FoldCaseTest, FoldsTheAlphabetsThatHaveCase) {
-  EXPECT_EQ(FoldFileName("ABCxyz_1"), "abcxyz_1");
-  EXPECT_EQ(FoldFileName("\u00C4\u00D6\u00DC\u00DF"), "\u00E4\u00F6\u00FC\u00DF");
-  EXPECT_EQ(FoldFileName("\u00D7\u00F7"), "\u00D7\u00F7");
-  EXPECT_EQ(FoldFileName("\u010C\u0160\u017D"), "\u010D\u0161\u017E");
-  EXPECT_EQ(FoldFileName("\u0141\u0143"), "\u0142\u0144");
-  EXPECT_EQ(FoldFileName("\u0391\u03A9"), "\u03B1\u03C9");
-  EXPECT_EQ(FoldFileName("\u0416\u042F\u0401"), "\u0436\u044F\u0451");
-  EXPECT_EQ(FoldFileName("\xC4"
-                         "A"),
-            "\xC4"
-            "a");
-}
-
 TEST(NumberedPathTest, PutsTheNumberBeforeTheExtension) {
   EXPECT_EQ(NumberedPath("a.htm", 2), "a~2.htm");
   EXPECT_EQ(NumberedPath("b.c/a", 3), "b.c/a~3");
