@@ -2,10 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/ansi_names.h"
 #include "system/error.h"
 #include "system/interruption.h"
-#include "system/terminal.h"
-#include "text/code_page.h"
 
 namespace scrivo {
 namespace {
@@ -21,13 +20,13 @@ CompileReport::CompileReport(Console& console, std::size_t files)
 
 void CompileReport::File(std::string_view path) {
   ThrowIfInterrupted();
-  Line(FromUtf8(path, TerminalCodePage()));
+  Line(NameText(std::string(path)));
 }
 
 void CompileReport::Finishing() { ThrowIfInterrupted(); }
 
 void CompileReport::Message(const CompileMessage& message) {
-  const std::string text = FromUtf8(message.text, TerminalCodePage());
+  const std::string& text = message.text;
   switch (message.severity) {
     case Severity::kNote:
       return console_.Remark(text);

@@ -9,8 +9,6 @@
 #include "system/error.h"
 #include "system/interruption.h"
 #include "system/services.h"
-#include "system/terminal.h"
-#include "text/code_page.h"
 #include "unpack/output_folder.h"
 #include "unpack/unpack.h"
 
@@ -23,13 +21,11 @@ class UnpackReport : public UnpackListener {
   explicit UnpackReport(Console& console) : console_(console) {}
 
   void OnFile(const PlannedFile& file) override { last_file_ = PrintableName(file.path); }
-  void OnProblem(const Problem& problem) override {
-    console_.Fail(FromUtf8(Describe(problem), TerminalCodePage()));
-  }
+  void OnProblem(const Problem& problem) override { console_.Fail(Describe(problem)); }
   void OnProgress(std::uint64_t done, std::uint64_t total) override {
     if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
     const std::uint64_t percent = total == 0 ? 100 : 100 * done / total;
-    console_.ShowProgress(std::to_string(percent) + " %", FromUtf8(last_file_, TerminalCodePage()));
+    console_.ShowProgress(std::to_string(percent) + " %", last_file_);
   }
 
  private:
@@ -46,7 +42,7 @@ int UnpackFile(const HelpFileOptions& options, Console& console) {
   }
   const HelpFile file = OpenHelpFile(PortablePathOf(path));
   for (const std::string& complaint : file.complaints) {
-    console.Fail(FromUtf8(complaint, TerminalCodePage()));
+    console.Fail(complaint);
   }
   if (file.reader == nullptr) return 1;
 

@@ -4,14 +4,12 @@
 
 #include "platform/globals.h"
 #include "project/source_files.h"
-#include "system/terminal.h"
-#include "text/code_page.h"
 
 namespace scrivo {
 
 std::string PortablePathOf(const std::string& path) {
   if (Globals().path_style == PathStyle::kPosix) return path;
-  std::string portable = ToUtf8(path, TerminalCodePage());
+  std::string portable = path;
   std::replace(portable.begin(), portable.end(), '\\', '/');
   return portable;
 }

@@ -5,8 +5,8 @@
 
 namespace scrivo {
 
-// A path as this program's services take it (Windows: in the ANSI code page) in the form that the
-// help compiler takes: UTF-8 with "/" between the names. Other systems' paths stay as they are.
+// A path as this program's services take it in the form that the help compiler takes: with "/"
+// between the names.
 std::string PortablePathOf(const std::string& path);
 
 // The same for the standard library.

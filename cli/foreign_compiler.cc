@@ -105,8 +105,7 @@ void Deliver(const std::string& made, const std::string& output) {
               output + ": the help file cannot be written: " + error.message());
 }
 
-CompileMessage TypedMessage(const std::string& printed) {
-  const std::string text = ToUtf8(printed, TerminalCodePage());
+CompileMessage TypedMessage(const std::string& text) {
   constexpr std::string_view kError = "Error: ", kWarning = "Warning: ", kNote = "Note: ";
   if (text.starts_with(kError)) return {0, Severity::kError, text.substr(kError.size())};
   if (text.starts_with(kWarning)) return {0, Severity::kWarning, text.substr(kWarning.size())};
@@ -187,9 +186,10 @@ class Run {
 
   void EndLine() {
     if (line_.empty()) return;
-    report_.Line(line_);
-    for (const std::string& text : ScanForMessages(line_)) report_.Message(TypedMessage(text));
-    last_lines_.push_back(std::move(line_));
+    std::string line = ToUtf8(line_, TerminalCodePage());
+    report_.Line(line);
+    for (const std::string& text : ScanForMessages(line)) report_.Message(TypedMessage(text));
+    last_lines_.push_back(std::move(line));
     if (last_lines_.size() > kLinesShown) last_lines_.pop_front();
     line_.clear();
   }

@@ -1,11 +1,11 @@
 #include "cli/help_file.h"
 
-#include <filesystem>
 #include <system_error>
 #include <utility>
 
 #include "bytes/byte_source.h"
 #include "chm/problem.h"
+#include "project/source_files.h"
 
 namespace scrivo {
 
@@ -15,8 +15,7 @@ HelpFile OpenHelpFile(const std::string& path) {
     file.complaints.push_back(PrintableName(path) + ": " + text);
   };
   std::error_code error;
-  auto source =
-      OpenFileSource(std::filesystem::path(std::u8string(path.begin(), path.end())), &error);
+  auto source = OpenFileSource(SystemPath(path), &error);
   if (source == nullptr) {
     complain(error.message());
     return file;

@@ -8,6 +8,7 @@
 #include "chm/problem.h"
 #include "cli/decompile_arguments.h"
 #include "cli/help_file.h"
+#include "project/source_files.h"
 #include "unpack/output_folder.h"
 #include "unpack/unpack.h"
 
@@ -25,10 +26,6 @@ constexpr char kUsage[] =
     "  --internal  also write the streams of the help system (#SYSTEM, $FIftiMain, ...)\n"
     "Exit status: 0 when all was unpacked, 1 when something was not or got another name,\n"
     "2 when the command line is not understood.\n";
-
-std::filesystem::path ToPath(const std::string& utf8) {
-  return std::u8string(utf8.begin(), utf8.end());
-}
 
 class Printer : public UnpackListener {
  public:
@@ -54,10 +51,10 @@ int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ost
   const auto parsed = ParseDecompileArguments(
       arguments,
       [&](const std::string& path) {
-        return std::filesystem::is_regular_file(ToPath(path), ignored);
+        return std::filesystem::is_regular_file(SystemPath(path), ignored);
       },
       [&](const std::string& path) {
-        return std::filesystem::is_directory(ToPath(path), ignored);
+        return std::filesystem::is_directory(SystemPath(path), ignored);
       });
   if (!parsed) {
     err << kUsage;
@@ -68,7 +65,7 @@ int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ost
   if (file.reader == nullptr) return kNotAllUnpacked;
 
   std::error_code error;
-  const auto folder = OpenOutputFolder(ToPath(parsed->folder), &error);
+  const auto folder = OpenOutputFolder(SystemPath(parsed->folder), &error);
   if (folder == nullptr) {
     err << "hh: " << PrintableName(parsed->folder) << ": " << error.message() << '\n';
     return kNotAllUnpacked;

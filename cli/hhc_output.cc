@@ -1,13 +1,17 @@
 #include "cli/hhc_output.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <utility>
 
 namespace scrivo {
 namespace {
 
 std::string Shown(std::string_view path) {
-  const std::u8string text = SystemPath(path).make_preferred().u8string();
-  return std::string(text.begin(), text.end());
+  std::string text(path);
+  std::replace(text.begin(), text.end(), '/',
+               static_cast<char>(std::filesystem::path::preferred_separator));
+  return text;
 }
 
 std::string Counted(std::size_t number, std::string_view one, std::string_view many) {

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/globals.h"
+#include "project/source_files.h"
 #include "system/services.h"
 #include "webs/disk_host.h"
 
@@ -34,7 +36,9 @@ void WebWarnings::Sum() {
 }
 
 std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings) {
-  if (options.code_page != 0) TheServices().system->SetAnsiCodePage(options.code_page);
+  SystemServices& system = *TheServices().system;
+  // Chosen either way, so that a character which the code page lacks is "?" on every system.
+  system.SetAnsiCodePage(options.code_page != 0 ? options.code_page : system.AnsiCodePage());
   return OpenDiskWeb(AbsolutePath(options.web), options.reading, warnings);
 }
 
@@ -54,7 +58,7 @@ void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& cons
 std::string AbsolutePath(const std::string& path) {
   namespace fs = std::filesystem;
   std::error_code error;
-  fs::path absolute = fs::absolute(path, error);
+  fs::path absolute = fs::absolute(SystemPath(path), error);
   if (error) return path;
   if (std::find(absolute.begin(), absolute.end(), "..") == absolute.end()) {
     absolute = absolute.lexically_normal();
@@ -62,7 +66,8 @@ std::string AbsolutePath(const std::string& path) {
     absolute = WithoutParents(absolute, error);
     if (error) return path;
   }
-  const std::string text = absolute.string();
+  std::string text = PortablePath(absolute);
+  std::replace(text.begin(), text.end(), '/', Separator(Globals().path_style));
   // "web/" and "web" are one folder; only a root keeps its separator.
   return absolute.has_filename() || absolute == absolute.root_path()
              ? text

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "cli/code_page_stream.h"
 #include "cli/compile_command.h"
 #include "cli/decompile_command.h"
 #include "cli/error_text.h"
@@ -11,8 +10,6 @@
 #include "cli/suggestion.h"
 #include "cli/tree_command.h"
 #include "system/interruption.h"
-#include "system/terminal.h"
-#include "text/code_page.h"
 
 namespace scrivo {
 namespace {
@@ -32,14 +29,6 @@ struct Command {
 using Work = std::function<int(Console& console)>;
 
 int RunOnConsole(const Work& work, bool quiet, const Streams& streams);
-
-// Runs a command that prints UTF-8 about a help file.
-template <typename Listing>
-int RunListing(const HelpFileOptions& options, const Streams& streams, Listing listing) {
-  CodePageStream out(streams.out, TerminalCodePage());
-  CodePageStream err(streams.err, TerminalCodePage());
-  return listing(ToUtf8(options.file, TerminalCodePage()), out, err);
-}
 
 std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_file) {
   const auto on_web = [web](int (*command)(const CompileOptions&, Console&)) {
@@ -82,12 +71,10 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
        }},
       {{"list", "Prints the files in a help file and their sizes.", {file}, {internal}},
        [=](const Streams& streams) {
-         return RunListing(*help_file, streams, [=](const auto& path, auto& out, auto& err) {
-           return RunList(path, help_file->internal, out, err);
-         });
+         return RunList(help_file->file, help_file->internal, streams.out, streams.err);
        }},
       {{"info", "Prints what a help file says about itself, with its contents.", {file}, {}},
-       [=](const Streams& streams) { return RunListing(*help_file, streams, RunInfo); }},
+       [=](const Streams& streams) { return RunInfo(help_file->file, streams.out, streams.err); }},
   };
 }
 

@@ -3,10 +3,10 @@
 #include <chrono>
 #include <iostream>
 #include <string>
-#include <vector>
 
 #include "cli/scrivo.h"
 #include "system/interruption.h"
+#include "system/program_arguments.h"
 #include "system/services.h"
 #include "system/terminal.h"
 
@@ -21,13 +21,13 @@ double SecondsNow() {
 
 int main(int argc, char** argv) {
   try {
-    scrivo::TerminalCodePage();  // on Windows: from now on the console shows the ANSI code page
+    scrivo::ShowUtf8OnTerminal();
     scrivo::CatchInterruptions();
     scrivo::TheServices() = scrivo::CreateSystemServices();
     const scrivo::Streams streams = {
         std::cout, std::cerr, scrivo::IsTerminal(scrivo::StandardStream::kError),
         scrivo::TerminalColumns(scrivo::StandardStream::kError), SecondsNow};
-    const int status = scrivo::RunScrivo(std::vector<std::string>(argv + 1, argv + argc), streams);
+    const int status = scrivo::RunScrivo(scrivo::ProgramArguments(argc, argv), streams);
     std::cout.flush();
     if (!std::cout && status == 0) {
       std::cerr << "scrivo: error: the results could not be written to the output\n";

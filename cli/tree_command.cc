@@ -1,7 +1,6 @@
 #include "cli/tree_command.h"
 
 #include "cli/open_web.h"
-#include "cli/terminal_text.h"
 
 namespace scrivo {
 namespace {
@@ -37,7 +36,7 @@ class TreePrinter {
 
   void PrintNode(SiteNode& node, std::size_t depth) {
     const std::shared_ptr<SiteFile> file = node.File();
-    std::string line = std::string(2 * depth, ' ') + ToTerminal(node.Label());
+    std::string line = std::string(2 * depth, ' ') + node.Label();
     if (file) {
       line += " [" + locate_(file->Url()) + "]";
     } else if (const std::string address = node.Url(); !address.empty()) {
@@ -64,7 +63,7 @@ int PrintTree(const CompileOptions& options, Console& console) {
     console.Print("");
     console.Print("Pages outside the contents:");
     for (const std::shared_ptr<SiteFile>& page : outside) {
-      console.Print("  " + ToTerminal(page->Title()) + " [" + locate(page->Url()) + "]");
+      console.Print("  " + page->Title() + " [" + locate(page->Url()) + "]");
     }
   }
   web->ReportLostCharacters();

@@ -6,20 +6,20 @@
 #include "cli/control_characters.h"
 #include "cli/open_web.h"
 #include "cli/suggestion.h"
-#include "cli/terminal_text.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
 #include "system/error.h"
 #include "system/services.h"
+#include "text/code_page.h"
 
 namespace scrivo {
 namespace {
 
 std::string TitleFor(const CompileOptions& options, DiskWeb& web) {
   if (options.title.empty()) return WithoutControlCharacters(DefaultTitle(web));
-  bool lost = false;
-  const std::string title = FromTerminal(options.title, &lost);
-  if (!lost) return title;
+  std::size_t lost = 0;
+  FromUtf8(options.title, TheServices().system->AnsiCodePage(), &lost);
+  if (lost == 0) return options.title;
   throw Error(kInvalidProcedureCall, "scrivo",
               "the title \"" + options.title +
                   "\" holds characters that the code page of the help file lacks. "
@@ -27,10 +27,9 @@ std::string TitleFor(const CompileOptions& options, DiskWeb& web) {
 }
 
 // The help file in the current folder, named after the title without what no file name can hold.
-// The title is text; a file's name is bytes of the system.
 std::string OutputFor(const CompileOptions& options, const std::string& title) {
   if (!options.output.empty()) return AbsolutePath(options.output);
-  std::string name = ToTerminal(DefaultOutputName(title));
+  std::string name = DefaultOutputName(title);
   std::replace_if(
       name.begin(), name.end(),
       [](char c) { return std::string_view("\\*?\"<>|").find(c) != std::string_view::npos; }, '_');

@@ -1,7 +1,9 @@
 #include "compiler/spawn_console_app.h"
 
 #include "errors/frame.h"
+#include "system/ansi_text.h"
 #include "system/services.h"
+#include "text/text_pieces.h"
 
 namespace scrivo {
 namespace {
@@ -58,6 +60,7 @@ std::int32_t CSpawnConsoleApp::ExecuteApp(const std::string& CommandLine,
       if (OnProcessStarted) OnProcessStarted();
     });
     bool has_read = false;
+    TextPieces text(PipeCodePage());
     do {
       char buffer[kReadSize];
       std::uint32_t got = 0;
@@ -65,8 +68,10 @@ std::int32_t CSpawnConsoleApp::ExecuteApp(const std::string& CommandLine,
         if (BeforeWaiting && processes.ReadWouldWait(pipe.read_end)) BeforeWaiting();
       });
       has_read = step([&] { return processes.Read(pipe.read_end, buffer, kReadSize, &got); });
+      std::string output = text.Take(std::string_view(buffer, got));
+      if (!has_read) output += text.TakeRest();
       step([&] {
-        if (OnProcessOutputs) OnProcessOutputs(std::string(buffer, got));
+        if (OnProcessOutputs) OnProcessOutputs(output);
       });
       step([&] { TheServices().desktop->ProcessMessages(); });
     } while (has_read);

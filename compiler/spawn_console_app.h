@@ -19,8 +19,9 @@ class CSpawnConsoleApp {
 
   // Called once, when the program has been started and nothing was read yet.
   std::function<void()> OnProcessStarted;
-  // Called once for each read with what was read: up to 16 bytes in the ANSI code page, cut
-  // wherever they happen to end, and at last an empty text for the read that found the end.
+  // Called once for each read with what was read: the text of up to 16 bytes, cut wherever they
+  // happen to end, except that a character cut in two comes whole with its second half; and at last
+  // an empty text for the read that found the end.
   std::function<void(const std::string& Output)> OnProcessOutputs;
   // Called before a read that would wait, since the program has nothing to say for now: the time to
   // show what was held back. The read itself waits here, on the caller's thread.

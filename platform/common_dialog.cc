@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "errors/frame.h"
+#include "system/ansi_text.h"
 #include "system/error.h"
 #include "system/services.h"
 
@@ -23,8 +24,9 @@ constexpr std::size_t kPathBufferSize = 260;
 std::int32_t last_result = 0;
 std::uint32_t last_extended_error = 0;
 
-// `text` with NULs up to `size`.
-std::string Buffer(const std::string& text, std::uint32_t size) {
+// The name in the ANSI code page, with NULs up to `size` bytes.
+std::string Buffer(const std::string& name, std::uint32_t size) {
+  const std::string text = ToAnsi(name);
   if (text.size() > size) {
     throw Error(kInvalidProcedureCall, "mCommonDialog", "Invalid procedure call or argument");
   }
@@ -34,9 +36,10 @@ std::string Buffer(const std::string& text, std::uint32_t size) {
 }
 
 std::string SplitFilter(std::string filter) {
+  // Before it is ANSI text: there a "|" may be the second half of a character.
   std::replace_if(
       filter.begin(), filter.end(), [](char c) { return c == '|' || c == ':'; }, '\0');
-  return filter.append(2, '\0');
+  return ToAnsi(filter.append(2, '\0'));
 }
 
 std::uint32_t FlagsOf(const FileDialogParameters& dialog) {
@@ -53,9 +56,9 @@ FileDialogRecord RecordOf(const FileDialogParameters& dialog) {
   record.structure_size = kRecordSize;
   if (dialog.Owner != kNoOwner) record.owner = dialog.Owner;
   record.flags = FlagsOf(dialog);
-  record.initial_folder = dialog.InitDir;
-  record.dialog_title = dialog.DlgTitle;
-  record.default_extension = dialog.DefaultExt;
+  record.initial_folder = ToAnsi(dialog.InitDir);
+  record.dialog_title = ToAnsi(dialog.DlgTitle);
+  record.default_extension = ToAnsi(dialog.DefaultExt);
   record.filter = SplitFilter(dialog.Filter);
   record.filter_index = dialog.FilterIndex;
   record.file_buffer_size = dialog.MultiSelect ? kMultiSelectBufferSize : kBufferSize;
@@ -74,14 +77,14 @@ std::string MultipleNames(const std::string& buffer) {
 void TakeChoice(const FileDialogRecord& record, FileDialogParameters* dialog) {
   if (dialog->MultiSelect) {
     dialog->FileTitle.clear();
-    dialog->FileName = MultipleNames(record.file_buffer);
+    dialog->FileName = FromAnsi(MultipleNames(record.file_buffer));
   } else {
-    dialog->FileName = StrZToStr(record.file_buffer);
-    dialog->FileTitle = StrZToStr(record.title_buffer);
+    dialog->FileName = FromAnsi(StrZToStr(record.file_buffer));
+    dialog->FileTitle = FromAnsi(StrZToStr(record.title_buffer));
   }
   dialog->Flags = record.flags;
   dialog->FilterIndex = record.filter_index;
-  dialog->Filter = FilterLookup(record.filter, record.filter_index);
+  dialog->Filter = FilterLookup(FromAnsi(record.filter), record.filter_index);
   if (record.flags & kFileDialogReadOnly) dialog->ReadOnly = true;
 }
 
@@ -155,7 +158,7 @@ std::string BrowseFolder(WindowHandle Owner, const std::string& Title) {
     // The item list is left to the process on purpose; it is small and folders are chosen rarely.
     std::string buffer(kPathBufferSize, ' ');
     step([&] { desktop.PathFromItemList(item_list, buffer.data()); });
-    folder = step([&] { return StrZToStr(buffer); });
+    folder = step([&] { return FromAnsi(StrZToStr(buffer)); });
   };
   return Procedure<std::string>("Kestrel.mCommonDialog.BrowseFolder", browse);
 }

@@ -53,7 +53,8 @@ struct FileDialogParameters {
 
 // Shows the open or the save dialog. True when the user confirmed. Otherwise FileName, FileTitle
 // and Filter become empty, Flags 0 and FilterIndex -1. FileName and FileTitle may have up to
-// 260 characters (8192 with MultiSelect); longer ones are an invalid procedure call.
+// 260 bytes (8192 with MultiSelect) in the ANSI code page; longer ones are an invalid procedure
+// call.
 bool VBGetOpenFileName(FileDialogParameters* dialog);
 
 // What the last file dialog returned: 1 confirmed, 0 cancelled, anything else failed. Meaningful

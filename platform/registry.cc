@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "errors/component_errors.h"
+#include "platform/ansi_names.h"
 #include "system/error.h"
 #include "system/services.h"
 
@@ -26,7 +27,7 @@ RegistryStore& Store() { return *TheServices().registry; }
 
 std::string UpToNul(const std::string& buffer) { return buffer.substr(0, buffer.find('\0')); }
 
-// The text with its environment references replaced; nothing when the system cannot say.
+// The ANSI text with its environment references replaced; nothing when the system cannot say.
 std::optional<std::string> Expanded(const std::string& text) {
   const std::uint32_t needed = Store().ExpandEnvironment(text, nullptr, 0);
   if (needed == 0) return std::nullopt;
@@ -52,8 +53,9 @@ std::optional<RegistryValue> Converted(std::uint32_t type, std::uint32_t size,
     case kRegMultiSz: {
       // The last byte is taken to be the closing NUL, whatever it is.
       const std::string text(data.begin(), data.begin() + (size == 0 ? 0 : size - 1));
-      if (type != kRegExpandSz) return text;
-      return Expanded(text);
+      if (type != kRegExpandSz) return FromRegistry(text);
+      const std::optional<std::string> expanded = Expanded(text);
+      return expanded ? std::optional<RegistryValue>(FromRegistry(*expanded)) : std::nullopt;
     }
     case kRegDword:
       return IntegerFrom(data, false);
@@ -95,8 +97,9 @@ bool HoldsEnvironmentReference(const std::string& text) {
   return first != std::string::npos && text.find('%', first + 2) != std::string::npos;
 }
 
-RegistryStatus StoreText(RegistryHandle key, const std::string& name, const std::string& text) {
-  const std::uint32_t type = HoldsEnvironmentReference(text) ? kRegExpandSz : kRegSz;
+RegistryStatus StoreText(RegistryHandle key, const std::string& name, const std::string& value) {
+  const std::uint32_t type = HoldsEnvironmentReference(value) ? kRegExpandSz : kRegSz;
+  const std::string text = ToRegistry(value);
   return Store().SetValue(key, name, type, reinterpret_cast<const std::uint8_t*>(text.c_str()),
                           static_cast<std::uint32_t>(text.size() + 1));
 }
@@ -156,7 +159,7 @@ void ListSubKeys(RegistryHandle key, std::vector<std::string>* names) {
     std::string buffer(kLongestName + 1, '\0');
     const auto length = static_cast<std::uint32_t>(buffer.size());
     if (Store().EnumKey(key, index, buffer.data(), length) != kRegistrySuccess) return;
-    names->push_back(UpToNul(buffer));
+    names->push_back(FromRegistry(UpToNul(buffer)));
   }
 }
 
@@ -167,7 +170,7 @@ void ListValueNames(RegistryHandle key, std::vector<std::string>* names) {
     std::string buffer(longest + std::size_t{1}, '\0');
     auto length = static_cast<std::uint32_t>(buffer.size());
     if (Store().EnumValue(key, index, buffer.data(), &length) != kRegistrySuccess) return;
-    names->push_back(buffer.substr(0, length));
+    names->push_back(FromRegistry(buffer.substr(0, length)));
   }
 }
 
@@ -177,7 +180,8 @@ bool CRegistry::CreateKey(const std::string& KeyName) {
   CheckKeyName(KeyName);
   return Guarded([&] {
     RegistryHandle key = 0;
-    if (Store().CreateKey(root_key_, KeyName, kRightAllAccess, &key) != kRegistrySuccess) {
+    if (Store().CreateKey(root_key_, ToRegistry(KeyName), kRightAllAccess, &key) !=
+        kRegistrySuccess) {
       return false;
     }
     Store().CloseKey(key);
@@ -187,15 +191,17 @@ bool CRegistry::CreateKey(const std::string& KeyName) {
 
 bool CRegistry::DeleteKey(const std::string& KeyName) {
   CheckKeyName(KeyName);
-  return Guarded([&] { return Store().DeleteKey(root_key_, KeyName) == kRegistrySuccess; });
+  return Guarded(
+      [&] { return Store().DeleteKey(root_key_, ToRegistry(KeyName)) == kRegistrySuccess; });
 }
 
 bool CRegistry::DeleteValue(const std::string& KeyName, const std::string& ValueName) {
   CheckKeyName(KeyName);
   return Guarded([&] {
     RegistryHandle key = 0;  // stays open
-    return Store().OpenKey(root_key_, KeyName, kRightAllAccess, &key) == kRegistrySuccess &&
-           Store().DeleteValue(key, ValueName) == kRegistrySuccess;
+    return Store().OpenKey(root_key_, ToRegistry(KeyName), kRightAllAccess, &key) ==
+               kRegistrySuccess &&
+           Store().DeleteValue(key, ToRegistry(ValueName)) == kRegistrySuccess;
   });
 }
 
@@ -204,7 +210,8 @@ std::int32_t CRegistry::GetAllSubKeys(const std::string& KeyName,
   return Guarded([&] {
     SubKeys->clear();
     RegistryHandle key = 0;
-    if (Store().OpenKey(root_key_, KeyName, kRightEnumerateSubKeys, &key) == kRegistrySuccess) {
+    if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightEnumerateSubKeys, &key) ==
+        kRegistrySuccess) {
       const OpenedKey opened(key);
       ListSubKeys(key, SubKeys);
     }
@@ -217,7 +224,8 @@ std::int32_t CRegistry::GetAllValueNames(const std::string& KeyName,
   return Guarded([&] {
     ValueNames->clear();
     RegistryHandle key = 0;
-    if (Store().OpenKey(root_key_, KeyName, kRightQueryValue, &key) == kRegistrySuccess) {
+    if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightQueryValue, &key) ==
+        kRegistrySuccess) {
       const OpenedKey opened(key);
       ListValueNames(key, ValueNames);
     }
@@ -229,10 +237,11 @@ RegistryValue CRegistry::GetValue(const std::string& KeyName, const std::string&
                                   const RegistryValue& Default) {
   return Guarded([&] {
     RegistryHandle key = 0;  // stays open
-    if (Store().OpenKey(root_key_, KeyName, kRightQueryValue, &key) != kRegistrySuccess) {
+    if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightQueryValue, &key) !=
+        kRegistrySuccess) {
       return Default;
     }
-    return ReadValue(key, ValueName).value_or(Default);
+    return ReadValue(key, ToRegistry(ValueName)).value_or(Default);
   });
 }
 
@@ -240,7 +249,8 @@ bool CRegistry::KeyExists(const std::string& KeyName) {
   CheckKeyName(KeyName);
   return Guarded([&] {
     RegistryHandle key = 0;
-    if (Store().OpenKey(root_key_, KeyName, kRightQueryValue, &key) != kRegistrySuccess) {
+    if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightQueryValue, &key) !=
+        kRegistrySuccess) {
       return false;
     }
     Store().CloseKey(key);
@@ -253,11 +263,12 @@ bool CRegistry::SetValue(const std::string& KeyName, const std::string& ValueNam
   CheckKeyName(KeyName);
   return Guarded([&] {
     RegistryHandle key = 0;
-    if (Store().CreateKey(root_key_, KeyName, kRightAllAccess, &key) != kRegistrySuccess) {
+    if (Store().CreateKey(root_key_, ToRegistry(KeyName), kRightAllAccess, &key) !=
+        kRegistrySuccess) {
       return false;
     }
     const OpenedKey opened(key);
-    return StoreValue(key, ValueName, Value, ValueType) == kRegistrySuccess;
+    return StoreValue(key, ToRegistry(ValueName), Value, ValueType) == kRegistrySuccess;
   });
 }
 
@@ -265,10 +276,12 @@ std::uint32_t CRegistry::ValueType(const std::string& KeyName, const std::string
   CheckKeyName(KeyName);
   return Guarded([&]() -> std::uint32_t {
     RegistryHandle key = 0;  // stays open
-    if (Store().OpenKey(root_key_, KeyName, kRightQueryValue, &key) != kRegistrySuccess) return 0;
+    if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightQueryValue, &key) != kRegistrySuccess)
+      return 0;
     std::uint32_t type = 0;
     std::uint32_t size = 0;
-    const RegistryStatus asked = Store().QueryValue(key, ValueName, &type, nullptr, &size);
+    const RegistryStatus asked =
+        Store().QueryValue(key, ToRegistry(ValueName), &type, nullptr, &size);
     return asked == kRegistrySuccess || asked == kRegistryMoreData ? type : 0;
   });
 }

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/ansi_names.h"
+#include "system/ansi_text.h"
 #include "system/error.h"
 #include "system/services.h"
 
@@ -29,14 +31,14 @@ std::string SectionPath(const std::string& application, const std::string& secti
                 "Invalid procedure call or argument: a setting needs application, section and key");
   }
   return "Software\\VB and VBA Program Settings\\" + AsKeyName(application) + "\\" +
-         AsKeyName(section);
+         ToRegistry(AsKeyName(section));
 }
 
 std::string TextOf(std::uint32_t type, const std::vector<std::uint8_t>& data,
                    const std::string& default_value) {
   if (type == kRegSz || type == kRegExpandSz) {
     const std::string text(data.begin(), data.end());
-    return text.substr(0, text.find('\0'));
+    return FromRegistry(text.substr(0, text.find('\0')));
   }
   if (type == kRegDword && data.size() == 4) {
     const std::uint32_t number =
@@ -76,15 +78,16 @@ void SaveSetting(const std::string& application, const std::string& section, con
   RegistryHandle opened = 0;
   RegistryStatus status = store.CreateKey(kHkeyCurrentUser, path, kRightSetValue, &opened);
   if (status == kRegistrySuccess) {
+    const std::string text = ToRegistry(value);
     // Always plain text: a "%" in a page's address must not make it an environment reference.
     status =
-        store.SetValue(opened, key, kRegSz, reinterpret_cast<const std::uint8_t*>(value.c_str()),
-                       static_cast<std::uint32_t>(value.size() + 1));
+        store.SetValue(opened, key, kRegSz, reinterpret_cast<const std::uint8_t*>(text.c_str()),
+                       static_cast<std::uint32_t>(text.size() + 1));
     store.CloseKey(opened);
   }
   if (status != kRegistrySuccess) {
     throw Error(kPathFileAccessError, "Settings",
-                "Cannot save the setting \"" + key + "\" in HKEY_CURRENT_USER\\" + path +
+                "Cannot save the setting \"" + key + "\" in HKEY_CURRENT_USER\\" + FromAnsi(path) +
                     " (system error " + std::to_string(status) + ")");
   }
 }

@@ -6,6 +6,7 @@
 
 #include "errors/component_errors.h"
 #include "platform/globals.h"
+#include "system/ansi_text.h"
 #include "system/services.h"
 
 namespace scrivo {
@@ -113,8 +114,8 @@ void RunToItsEnd(const std::string& program, const std::string& parameters) {
 class MachineKey {
  public:
   explicit MachineKey(const std::string& path) {
-    is_open_ = store_.OpenKey(kHkeyLocalMachine, path, kRightQueryValue | kRightEnumerateSubKeys,
-                              &key_) == kRegistrySuccess;
+    is_open_ = store_.OpenKey(kHkeyLocalMachine, ToAnsi(path),
+                              kRightQueryValue | kRightEnumerateSubKeys, &key_) == kRegistrySuccess;
   }
   ~MachineKey() {
     if (is_open_) store_.CloseKey(key_);
@@ -134,14 +135,14 @@ class MachineKey {
         kRegistrySuccess) {
       return "";
     }
-    return text.substr(0, text.find('\0'));
+    return FromAnsi(text.substr(0, text.find('\0')));
   }
 
   // The name of a sub-key, "" when there are no more.
   std::string SubKey(std::uint32_t index) {
     char name[2048] = "";
     if (!is_open_ || store_.EnumKey(key_, index, name, sizeof name) != kRegistrySuccess) return "";
-    return name;
+    return FromAnsi(name);
   }
 
  private:

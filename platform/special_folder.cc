@@ -1,6 +1,7 @@
 #include "platform/special_folder.h"
 
 #include "errors/frame.h"
+#include "system/ansi_text.h"
 #include "system/services.h"
 
 namespace scrivo {
@@ -13,7 +14,7 @@ std::string GetSpecialFolder(WindowHandle window, std::int32_t folder_id) {
     IgnoringErrors([&] {
       std::string buffer(260, '\0');
       if (TheServices().desktop->PathFromItemList(item_list, buffer.data())) {
-        path = buffer.substr(0, buffer.find('\0'));
+        path = FromAnsi(buffer.substr(0, buffer.find('\0')));
       }
     });
     TheServices().shell->FreeItemList(item_list);

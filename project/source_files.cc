@@ -1,16 +1,29 @@
 #include "project/source_files.h"
 
 #include <span>
+#include <type_traits>
+
+#include "text/wtf8.h"
 
 namespace scrivo {
 
+namespace {
+
+// Whether the system's paths are bytes; else they are UTF-16.
+constexpr bool kPathsAreBytes = std::is_same_v<std::filesystem::path::value_type, char>;
+
+}  // namespace
+
 std::filesystem::path SystemPath(std::string_view path) {
-  return std::filesystem::path(std::u8string(path.begin(), path.end()));
+  if constexpr (kPathsAreBytes) return std::filesystem::path(path);
+  const std::u16string wide = ToWindowsText(path);
+  return std::filesystem::path(std::wstring(wide.begin(), wide.end()));
 }
 
 std::string PortablePath(const std::filesystem::path& path) {
-  const std::u8string text = path.generic_u8string();
-  return std::string(text.begin(), text.end());
+  if constexpr (kPathsAreBytes) return path.generic_string();
+  const std::wstring wide = path.generic_wstring();
+  return FromWindowsText(std::u16string(wide.begin(), wide.end()));
 }
 
 std::vector<SourceEntry> DiskFiles::List(const std::string& folder) const {

@@ -7,9 +7,10 @@
 
 namespace scrivo {
 
-// The site model: the web that is open in the host, as the generator reads it. Text is bytes in the
-// ANSI code page. Every operation may fail with an Error. Collections come in the host's own order;
-// nobody sorts them.
+// The site model: the web that is open in the host, as the generator reads it. Labels, titles and
+// properties are UTF-8; locations, paths and addresses are names (platform/ansi_names.h), which
+// may be no UTF-8. Every operation may fail with an Error. Collections come in the host's own
+// order; nobody sorts them.
 
 class SiteFile;
 class SiteFolder;

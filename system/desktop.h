@@ -37,7 +37,8 @@ constexpr std::uint32_t kHelpDisplayTopic = 0;  // HH_DISPLAY_TOPIC
 constexpr std::uint32_t kHelpDisplayToc = 1;    // HH_DISPLAY_TOC
 
 // What the file dialogs are given and give back: the system's own record (OPENFILENAME) in
-// portable form. The buffers keep their size; text in them ends at its first NUL.
+// portable form. Its texts are bytes in the ANSI code page, and so are its sizes. The buffers keep
+// their size; text in them ends at its first NUL.
 struct FileDialogRecord {
   std::uint32_t structure_size = 0;
   WindowHandle owner = 0;
@@ -60,7 +61,8 @@ struct BrowseRecord {
   std::uint32_t flags = 0;
 };
 
-// What the user sees and answers outside the system's own windows.
+// What the user sees and answers outside the system's own windows. On Windows all of it goes
+// through ANSI calls, which the body makes the texts ready for.
 class Desktop {
  public:
   virtual ~Desktop() = default;
@@ -85,8 +87,8 @@ class Desktop {
   virtual std::uint32_t ExtendedDialogError() = 0;
   // The folder browser: an item list for PathFromItemList, 0 on cancel.
   virtual std::uintptr_t BrowseForFolder(const BrowseRecord& record) = 0;
-  // Writes the path of an item list and a NUL into `buffer` (at least 260 characters); false when
-  // it has none.
+  // Writes the path of an item list, in the ANSI code page, and a NUL into `buffer` (at least 260
+  // bytes); false when it has none.
   virtual bool PathFromItemList(std::uintptr_t item_list, char* buffer) = 0;
 
   // The HTML Help viewer (HtmlHelpA): returns the viewer's window, 0 when there is no viewer.

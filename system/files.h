@@ -23,8 +23,9 @@ class FileReader {
   virtual std::size_t Read(char* buffer, std::size_t size) = 0;
 };
 
-// The files and folders of the machine. A path is bytes as the system takes them (Windows: ANSI
-// code page). Failures are Errors whose description names the path: kFileNotFound, kPathNotFound,
+// The files and folders of the machine. A path is not text: on POSIX it is bytes, on Windows
+// UTF-16, given here as text/wtf8.h has it, and it reaches the system as it is, whatever the code
+// page. Failures are Errors whose description names the path: kFileNotFound, kPathNotFound,
 // kPermissionDenied, kFileAlreadyExists, kDiskFull, kPathFileAccessError or kDeviceIoError.
 class Files {
  public:

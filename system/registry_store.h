@@ -42,9 +42,9 @@ enum RegistryType : std::uint32_t {
   kRegMultiSz = 7,
 };
 
-// The registry functions of Windows, one for one and as bare (names and text in the ANSI code
-// page, status codes instead of errors, handles that their user closes), so that what is built on
-// them can be tested anywhere. Key and value names compare without regard to case; "\" separates
+// The registry functions of Windows, one for one and as bare (names and text are bytes in the ANSI
+// code page, status codes instead of errors, handles that their user closes), so that what is built
+// on them can be tested anywhere. Key and value names compare without regard to case; "\" separates
 // the names of a key path.
 class RegistryStore {
  public:

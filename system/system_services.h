@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace scrivo {
 
@@ -32,6 +33,11 @@ class SystemServices {
   // The code page of ANSI text, such as 1252: the system's own until another was chosen.
   virtual int AnsiCodePage() = 0;
   virtual void SetAnsiCodePage(int code_page) = 0;
+  // Text in that code page; see system/ansi_text.h.
+  virtual std::string ToAnsi(std::string_view text);
+  virtual std::string FromAnsi(std::string_view ansi);
+  // The code page of the text that console programs print: the ANSI code page unless overridden.
+  virtual int PipeCodePage();
 };
 
 }  // namespace scrivo

@@ -12,8 +12,11 @@ bool IsTerminal(StandardStream stream);
 // How many characters a line of that terminal holds; 80 when it does not tell.
 int TerminalColumns(StandardStream stream);
 
-// The code page of the text that programs of this system print and are given as arguments: UTF-8
-// (65001) on POSIX, the ANSI code page on Windows.
+// The code page in which a program of this system prints for others to read through a pipe: UTF-8
+// (65001) on POSIX, the ANSI code page on Windows, where consoles show that from this call on.
 int TerminalCodePage();
+
+// Consoles show UTF-8 from this call on, as terminals on POSIX do anyway.
+void ShowUtf8OnTerminal();
 
 }  // namespace scrivo

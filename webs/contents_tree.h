@@ -10,7 +10,7 @@ namespace scrivo {
 
 // One entry of a web's contents.
 struct ContentsNode {
-  std::string label;  // ANSI text
+  std::string label;
   // The page's location or address, for a node whose page is not a file of this web; else "".
   std::string page;
   WebListing::Index file = WebListing::kNone;

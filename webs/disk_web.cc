@@ -93,13 +93,14 @@ SiteFiles OpenedDiskWeb::PagesOutsideContents() {
 }
 
 void OpenedDiskWeb::ReportLostCharacters() {
-  const AnsiText& ansi = source_->ansi;
-  if (ansi.lost() == 0 || has_reported_losses_) return;
+  const WebText& text = source_->text;
+  const std::size_t lost = text.Lost();
+  if (lost == 0 || has_reported_losses_) return;
   has_reported_losses_ = true;
-  std::string reason =
-      std::to_string(ansi.lost()) + (ansi.lost() == 1 ? " character was" : " characters were") +
-      " replaced by \"?\": code page " + std::to_string(ansi.code_page()) + " lacks them; ";
-  if (const auto code_page = ansi.CodePageForAll()) {
+  std::string reason = std::to_string(lost) + (lost == 1 ? " character was" : " characters were") +
+                       " replaced by \"?\": code page " + std::to_string(text.code_page()) +
+                       " lacks them; ";
+  if (const auto code_page = text.CodePageForAll()) {
     reason += "code page " + std::to_string(*code_page) + " has them all";
   } else {
     reason += "no code page has them all";
@@ -124,7 +125,7 @@ std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptio
   }
   const auto source = std::make_shared<WebSource>(
       WebSource{services.files, folder, UrlOf(folder, style), style, options,
-                AnsiText(services.system->AnsiCodePage()), report});
+                WebText(services.system->AnsiCodePage()), report});
   std::shared_ptr<OpenedDiskWeb> web;
   try {
     web = std::make_shared<OpenedDiskWeb>(source);

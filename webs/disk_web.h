@@ -30,9 +30,9 @@ struct DiskWebOptions {
 //
 // The folders are listed when the web is opened; the navigation structure is read when the tree is
 // first asked for; a page is read once, when its title or one of its properties is first asked
-// for, and no further than needed. Labels, titles and properties are in the system's ANSI code
-// page, names and addresses are the bytes on disk. The objects it hands out stay valid after the
-// web itself is let go; those from before a Refresh keep showing what was there before it.
+// for, and no further than needed. Names and addresses are the bytes on disk. The objects it hands
+// out stay valid after the web itself is let go; those from before a Refresh keep showing what was
+// there before it.
 class DiskWeb : public SiteWeb {
  public:
   // Which tree NavigationRoot() shows: kNavigation or kFolders.
@@ -40,7 +40,8 @@ class DiskWeb : public SiteWeb {
   // The pages (.htm and .html) that no node of the tree shows, in the order of AllFiles.
   virtual SiteFiles PagesOutsideContents() = 0;
   // Reports, once, how many characters of the labels, titles and properties handed out so far the
-  // ANSI code page lacks ("?" stands for them), and the code page that has them all, if one does.
+  // ANSI code page lacks (in a help file "?" stands for them), and the code page that has them all,
+  // if one does.
   virtual void ReportLostCharacters() = 0;
 };
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "text/code_page.h"
 #include "webs/name_order.h"
 
 namespace scrivo {
@@ -14,8 +13,8 @@ using Index = WebListing::Index;
 class FolderTreeBuilder {
  public:
   FolderTreeBuilder(const WebListing& listing, const std::function<std::string(Index)>& title,
-                    AnsiText* ansi)
-      : listing_(listing), title_(title), ansi_(*ansi) {}
+                    WebText* web_text)
+      : listing_(listing), title_(title), web_text_(*web_text) {}
 
   ContentsTree Build() {
     FindFoldersWithPages();
@@ -85,7 +84,7 @@ class FolderTreeBuilder {
     Entry entry;
     entry.node.file = file;
     entry.node.label = title_(file);
-    entry.key = PersonOrderKey(ToUtf8(entry.node.label, ansi_.code_page()));
+    entry.key = PersonOrderKey(entry.node.label);
     return entry;
   }
 
@@ -95,8 +94,8 @@ class FolderTreeBuilder {
     if (target != WebListing::kNone) {
       entry = PageEntry(target);
     } else {
-      const std::string name = GuessedUtf8(listing_.FolderName(folder), ansi_.code_page());
-      entry.node.label = ansi_.From(name);
+      const std::string name = GuessedUtf8(listing_.FolderName(folder), web_text_.code_page());
+      entry.node.label = web_text_.HandOut(name);
       entry.key = PersonOrderKey(name);
     }
     entry.folder = folder;
@@ -105,15 +104,16 @@ class FolderTreeBuilder {
 
   const WebListing& listing_;
   const std::function<std::string(Index)>& title_;
-  AnsiText& ansi_;
+  WebText& web_text_;
   std::vector<bool> has_pages_;  // by folder
 };
 
 }  // namespace
 
 ContentsTree BuildFolderTree(const WebListing& listing,
-                             const std::function<std::string(Index file)>& title, AnsiText* ansi) {
-  return FolderTreeBuilder(listing, title, ansi).Build();
+                             const std::function<std::string(Index file)>& title,
+                             WebText* web_text) {
+  return FolderTreeBuilder(listing, title, web_text).Build();
 }
 
 }  // namespace scrivo

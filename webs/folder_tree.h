@@ -3,9 +3,9 @@
 #include <functional>
 #include <string>
 
-#include "webs/ansi_text.h"
 #include "webs/contents_tree.h"
 #include "webs/web_listing.h"
+#include "webs/web_text.h"
 
 namespace scrivo {
 
@@ -13,9 +13,9 @@ namespace scrivo {
 // deeper, is a heading with the folder's index page (index.htm, default.htm, …) as its target and
 // that page's title as its label, or without a target under the folder's name. Pages and headings
 // stand together by label in a person's order; the home page comes first. `title` gives a page's
-// title as ANSI text, and is asked once for each page.
+// title, and is asked once for each page.
 ContentsTree BuildFolderTree(const WebListing& listing,
                              const std::function<std::string(WebListing::Index file)>& title,
-                             AnsiText* ansi);
+                             WebText* web_text);
 
 }  // namespace scrivo

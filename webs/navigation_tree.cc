@@ -11,9 +11,13 @@ constexpr Place kTop = ~Place{0};
 
 class NavigationBuilder {
  public:
-  NavigationBuilder(std::vector<StructureNode> nodes, const WebListing& listing, AnsiText* ansi,
+  NavigationBuilder(std::vector<StructureNode> nodes, const WebListing& listing, WebText* web_text,
                     const std::string& file, WebReport& report)
-      : nodes_(std::move(nodes)), listing_(listing), ansi_(*ansi), file_(file), report_(report) {}
+      : nodes_(std::move(nodes)),
+        listing_(listing),
+        web_text_(*web_text),
+        file_(file),
+        report_(report) {}
 
   ContentsTree Build() {
     FindParents();
@@ -129,13 +133,13 @@ class NavigationBuilder {
       }
     }
     if (made.file == WebListing::kNone) made.page = std::move(node->page);
-    made.label = ansi_.From(GuessedUtf8(node->label, ansi_.code_page()));
+    made.label = web_text_.HandOut(GuessedUtf8(node->label, web_text_.code_page()));
     return made;
   }
 
   std::vector<StructureNode> nodes_;
   const WebListing& listing_;
-  AnsiText& ansi_;
+  WebText& web_text_;
   const std::string& file_;
   WebReport& report_;
   std::vector<Place> parents_;
@@ -146,8 +150,8 @@ class NavigationBuilder {
 }  // namespace
 
 ContentsTree BuildNavigationTree(std::vector<StructureNode> nodes, const WebListing& listing,
-                                 AnsiText* ansi, const std::string& file, WebReport& report) {
-  return NavigationBuilder(std::move(nodes), listing, ansi, file, report).Build();
+                                 WebText* web_text, const std::string& file, WebReport& report) {
+  return NavigationBuilder(std::move(nodes), listing, web_text, file, report).Build();
 }
 
 }  // namespace scrivo

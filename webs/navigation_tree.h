@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "webs/ansi_text.h"
 #include "webs/contents_tree.h"
 #include "webs/structure_file.h"
 #include "webs/web_listing.h"
 #include "webs/web_report.h"
+#include "webs/web_text.h"
 
 namespace scrivo {
 
@@ -17,6 +17,6 @@ namespace scrivo {
 // is not on disk keeps its place without a file. All of that is reported under the name `file`
 // with the node's line. A label that is no UTF-8 is taken for ANSI text.
 ContentsTree BuildNavigationTree(std::vector<StructureNode> nodes, const WebListing& listing,
-                                 AnsiText* ansi, const std::string& file, WebReport& report);
+                                 WebText* web_text, const std::string& file, WebReport& report);
 
 }  // namespace scrivo

@@ -116,9 +116,9 @@ class EntryList {
 
 }  // namespace
 
-PageReader::PageReader(Files& files, const std::vector<IndexSource>& index, AnsiText* ansi,
+PageReader::PageReader(Files& files, const std::vector<IndexSource>& index, WebText* web_text,
                        WebReport& report)
-    : files_(files), index_(index), ansi_(*ansi), report_(report) {
+    : files_(files), index_(index), web_text_(*web_text), report_(report) {
   const auto has = [&](IndexSource source) {
     return std::find(index.begin(), index.end(), source) != index.end();
   };
@@ -129,31 +129,32 @@ PageReader::PageReader(Files& files, const std::vector<IndexSource>& index, Ansi
 PageFacts PageReader::Read(const std::string& path, const std::string& notes_path) {
   Notes notes(files_, notes_path);
   const PageHead head = FindPageHead(ReadPage(path), headings_, [&] {
-    const int noted = CodePageFromName(notes.Get().charset).value_or(ansi_.code_page());
-    return noted == kUtf8CodePage ? ansi_.code_page() : noted;  // it would have told so itself
+    const int noted = CodePageFromName(notes.Get().charset).value_or(web_text_.code_page());
+    return noted == kUtf8CodePage ? web_text_.code_page() : noted;  // it would have told so itself
   });
 
   std::string title = OneLine(head.title);
   if (title.empty()) {
-    title = OneLine(DecodeEntities(GuessedUtf8(notes.Get().title, ansi_.code_page())));
+    title = OneLine(DecodeEntities(GuessedUtf8(notes.Get().title, web_text_.code_page())));
   }
   PageFacts facts;
   std::string keywords;
   for (const MetaTag& meta : head.metas) {
     std::string content = WithoutLineEnds(meta.content);
     if (meta.name != "keywords") {
-      facts.metas.emplace_back(ansi_.From(WithoutLineEnds(meta.name)), ansi_.From(content));
+      facts.metas.emplace_back(web_text_.HandOut(WithoutLineEnds(meta.name)),
+                               web_text_.HandOut(content));
     } else if (!content.empty()) {
       keywords += keywords.empty() ? content : ";" + content;
     }
   }
   if (keywords.empty() && wants_keywords_) {
-    keywords = WithoutLineEnds(GuessedUtf8(notes.Get().keywords, ansi_.code_page()));
+    keywords = WithoutLineEnds(GuessedUtf8(notes.Get().keywords, web_text_.code_page()));
   }
   std::vector<std::string> headings;
   for (const std::string& heading : head.headings) headings.push_back(OneLine(heading));
-  facts.keywords = ansi_.From(IndexEntries(keywords, title, headings));
-  facts.title = ansi_.From(title);
+  facts.keywords = web_text_.HandOut(IndexEntries(keywords, title, headings));
+  facts.title = web_text_.HandOut(title);
   return facts;
 }
 

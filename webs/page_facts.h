@@ -5,14 +5,14 @@
 #include <vector>
 
 #include "system/files.h"
-#include "webs/ansi_text.h"
 #include "webs/disk_web.h"
 #include "webs/page_head.h"
 #include "webs/web_report.h"
+#include "webs/web_text.h"
 
 namespace scrivo {
 
-// What a page tells the index and the contents, as ANSI text.
+// What a page tells the index and the contents.
 struct PageFacts {
   std::string title;     // "" when it has none
   std::string keywords;  // index entries parted by "," or ";"; "" when there are none
@@ -22,7 +22,7 @@ struct PageFacts {
 // Reads pages of one web.
 class PageReader {
  public:
-  PageReader(Files& files, const std::vector<IndexSource>& index, AnsiText* ansi,
+  PageReader(Files& files, const std::vector<IndexSource>& index, WebText* web_text,
              WebReport& report);
 
   // Reads the page at `path`, and the host's notes about it at `notes_path` for what the page
@@ -37,7 +37,7 @@ class PageReader {
 
   Files& files_;
   const std::vector<IndexSource> index_;
-  AnsiText& ansi_;
+  WebText& web_text_;
   WebReport& report_;
   Headings headings_ = Headings::kNo;
   bool wants_keywords_ = false;

@@ -6,7 +6,7 @@
 
 #include "system/error.h"
 #include "text/fold_case.h"
-#include "webs/ansi_text.h"
+#include "webs/web_text.h"
 
 namespace scrivo {
 namespace {

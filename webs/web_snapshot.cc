@@ -43,7 +43,9 @@ class WebSnapshot::DiskFile : public SiteFile {
   }
   std::string Title() override {
     const std::string& title = web_.Facts(index_).title;
-    return title.empty() ? web_.listing().FileName(index_) : title;
+    if (!title.empty()) return title;
+    WebText& text = web_.source().text;
+    return text.HandOut(GuessedUtf8(web_.listing().FileName(index_), text.code_page()));
   }
 
  private:
@@ -113,9 +115,9 @@ class WebSnapshot::DiskNode : public SiteNode {
 
 WebSnapshot::WebSnapshot(std::shared_ptr<WebSource> source)
     : source_(std::move(source)),
-      listing_(*source_->files, source_->path, source_->style, source_->ansi.code_page(),
+      listing_(*source_->files, source_->path, source_->style, source_->text.code_page(),
                source_->report),
-      reader_(*source_->files, source_->options.index, &source_->ansi, source_->report),
+      reader_(*source_->files, source_->options.index, &source_->text, source_->report),
       facts_(listing_.FileCount()) {
   file_objects_.reserve(listing_.FileCount());
   for (Index file = 0; file < listing_.FileCount(); ++file) file_objects_.emplace_back(this, file);
@@ -203,7 +205,7 @@ ContentsTree WebSnapshot::ReadNavigation() {
   }
   std::vector<StructureNode> nodes = ParseStructure(text, path, source_->report);
   std::string().swap(text);  // as large as the tree itself
-  return BuildNavigationTree(std::move(nodes), listing_, &source_->ansi, path, source_->report);
+  return BuildNavigationTree(std::move(nodes), listing_, &source_->text, path, source_->report);
 }
 
 bool WebSnapshot::HoldsMoreThanHomePage(const ContentsTree& tree) const {
@@ -226,7 +228,7 @@ void WebSnapshot::ReadTree() {
   }
   if (tree_used_ == ContentsChoice::kFolders) {
     tree_ = BuildFolderTree(
-        listing_, [this](Index file) { return File(file)->Title(); }, &source_->ansi);
+        listing_, [this](Index file) { return File(file)->Title(); }, &source_->text);
   }
   node_objects_.reserve(tree_.nodes.size());
   for (std::uint32_t i = 0; i < tree_.nodes.size(); ++i) node_objects_.emplace_back(this, i);

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "webs/ansi_text.h"
 #include "webs/contents_tree.h"
 #include "webs/disk_web.h"
 #include "webs/page_facts.h"
 #include "webs/web_listing.h"
+#include "webs/web_text.h"
 
 namespace scrivo {
 
@@ -19,7 +19,7 @@ struct WebSource {
   std::string url;
   PathStyle style;
   DiskWebOptions options;
-  AnsiText ansi;
+  WebText text;
   WebReport& report;
 };
 

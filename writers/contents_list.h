@@ -6,7 +6,9 @@
 #include <string>
 #include <utility>
 
+#include "platform/ansi_names.h"
 #include "site/site.h"
+#include "system/ansi_text.h"
 #include "writers/compile_job.h"
 #include "writers/sitemap_text.h"
 
@@ -79,12 +81,14 @@ class ContentsLists {
     Level& step = list.level;
     std::shared_ptr<SiteFile> file;
     bool has_children = false;
-    const bool going_on =
-        step.Step([&] { text_ += kEntryStart + (kNameStart + child->Label()) + kValueEnd; }) &&
-        step.Step([&] { file = child->File(); }) &&
-        (!file || step.Step([&] { text_ += kLocalStart + locate_(file->Url()) + kValueEnd; })) &&
-        step.Step([&] { text_ += kEntryEnd; }) &&
-        step.Step([&] { has_children = !child->Children().empty(); });
+    const bool going_on = step.Step([&] {
+      text_ += kEntryStart + (kNameStart + ToAnsi(child->Label())) + kValueEnd;
+    }) && step.Step([&] { file = child->File(); }) &&
+                          (!file || step.Step([&] {
+                            text_ += kLocalStart + NameToAnsi(locate_(file->Url())) + kValueEnd;
+                          })) &&
+                          step.Step([&] { text_ += kEntryEnd; }) &&
+                          step.Step([&] { has_children = !child->Children().empty(); });
     if (going_on && has_children) Call(child);
     return going_on;
   }

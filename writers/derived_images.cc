@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/ansi_names.h"
+
 namespace scrivo {
 namespace {
 
@@ -26,7 +28,8 @@ std::vector<std::string> DerivedImageNames(Files& files, const std::string& fold
 
 std::string DerivedImagesPage(const std::vector<std::string>& names) {
   std::string text = "<HTML><HEAD><TITLE></TITLE></HEAD><BODY>\r\n";
-  for (const std::string& name : names) text += "<img src=\"_derived/" + name + "\">\r\n";
+  for (const std::string& name : names)
+    text += "<img src=\"_derived/" + NameToAnsi(name) + "\">\r\n";
   return text + "</BODY></HTML>";
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/ansi_names.h"
+#include "system/ansi_text.h"
 #include "writers/sitemap_text.h"
 
 namespace scrivo {
@@ -32,8 +34,8 @@ std::vector<std::string> SplitKeywords(const std::string& keywords) {
 void AppendEntry(const std::string& keyword, const std::string& title, const std::string& location,
                  std::string* text) {
   // The topic's title is a second parameter of the name "Name", as index files have it.
-  *text += kEntryStart + (kNameStart + keyword) + kValueEnd + kNameStart + title + kValueEnd +
-           kLocalStart + location + kValueEnd + kEntryEnd;
+  *text += kEntryStart + (kNameStart + ToAnsi(keyword)) + kValueEnd + kNameStart + ToAnsi(title) +
+           kValueEnd + kLocalStart + NameToAnsi(location) + kValueEnd + kEntryEnd;
 }
 
 void AppendPage(SiteFile& file, const Locator& locate, const StatementRunner& run,

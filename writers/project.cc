@@ -1,6 +1,8 @@
 #include "writers/project.h"
 
 #include "html/page_kind.h"
+#include "platform/ansi_names.h"
+#include "system/ansi_text.h"
 
 namespace scrivo {
 namespace {
@@ -39,13 +41,13 @@ std::string WindowLines(const CompileJob& job, const SitemapPaths& paths) {
 std::string ProjectSettings(const CompileJob& job, const SitemapPaths& paths, const Locator& locate,
                             const StatementRunner& run) {
   std::string text = kFixedOptions;
-  text += "Compiled file=" + job.output + "\r\n";
-  text += "Contents file=" + paths.contents + "\r\n";
+  text += "Compiled file=" + NameToAnsi(job.output) + "\r\n";
+  text += "Contents file=" + NameToAnsi(paths.contents) + "\r\n";
   text += "Default window=default\r\n";
-  run([&] { text += "Default topic=" + StartPageLocation(job, locate) + "\r\n"; });
+  run([&] { text += "Default topic=" + NameToAnsi(StartPageLocation(job, locate)) + "\r\n"; });
   text += kFixedOptionsBeforeTitle;
-  text += "Title=" + job.title + "\r\n";
-  if (job.use_index) text += "Index File = " + paths.index + "\r\n";
+  text += "Title=" + ToAnsi(job.title) + "\r\n";
+  if (job.use_index) text += "Index File = " + NameToAnsi(paths.index) + "\r\n";
   text += "\r\n[WINDOWS]\r\n\r\n";
   text += WindowLines(job, paths);
   return text + "\r\n[FILES]\r\n";
@@ -62,16 +64,14 @@ std::string ProjectPages(const CompileJob& job, const SiteFiles& files, const Lo
     if (!is_page) continue;
     run([&] {
       const std::string location = locate(file->Url());
-      if (location != output) text += "\r\n" + location;
+      if (location != output) text += "\r\n" + NameToAnsi(location);
     });
   }
   return text;
 }
 
-std::string ProjectDerivedPage(const std::string& path) { return "\r\n" + path; }
+std::string ProjectDerivedPage(const std::string& path) { return "\r\n" + NameToAnsi(path); }
 
-bool IsProjectPage(SiteFile& file) {
-  return KindOfExtension(file.Extension()) == PageKind::kPlain;
-}
+bool IsProjectPage(SiteFile& file) { return KindOfExtension(file.Extension()) == PageKind::kPlain; }
 
 }  // namespace scrivo

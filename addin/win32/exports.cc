@@ -34,16 +34,16 @@ ComPtr<IDispatch> MakeConnect() {
 
 bool IsConnect(REFCLSID class_id) {
   CLSID own;
-  return SUCCEEDED(CLSIDFromString(WideText(kConnectClass).c_str(), &own)) && class_id == own;
+  return SUCCEEDED(CLSIDFromString(Wide(kConnectClass).c_str(), &own)) && class_id == own;
 }
 
-// This library's path. Raises Error (kPathFileAccessError) when the registry, which is written in
-// the ANSI code page, could not name it.
+// This library's path as the registry has it. Raises Error (kPathFileAccessError) when the
+// registry, which is written in the ANSI code page, could not name it.
 std::string LibraryPath() {
   std::wstring path(32768, L'\0');
   path.resize(GetModuleFileNameW(OwnModule(), path.data(), static_cast<DWORD>(path.size())));
-  const std::string name = AnsiText(path);
-  if (path.empty() || WideText(name) != path) {
+  const std::string name = SystemAnsi(path);
+  if (path.empty() || WideOfSystemAnsi(name) != path) {
     throw Error(kPathFileAccessError, "Scrivo", "The folder of Scrivo.dll cannot be registered");
   }
   return name;

@@ -27,7 +27,7 @@ class VersionComponent : public VersionChecker {
 
 std::shared_ptr<VersionChecker> MakeVersionComponent(const char* prog_id) {
   CLSID class_id;
-  if (FAILED(CLSIDFromProgID(WideText(prog_id).c_str(), &class_id))) return nullptr;
+  if (FAILED(CLSIDFromProgID(Wide(prog_id).c_str(), &class_id))) return nullptr;
   ComPtr<IDispatch> component;
   const HRESULT result =
       CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,

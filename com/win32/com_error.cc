@@ -1,5 +1,6 @@
 #include "com/win32/com_error.h"
 
+#include "platform/win32/wide.h"
 #include "system/error.h"
 
 namespace scrivo {
@@ -20,14 +21,11 @@ const Meaning kMeanings[] = {
 
 // The system's text for a code, without its line end and point; "" when it has none.
 std::string SystemText(HRESULT result) {
-  char text[512] = "";
-  DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                                static_cast<DWORD>(result), 0, text, sizeof text, nullptr);
-  while (length > 0 &&
-         (static_cast<unsigned char>(text[length - 1]) <= ' ' || text[length - 1] == '.')) {
-    --length;
-  }
-  return std::string(text, length);
+  wchar_t text[512] = L"";
+  DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                static_cast<DWORD>(result), 0, text, 512, nullptr);
+  while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
+  return Narrow(std::wstring_view(text, length));
 }
 
 }  // namespace

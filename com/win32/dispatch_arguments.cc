@@ -83,7 +83,7 @@ DispatchArguments::DispatchArguments(const std::vector<DispatchParameter>& param
 }
 
 std::string DispatchArguments::Text(std::size_t index) const {
-  return Has(index) ? AnsiText(Value(index).bstrVal) : "";
+  return Has(index) ? TextOf(Value(index).bstrVal) : "";
 }
 
 }  // namespace scrivo

@@ -27,7 +27,7 @@ class RaisedError {
     if (info_.pfnDeferredFillIn) info_.pfnDeferredFillIn(&info_);
     const HRESULT code = info_.scode != 0 ? info_.scode : static_cast<HRESULT>(info_.wCode);
     if (code == 0) RaiseComError(DISP_E_EXCEPTION, member);
-    throw Error(ErrorNumberOf(code), AnsiText(info_.bstrSource), AnsiText(info_.bstrDescription));
+    throw Error(ErrorNumberOf(code), TextOf(info_.bstrSource), TextOf(info_.bstrDescription));
   }
 
  private:
@@ -49,11 +49,11 @@ Variant Converted(const Variant& value, VARTYPE type) {
 
 DISPID LateBound::Find(const wchar_t* member) const {
   if (!object_)
-    throw Error(kObjectNotSet, "Automation", "There is no object for " + AnsiText(member));
+    throw Error(kObjectNotSet, "Automation", "There is no object for " + Narrow(member));
   auto name = const_cast<wchar_t*>(member);
   DISPID id = DISPID_UNKNOWN;
   const HRESULT result = object_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
-  if (FAILED(result)) RaiseComError(result, AnsiText(member));
+  if (FAILED(result)) RaiseComError(result, Narrow(member));
   return id;
 }
 
@@ -83,12 +83,10 @@ Variant LateBound::Invoke(DISPID id, WORD flags, std::initializer_list<VARIANT> 
 
 void LateBound::Put(const wchar_t* member, const Variant& value) const {
   const WORD flags = value.type() == VT_DISPATCH ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT;
-  Invoke(Find(member), flags, {value.get()}, AnsiText(member));
+  Invoke(Find(member), flags, {value.get()}, Narrow(member));
 }
 
-std::string TextOf(const Variant& value) {
-  return AnsiText(Converted(value, VT_BSTR).get().bstrVal);
-}
+std::string TextOf(const Variant& value) { return TextOf(Converted(value, VT_BSTR).get().bstrVal); }
 
 std::int32_t NumberOf(const Variant& value) { return Converted(value, VT_I4).get().lVal; }
 

@@ -26,7 +26,7 @@ class LateBound {
   template <typename... Arguments>
   Variant Get(const wchar_t* member, const Arguments&... arguments) const {
     return Invoke(Find(member), DISPATCH_PROPERTYGET | DISPATCH_METHOD, {arguments.get()...},
-                  AnsiText(member));
+                  Narrow(member));
   }
   // The same for the default member, or another with a fixed number.
   template <typename... Arguments>
@@ -37,7 +37,7 @@ class LateBound {
   // Calls a method for what it does.
   template <typename... Arguments>
   void Call(const wchar_t* member, const Arguments&... arguments) const {
-    Invoke(Find(member), DISPATCH_METHOD, {arguments.get()...}, AnsiText(member));
+    Invoke(Find(member), DISPATCH_METHOD, {arguments.get()...}, Narrow(member));
   }
   // Sets a property: an object by reference, anything else by value.
   void Put(const wchar_t* member, const Variant& value) const;

@@ -20,7 +20,7 @@ void Describe(const Error& error, EXCEPINFO* exception) {
           ? MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, static_cast<WORD>(error.number))
           : error.number;
   if (exception->scode == 0) exception->scode = E_FAIL;
-  const std::wstring source = WideText(error.source), description = WideText(error.description);
+  const std::wstring source = Wide(error.source), description = Wide(error.description);
   exception->bstrSource = SysAllocStringLen(source.data(), static_cast<UINT>(source.size()));
   exception->bstrDescription =
       SysAllocStringLen(description.data(), static_cast<UINT>(description.size()));

@@ -4,24 +4,20 @@
 #include <string_view>
 
 #include "com/win32/ole.h"
+#include "platform/win32/wide.h"
 
 namespace scrivo {
 
-// Text inside is bytes in the system's ANSI code page; the wide text of COM is converted here and
-// nowhere else. Characters that the code page lacks become what the system puts in their place.
-
-// Wide text of ANSI text; what lies behind a NUL is kept.
-std::wstring WideText(std::string_view ansi);
-// ANSI text of wide text. A null BSTR is "".
-std::string AnsiText(std::wstring_view wide);
-std::string AnsiText(BSTR text);
+// The wide text of COM as text inside, without loss: what an object calls a page may be the name of
+// a file. What lies behind a NUL is kept; a null BSTR is "".
+std::string TextOf(BSTR text);
 
 // Owns a BSTR, or none.
 class Bstr {
  public:
   Bstr() = default;
   // Raises Error (kOutOfMemory).
-  explicit Bstr(std::string_view ansi);
+  explicit Bstr(std::string_view text);
   Bstr(Bstr&& other) noexcept : text_(other.Detach()) {}
   ~Bstr() { SysFreeString(text_); }
   Bstr& operator=(Bstr&&) = delete;

@@ -23,11 +23,11 @@ class Variant {
     return omitted;
   }
   // Raises Error (kOutOfMemory).
-  static Variant Text(std::string_view ansi) {
-    Variant text;
-    text.value_.bstrVal = Bstr(ansi).Detach();
-    text.value_.vt = VT_BSTR;
-    return text;
+  static Variant Text(std::string_view text) {
+    Variant variant;
+    variant.value_.bstrVal = Bstr(text).Detach();
+    variant.value_.vt = VT_BSTR;
+    return variant;
   }
   static Variant Long(LONG number) {
     Variant variant;

@@ -58,7 +58,7 @@ std::string ReasonOf(HRESULT code) {
 
 CLSID ClassOf(const std::string& prog_id, HRESULT* result) {
   CLSID id{};
-  *result = CLSIDFromProgID(WideText(prog_id).c_str(), &id);
+  *result = CLSIDFromProgID(Wide(prog_id).c_str(), &id);
   return id;
 }
 
@@ -67,7 +67,7 @@ std::string ClassText(const std::string& prog_id) {
   const CLSID id = ClassOf(prog_id, &result);
   wchar_t text[64];
   if (FAILED(result) || StringFromGUID2(id, text, 64) == 0) return "";
-  return AnsiText(std::wstring_view(text));
+  return Narrow(std::wstring_view(text));
 }
 
 [[noreturn]] void Fail(Addin* addin, const std::string& reason) {

@@ -23,7 +23,7 @@ class ApplicationObject : public HostObject {
   Base BaseOf(const DispatchArguments& arguments) {
     const VARIANT& given = arguments.Value(0);
     if (given.vt == VT_BSTR) {
-      const std::string address = AnsiText(given.bstrVal);
+      const std::string address = TextOf(given.bstrVal);
       return {address, world_->session.NamesFolder(address)};
     }
     HostObject* object = given.vt == VT_DISPATCH ? world_->Own(given.pdispVal) : nullptr;

@@ -1,5 +1,7 @@
 #include "host/win32/bar_menu.h"
 
+#include "platform/win32/wide.h"
+
 namespace scrivo::host {
 
 UINT ControlIds::IdOf(const std::shared_ptr<BarControl>& control) {
@@ -23,11 +25,11 @@ void AppendLines(HMENU menu, const std::vector<MenuLine>& lines, ControlIds* ids
                  FaceImages* images) {
   for (const MenuLine& line : lines) {
     if (!line.control) {
-      AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+      AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
       continue;
     }
-    std::string text = MenuText(*line.control);
-    MENUITEMINFOA item{};
+    std::wstring text = Wide(MenuText(*line.control));
+    MENUITEMINFOW item{};
     item.cbSize = sizeof item;
     item.fMask = MIIM_STRING | MIIM_STATE | MIIM_ID | MIIM_BITMAP;
     item.fState = line.control->enabled ? MFS_ENABLED : MFS_GRAYED;
@@ -39,7 +41,7 @@ void AppendLines(HMENU menu, const std::vector<MenuLine>& lines, ControlIds* ids
       item.hSubMenu = CreatePopupMenu();
       AppendLines(item.hSubMenu, line.lines, ids, images);
     }
-    InsertMenuItemA(menu, static_cast<UINT>(GetMenuItemCount(menu)), TRUE, &item);
+    InsertMenuItemW(menu, static_cast<UINT>(GetMenuItemCount(menu)), TRUE, &item);
   }
 }
 

@@ -6,6 +6,9 @@
 #include "com/win32/ole.h"
 #include "host/host_arguments.h"
 #include "host/win32/host_window.h"
+#include "host/win32/wide_controls.h"
+#include "platform/win32/wide.h"
+#include "system/program_arguments.h"
 #include "system/services.h"
 // After windows.h, on which it stands.
 #include <ole2.h>
@@ -24,23 +27,22 @@ void TellUsage(const std::string& problem) {
     WriteFile(GetStdHandle(problem.empty() ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE), lines.data(),
               static_cast<DWORD>(lines.size()), &written, nullptr);
   }
-  MessageBoxA(nullptr, text.c_str(), "Scrivo Host",
-              MB_OK | (problem.empty() ? MB_ICONINFORMATION : MB_ICONEXCLAMATION));
+  TellWide(nullptr, text, problem.empty() ? MB_ICONINFORMATION : MB_ICONEXCLAMATION);
 }
 
 // The whole path of one relative to the current folder.
 std::string FullPath(const std::string& path) {
-  char full[MAX_PATH];
-  const DWORD length = GetFullPathNameA(path.c_str(), MAX_PATH, full, nullptr);
-  return length > 0 && length < MAX_PATH ? std::string(full, length) : path;
+  wchar_t full[MAX_PATH];
+  const DWORD length = GetFullPathNameW(Wide(path).c_str(), MAX_PATH, full, nullptr);
+  return length > 0 && length < MAX_PATH ? Narrow(std::wstring_view(full, length)) : path;
 }
 
 void RunMessages(HostWindow* window) {
   MSG message;
-  while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
     if (window->handle() && window->IsKey(&message)) continue;
     TranslateMessage(&message);
-    DispatchMessageA(&message);
+    DispatchMessageW(&message);
   }
 }
 
@@ -61,7 +63,7 @@ int Run(const HostArguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const HostArguments arguments = ParseArguments({argv + 1, argv + argc});
+  const HostArguments arguments = ParseArguments(ProgramArguments(argc, argv));
   if (arguments.help || !arguments.problem.empty()) {
     TellUsage(arguments.problem);
     return arguments.help ? 0 : 2;
@@ -73,7 +75,7 @@ int main(int argc, char** argv) {
     TheServices() = CreateSystemServices();
     status = Run(arguments);
   } catch (const std::exception& exception) {
-    MessageBoxA(nullptr, exception.what(), "Scrivo Host", MB_OK | MB_ICONERROR);
+    TellWide(nullptr, exception.what(), MB_ICONERROR);
   }
   OleUninitialize();
   return status;

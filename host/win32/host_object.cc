@@ -26,7 +26,7 @@ ULONG HostObject::Release() {
 }
 
 void HostObject::Entering(const DispatchMember& member) {
-  world_->faults.Count(std::string(class_name_) + "." + AnsiText(std::wstring_view(member.name)));
+  world_->faults.Count(std::string(class_name_) + "." + Narrow(std::wstring_view(member.name)));
 }
 
 Variant HostObject::Parent() { return ApplicationOf(world_); }
@@ -52,7 +52,7 @@ std::size_t HostCollection::IndexOf(LONG number) {
 Variant HostCollection::ItemOf(const DispatchArguments& arguments, std::size_t argument) {
   const VARIANT& key = arguments.Value(argument);
   try {
-    if (key.vt == VT_BSTR) return ItemNamed(AnsiText(key.bstrVal));
+    if (key.vt == VT_BSTR) return ItemNamed(TextOf(key.bstrVal));
     Variant number;
     const bool is_number = key.vt == VT_I2 || key.vt == VT_I4 || key.vt == VT_UI1 ||
                            key.vt == VT_UI2 || key.vt == VT_UI4 || key.vt == VT_INT ||

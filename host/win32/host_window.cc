@@ -5,6 +5,8 @@
 
 #include "host/recent_webs.h"
 #include "host/win32/page_views.h"
+#include "host/win32/wide_controls.h"
+#include "platform/win32/wide.h"
 
 namespace scrivo::host {
 namespace {
@@ -19,7 +21,7 @@ constexpr char kHint[] =
 
 RECT StartPlace(int width, int height) {
   RECT work;
-  SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
   width = std::min<int>(width, work.right - work.left);
   height = std::min<int>(height, work.bottom - work.top);
   const int left = work.left + (work.right - work.left - width) / 2;
@@ -43,12 +45,11 @@ HostWindow::HostWindow(std::shared_ptr<HostWorld> world) : world_(std::move(worl
   INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_TREEVIEW_CLASSES |
                                                      ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
-  Create("Scrivo Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_ACCEPTFILES, nullptr, RECT{},
-         kClass);
+  CreateWide(kClass, "Scrivo Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_ACCEPTFILES);
   ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'O', kOpenWebId},
                   {FVIRTKEY | FCONTROL, 'W', kCloseWebId},
                   {FVIRTKEY, VK_F5, kRefreshId}};
-  accelerators_ = CreateAcceleratorTableA(keys, 3);
+  accelerators_ = CreateAcceleratorTableW(keys, 3);
   const auto tools = world_->bars.Find("Tools"), standard = world_->bars.Find("Standard");
   if (tools) {
     const auto refresh =
@@ -73,7 +74,7 @@ HostWindow::HostWindow(std::shared_ptr<HostWorld> world) : world_(std::move(worl
     StateChanged();
   };
   world_->open_document = [this](const std::string& path) { OpenDocument(path); };
-  world_->quit = [this] { PostMessageA(handle(), WM_CLOSE, 0, 0); };
+  world_->quit = [this] { PostMessageW(handle(), WM_CLOSE, 0, 0); };
   recent_ = RecentWebs::Read();
   bars_changed_ = web_changed_ = true;
   ShowState();
@@ -92,33 +93,30 @@ HostWindow::~HostWindow() {
 
 void HostWindow::MakeControls() {
   const DWORD view = WS_TABSTOP | WS_BORDER;
-  toolbar_ = CreateControl(
-      TOOLBARCLASSNAMEA, "",
-      WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER, 0,
-      handle(), kToolbarId, nullptr);
-  SendMessageA(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-  SendMessageA(toolbar_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
-  tree_heading_ = CreateControl("STATIC", "&Navigation", 0, 0, handle(), -1, nullptr);
-  tree_ = CreateControl(
-      WC_TREEVIEWA, "",
-      view | TVS_HASLINES | TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_INFOTIP, 0,
-      handle(), kTreeId, nullptr);
-  list_heading_ =
-      CreateControl("STATIC", "&Pages outside the navigation", 0, 0, handle(), -1, nullptr);
-  list_ = CreateControl(WC_LISTVIEWA, "", view | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS, 0,
-                        handle(), kListId, nullptr);
+  const auto make = [&](const wchar_t* kind, const char* text, DWORD style, int id) {
+    return CreateWideControl(kind, text, style, handle(), id);
+  };
+  toolbar_ =
+      make(TOOLBARCLASSNAMEW, "",
+           WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER,
+           kToolbarId);
+  SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  SendMessageW(toolbar_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
+  tree_heading_ = make(L"STATIC", "&Navigation", 0, -1);
+  tree_ =
+      make(WC_TREEVIEWW, "",
+           view | TVS_HASLINES | TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_INFOTIP,
+           kTreeId);
+  list_heading_ = make(L"STATIC", "&Pages outside the navigation", 0, -1);
+  list_ = make(WC_LISTVIEWW, "", view | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS, kListId);
   MakeListColumns(list_);
-  title_label_ = CreateControl("STATIC", "Title:", 0, 0, handle(), -1, nullptr);
-  title_ =
-      CreateControl("STATIC", "", SS_NOPREFIX | SS_ENDELLIPSIS, 0, handle(), kTitleId, nullptr);
-  location_label_ = CreateControl("STATIC", "Location:", 0, 0, handle(), -1, nullptr);
-  location_ =
-      CreateControl("STATIC", "", SS_NOPREFIX | SS_PATHELLIPSIS, 0, handle(), kLocationId, nullptr);
-  hint_ = CreateControl("STATIC", kHint, SS_CENTER, 0, handle(), -1, nullptr);
-  open_button_ = CreateControl("BUTTON", "&Open Web...", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, handle(),
-                               kOpenButtonId, nullptr);
-  status_ = CreateControl(STATUSCLASSNAMEA, "", WS_VISIBLE | SBARS_SIZEGRIP, 0, handle(), kStatusId,
-                          nullptr);
+  title_label_ = make(L"STATIC", "Title:", 0, -1);
+  title_ = make(L"STATIC", "", SS_NOPREFIX | SS_ENDELLIPSIS, kTitleId);
+  location_label_ = make(L"STATIC", "Location:", 0, -1);
+  location_ = make(L"STATIC", "", SS_NOPREFIX | SS_PATHELLIPSIS, kLocationId);
+  hint_ = make(L"STATIC", kHint, SS_CENTER, -1);
+  open_button_ = make(L"BUTTON", "&Open Web...", WS_TABSTOP | BS_DEFPUSHBUTTON, kOpenButtonId);
+  status_ = make(STATUSCLASSNAMEW, "", WS_VISIBLE | SBARS_SIZEGRIP, kStatusId);
   last_view_ = tree_;
 }
 
@@ -126,25 +124,25 @@ void HostWindow::MakeFonts() {
   HFONT font = CreateMessageFont(Dpi());
   for (HWND control : {toolbar_, status_, tree_, list_, tree_heading_, list_heading_, title_label_,
                        title_, location_label_, location_, hint_, open_button_}) {
-    SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   }
   if (font_) DeleteObject(font_);
   font_ = font;
   TreeView_SetIndent(tree_, Pixels(kIndent));
   HICON icon = MakeIcon(Face::kBook, 2 * Pixels(kFaceSize));
   for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
-    SendMessageA(handle(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
+    SendMessageW(handle(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
   }
   if (icon_) DestroyIcon(icon_);
   icon_ = icon;
   images_ = std::make_unique<FaceImages>(Pixels(kFaceSize));
-  SendMessageA(toolbar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images_->List()));
+  SendMessageW(toolbar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images_->List()));
   bars_changed_ = true;
 }
 
 void HostWindow::LayOut() {
-  SendMessageA(toolbar_, TB_AUTOSIZE, 0, 0);
-  SendMessageA(status_, WM_SIZE, 0, 0);
+  SendMessageW(toolbar_, TB_AUTOSIZE, 0, 0);
+  SendMessageW(status_, WM_SIZE, 0, 0);
   RECT client;
   GetClientRect(handle(), &client);
   const int margin = Pixels(kMargin), gap = Pixels(kGap), line = Pixels(kLineHeight);
@@ -174,10 +172,10 @@ void HostWindow::LayOut() {
   FitListColumns(list_);
 
   const int parts[] = {Pixels(3450), client.right - Pixels(2850), -1};
-  SendMessageA(status_, SB_SETPARTS, 3, reinterpret_cast<LPARAM>(parts));
+  SendMessageW(status_, SB_SETPARTS, 3, reinterpret_cast<LPARAM>(parts));
 }
 
-void HostWindow::StateChanged() { PostMessageA(handle(), kChangedMessage, 0, 0); }
+void HostWindow::StateChanged() { PostMessageW(handle(), kChangedMessage, 0, 0); }
 
 void HostWindow::ShowState() {
   if (in_menu_) return;  // the menus are in use; they are made anew when they close
@@ -205,11 +203,11 @@ void HostWindow::ShowWeb() {
   const std::string url = web ? web->Url() : "";
   const bool is_same = url == shown_url_;
   shown_url_ = url;
-  SetWindowTextA(handle(), web ? (web->Title() + " - Scrivo Host").c_str() : "Scrivo Host");
+  ShowWideText(handle(), web ? web->Title() + " - Scrivo Host" : "Scrivo Host");
   FillTree(tree_, outline_.navigation, is_same ? selected : "");
   FillList(list_, outline_.outside, is_same ? selected : "");
-  SetWindowTextA(list_heading_, outline_.outside.empty() ? "&Pages outside the navigation: none"
-                                                         : "&Pages outside the navigation");
+  ShowWideText(list_heading_, outline_.outside.empty() ? "&Pages outside the navigation: none"
+                                                       : "&Pages outside the navigation");
   for (HWND control : {tree_heading_, tree_, list_heading_, list_, title_label_, title_,
                        location_label_, location_}) {
     ShowWindow(control, web ? SW_SHOW : SW_HIDE);
@@ -230,7 +228,7 @@ void HostWindow::ShowStatus() {
   const std::string texts[] = {web ? outline_.PageCountText() : "No web is open",
                                web ? web->path() : "", AddinText()};
   for (WPARAM part = 0; part < 3; ++part) {
-    SendMessageA(status_, SB_SETTEXTA, part, reinterpret_cast<LPARAM>(texts[part].c_str()));
+    SendMessageW(status_, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(Wide(texts[part]).c_str()));
   }
 }
 
@@ -245,9 +243,9 @@ const OutlineRow* HostWindow::SelectedRow() const {
 
 void HostWindow::ShowDetails() {
   const OutlineRow* row = SelectedRow();
-  SetWindowTextA(title_, row ? row->title.c_str() : "");
-  SetWindowTextA(location_,
-                 row ? (row->location.empty() ? "(no page)" : row->location.c_str()) : "");
+  const std::string location = row && row->location.empty() ? "(no page)" : "";
+  ShowWideText(title_, row ? row->title : "");
+  ShowWideText(location_, row && location.empty() ? row->location : location);
 }
 
 void HostWindow::Start(bool external) {
@@ -255,7 +253,7 @@ void HostWindow::Start(bool external) {
   ShowWindow(handle(), SW_SHOWDEFAULT);
   UpdateWindow(handle());
   SetFocus(world_->session.active() ? tree_ : open_button_);
-  PostMessageA(handle(), kConnectMessage, 0, 0);
+  PostMessageW(handle(), kConnectMessage, 0, 0);
 }
 
 void HostWindow::ConnectAddins() {
@@ -267,8 +265,8 @@ void HostWindow::ConnectAddins() {
 
 bool HostWindow::IsKey(MSG* message) {
   if (!IsWindowEnabled(handle())) return false;
-  return TranslateAcceleratorA(handle(), accelerators_, message) != 0 ||
-         IsDialogMessageA(handle(), message) != FALSE;
+  return TranslateAcceleratorW(handle(), accelerators_, message) != 0 ||
+         IsDialogMessageW(handle(), message) != FALSE;
 }
 
 LRESULT HostWindow::OnNotify(NMHDR* header) {

@@ -5,8 +5,9 @@
 #include "host/host_error.h"
 #include "host/recent_webs.h"
 #include "host/win32/host_window.h"
-#include "platform/common_dialog.h"
+#include "host/win32/wide_controls.h"
 #include "platform/win32/shell_api.h"
+#include "platform/win32/wide.h"
 #include "system/services.h"
 
 namespace scrivo::host {
@@ -31,7 +32,7 @@ constexpr std::int32_t kRegisterControl = 900;
 std::string AddinLibrary() { return TheServices().system->ModuleFolder() + "\\Scrivo.dll"; }
 
 void AppendCommand(HMENU menu, UINT id, const std::string& text, bool enabled = true) {
-  AppendMenuA(menu, enabled ? MF_STRING : MF_STRING | MF_GRAYED, id, text.c_str());
+  AppendMenuW(menu, enabled ? MF_STRING : MF_STRING | MF_GRAYED, id, Wide(text).c_str());
 }
 
 // The picture of a toolbar button; a popup without one of its own shows its first button's.
@@ -43,8 +44,21 @@ std::int32_t FaceIdOf(const BarControl& control) {
   return 0;
 }
 
-void AppendMenu(HMENU bar, HMENU menu, const char* text) {
-  AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), text);
+// The folder that the user chooses, "" on cancel.
+std::string ChosenFolder(HWND owner, const wchar_t* title) {
+  BROWSEINFOW browse{};
+  browse.hwndOwner = owner;
+  browse.lpszTitle = title;
+  browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+  LPITEMIDLIST chosen = SHBrowseForFolderW(&browse);
+  wchar_t path[MAX_PATH] = L"";
+  if (chosen) SHGetPathFromIDListW(chosen, path);
+  CoTaskMemFree(chosen);
+  return Narrow(path);
+}
+
+void AppendMenu(HMENU bar, HMENU menu, const wchar_t* text) {
+  AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), text);
 }
 
 }  // namespace
@@ -53,46 +67,47 @@ void HostWindow::FillFileMenu(HMENU menu) {
   const auto& active = world_->session.active();
   AppendCommand(menu, kOpenWebId, "&Open Web...\tCtrl+O");
   AppendCommand(menu, kCloseWebId, "&Close Web\tCtrl+W", active != nullptr);
-  AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
   for (std::size_t i = 0; i < recent_.size(); ++i) {
     std::string text = "&";
     text.append(std::to_string(i + 1)).append(" ");
     text.append(Doubled(ShortenedPath(recent_[i], kMenuPathLength)));
     AppendCommand(menu, kFirstRecentId + static_cast<UINT>(i), text);
   }
-  if (!recent_.empty()) AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+  if (!recent_.empty()) AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
   AppendCommand(menu, kExitId, "E&xit\tAlt+F4");
 }
 
 void HostWindow::MakeMenu() {
   HMENU bar = CreateMenu(), file = CreatePopupMenu(), help = CreatePopupMenu();
   FillFileMenu(file);
-  AppendMenu(bar, file, "&File");
+  AppendMenu(bar, file, L"&File");
   const auto tools = world_->bars.Find("Tools");
   if (tools && tools->visible) {
     HMENU menu = CreatePopupMenu();
     AppendLines(menu, MenuOf(*tools), &ids_, images_.get());
-    AppendMenu(bar, menu, "&Tools");
+    AppendMenu(bar, menu, L"&Tools");
   }
   AppendCommand(help, kAddinsId, "A&dd-ins...");
   AppendCommand(help, kAboutId, "&About Scrivo Host...");
-  AppendMenu(bar, help, "&Help");
+  AppendMenu(bar, help, L"&Help");
   HMENU before = GetMenu(handle());
   SetMenu(handle(), bar);
   if (before) DestroyMenu(before);
 }
 
 void HostWindow::MakeToolbar() {
-  while (SendMessageA(toolbar_, TB_DELETEBUTTON, 0, 0)) {
+  while (SendMessageW(toolbar_, TB_DELETEBUTTON, 0, 0)) {
   }
   const int face = images_->size();
-  SendMessageA(toolbar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(face, face));
+  SendMessageW(toolbar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(face, face));
   const auto standard = world_->bars.Find("Standard");
   const bool is_shown = standard && standard->visible;
   ShowWindow(toolbar_, is_shown ? SW_SHOWNA : SW_HIDE);
   if (!is_shown) return;
   for (const MenuLine& line : MenuOf(*standard)) {
     TBBUTTON button{};
+    const std::wstring caption = line.control ? Wide(line.control->caption) : L"";
     if (!line.control) {
       button.fsStyle = BTNS_SEP;
     } else {
@@ -101,9 +116,9 @@ void HostWindow::MakeToolbar() {
       button.fsState = line.control->enabled ? TBSTATE_ENABLED : 0;
       button.fsStyle = static_cast<BYTE>(BTNS_AUTOSIZE | BTNS_SHOWTEXT |
                                          (line.control->bar ? BTNS_WHOLEDROPDOWN : BTNS_BUTTON));
-      button.iString = reinterpret_cast<INT_PTR>(line.control->caption.c_str());
+      button.iString = reinterpret_cast<INT_PTR>(caption.c_str());
     }
-    SendMessageA(toolbar_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+    SendMessageW(toolbar_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
   }
 }
 
@@ -119,9 +134,7 @@ void HostWindow::DropDown(const NMTOOLBARA& button) {
   DestroyMenu(menu);
 }
 
-void HostWindow::Tell(const std::string& text, UINT icon) {
-  MessageBoxA(handle(), text.c_str(), "Scrivo Host", MB_OK | icon);
-}
+void HostWindow::Tell(const std::string& text, UINT icon) { TellWide(handle(), text, icon); }
 
 void HostWindow::OpenWeb(const std::string& path) {
   try {
@@ -137,8 +150,7 @@ void HostWindow::OpenWeb(const std::string& path) {
 }
 
 void HostWindow::ChooseWeb() {
-  const std::string path = BrowseFolder(reinterpret_cast<WindowHandle>(handle()),
-                                        "Choose the folder of the web to open.");
+  const std::string path = ChosenFolder(handle(), L"Choose the folder of the web to open.");
   if (!path.empty()) OpenWeb(path);
 }
 
@@ -152,11 +164,9 @@ void HostWindow::OpenSelected() {
 }
 
 void HostWindow::OpenDocument(const std::string& path) {
-  ShellRequest request;
-  request.owner = reinterpret_cast<WindowHandle>(handle());
-  request.verb = "open";
-  request.file = path;
-  if (TheServices().shell->Execute(request) > 32) return;
+  HINSTANCE result =
+      ShellExecuteW(handle(), L"open", Wide(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  if (reinterpret_cast<INT_PTR>(result) > 32) return;
   Tell("The page " + path + " cannot be opened: no program for it is there.", MB_ICONEXCLAMATION);
 }
 
@@ -205,7 +215,7 @@ void HostWindow::OfferRegistration() {
 
 void HostWindow::RegisterAddin() {
   using Function = HRESULT(WINAPI*)();
-  HMODULE library = LoadLibraryA(AddinLibrary().c_str());
+  HMODULE library = LoadLibraryW(Wide(AddinLibrary()).c_str());
   const auto function = library ? reinterpret_cast<Function>(reinterpret_cast<void*>(
                                       GetProcAddress(library, "DllRegisterServer")))
                                 : nullptr;
@@ -230,10 +240,10 @@ void HostWindow::ShowAbout() {
 
 void HostWindow::OnDrop(WPARAM given) {
   HDROP drop = reinterpret_cast<HDROP>(given);
-  char path[MAX_PATH] = "";
-  DragQueryFileA(drop, 0, path, MAX_PATH);
+  wchar_t path[MAX_PATH] = L"";
+  DragQueryFileW(drop, 0, path, MAX_PATH);
   DragFinish(drop);
-  OpenWeb(path);
+  OpenWeb(Narrow(path));
 }
 
 bool HostWindow::OnCommand(UINT id) {
@@ -263,7 +273,7 @@ bool HostWindow::OnCommand(UINT id) {
       if (const auto web = world_->session.active()) world_->session.Refresh(web.get());
       return true;
     case kExitId:
-      PostMessageA(handle(), WM_CLOSE, 0, 0);
+      PostMessageW(handle(), WM_CLOSE, 0, 0);
       return true;
     case kAddinsId:
       ShowAddins();

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "platform/win32/wide.h"
+
 namespace scrivo::host {
 namespace {
 
 // Trees with more nodes than this are shown with their branches closed.
 constexpr std::size_t kMostExpanded = 200;
-
-char* Shown(const std::string& text) { return const_cast<char*>(text.c_str()); }
 
 }  // namespace
 
@@ -21,14 +21,15 @@ void FillTree(HWND tree, const std::vector<OutlineRow>& rows, const std::string&
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const auto depth = static_cast<std::size_t>(rows[i].depth);
     ancestors.resize(std::min(ancestors.size(), depth));
-    TVINSERTSTRUCTA insert{};
+    std::wstring label = Wide(rows[i].label);
+    TVINSERTSTRUCTW insert{};
     insert.hParent = ancestors.empty() ? TVI_ROOT : ancestors.back();
     insert.hInsertAfter = TVI_LAST;
     insert.item.mask = TVIF_TEXT | TVIF_PARAM;
-    insert.item.pszText = Shown(rows[i].label);
+    insert.item.pszText = label.data();
     insert.item.lParam = static_cast<LPARAM>(i);
     const auto item = reinterpret_cast<HTREEITEM>(
-        SendMessageA(tree, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insert)));
+        SendMessageA(tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
     ancestors.push_back(item);
     items.push_back(item);
     if (!chosen && !selected.empty() && rows[i].location == selected) chosen = item;
@@ -45,10 +46,10 @@ void FillTree(HWND tree, const std::vector<OutlineRow>& rows, const std::string&
 }
 
 int SelectedInTree(HWND tree) {
-  TVITEMA item{};
+  TVITEMW item{};
   item.mask = TVIF_PARAM;
   item.hItem = TreeView_GetSelection(tree);
-  if (!item.hItem || !SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item))) {
+  if (!item.hItem || !SendMessageA(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))) {
     return -1;
   }
   return static_cast<int>(item.lParam);
@@ -58,12 +59,12 @@ void MakeListColumns(HWND list) {
   ListView_SetExtendedListViewStyle(list,
                                     LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER);
   int place = 0;
-  for (const char* heading : {"Title", "Location"}) {
-    LVCOLUMNA column{};
+  for (const wchar_t* heading : {L"Title", L"Location"}) {
+    LVCOLUMNW column{};
     column.mask = LVCF_TEXT | LVCF_WIDTH;
     column.cx = 100;
-    column.pszText = const_cast<char*>(heading);
-    SendMessageA(list, LVM_INSERTCOLUMNA, static_cast<WPARAM>(place++),
+    column.pszText = const_cast<wchar_t*>(heading);
+    SendMessageA(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(place++),
                  reinterpret_cast<LPARAM>(&column));
   }
 }
@@ -72,14 +73,15 @@ void FillList(HWND list, const std::vector<OutlineRow>& rows, const std::string&
   SendMessageA(list, WM_SETREDRAW, FALSE, 0);
   ListView_DeleteAllItems(list);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    LVITEMA item{};
+    std::wstring title = Wide(rows[i].title), location = Wide(rows[i].location);
+    LVITEMW item{};
     item.mask = LVIF_TEXT;
     item.iItem = static_cast<int>(i);
-    item.pszText = Shown(rows[i].title);
-    SendMessageA(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    item.pszText = title.data();
+    SendMessageA(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
     item.iSubItem = 1;
-    item.pszText = Shown(rows[i].location);
-    SendMessageA(list, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    item.pszText = location.data();
+    SendMessageA(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     if (!selected.empty() && rows[i].location == selected) {
       ListView_SetItemState(list, static_cast<int>(i), LVIS_SELECTED | LVIS_FOCUSED,
                             LVIS_SELECTED | LVIS_FOCUSED);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "system/system_services.h"
+#include "text/code_page.h"
 
 namespace scrivo {
 
@@ -21,6 +22,7 @@ class PosixSystem : public SystemServices {
   void HoldMutex(const std::string& name) override;
   int AnsiCodePage() override { return code_page_; }
   void SetAnsiCodePage(int code_page) override { code_page_ = code_page; }
+  int PipeCodePage() override { return kUtf8CodePage; }
 
  private:
   int code_page_ = 1252;

@@ -29,4 +29,6 @@ int TerminalColumns(StandardStream stream) {
 
 int TerminalCodePage() { return 65001; }
 
+void ShowUtf8OnTerminal() {}
+
 }  // namespace scrivo

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "platform/win32/shell_api.h"
+#include "system/ansi_text.h"
 
 namespace scrivo {
 namespace {
@@ -92,7 +93,7 @@ MessageAnswer Win32Desktop::ShowMessage(const std::string& text, std::uint32_t s
   // Without an owner the box must still keep the thread's other windows from being used.
   const UINT modality = owner ? MB_APPLMODAL : MB_TASKMODAL;
   return static_cast<MessageAnswer>(
-      MessageBoxA(owner, text.c_str(), caption.c_str(), style | modality));
+      MessageBoxA(owner, ToAnsi(text).c_str(), ToAnsi(caption).c_str(), style | modality));
 }
 
 void Win32Desktop::Beep() { MessageBeep(MB_OK); }
@@ -111,7 +112,8 @@ void Win32Desktop::ProcessMessages() {
 
 WindowHandle Win32Desktop::FindTopLevelWindow(const std::string& class_name,
                                               const std::string& caption) {
-  return HandleOf(FindWindowExA(nullptr, nullptr, class_name.c_str(), caption.c_str()));
+  return HandleOf(
+      FindWindowExA(nullptr, nullptr, ToAnsi(class_name).c_str(), ToAnsi(caption).c_str()));
 }
 
 void Win32Desktop::SendToWindow(WindowHandle window, std::uint32_t message) {
@@ -134,7 +136,8 @@ std::uintptr_t Win32Desktop::BrowseForFolder(const BrowseRecord& record) {
   BROWSEINFOA browse{};
   browse.hwndOwner = WindowOf(record.owner);
   browse.pszDisplayName = display_name;
-  browse.lpszTitle = record.title.c_str();
+  const std::string title = ToAnsi(record.title);
+  browse.lpszTitle = title.c_str();
   browse.ulFlags = record.flags;
   return reinterpret_cast<std::uintptr_t>(SHBrowseForFolderA(&browse));
 }
@@ -147,8 +150,9 @@ WindowHandle Win32Desktop::HtmlHelp(WindowHandle owner, const std::string& file,
                                     std::uint32_t command, const std::string& data) {
   const HtmlHelpFunction html_help = FindHtmlHelp();
   if (!html_help) return 0;
-  return HandleOf(html_help(WindowOf(owner), file.c_str(), command,
-                            reinterpret_cast<DWORD_PTR>(TextOrNull(data))));
+  const std::string topic = ToAnsi(data);
+  return HandleOf(html_help(WindowOf(owner), ToAnsi(file).c_str(), command,
+                            reinterpret_cast<DWORD_PTR>(TextOrNull(topic))));
 }
 
 }  // namespace scrivo

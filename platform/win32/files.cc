@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "platform/win32/handle.h"
 #include "platform/win32/interruption.h"
 #include "platform/win32/system_error.h"
+#include "platform/win32/wide.h"
 #include "platform/win32/windows.h"
 
 namespace scrivo {
@@ -15,7 +17,7 @@ namespace {
 constexpr std::size_t kLargestTransfer = 1u << 30;
 
 FileHandle Open(const std::string& path, DWORD access, DWORD sharing, DWORD disposition) {
-  FileHandle file(CreateFileA(path.c_str(), access, sharing, nullptr, disposition,
+  FileHandle file(CreateFileW(Wide(path).c_str(), access, sharing, nullptr, disposition,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.is_valid()) RaiseSystemError(GetLastError(), path);
   return file;
@@ -60,8 +62,8 @@ bool IsFolder(DWORD attributes) { return (attributes & FILE_ATTRIBUTE_DIRECTORY)
 // Closes a search on destruction.
 class Search {
  public:
-  Search(const std::string& pattern, WIN32_FIND_DATAA* found)
-      : handle_(FindFirstFileA(pattern.c_str(), found)) {}
+  Search(const std::string& pattern, WIN32_FIND_DATAW* found)
+      : handle_(FindFirstFileW(Wide(pattern).c_str(), found)) {}
   ~Search() {
     if (is_valid()) FindClose(handle_);
   }
@@ -69,7 +71,7 @@ class Search {
   Search& operator=(const Search&) = delete;
 
   bool is_valid() const { return handle_ != INVALID_HANDLE_VALUE; }
-  bool Next(WIN32_FIND_DATAA* found) { return FindNextFileA(handle_, found) != FALSE; }
+  bool Next(WIN32_FIND_DATAW* found) { return FindNextFileW(handle_, found) != FALSE; }
 
  private:
   HANDLE handle_;
@@ -78,18 +80,18 @@ class Search {
 }  // namespace
 
 bool Win32Files::FileExists(const std::string& path) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && !IsFolder(attributes);
 }
 
 bool Win32Files::FolderExists(const std::string& path) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && IsFolder(attributes);
 }
 
 std::uint64_t Win32Files::Size(const std::string& path) {
   WIN32_FILE_ATTRIBUTE_DATA data;
-  if (!GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data)) {
+  if (!GetFileAttributesExW(Wide(path).c_str(), GetFileExInfoStandard, &data)) {
     RaiseSystemError(GetLastError(), path);
   }
   if (IsFolder(data.dwFileAttributes)) RaiseSystemError(ERROR_FILE_NOT_FOUND, path);
@@ -116,26 +118,27 @@ void Win32Files::Append(const std::string& path, const std::string& bytes) {
 }
 
 void Win32Files::Remove(const std::string& path, bool forced) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) RaiseSystemError(GetLastError(), path);
   if (IsFolder(attributes)) RaiseSystemError(ERROR_FILE_NOT_FOUND, path);
   const bool unprotect = forced && (attributes & FILE_ATTRIBUTE_READONLY);
-  if (unprotect) SetFileAttributesA(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
-  if (DeleteFileA(path.c_str())) return;
+  if (unprotect) SetFileAttributesW(Wide(path).c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
+  if (DeleteFileW(Wide(path).c_str())) return;
   const DWORD code = GetLastError();
-  if (unprotect) SetFileAttributesA(path.c_str(), attributes);
+  if (unprotect) SetFileAttributesW(Wide(path).c_str(), attributes);
   RaiseSystemError(code, path);
 }
 
 void Win32Files::Replace(const std::string& from, const std::string& to) {
-  if (!MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+  if (!MoveFileExW(Wide(from).c_str(), Wide(to).c_str(),
+                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
     RaiseSystemError(GetLastError(), to);
   }
 }
 
 void Win32Files::MakeFolder(const std::string& path) {
   ThrowIfInterrupted();
-  if (!CreateDirectoryA(path.c_str(), nullptr)) RaiseSystemError(GetLastError(), path);
+  if (!CreateDirectoryW(Wide(path).c_str(), nullptr)) RaiseSystemError(GetLastError(), path);
 }
 
 std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
@@ -145,7 +148,7 @@ std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
   pattern += '*';
 
   std::vector<FolderEntry> entries;
-  WIN32_FIND_DATAA found;
+  WIN32_FIND_DATAW found;
   Search search(pattern, &found);
   if (!search.is_valid()) {
     const DWORD code = GetLastError();
@@ -154,8 +157,9 @@ std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
     RaiseSystemError(code, folder);
   }
   do {
-    const std::string name = found.cFileName;
-    if (name != "." && name != "..") entries.push_back({name, IsFolder(found.dwFileAttributes)});
+    std::string name = Narrow(found.cFileName);
+    if (name != "." && name != "..")
+      entries.push_back({std::move(name), IsFolder(found.dwFileAttributes)});
   } while (search.Next(&found));
   if (GetLastError() != ERROR_NO_MORE_FILES) RaiseSystemError(GetLastError(), folder);
   return entries;
@@ -163,27 +167,29 @@ std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
 
 std::string Win32Files::MakeUniqueFile(const std::string& folder, const std::string& prefix) {
   if (Interrupted()) return "";
-  char path[MAX_PATH + 1] = "";
-  return GetTempFileNameA(folder.c_str(), prefix.c_str(), 0, path) != 0 ? path : "";
+  wchar_t path[MAX_PATH + 1] = L"";
+  return GetTempFileNameW(Wide(folder).c_str(), Wide(prefix).c_str(), 0, path) != 0 ? Narrow(path)
+                                                                                    : "";
 }
 
 std::string Win32Files::ShortForm(const std::string& path) {
   constexpr DWORD kLimit = 260;
-  char form[kLimit + 1] = "";
-  const DWORD length = GetShortPathNameA(path.c_str(), form, kLimit);
-  return length <= kLimit ? std::string(form, length) : "";
+  wchar_t form[kLimit + 1] = L"";
+  const DWORD length = GetShortPathNameW(Wide(path).c_str(), form, kLimit);
+  return length <= kLimit ? Narrow(std::wstring_view(form, length)) : "";
 }
 
 std::string Win32Files::RealPath(const std::string& path) {
-  const FileHandle opened(CreateFileA(path.c_str(), 0,
+  const FileHandle opened(CreateFileW(Wide(path).c_str(), 0,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
   if (!opened.is_valid()) return path;
   constexpr DWORD kLimit = 32768;
-  std::string real(kLimit, '\0');
-  const DWORD length = GetFinalPathNameByHandleA(opened.get(), real.data(), kLimit, 0);
+  std::wstring wide(kLimit, L'\0');
+  const DWORD length = GetFinalPathNameByHandleW(opened.get(), wide.data(), kLimit, 0);
   if (length == 0 || length >= kLimit) return path;
-  real.resize(length);
+  wide.resize(length);
+  const std::string real = Narrow(wide);
   constexpr std::string_view kShare = "\\\\?\\UNC\\", kDrive = "\\\\?\\";
   if (real.starts_with(kShare)) return "\\\\" + real.substr(kShare.size());
   return real.starts_with(kDrive) ? real.substr(kDrive.size()) : real;

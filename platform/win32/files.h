@@ -8,7 +8,7 @@
 
 namespace scrivo {
 
-// Files through the ANSI functions of Windows.
+// Files through the wide functions of Windows: any name, whatever the code page.
 class Win32Files : public Files {
  public:
   bool FileExists(const std::string& path) override;

@@ -2,6 +2,7 @@
 
 #include "platform/win32/interruption.h"
 #include "platform/win32/windows.h"
+#include "system/ansi_text.h"
 
 namespace scrivo {
 namespace {
@@ -45,12 +46,12 @@ bool Win32Processes::Start(const StartRequest& request, StartedProcess* started)
   start_up.hStdOutput = HandleOf(request.standard_output);
   start_up.hStdError = HandleOf(request.standard_error);
   SECURITY_ATTRIBUTES attributes = Inheritable();
-  std::string command_line = request.command_line;  // the system writes into it
+  std::string command_line = ToAnsi(request.command_line);  // the system writes into it
+  const std::string folder = ToAnsi(request.folder);
   PROCESS_INFORMATION process{};
   if (!Done(CreateProcessA(nullptr, command_line.data(), &attributes, &attributes,
                            request.inherit_handles, request.creation_flags, nullptr,
-                           request.folder.empty() ? nullptr : request.folder.c_str(), &start_up,
-                           &process))) {
+                           folder.empty() ? nullptr : folder.c_str(), &start_up, &process))) {
     return false;
   }
   EndWhenInterrupted(process.hProcess);

@@ -1,6 +1,7 @@
 #include "platform/win32/shell.h"
 
 #include "platform/win32/shell_api.h"
+#include "system/ansi_text.h"
 
 namespace scrivo {
 namespace {
@@ -21,20 +22,23 @@ WindowHandle Win32Shell::DesktopWindow() {
 }
 
 std::int32_t Win32Shell::Execute(const ShellRequest& request) {
-  return CodeOf(ShellExecuteA(WindowOf(request.owner), request.verb.c_str(), request.file.c_str(),
-                              request.parameters.c_str(), request.folder.c_str(),
-                              request.show_command));
+  return CodeOf(ShellExecuteA(WindowOf(request.owner), ToAnsi(request.verb).c_str(),
+                              ToAnsi(request.file).c_str(), ToAnsi(request.parameters).c_str(),
+                              ToAnsi(request.folder).c_str(), request.show_command));
 }
 
 std::int32_t Win32Shell::ExecuteExtended(const ExtendedShellRequest& request) {
+  const std::string verb = ToAnsi(request.request.verb), file = ToAnsi(request.request.file);
+  const std::string parameters = ToAnsi(request.request.parameters);
+  const std::string folder = ToAnsi(request.request.folder);
   SHELLEXECUTEINFOA record{};
   record.cbSize = sizeof record;
   record.fMask = request.mask;
   record.hwnd = WindowOf(request.request.owner);
-  record.lpVerb = request.request.verb.c_str();
-  record.lpFile = request.request.file.c_str();
-  record.lpParameters = request.request.parameters.c_str();
-  record.lpDirectory = request.request.folder.c_str();
+  record.lpVerb = verb.c_str();
+  record.lpFile = file.c_str();
+  record.lpParameters = parameters.c_str();
+  record.lpDirectory = folder.c_str();
   record.nShow = request.request.show_command;
   ShellExecuteExA(&record);
   if (record.hProcess) CloseHandle(record.hProcess);

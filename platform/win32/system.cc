@@ -1,6 +1,7 @@
 #include "platform/win32/system.h"
 
 #include "platform/win32/system_error.h"
+#include "platform/win32/wide.h"
 #include "platform/win32/windows.h"
 
 namespace scrivo {
@@ -14,23 +15,23 @@ std::string ModulePath() {
   GetModuleHandleExA(
       GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
       reinterpret_cast<LPCSTR>(&ModulePath), &module);
-  char path[MAX_PATH + 1] = "";
-  GetModuleFileNameA(module, path, MAX_PATH);
-  return path;
+  wchar_t path[MAX_PATH + 1] = L"";
+  GetModuleFileNameW(module, path, MAX_PATH);
+  return Narrow(path);
 }
 
 }  // namespace
 
 std::string Win32System::DateText() {
-  char text[128] = "";
-  GetDateFormatA(LOCALE_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, text, sizeof text);
-  return text;
+  wchar_t text[128] = L"";
+  GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, text, 128);
+  return Narrow(text);
 }
 
 std::string Win32System::TimeText() {
-  char text[128] = "";
-  GetTimeFormatA(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, text, sizeof text);
-  return text;
+  wchar_t text[128] = L"";
+  GetTimeFormatW(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, text, 128);
+  return Narrow(text);
 }
 
 bool Win32System::PlatformId(std::uint32_t record_size, std::uint32_t* platform_id) {
@@ -42,9 +43,9 @@ bool Win32System::PlatformId(std::uint32_t record_size, std::uint32_t* platform_
 }
 
 void Win32System::WriteErrorEvent(const std::string& source, const std::string& text) {
-  const HANDLE log = RegisterEventSourceA(nullptr, source.c_str());
+  const HANDLE log = RegisterEventSourceA(nullptr, ToAnsi(source).c_str());
   if (!log) RaiseSystemError(GetLastError(), "the event log");
-  const std::string shortened = text.substr(0, kLongestEventText);
+  const std::string shortened = ToAnsi(text).substr(0, kLongestEventText);
   const char* strings[] = {shortened.c_str()};
   const bool written =
       ReportEventA(log, EVENTLOG_ERROR_TYPE, 0, 0, nullptr, 1, 0, strings, nullptr) != FALSE;
@@ -67,7 +68,15 @@ std::string Win32System::ModuleFolder() {
 
 void Win32System::HoldMutex(const std::string& name) {
   // The handle is left to the end of the process, which is how long the mutex is to be held.
-  if (!CreateMutexA(nullptr, FALSE, name.c_str())) RaiseSystemError(GetLastError(), name);
+  if (!CreateMutexA(nullptr, FALSE, ToAnsi(name).c_str())) RaiseSystemError(GetLastError(), name);
+}
+
+std::string Win32System::ToAnsi(std::string_view text) {
+  return code_page_ != 0 ? SystemServices::ToAnsi(text) : SystemAnsi(Wide(text));
+}
+
+std::string Win32System::FromAnsi(std::string_view ansi) {
+  return code_page_ != 0 ? SystemServices::FromAnsi(ansi) : Narrow(WideOfSystemAnsi(ansi));
 }
 
 int Win32System::AnsiCodePage() {

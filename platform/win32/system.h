@@ -19,6 +19,8 @@ class Win32System : public SystemServices {
   void HoldMutex(const std::string& name) override;
   int AnsiCodePage() override;
   void SetAnsiCodePage(int code_page) override { code_page_ = code_page; }
+  std::string ToAnsi(std::string_view text) override;
+  std::string FromAnsi(std::string_view ansi) override;
 
  private:
   int code_page_ = 0;  // chosen; 0: the system's own

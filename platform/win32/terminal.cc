@@ -29,4 +29,6 @@ int TerminalCodePage() {
   return static_cast<int>(GetACP());
 }
 
+void ShowUtf8OnTerminal() { SetConsoleOutputCP(CP_UTF8); }
+
 }  // namespace scrivo

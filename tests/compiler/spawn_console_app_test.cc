@@ -69,12 +69,27 @@ TEST_F(SpawnConsoleApp, GivesFortyBytesAs16And16And8AndAnEmptyOutput) {
                                               std::string(8, 'x'), ""}));
 }
 
-TEST_F(SpawnConsoleApp, HandsOnBytesAsTheyComeEvenASplitLineBreak) {
+TEST_F(SpawnConsoleApp, HandsOnTextAsItComesEvenASplitLineBreak) {
   const std::string bytes("0123456789abcde\r\n\0\xE4", 19);
   processes->outputs = {bytes};
   Run();
   EXPECT_EQ(events, (std::vector<std::string>{"started", "0123456789abcde\r",
-                                              std::string("\n\0\xE4", 3), ""}));
+                                              std::string("\n\0\xC3\xA4", 4), ""}));
+}
+
+TEST_F(SpawnConsoleApp, JoinsACharacterThatIsCutBetweenTwoReads) {
+  system->code_page = 936;
+  // Fifteen letters and the two bytes of U+76EE, the first of which is the last that is read.
+  processes->outputs = {"0123456789abcde\xC4\xBF!"};
+  Run();
+  EXPECT_EQ(events, (std::vector<std::string>{"started", "0123456789abcde", "\xE7\x9B\xAE!", ""}));
+}
+
+TEST_F(SpawnConsoleApp, ShowsThatACharacterIsMissingItsEnd) {
+  system->code_page = 936;
+  processes->outputs = {"a\xC4"};
+  Run();
+  EXPECT_EQ(events, (std::vector<std::string>{"started", "a", "\xEF\xBF\xBD"}));
 }
 
 TEST_F(SpawnConsoleApp, GivesTheUserInterfaceAPassAfterEachOutput) {

@@ -5,7 +5,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "platform/ansi_names.h"
 #include "platform/paths.h"
+#include "system/ansi_text.h"
 #include "tests/generator/generator_test.h"
 
 namespace scrivo {
@@ -31,7 +33,7 @@ std::vector<std::string> Fields(const std::string& line) {
 
 class GoldenTest : public GeneratorTest, public testing::WithParamInterface<const char*> {
  protected:
-  // Makes the described web the open one, and its parameters those of the dialog.
+  // Makes the web that ANSI text describes the open one, and its parameters those of the dialog.
   std::shared_ptr<frmMain> FormFor(const std::string& description) {
     std::map<std::string, std::string> values;
     std::map<std::string, std::shared_ptr<SiteFile>> pages;
@@ -40,24 +42,26 @@ class GoldenTest : public GeneratorTest, public testing::WithParamInterface<cons
     for (std::string line; std::getline(lines, line);) {
       const std::vector<std::string> fields = Fields(line);
       if (fields[0] == "web") {
-        site.url = fields[1];
-        site.local_path = fields[2];
+        if (fields[2][0] == '/') Globals().path_style = PathStyle::kPosix;
+        site.url = FromRegistry(fields[1]);
+        site.local_path = FromRegistry(fields[2]);
       } else if (fields[0] == "page") {
-        pages[fields[1]] = site.AddPage(fields[1], fields[2], fields[3]);
+        pages[fields[1]] =
+            site.AddPage(FromRegistry(fields[1]), FromAnsi(fields[2]), FromAnsi(fields[3]));
       } else if (fields[0] == "node") {
         path.resize(std::stoul(fields[1]));
-        path.push_back(site.AddNode(path.back(), fields[2], pages[fields[3]]));
+        path.push_back(site.AddNode(path.back(), FromAnsi(fields[2]), pages[fields[3]]));
       } else if (fields[0] == "derived") {
-        derived_.push_back(fields[1]);
+        derived_.push_back(FromRegistry(fields[1]));
       } else {
         values[fields[0]] = fields[1];
       }
     }
     AddFolders();
     const std::shared_ptr<frmMain> form = Form();
-    form->suiParams()["TITLE"].text = values["title"];
-    form->suiParams()["OUTPUT"].text = values["output"];
-    form->suiParams()["DEFAULTPAGE"].data = values["defaultpage"];
+    form->suiParams()["TITLE"].text = FromAnsi(values["title"]);
+    form->suiParams()["OUTPUT"].text = FromRegistry(values["output"]);
+    form->suiParams()["DEFAULTPAGE"].data = FromRegistry(values["defaultpage"]);
     form->suiParams()["FAVORITES"].checked = values["favorites"] == "on";
     form->suiParams()["USEKEYWORDS"].checked = values["index"] == "on";
     return form;
@@ -69,7 +73,6 @@ class GoldenTest : public GeneratorTest, public testing::WithParamInterface<cons
 
  private:
   void AddFolders() {
-    if (site.local_path[0] == '/') Globals().path_style = PathStyle::kPosix;
     files->folders.insert(site.local_path);
     if (derived_.empty()) return;
     const std::string folder = JoinPath(site.local_path, "_derived");

@@ -199,6 +199,37 @@ TEST_F(CommonDialogTest, ANameLongerThanTheBufferIsReportedAndNothingIsShown) {
             std::string::npos);
 }
 
+TEST_F(CommonDialogTest, TextsAreInTheAnsiCodePageAndComeBackFromThere) {
+  system->code_page = 936;
+  FileDialogParameters dialog{.FileName = "\xE7\x9B\xAE",
+                              .Filter = "\xE5\xBD\x95|*.x",
+                              .DlgTitle = "\xE5\xBD\x95"};  // 目, 录
+  Confirm("C:\\\xC2\xBC.chm\0"s, "\xC2\xBC.chm\0"s);
+  EXPECT_TRUE(VBGetOpenFileName(&dialog));
+  EXPECT_EQ(Opened().file_buffer.substr(0, 3), "\xC4\xBF\0"s);
+  EXPECT_EQ(Opened().dialog_title, "\xC2\xBC");
+  EXPECT_EQ(Opened().filter, "\xC2\xBC\0*.x\0\0"s);
+  EXPECT_EQ(dialog.FileName, "C:\\\xE5\xBD\x95.chm");
+  EXPECT_EQ(dialog.FileTitle, "\xE5\xBD\x95.chm");
+  EXPECT_EQ(dialog.Filter, "\xE5\xBD\x95\0*.x"s);
+}
+
+TEST_F(CommonDialogTest, ABarThatIsTheSecondByteOfACharacterSplitsNoFilter) {
+  system->code_page = 932;
+  FileDialogParameters dialog{.Filter = "\xE3\x83\x9D|*.x"};  // ポ, in bytes 83 7C
+  VBGetOpenFileName(&dialog);
+  EXPECT_EQ(Opened().filter, "\x83|\0*.x\0\0"s);
+}
+
+TEST_F(CommonDialogTest, ANameFitsTheBufferByItsAnsiBytes) {
+  std::string name;
+  for (int i = 0; i < 260; ++i) name += "\xC3\xA9";
+  FileDialogParameters dialog{.FileName = name};
+  VBGetOpenFileName(&dialog);
+  ASSERT_EQ(desktop->opened.size(), 1u);
+  EXPECT_EQ(Opened().file_buffer, std::string(260, '\xE9'));
+}
+
 TEST_F(CommonDialogTest, AnUnexpectedFailureGoesToTheErrorHandler) {
   TheServices().desktop = std::make_shared<BrokenDesktop>();
   FileDialogParameters open, save{.Save = true};

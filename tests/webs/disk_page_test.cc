@@ -25,7 +25,7 @@ class DiskPageTest : public WithMemoryWeb {
 
 TEST_F(DiskPageTest, ATitleIsOneLineWithItsReferencesReplaced) {
   EXPECT_EQ(Title("<title>\r\n  Tom &amp;\r\n\tJerry&nbsp;&#8212; \"&lt;x&gt;\" </title>"),
-            "Tom & Jerry \x97 \"<x>\"");
+            "Tom & Jerry \xE2\x80\x94 \"<x>\"");
 }
 
 TEST_F(DiskPageTest, APageWithoutATitleIsCalledByItsFile) {
@@ -94,7 +94,7 @@ TEST_F(DiskPageTest, APageWithoutKeywordsFails) {
 
 TEST_F(DiskPageTest, OtherMetaTagsArePropertiesToo) {
   const auto file = File("<meta name=\"Description\" content=\"Caf&eacute;\">");
-  EXPECT_EQ(file->Property("DESCRIPTION"), "Caf\xE9");
+  EXPECT_EQ(file->Property("DESCRIPTION"), "Caf\xC3\xA9");
   EXPECT_THROW(file->Property("author"), Error);
 }
 
@@ -134,7 +134,7 @@ TEST_F(DiskPageTest, TheNotesOfTheHostAreTheSecondSource) {
   Put("_vti_cnf/a.htm",
       "vti_encoding:SR|utf8-nl\r\nvti_title:SR|Noted Caf\xC3\xA9\r\n"
       "vti_metatags:VR|keywords set\\\\ up,\\\\ more\r\n");
-  EXPECT_EQ(Title("<html>"), "Noted Caf\xE9");
+  EXPECT_EQ(Title("<html>"), "Noted Caf\xC3\xA9");
   EXPECT_EQ(Keywords("<html>"), "set up, more");
 }
 
@@ -155,38 +155,39 @@ TEST_F(DiskPageTest, NotesThatCannotBeReadAreNone) {
 
 TEST_F(DiskPageTest, TheCharsetThatThePageDeclaresIsConverted) {
   system->code_page = 1251;
-  EXPECT_EQ(Title("<meta charset=koi8-r><title>\xE4\xCF\xCD</title>"), "\xC4\xEE\xEC");
-  EXPECT_EQ(Title("<meta charset=utf-8><title>\xD0\x94\xD0\xBE\xD0\xBC</title>"), "\xC4\xEE\xEC");
+  EXPECT_EQ(Title("<meta charset=koi8-r><title>\xE4\xCF\xCD</title>"), "\xD0\x94\xD0\xBE\xD0\xBC");
+  EXPECT_EQ(Title("<meta charset=utf-8><title>\xD0\x94\xD0\xBE\xD0\xBC</title>"),
+            "\xD0\x94\xD0\xBE\xD0\xBC");
 }
 
 TEST_F(DiskPageTest, ADeclarationBehindTheTitleCountsForItToo) {
-  EXPECT_EQ(Title("<title>Caf\xC3\xA9</title><meta charset=utf-8>"), "Caf\xE9");
+  EXPECT_EQ(Title("<title>Caf\xC3\xA9</title><meta charset=utf-8>"), "Caf\xC3\xA9");
 }
 
 TEST_F(DiskPageTest, APageThatDeclaresNothingIsUtf8IfItCanBe) {
-  EXPECT_EQ(Title("<title>Caf\xC3\xA9</title>"), "Caf\xE9");
-  EXPECT_EQ(Title("<title>Caf\xE9</title>"), "Caf\xE9");
-  EXPECT_EQ(Title("<meta charset=nonsense><title>Caf\xC3\xA9</title>"), "Caf\xE9");
+  EXPECT_EQ(Title("<title>Caf\xC3\xA9</title>"), "Caf\xC3\xA9");
+  EXPECT_EQ(Title("<title>Caf\xE9</title>"), "Caf\xC3\xA9");
+  EXPECT_EQ(Title("<meta charset=nonsense><title>Caf\xC3\xA9</title>"), "Caf\xC3\xA9");
 }
 
 TEST_F(DiskPageTest, APageThatIsNotTheUtf8ItDeclaresIsAnsiText) {
-  EXPECT_EQ(Title("<meta charset=utf-8><title>Caf\xE9</title>"), "Caf\xE9");
+  EXPECT_EQ(Title("<meta charset=utf-8><title>Caf\xE9</title>"), "Caf\xC3\xA9");
 }
 
 TEST_F(DiskPageTest, TheCharsetOfTheNotesGoesBeforeTheAnsiCodePage) {
   Put("_vti_cnf/a.htm", "vti_charset:SR|koi8-r\r\n");
   system->code_page = 1251;
-  EXPECT_EQ(Title("<title>\xE4\xCF\xCD</title>"), "\xC4\xEE\xEC");
+  EXPECT_EQ(Title("<title>\xE4\xCF\xCD</title>"), "\xD0\x94\xD0\xBE\xD0\xBC");
   Put("_vti_cnf/a.htm", "vti_charset:SR|utf-8\r\n");
-  EXPECT_EQ(Title("<title>\xC4\xEE\xEC</title>"), "\xC4\xEE\xEC");
+  EXPECT_EQ(Title("<title>\xC4\xEE\xEC</title>"), "\xD0\x94\xD0\xBE\xD0\xBC");
 }
 
-TEST_F(DiskPageTest, WhatTheCodePageLacksIsCountedInTitlesAndKeywordsToo) {
+TEST_F(DiskPageTest, WhatTheCodePageLacksIsWholeInTitlesAndKeywords) {
   const auto file = File(
       "<meta charset=utf-8><title>\xD0\x94</title><meta name=keywords "
       "content=\"&#1071;\">");
-  EXPECT_EQ(file->Title(), "?");
-  EXPECT_EQ(file->Property("keywords"), "?");
+  EXPECT_EQ(file->Title(), "\xD0\x94");
+  EXPECT_EQ(file->Property("keywords"), "\xD0\xAF");
 }
 
 }  // namespace

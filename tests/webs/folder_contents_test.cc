@@ -81,14 +81,19 @@ TEST_F(FolderContentsTest, TitlesInTheAnsiCodePageAreSortedInAnyCase) {
       "<title>\xF6"
       "a</title>");  // öa
   EXPECT_EQ(DrawnWeb(),
-            "\xF6"
-            "a: 2.htm\n\xD6"
+            "\xC3\xB6"
+            "a: 2.htm\n\xC3\x96"
             "b: 1.htm\n");
 }
 
-TEST_F(FolderContentsTest, AFolderNameIsConvertedToTheAnsiCodePage) {
+TEST_F(FolderContentsTest, AFolderNameBecomesALabel) {
   PutPage("Caf\xC3\xA9/a.htm", "A");
-  EXPECT_EQ(DrawnWeb(), "Caf\xE9: (no file)\n-A: Caf\xC3\xA9/a.htm\n");
+  EXPECT_EQ(DrawnWeb(), "Caf\xC3\xA9: (no file)\n-A: Caf\xC3\xA9/a.htm\n");
+}
+
+TEST_F(FolderContentsTest, AFolderNameThatIsNoUtf8IsTakenForAnsiText) {
+  PutPage("Caf\xE9/a.htm", "A");
+  EXPECT_EQ(DrawnWeb(), "Caf\xC3\xA9: (no file)\n-A: Caf\xE9/a.htm\n");
 }
 
 TEST_F(FolderContentsTest, EachPageIsReadOnce) {

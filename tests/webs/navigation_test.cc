@@ -198,19 +198,19 @@ TEST_F(NavigationTest, AStructureTenThousandLevelsDeepIsShown) {
   EXPECT_EQ(AllNodes(*Open(ContentsChoice::kNavigation)).size(), 10000u);
 }
 
-TEST_F(NavigationTest, LabelsAreConvertedToTheAnsiCodePage) {
+TEST_F(NavigationTest, LabelsAreUtf8) {
   EXPECT_EQ(DrawnFrom("1000,a.htm,0,Caf\xC3\xA9 & \"more\",0,1,0\n"),
-            "Caf\xE9 & \"more\": a.htm\n");
+            "Caf\xC3\xA9 & \"more\": a.htm\n");
 }
 
 TEST_F(NavigationTest, ALabelThatIsNoUtf8IsTakenForAnsiText) {
-  EXPECT_EQ(DrawnFrom("1000,a.htm,0,Caf\xE9,0,1,0\n"), "Caf\xE9: a.htm\n");
+  EXPECT_EQ(DrawnFrom("1000,a.htm,0,Caf\xE9,0,1,0\n"), "Caf\xC3\xA9: a.htm\n");
 }
 
 TEST_F(NavigationTest, CharactersThatTheCodePageLacksAreReportedOnceWithTheCodePageThatHasThem) {
   PutStructure("1000,a.htm,0,\xD0\x94\xD0\xBE\xD0\xBC,0,1,0\n1001,b.htm,0,\xD0\xAF,0,1,0\n");
   const auto web = Open(ContentsChoice::kNavigation);
-  EXPECT_EQ(Drawn(*web), "???: a.htm\n?: b.htm\n");
+  EXPECT_EQ(Drawn(*web), "\xD0\x94\xD0\xBE\xD0\xBC: a.htm\n\xD0\xAF: b.htm\n");
   web->ReportLostCharacters();
   web->ReportLostCharacters();
   EXPECT_EQ(Reported(),

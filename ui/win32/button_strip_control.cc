@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "system/ansi_text.h"
+
 namespace scrivo {
 namespace {
 
@@ -38,7 +40,8 @@ ButtonStripControl::ButtonStripControl(HWND parent, ButtonStrip& strip,
       tip.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
       tip.hwnd = handle();
       tip.uId = reinterpret_cast<UINT_PTR>(button);
-      tip.lpszText = item.tip.data();
+      std::string text = ToAnsi(item.tip);
+      tip.lpszText = text.data();
       if (!item.tip.empty()) SendMessageA(tips_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tip));
     }
     buttons_.push_back(button);

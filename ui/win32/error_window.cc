@@ -40,9 +40,9 @@ ErrorWindow::~ErrorWindow() {
   if (title_font_) DeleteObject(title_font_);
 }
 
-void ErrorWindow::SetTitle(const std::string& caption) { SetWindowTextA(title_, caption.c_str()); }
+void ErrorWindow::SetTitle(const std::string& caption) { ShowText(title_, caption); }
 
-void ErrorWindow::SetMessage(const std::string& text) { SetWindowTextA(message_, text.c_str()); }
+void ErrorWindow::SetMessage(const std::string& text) { ShowText(message_, text); }
 
 std::string ErrorWindow::Message() { return TextOf(message_); }
 

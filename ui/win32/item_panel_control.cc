@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "system/ansi_text.h"
+
 namespace scrivo {
 namespace {
 
@@ -214,13 +216,13 @@ void ItemPanelControl::Fill(const Row& row) {
     SendMessageA(row.edit, WM_SETREDRAW, FALSE, 0);
     SendMessageA(row.edit, CB_RESETCONTENT, 0, 0);
     for (const ListEntry& entry : item.entries) {
-      SendMessageA(row.edit, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.text.c_str()));
+      SendMessageA(row.edit, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ToAnsi(entry.text).c_str()));
     }
     SendMessageA(row.edit, CB_SETCURSEL, ChosenEntry(item), 0);
     SendMessageA(row.edit, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(row.edit, nullptr, TRUE);
   } else {
-    SetWindowTextA(row.edit, item.text.c_str());
+    ShowText(row.edit, item.text);
   }
   filling_ = false;
 }

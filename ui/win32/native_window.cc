@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/win32/wide.h"
+#include "system/ansi_text.h"
 #include "system/error.h"
 
 namespace scrivo {
@@ -27,16 +29,31 @@ class WindowClasses {
   void Need(const char* name, WNDPROC procedure) {
     WNDCLASSA existing;
     if (GetClassInfoA(module_, name, &existing)) return;
-    WNDCLASSA window_class{};
-    window_class.lpfnWndProc = procedure;
-    window_class.hInstance = module_;
-    window_class.hCursor = LoadCursor(nullptr, IDC_ARROW);
-    window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    auto window_class = Described<WNDCLASSA>(procedure);
     window_class.lpszClassName = name;
     if (RegisterClassA(&window_class)) registered_.push_back(name);
   }
 
+  void NeedWide(const char* name, WNDPROC procedure) {
+    const std::wstring wide_name = Wide(name);
+    WNDCLASSW existing;
+    if (GetClassInfoW(module_, wide_name.c_str(), &existing)) return;
+    auto window_class = Described<WNDCLASSW>(procedure);
+    window_class.lpszClassName = wide_name.c_str();
+    if (RegisterClassW(&window_class)) registered_.push_back(name);
+  }
+
  private:
+  template <typename WindowClass>
+  WindowClass Described(WNDPROC procedure) const {
+    WindowClass window_class{};
+    window_class.lpfnWndProc = procedure;
+    window_class.hInstance = module_;
+    window_class.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    return window_class;
+  }
+
   const HINSTANCE module_ = OwnModule();
   std::vector<std::string> registered_;
 };
@@ -54,6 +71,21 @@ int SystemDpi() {
   const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
   ReleaseDC(nullptr, screen);
   return dpi > 0 ? dpi : kDefaultDpi;
+}
+
+// The system's default handling, in the kind of text that the window was made for.
+LRESULT DefaultProcedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
+  return IsWindowUnicode(handle) ? DefWindowProcW(handle, message, wparam, lparam)
+                                 : DefWindowProcA(handle, message, wparam, lparam);
+}
+
+WindowClasses& OwnClasses() {
+  static WindowClasses classes;
+  return classes;
+}
+
+void ThrowUnlessCreated(HWND window) {
+  if (!window) throw Error(kOutOfMemory, "Scrivo.Window", "The window cannot be created");
 }
 
 }  // namespace
@@ -81,17 +113,22 @@ int NativeWindow::Dpi() const {
 }
 
 void NativeWindow::Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
-                          const RECT& bounds, const char* class_name) {
-  static WindowClasses classes;
-  classes.Need(class_name, &NativeWindow::Procedure);
-  HWND created = CreateWindowExA(extended_style, class_name, title.c_str(), style, bounds.left,
-                                 bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top,
-                                 parent, nullptr, OwnModule(), this);
-  if (!created) throw Error(kOutOfMemory, "Scrivo.Window", "The window cannot be created");
+                          const RECT& bounds) {
+  OwnClasses().Need(kFormClass, &NativeWindow::Procedure);
+  ThrowUnlessCreated(CreateWindowExA(
+      extended_style, kFormClass, ToAnsi(title).c_str(), style, bounds.left, bounds.top,
+      bounds.right - bounds.left, bounds.bottom - bounds.top, parent, nullptr, OwnModule(), this));
+}
+
+void NativeWindow::CreateWide(const char* class_name, const std::string& title, DWORD style,
+                              DWORD extended_style) {
+  OwnClasses().NeedWide(class_name, &NativeWindow::Procedure);
+  ThrowUnlessCreated(CreateWindowExW(extended_style, Wide(class_name).c_str(), Wide(title).c_str(),
+                                     style, 0, 0, 0, 0, nullptr, nullptr, OwnModule(), this));
 }
 
 LRESULT NativeWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
-  return DefWindowProcA(handle_, message, wparam, lparam);
+  return DefaultProcedure(handle_, message, wparam, lparam);
 }
 
 LRESULT CALLBACK NativeWindow::Procedure(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -102,12 +139,12 @@ LRESULT CALLBACK NativeWindow::Procedure(HWND handle, UINT message, WPARAM wpara
     SetWindowLongPtrA(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
   }
   auto* window = reinterpret_cast<NativeWindow*>(GetWindowLongPtrA(handle, GWLP_USERDATA));
-  if (!window) return DefWindowProcA(handle, message, wparam, lparam);
+  if (!window) return DefaultProcedure(handle, message, wparam, lparam);
   try {
     if (message == WM_NCDESTROY) {
       SetWindowLongPtrA(handle, GWLP_USERDATA, 0);
       window->handle_ = nullptr;
-      return DefWindowProcA(handle, message, wparam, lparam);
+      return DefaultProcedure(handle, message, wparam, lparam);
     }
     return window->OnMessage(message, wparam, lparam);
   } catch (...) {
@@ -159,10 +196,11 @@ HFONT CreateHeadingFont(HFONT font, int percent) {
 }
 
 SIZE TextSize(HWND window, HFONT font, const std::string& text) {
+  const std::string ansi = ToAnsi(text);
   HDC device = GetDC(window);
   HGDIOBJ old_font = font ? SelectObject(device, font) : nullptr;
   SIZE size{};
-  GetTextExtentPoint32A(device, text.c_str(), static_cast<int>(text.size()), &size);
+  GetTextExtentPoint32A(device, ansi.c_str(), static_cast<int>(ansi.size()), &size);
   if (old_font) SelectObject(device, old_font);
   ReleaseDC(window, device);
   return size;
@@ -170,9 +208,9 @@ SIZE TextSize(HWND window, HFONT font, const std::string& text) {
 
 HWND CreateControl(const char* class_name, const std::string& text, DWORD style,
                    DWORD extended_style, HWND parent, int id, HFONT font) {
-  HWND control = CreateWindowExA(extended_style, class_name, text.c_str(), WS_CHILD | style, 0, 0,
-                                 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                 OwnModule(), nullptr);
+  HWND control = CreateWindowExA(
+      extended_style, class_name, ToAnsi(text).c_str(), WS_CHILD | style, 0, 0, 0, 0, parent,
+      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), OwnModule(), nullptr);
   if (!control) throw Error(kOutOfMemory, "Scrivo.Window", "The control cannot be created");
   SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   return control;
@@ -184,7 +222,11 @@ std::string TextOf(HWND control) {
     text.resize(static_cast<std::size_t>(
         GetWindowTextA(control, text.data(), static_cast<int>(text.size() + 1))));
   }
-  return text;
+  return FromAnsi(text);
+}
+
+void ShowText(HWND control, const std::string& text) {
+  SetWindowTextA(control, ToAnsi(text).c_str());
 }
 
 HINSTANCE OwnModule() {

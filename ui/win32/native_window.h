@@ -15,8 +15,9 @@ double TwipsFromPixels(int pixels, int dpi);
 // The window class of the forms.
 inline constexpr char kFormClass[] = "ScrivoWindow";
 
-// A window of our own: creates it, routes its messages to OnMessage and lets no exception out into
-// the system. Destroying the object destroys the window.
+// A window of our own, which takes ANSI text as the forms of a host do: creates it, routes its
+// messages to OnMessage and lets no exception out into the system. Destroying the object destroys
+// the window.
 class NativeWindow {
  public:
   NativeWindow() = default;
@@ -31,11 +32,14 @@ class NativeWindow {
   double Twips(int pixels) const { return TwipsFromPixels(pixels, Dpi()); }
 
  protected:
-  // Creates the window hidden, at `bounds` in pixels of the screen (child windows: of the parent's
-  // client area). A window that is no form, and so has no dialog keys of its own, takes another
-  // class.
+  // Creates a form, or a part of one, hidden, at `bounds` in pixels of the screen (child windows:
+  // of the parent's client area).
   void Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
-              const RECT& bounds, const char* class_name = kFormClass);
+              const RECT& bounds);
+  // Creates a top-level window that is no form, and so has no dialog keys of its own, hidden and
+  // without a size. It takes wide text: any letter, whatever the code page.
+  void CreateWide(const char* class_name, const std::string& title, DWORD style,
+                  DWORD extended_style);
   // Destroys the window now. A derived class whose messages need its members does that first in
   // its destructor.
   void Destroy();
@@ -73,6 +77,7 @@ HWND CreateControl(const char* class_name, const std::string& text, DWORD style,
 
 // A control's text.
 std::string TextOf(HWND control);
+void ShowText(HWND control, const std::string& text);
 
 // Whether a window is one that NativeWindow has made.
 bool IsOwnWindow(HWND window);

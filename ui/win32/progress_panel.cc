@@ -1,5 +1,7 @@
 #include "ui/win32/progress_panel.h"
 
+#include "system/ansi_text.h"
+
 namespace scrivo {
 
 ProgressPanel::ProgressPanel(HWND parent) {
@@ -11,7 +13,7 @@ bool ProgressPanel::Set(const std::string& caption, int flood_percent) {
   if (caption == caption_ && flood_percent == flood_percent_) return false;
   caption_ = caption;
   flood_percent_ = flood_percent;
-  SetWindowTextA(handle(), caption.c_str());
+  ShowText(handle(), caption);
   InvalidateRect(handle(), nullptr, FALSE);
   return true;
 }
@@ -53,7 +55,8 @@ void ProgressPanel::PaintPart(HDC device, const RECT& part, const RECT& whole, i
   IntersectClipRect(device, part.left, part.top, part.right, part.bottom);
   FillRect(device, &part, GetSysColorBrush(background));
   RECT room = whole;
-  DrawTextA(device, caption_.c_str(), static_cast<int>(caption_.size()), &room,
+  const std::string caption = ToAnsi(caption_);
+  DrawTextA(device, caption.c_str(), static_cast<int>(caption.size()), &room,
             DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
   RestoreDC(device, state);
   if (old_font) SelectObject(device, old_font);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "system/ansi_text.h"
+
 namespace scrivo {
 namespace {
 
@@ -81,7 +83,7 @@ void RunWindow::SetProgress(const std::string& caption, int flood_percent) {
 }
 
 void RunWindow::ReplaceTranscript(const std::string& text) {
-  text_ = text;
+  text_ = ToAnsi(text);
   shown_from_ = 0;
   shown_to_ = text_.size();
   SetWindowTextA(transcript_, text_.c_str());
@@ -89,7 +91,7 @@ void RunWindow::ReplaceTranscript(const std::string& text) {
 }
 
 void RunWindow::AppendTranscript(const std::string& text) {
-  text_ += text;
+  text_ += ToAnsi(text);
   const LONGLONG start = Now();
   show_credit_ = std::min(show_credit_ + (start - counted_at_) / kShowShare, kShowCredit);
   if (show_credit_ > 0) {

@@ -137,7 +137,7 @@ TEST_F(CollectionTest, AnItemIsFoundByItsName) {
   const ComPtr<ScriptedObject> bars = ScriptedObject::Make();
   bars->On(L"Item", [](ScriptedCall& call) {
     EXPECT_EQ(call.Argument(0).vt, VT_BSTR);
-    EXPECT_EQ(AnsiText(call.Argument(0).bstrVal), "Tools");
+    EXPECT_EQ(TextOf(call.Argument(0).bstrVal), "Tools");
     call.result->vt = VT_DISPATCH;
     call.result->pdispVal = ComPtr<ScriptedObject>(NumberedObjects(1)[0]).Detach();
     return S_OK;

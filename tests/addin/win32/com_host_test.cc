@@ -23,7 +23,7 @@ class ComHostTest : public testing::Test {
     bar->GivesObject(L"Controls", other);
     const ComPtr<ScriptedObject> bars = ScriptedObject::Make();
     bars->On(L"Item", [bar](ScriptedCall& call) {
-      if (AnsiText(call.Argument(0).bstrVal) != "Tools") return E_INVALIDARG;
+      if (TextOf(call.Argument(0).bstrVal) != "Tools") return E_INVALIDARG;
       call.result->vt = VT_DISPATCH;
       call.result->pdispVal = ComPtr<ScriptedObject>(bar).Detach();
       return S_OK;
@@ -60,7 +60,7 @@ TEST_F(ComHostTest, APlaceInTheWebIsTheHostsToTell) {
     EXPECT_EQ(call.Count(), 2u);
     EXPECT_EQ(call.Argument(0).vt, VT_DISPATCH);
     EXPECT_EQ(call.Argument(0).pdispVal, other.get()) << "the web itself is the base";
-    EXPECT_EQ(AnsiText(call.Argument(1).bstrVal), "file:///C:/Webs/site/docs/a.htm");
+    EXPECT_EQ(TextOf(call.Argument(1).bstrVal), "file:///C:/Webs/site/docs/a.htm");
     call.result->vt = VT_BSTR;
     call.result->bstrVal = SysAllocString(L"docs/a.htm");
     return S_OK;
@@ -85,9 +85,9 @@ TEST_F(ComHostTest, AWebIsOpenedWithEveryArgumentAndBroughtForward) {
   const ComPtr<ScriptedObject> webs = ScriptedObject::Make();
   webs->On(L"Open", [&](ScriptedCall& call) {
     EXPECT_EQ(call.Count(), 4u);
-    EXPECT_EQ(AnsiText(call.Argument(0).bstrVal), "C:\\My web");
+    EXPECT_EQ(TextOf(call.Argument(0).bstrVal), "C:\\My web");
     EXPECT_EQ(call.Argument(1).vt, VT_BSTR);
-    EXPECT_EQ(AnsiText(call.Argument(1).bstrVal), "");
+    EXPECT_EQ(TextOf(call.Argument(1).bstrVal), "");
     EXPECT_EQ(call.Argument(2).vt, VT_BSTR);
     EXPECT_EQ(call.Argument(3).vt, VT_I4);
     EXPECT_EQ(call.Argument(3).lVal, 0);

@@ -60,7 +60,7 @@ TEST_F(ComSiteTest, AFileTellsItsAddressExtensionAndTitle) {
 // A collection that has one item under a name.
 void GiveTag(ScriptedObject& collection, const char* name, const wchar_t* text) {
   collection.On(L"Item", [name, text](ScriptedCall& call) {
-    if (AnsiText(call.Argument(0).bstrVal) != name) return DISP_E_BADINDEX;
+    if (TextOf(call.Argument(0).bstrVal) != name) return DISP_E_BADINDEX;
     call.result->vt = VT_BSTR;
     call.result->bstrVal = SysAllocString(text);
     return S_OK;

@@ -172,9 +172,9 @@ TEST_F(LibraryTest, ThePublicOperationsFollowOneAnotherInTheirOrder) {
     auto name = const_cast<wchar_t*>(operations[i]);
     DISPID id = 0;
     EXPECT_EQ(connect->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), S_OK)
-        << AnsiText(operations[i]);
+        << Narrow(operations[i]);
     if (i == 0) first = id;
-    EXPECT_EQ(id, first + static_cast<DISPID>(i)) << AnsiText(operations[i]);
+    EXPECT_EQ(id, first + static_cast<DISPID>(i)) << Narrow(operations[i]);
   }
 }
 

@@ -34,7 +34,7 @@ class VersionComponentTest : public testing::Test {
   ScriptedObject::Answer Noting(const char* what) {
     return [this, what](ScriptedCall& call) {
       seen += what;
-      if (call.Count() > 0) seen += "=" + AnsiText(call.Argument(0).bstrVal);
+      if (call.Count() > 0) seen += "=" + TextOf(call.Argument(0).bstrVal);
       seen += " ";
       return S_OK;
     };

@@ -72,7 +72,7 @@ TEST_F(DispatchCallTest, AValueIsPutUnderTheNameOfThePut) {
     EXPECT_EQ(call.Count(), 1u);
     EXPECT_EQ(call.arguments->cNamedArgs, 1u);
     EXPECT_EQ(call.arguments->rgdispidNamedArgs[0], DISPID_PROPERTYPUT);
-    EXPECT_EQ(AnsiText(call.Argument(0).bstrVal), "H\xE4user");
+    EXPECT_EQ(TextOf(call.Argument(0).bstrVal), "H\xE4user");
     EXPECT_EQ(call.result, nullptr);
     return S_OK;
   });
@@ -256,7 +256,7 @@ TEST_F(DispatchCallTest, EveryFormOfNothingIsNoObject) {
   host->Gives(L"NoDispatch", PlainVariant(VT_DISPATCH));
   host->Gives(L"NoUnknown", PlainVariant(VT_UNKNOWN));
   for (const wchar_t* member : {L"Empty", L"Null", L"NoDispatch", L"NoUnknown"}) {
-    EXPECT_FALSE(ObjectOf(Called(host).Get(member))) << AnsiText(member);
+    EXPECT_FALSE(ObjectOf(Called(host).Get(member))) << Narrow(member);
   }
 }
 
@@ -275,7 +275,7 @@ TEST_F(DispatchCallTest, AnObjectComesInEitherKindOfReference) {
     return S_OK;
   });
   for (const wchar_t* member : {L"ActiveWeb", L"Unknown", L"Reference"}) {
-    EXPECT_EQ(ObjectOf(Called(host).Get(member)).get(), web.get()) << AnsiText(member);
+    EXPECT_EQ(ObjectOf(Called(host).Get(member)).get(), web.get()) << Narrow(member);
   }
 }
 

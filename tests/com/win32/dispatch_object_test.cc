@@ -146,7 +146,7 @@ TEST_F(DispatchObjectTest, ReadsAndWritesAProperty) {
   Call get(shelf.get());
   EXPECT_EQ(get.Run(2, kGetOrCall), S_OK);
   ASSERT_EQ(get.result.type(), VT_BSTR);
-  EXPECT_EQ(AnsiText(get.result.get().bstrVal), "Oak");
+  EXPECT_EQ(TextOf(get.result.get().bstrVal), "Oak");
 }
 
 TEST_F(DispatchObjectTest, ServesAMemberOnlyInItsOwnKindOfCall) {
@@ -261,7 +261,7 @@ TEST_F(DispatchObjectTest, FollowsReferencesToValues) {
 TEST_F(DispatchObjectTest, PassesArgumentsOfAPlainPropertyToTheDefaultMemberOfItsObject) {
   Call item(shelf.get());
   EXPECT_EQ(item.Argument(Variant::Long(0)).Run(4, kGetOrCall), S_OK);
-  EXPECT_EQ(AnsiText(item.result.get().bstrVal), "Shelf item");
+  EXPECT_EQ(TextOf(item.result.get().bstrVal), "Shelf item");
   Call text(shelf.get());
   EXPECT_EQ(text.Argument(Variant::Long(0)).Run(2, kGetOrCall), DISP_E_BADPARAMCOUNT);
 }
@@ -271,19 +271,19 @@ TEST_F(DispatchObjectTest, TellsItsOwnFailuresAsAnException) {
   EXPECT_EQ(drop.Run(8, DISPATCH_METHOD), DISP_E_EXCEPTION);
   EXPECT_EQ(drop.exception.scode, kComponentErrorBase + 7);
   EXPECT_EQ(drop.exception.wCode, 0);
-  EXPECT_EQ(AnsiText(drop.exception.bstrSource), "Shelf");
-  EXPECT_EQ(AnsiText(drop.exception.bstrDescription), "It is heavy");
+  EXPECT_EQ(TextOf(drop.exception.bstrSource), "Shelf");
+  EXPECT_EQ(TextOf(drop.exception.bstrDescription), "It is heavy");
   shelf->refused = "Locked";
   Call refused(shelf.get());
   EXPECT_EQ(refused.Run(2, DISPATCH_PROPERTYGET), DISP_E_EXCEPTION);
   EXPECT_EQ(static_cast<ULONG>(refused.exception.scode), 0x800A0046u);
-  EXPECT_EQ(AnsiText(refused.exception.bstrDescription), "Locked");
+  EXPECT_EQ(TextOf(refused.exception.bstrDescription), "Locked");
 }
 
 TEST_F(DispatchObjectTest, LetsNoOtherExceptionOut) {
   Call burn(shelf.get());
   EXPECT_EQ(burn.Run(7, DISPATCH_METHOD), DISP_E_EXCEPTION);
-  EXPECT_EQ(AnsiText(burn.exception.bstrDescription), "No");
+  EXPECT_EQ(TextOf(burn.exception.bstrDescription), "No");
   DISPPARAMS none{};
   EXPECT_EQ(shelf->Invoke(7, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
             DISP_E_EXCEPTION);

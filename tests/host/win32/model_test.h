@@ -76,8 +76,8 @@ class ModelTest : public WithRealServices {
         object.get()->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kinds, &parameters,
                              is_put ? nullptr : result.Put(), &exception, &outcome.argument);
     outcome.scode = exception.scode;
-    outcome.source = AnsiText(exception.bstrSource);
-    outcome.description = AnsiText(exception.bstrDescription);
+    outcome.source = TextOf(exception.bstrSource);
+    outcome.description = TextOf(exception.bstrDescription);
     SysFreeString(exception.bstrSource);
     SysFreeString(exception.bstrDescription);
     return outcome;
