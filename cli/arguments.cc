@@ -38,7 +38,7 @@ class ArgumentReader {
  private:
   void TakeOperand(const std::string& argument) {
     if (operands_ == syntax_.operands.size()) {
-      throw UsageError("\"" + argument + "\" is one argument too many");
+      throw UsageError("unexpected argument \"" + argument + "\"");
     }
     if (argument.empty()) throw UsageError(syntax_.operands[operands_].name + " is empty");
     *syntax_.operands[operands_++].target = argument;
@@ -48,7 +48,7 @@ class ArgumentReader {
     const std::size_t equals = argument.find('=');
     const std::string name = argument.substr(0, equals);
     const Option* option = Find([&](const Option& known) { return known.name == name; });
-    if (!option) throw UsageError(WithSuggestion("there is no option " + name, NameLike(name)));
+    if (!option) throw UsageError(WithSuggestion("unknown option " + name, NameLike(name)));
     if (equals == std::string::npos) {
       Set(*option, name);
     } else if (option->value.empty()) {
@@ -62,11 +62,11 @@ class ArgumentReader {
     const std::string name = argument.substr(0, 2);
     const Option* option = Find([&](const Option& known) { return known.short_name == name; });
     if (!option) {
-      throw UsageError(WithSuggestion("there is no option " + argument, NameLike("-" + argument)));
+      throw UsageError(WithSuggestion("unknown option " + argument, NameLike("-" + argument)));
     }
     if (argument.size() == 2) return Set(*option, name);
     if (option->value.empty()) {
-      throw UsageError(WithSuggestion("there is no option " + argument, NameLike("-" + argument)));
+      throw UsageError(WithSuggestion("unknown option " + argument, NameLike("-" + argument)));
     }
     option->set(argument.substr(2));
   }

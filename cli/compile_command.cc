@@ -37,7 +37,7 @@ struct WebToCompile {
       console.ShowProgress(std::to_string(100 * done / all) + " %", "");
     });
     if (job.use_index && counts.index_entries == 0) {
-      console.Warn("No keywords were found, so the help file has no index.\n" +
+      console.Warn("no keywords found, so the help file has no index\n" +
                    NoIndexHint(options.reading.index));
     }
     ThrowIfInterrupted();
@@ -63,8 +63,8 @@ std::int64_t TimeToRecord() {
   const char* const epoch = std::getenv("SOURCE_DATE_EPOCH");
   if (epoch == nullptr || *epoch == '\0' || ReadSourceDateEpoch(epoch, &seconds)) return seconds;
   throw Error(kInvalidProcedureCall, "scrivo",
-              std::string("SOURCE_DATE_EPOCH is \"") + epoch +
-                  "\", which is not a number of seconds. Correct or unset it.");
+              std::string("SOURCE_DATE_EPOCH: \"") + epoch +
+                  "\" is not a number of seconds. Correct or unset it.");
 }
 
 // Compiles the web with the project's files laid over it in memory.
@@ -103,7 +103,7 @@ bool Compile(const CompileOptions& options, WebToCompile* web, CompileReport* re
 void TellWhyStrictFails(const CompileOptions& options, const CompileReport& report,
                         Console& console) {
   if (!options.quiet || report.Errors() > 0) return;
-  std::string text = "The compiler gave messages, and --strict allows none:";
+  std::string text = "the compiler reported problems, which --strict does not allow:";
   for (const std::string& message : report.Texts()) text += "\n" + message;
   console.Fail(text);
 }
@@ -113,7 +113,7 @@ void Show(const std::string& help_file, Console& console) {
   request.verb = "open";
   request.file = help_file;
   if (TheServices().shell->Execute(request) > kLastShellFailure) return;
-  console.Warn(help_file + ": no program could be started to show it");
+  console.Warn(help_file + ": no program could be started to open it");
 }
 
 }  // namespace
@@ -131,7 +131,7 @@ int CompileWeb(const CompileOptions& options, Console& console) {
   web.TellWarnings();
   if (!made) {
     console.Fail(output + ": no help file was made" +
-                 (had_earlier ? "; the earlier file is kept" : "") + ".");
+                 (had_earlier ? "; the earlier file is kept" : ""));
     return 1;
   }
   console.Note("Made " + output + ": " + CountsText(web.counts) + ", " +

@@ -24,9 +24,9 @@ std::size_t OneOf(const std::string& option, const char* const (&names)[3],
     if (value == names[i]) return i;
   }
   const std::string suggestion = Suggest(value, {names[0], names[1], names[2]});
-  throw UsageError(option + " does not know \"" + value + "\"; " +
+  throw UsageError(option + ": unknown value \"" + value + "\"; " +
                    (suggestion.empty()
-                        ? std::string("it takes ") + names[0] + ", " + names[1] + " or " + names[2]
+                        ? std::string("choose ") + names[0] + ", " + names[1] + " or " + names[2]
                         : "did you mean " + suggestion + "?"));
 }
 
@@ -44,8 +44,8 @@ int CodePageFrom(const std::string& value) {
   std::optional<int> code_page = CodePageFromName(value);
   if (!code_page) code_page = CodePageFromName("cp" + value);
   if (!code_page) {
-    throw UsageError("--code-page does not know \"" + value +
-                     "\"; it takes a number such as 1251 or a name such as koi8-r");
+    throw UsageError("--code-page: unknown code page \"" + value +
+                     "\"; give a number such as 1251 or a name such as koi8-r");
   }
   return *code_page;
 }
@@ -57,10 +57,10 @@ Option Switch(const std::string& name, const std::string& help, bool* target, bo
 Option Text(const std::string& name, const std::string& short_name, const std::string& value_name,
             const std::string& help, std::string* target) {
   return {name, short_name, value_name, help, [=](const std::string& value) {
-            if (value.empty()) throw UsageError(name + " is given an empty " + value_name);
+            if (value.empty()) throw UsageError(name + ": empty " + value_name);
             if (HasControlCharacters(value)) {
-              throw UsageError(name + " is given a line break or another control character; give " +
-                               value_name + " without it");
+              throw UsageError(name + ": " + value_name +
+                               " contains a line break or another control character");
             }
             *target = value;
           }};
@@ -75,8 +75,7 @@ Option OutputFile(CompileOptions* options) {
   option.set = [take = option.set](const std::string& value) {
     take(value);
     if (value.front() == ' ' || value.back() == ' ') {
-      throw UsageError("--output is given \"" + value +
-                       "\", a FILE that begins or ends with a blank; give it without the blank");
+      throw UsageError("--output: FILE \"" + value + "\" begins or ends with a space");
     }
   };
   return option;
@@ -89,13 +88,13 @@ std::string NoIndexHint(const std::vector<IndexSource>& sources) {
     return std::find(sources.begin(), sources.end(), source) != sources.end();
   };
   if (has(IndexSource::kTitles) && has(IndexSource::kHeadings)) {
-    return "--no-index makes the help file without looking for any.";
+    return "To leave out the index without this warning, use --no-index.";
   }
   if (has(IndexSource::kTitles)) {
-    return "The pages' headings can make an index: --index headings.";
+    return "To make an index from the headings, use --index headings.";
   }
-  if (has(IndexSource::kHeadings)) return "The pages' titles can make an index: --index titles.";
-  return "The pages' titles or headings can make an index: --index titles, --index headings or "
+  if (has(IndexSource::kHeadings)) return "To make an index from the titles, use --index titles.";
+  return "To make an index from titles or headings, use --index titles, --index headings or "
          "--index keywords,titles,headings.";
 }
 
@@ -105,13 +104,13 @@ Syntax::Operand WebOperand(CompileOptions* options) {
 
 std::vector<Option> ReadingOptions(CompileOptions* options) {
   return {
-      {"--contents", "", "FROM", "contents by: auto (default), navigation, folders",
+      {"--contents", "", "FROM", "make the contents from: auto (default),\nnavigation, folders",
        [=](const std::string& value) {
          options->reading.contents = kContentsChoices[OneOf("--contents", kContentsNames, value)];
        }},
-      {"--code-page", "", "CP", "code page of the texts (default: the system's)",
+      {"--code-page", "", "CP", "code page of labels, titles and keywords\n(default: the system's)",
        [=](const std::string& value) { options->code_page = CodePageFrom(value); }},
-      {"--quiet", "-q", "", "say nothing but errors",
+      {"--quiet", "-q", "", "print errors only",
        [=](const std::string&) { options->quiet = true; }},
   };
 }
@@ -123,7 +122,7 @@ std::vector<Option> AllCompileOptions(CompileOptions* options) {
       Text("--default-page", "", "ADDRESS", "the page it opens with (default: the first one)",
            &options->default_page),
       {"--index", "", "LIST",
-       "entries by: keywords (default), titles, headings\nor several of them, with commas",
+       "make index entries from: keywords (default),\ntitles, headings, or a list with commas",
        [=](const std::string& value) { options->reading.index = SourcesFrom(value); }},
       Switch("--no-index", "make no index", &options->use_index, false),
       Switch("--no-favorites", "no Favorites tab in the viewer", &options->favorites, false),

@@ -12,7 +12,7 @@ namespace scrivo {
 struct DecompileArguments {
   std::string folder;
   std::string file;
-  bool verbose = false;   // -v: name every file that is written
+  bool verbose = false;   // -v: print the name of each file written
   bool internal = false;  // --internal: also the streams of the help system
 };
 

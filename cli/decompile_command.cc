@@ -38,7 +38,7 @@ class UnpackReport : public UnpackListener {
 int UnpackFile(const HelpFileOptions& options, Console& console) {
   const std::string path = AbsolutePath(options.file);
   if (!TheServices().files->FileExists(path)) {
-    throw Error(kFileNotFound, "scrivo", path + ": there is no such help file");
+    throw Error(kFileNotFound, "scrivo", path + ": no such help file");
   }
   const HelpFile file = OpenHelpFile(PortablePathOf(path));
   for (const std::string& complaint : file.complaints) {

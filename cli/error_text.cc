@@ -6,11 +6,11 @@ namespace {
 std::string Advice(std::int32_t number) {
   switch (number) {
     case kDiskFull:
-      return ". Free some space and run again.";
+      return ". Free some space and try again.";
     case kPermissionDenied:
-      return ". See that you may read and write there.";
+      return ". Check that you have permission to read and write there.";
     case kOutOfMemory:
-      return ". Close other programs and run again.";
+      return ". Close other programs and try again.";
     default:
       return "";
   }

@@ -38,10 +38,9 @@ class WorkFolder {
     if (parent.empty()) parent = Separator(Globals().path_style);
     path_ = Disk().MakeUniqueFile(parent, "Scrivo");
     if (path_.empty()) {
-      throw Error(kPermissionDenied, "scrivo",
-                  parent +
-                      ": no file can be written into this folder. Name another folder for the help "
-                      "file with -o.");
+      throw Error(
+          kPermissionDenied, "scrivo",
+          parent + ": no file can be written to this folder. Choose another folder with -o.");
     }
     Disk().Remove(path_, true);
     Disk().MakeFolder(path_);
@@ -154,7 +153,7 @@ class Run {
 
   // How the run ended, for a compiler that did not do its job.
   std::string EndingText() const {
-    if (HasLivedOn()) return "closed its output without ending, and was ended";
+    if (HasLivedOn()) return "closed its output without exiting and was terminated";
     const std::string status = "exit status " + std::to_string(static_cast<int>(exit_code_));
     return HasCrashed() ? "crashed (" + status + ")" : "ended with " + status;
   }
@@ -205,7 +204,7 @@ void TellEnding(const std::string& compiler, const std::string& made, const Run&
                 const CompileReport& report, Console* console) {
   std::string text = compiler + ": " + run.EndingText();
   if (Disk().FileExists(made)) {
-    text += "; the file that it made is not complete";
+    text += "; the help file that it made is incomplete";
   } else if (report.Errors() > 0 && !run.HasLivedOn() && !run.HasCrashed()) {
     return;
   }
@@ -252,12 +251,12 @@ std::string ForeignCompilerPath(const std::string& wanted) {
     refuse(kPathFileAccessError, "it is a folder. Name the program itself.");
   }
   if (!Disk().FileExists(path)) {
-    refuse(kFileNotFound, "there is no such file. Check the spelling of the path.");
+    refuse(kFileNotFound, "no such file. Check the spelling of the path.");
   }
   if (path.find('"') != std::string::npos) {
     refuse(kPathFileAccessError,
-           "a command line cannot carry the quotation mark in its path. Move it or name it through "
-           "a link.");
+           "the path contains a quotation mark, which a command line cannot carry. Move the "
+           "compiler, or use a link to it.");
   }
   return path;
 }
@@ -266,14 +265,14 @@ std::string StartFailureText(std::uint32_t code, const std::string& folder) {
   switch (code) {
     case 2:
     case 3:
-      return "a file that it needs to run is not there. Install it again, or name another with "
+      return "a file that it needs is missing. Reinstall it, or choose another compiler with "
              "--compiler.";
     case 5:
-      return "it may not be run. See that it is a program and has the permission to be run.";
+      return "it cannot be run. Check that it is a program and that you have permission to run it.";
     case 193:
-      return "it is not a program for this system. Name another with --compiler.";
+      return "it is not a program for this system. Choose another compiler with --compiler.";
     case 267:
-      return "the folder " + folder + " cannot be entered. Ask for the right to enter it.";
+      return "the folder " + folder + " cannot be entered. Ask for permission to enter it.";
     default:
       return "the system reports error " + std::to_string(code) + ".";
   }

@@ -93,7 +93,7 @@ WrittenProject::WrittenProject(const HelpProject& project) {
     if (error.number == kUserInterrupt) throw;
     throw Error(
         error.number, "scrivo",
-        project.folder + ": the project files cannot be written here (" + error.description + ")");
+        project.folder + ": the project files cannot be written here: " + error.description);
   }
 }
 

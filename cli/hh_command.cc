@@ -21,11 +21,11 @@ constexpr int kMisuse = 2;
 
 constexpr char kUsage[] =
     "usage: hh -decompile [-v] [--internal] FOLDER FILE\n"
-    "Unpacks the compiled help file FILE into FOLDER, which is made if need be.\n"
-    "  -v          name every file that is written\n"
+    "Unpacks the compiled help file FILE into FOLDER, which is created if necessary.\n"
+    "  -v          print the name of each file written\n"
     "  --internal  also write the streams of the help system (#SYSTEM, $FIftiMain, ...)\n"
-    "Exit status: 0 when all was unpacked, 1 when something was not or got another name,\n"
-    "2 when the command line is not understood.\n";
+    "Exit status: 0 if everything was unpacked, 1 if something was not or was renamed,\n2 if the "
+    "command line is wrong.\n";
 
 class Printer : public UnpackListener {
  public:
@@ -35,7 +35,9 @@ class Printer : public UnpackListener {
   void OnFile(const PlannedFile& file) override {
     if (verbose_) out_ << PrintableName(file.path) << '\n';
   }
-  void OnProblem(const Problem& problem) override { err_ << "hh: " << Describe(problem) << '\n'; }
+  void OnProblem(const Problem& problem) override {
+    err_ << "hh: warning: " << Describe(problem) << '\n';
+  }
   void OnProgress(std::uint64_t, std::uint64_t) override {}
 
  private:
@@ -61,13 +63,13 @@ int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ost
     return kMisuse;
   }
   const HelpFile file = OpenHelpFile(parsed->file);
-  for (const std::string& complaint : file.complaints) err << "hh: " << complaint << '\n';
+  for (const std::string& complaint : file.complaints) err << "hh: error: " << complaint << '\n';
   if (file.reader == nullptr) return kNotAllUnpacked;
 
   std::error_code error;
   const auto folder = OpenOutputFolder(SystemPath(parsed->folder), &error);
   if (folder == nullptr) {
-    err << "hh: " << PrintableName(parsed->folder) << ": " << error.message() << '\n';
+    err << "hh: error: " << PrintableName(parsed->folder) << ": " << error.message() << '\n';
     return kNotAllUnpacked;
   }
   Printer printer(parsed->verbose, out, err);

@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
     scrivo::CodePageStream err(std::cerr, code_page);
     return scrivo::RunHh(arguments, out, err);
   } catch (const std::exception& exception) {
-    std::cerr << "hh: " << exception.what() << '\n';
+    std::cerr << "hh: error: " << exception.what() << '\n';
     return 1;
   }
 }

@@ -114,7 +114,7 @@ bool Compile(const Options& options, const std::string& working_folder, std::int
   if (!result.error_log.empty()) {
     std::ofstream log(SystemPath(result.error_log), std::ios::binary);
     if (!(log << output.text() << std::flush)) {
-      err << "hhc: cannot write the log file \"" << result.error_log << "\"\n";
+      err << "hhc: error: " << result.error_log << ": the log file cannot be written\n";
     }
   }
   return result.made;
@@ -144,10 +144,10 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
   }
   std::int64_t time = 0;
   if (options.wrong.empty() && !TimeToRecord(options, surroundings.source_date_epoch, &time)) {
-    options.wrong = "SOURCE_DATE_EPOCH is no number of seconds";
+    options.wrong = "SOURCE_DATE_EPOCH is not a number of seconds";
   }
   if (!options.wrong.empty()) {
-    err << "hhc: " << options.wrong << "\n\n" << kUsage;
+    err << "hhc: error: " << options.wrong << "\n\n" << kUsage;
     return options.gnu ? 2 : 0;
   }
   return Compile(options, surroundings.working_folder, time, out, err) != options.gnu ? 1 : 0;

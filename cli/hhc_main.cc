@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
     scrivo::CodePageStream err(std::cerr, code_page);
     return scrivo::RunHhc(arguments, surroundings, out, err);
   } catch (const std::exception& exception) {
-    std::cerr << "hhc: " << exception.what() << '\n';
+    std::cerr << "hhc: error: " << exception.what() << '\n';
     return 0;
   }
 }

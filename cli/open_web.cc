@@ -32,7 +32,7 @@ void WebWarnings::Problem(const WebProblem& problem) {
 
 void WebWarnings::Sum() {
   if (problems_ <= kMostShown) return;
-  console_.Warn("and " + std::to_string(problems_ - kMostShown) + " more about this web");
+  console_.Warn("and " + std::to_string(problems_ - kMostShown) + " more problems in this web");
 }
 
 std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings) {
@@ -51,8 +51,8 @@ void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& cons
   if (options.reading.contents != ContentsChoice::kAuto) return;
   if (web.ContentsUsed() != ContentsChoice::kFolders) return;
   console.Remark(
-      "The contents follow the web's folders: it has no navigation structure beyond the home page. "
-      "Take that all the same with --contents navigation.");
+      "The navigation structure holds only the home page, so the contents follow the web's "
+      "folders. To use the structure anyway, add --contents navigation.");
 }
 
 std::string AbsolutePath(const std::string& path) {

@@ -38,22 +38,22 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
     };
   };
   const Syntax::Operand file = {"FILE", "a compiled help file (.chm)", &help_file->file};
-  const Syntax::Operand folder = {"FOLDER", "where its files go; made when it is missing",
+  const Syntax::Operand folder = {"FOLDER", "where to put its files; created if necessary",
                                   &help_file->folder};
-  const Option quiet = {"--quiet", "-q", "", "say nothing but errors",
+  const Option quiet = {"--quiet", "-q", "", "print errors only",
                         [=](const std::string&) { help_file->quiet = true; }};
-  const Option internal = {"--internal", "", "", "also the streams of the help system itself",
+  const Option internal = {"--internal", "", "", "include the help file's internal streams",
                            [=](const std::string&) { help_file->internal = true; }};
   return {
       {{"compile",
         "Compiles a FrontPage web into a help file (.chm).",
         {WebOperand(web)},
         AllCompileOptions(web),
-        "The exit status is 0 when the help file was made, 1 when it was not, or with\n"
-        "--strict when there were messages, and 2 for a wrong command line."},
+        "The exit status is 0 if the help file was made, 1 if it was not or if --strict\nis given "
+        "and the compiler reported problems, and 2 if the command line is wrong."},
        on_web(CompileWeb)},
       {{"project",
-        "Writes the project files of a web only, keeps them and prints their paths.",
+        "Writes a help project for a web and prints the paths of its files.",
         {WebOperand(web)},
         AllCompileOptions(web),
         "Nothing is compiled: -o only says which help file the project is to make, and\n"
@@ -73,7 +73,7 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
        [=](const Streams& streams) {
          return RunList(help_file->file, help_file->internal, streams.out, streams.err);
        }},
-      {{"info", "Prints what a help file says about itself, with its contents.", {file}, {}},
+      {{"info", "Prints a help file's title, default topic, window and contents.", {file}, {}},
        [=](const Streams& streams) { return RunInfo(help_file->file, streams.out, streams.err); }},
   };
 }
@@ -101,7 +101,7 @@ const Command& FindCommand(const std::vector<Command>& commands, const std::stri
   const std::string suggestion = Suggest(name, names);
   const std::string kind = name.starts_with("-") ? "option" : "command";
   throw UsageError(
-      "there is no " + kind + " " + name +
+      "unknown " + kind + " " + name +
       (suggestion.empty() ? "; see scrivo --help" : "; did you mean " + suggestion + "?"));
 }
 

@@ -21,9 +21,9 @@ std::string TitleFor(const CompileOptions& options, DiskWeb& web) {
   FromUtf8(options.title, TheServices().system->AnsiCodePage(), &lost);
   if (lost == 0) return options.title;
   throw Error(kInvalidProcedureCall, "scrivo",
-              "the title \"" + options.title +
-                  "\" holds characters that the code page of the help file lacks. "
-                  "Choose another one with --code-page.");
+              "--title: \"" + options.title +
+                  "\" contains characters that the code page of the help file lacks. Choose "
+                  "another code page with --code-page.");
 }
 
 // The help file in the current folder, named after the title without what no file name can hold.
@@ -42,11 +42,11 @@ void ThrowUnlessFileCanBe(const std::string& output) {
   };
   if (HasControlCharacters(output)) {  // no line of a project file can carry it
     refuse(kPathFileAccessError,
-           "its path holds a line break or another control character. Name another folder with "
-           "-o.");
+           "the path contains a line break or another control character. Choose another folder "
+           "with -o.");
   }
   if (TheServices().files->FolderExists(output)) {
-    refuse(kPathFileAccessError, "this is a folder. Name a file in it.");
+    refuse(kPathFileAccessError, "it is a folder. Name a file in it.");
   }
   std::string folder = GetFolder(output);
   if (folder.empty()) folder = Separator(Globals().path_style);
@@ -72,9 +72,9 @@ std::string DefaultPageFor(const CompileOptions& options, DiskWeb& web, const Lo
   }
   const std::string suggestion = Suggest(wanted, locations);
   throw Error(kFileNotFound, "scrivo",
-              wanted + ": the web has no such page to open with. " +
+              wanted + ": no such page in the web. " +
                   (suggestion.empty() ? "" : "Did you mean " + suggestion + "? ") +
-                  "\"scrivo tree WEB\" shows its pages.");
+                  "\"scrivo tree WEB\" lists the pages.");
 }
 
 }  // namespace

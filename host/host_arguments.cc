@@ -13,11 +13,9 @@ HostArguments ParseArguments(const std::vector<std::string>& arguments) {
     } else if (!options_end && argument == "--external") {
       parsed.external = true;
     } else if (!options_end && argument.starts_with("-")) {
-      parsed.problem.append("There is no option ").append(argument).append(".");
+      parsed.problem.append("Unknown option ").append(argument).append(".");
     } else if (!parsed.web.empty()) {
-      parsed.problem.append("Only one web can be named, not also \"")
-          .append(argument)
-          .append("\".");
+      parsed.problem.append("Unexpected argument \"").append(argument).append("\".");
     } else {
       parsed.web = argument;
     }
@@ -33,11 +31,11 @@ std::string Usage() {
   return "ScrivoHost [WEB]\n"
          "ScrivoHost --external WEB\n"
          "\n"
-         "Opens a FrontPage web that lies in the folder WEB, shows its navigation tree, and loads "
-         "the add-ins that are registered for SharePoint Designer.\n"
+         "Opens the FrontPage web in the folder WEB, shows its navigation tree, and loads the "
+         "add-ins registered for SharePoint Designer.\n"
          "\n"
-         "--external\tconnects the add-ins as another program does: the compile dialog appears "
-         "at once.\n"
+         "--external\tconnects the add-ins as another program would: the compile dialog appears at "
+         "once.\n"
          "--help\t\tshows this text.";
 }
 

@@ -28,8 +28,8 @@ std::string UrlOf(const std::string& path, PathStyle style) {
 
 [[noreturn]] void ThrowUnreadable(const std::string& folder, const Error& error) {
   throw Error(error.number, "DiskWeb",
-              "The web " + folder + " cannot be read (" + error.description +
-                  "). Ask for the right to read the folder.");
+              folder + ": the web cannot be read: " + error.description +
+                  ". Ask for permission to read the folder.");
 }
 
 // A folder behind one that may not be entered looks as if it did not exist.
@@ -97,9 +97,9 @@ void OpenedDiskWeb::ReportLostCharacters() {
   const std::size_t lost = text.Lost();
   if (lost == 0 || has_reported_losses_) return;
   has_reported_losses_ = true;
-  std::string reason = std::to_string(lost) + (lost == 1 ? " character was" : " characters were") +
-                       " replaced by \"?\": code page " + std::to_string(text.code_page()) +
-                       " lacks them; ";
+  std::string reason = std::to_string(lost) + (lost == 1 ? " character" : " characters") +
+                       " replaced by \"?\": not in code page " + std::to_string(text.code_page()) +
+                       "; ";
   if (const auto code_page = text.CodePageForAll()) {
     reason += "code page " + std::to_string(*code_page) + " has them all";
   } else {
@@ -117,11 +117,11 @@ std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptio
   if (!services.files->FolderExists(folder)) {
     if (services.files->FileExists(folder)) {
       throw Error(kPathNotFound, "DiskWeb",
-                  "The web " + folder + " is a file. Name the folder that the web lies in.");
+                  folder + ": the web is a file. Name the folder that contains the web.");
     }
     ThrowIfOutOfReach(*services.files, folder);
     throw Error(kPathNotFound, "DiskWeb",
-                "The web " + folder + " does not exist. Check the spelling of the path.");
+                folder + ": the web does not exist. Check the spelling of the path.");
   }
   const auto source = std::make_shared<WebSource>(
       WebSource{services.files, folder, UrlOf(folder, style), style, options,
@@ -135,12 +135,13 @@ std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptio
   }
   if (web->IsEmpty()) {
     throw Error(kFileNotFound, "DiskWeb",
-                "The web " + folder + " has no files. Name the folder that holds its pages.");
+                folder + ": the web has no files. Name the folder that contains its pages.");
   }
   if (!web->HasPages()) {
-    throw Error(kFileNotFound, "DiskWeb",
-                "The web " + folder +
-                    " has no pages (.htm or .html). Name the folder that holds its pages.");
+    throw Error(
+        kFileNotFound, "DiskWeb",
+        folder +
+            ": the web has no pages (.htm or .html). Name the folder that contains its pages.");
   }
   return web;
 }

@@ -40,9 +40,9 @@ class NavigationBuilder {
       const StructureNode& node = nodes_[place];
       const auto [first, is_new] = by_id.emplace(node.id, place);
       if (!is_new) {
-        Report(node, "number " + std::to_string(node.id) + " is that of line " +
-                         std::to_string(nodes_[first->second].line) + " already; " + Named(node) +
-                         " is kept, without the entries below that number");
+        Report(node, "id " + std::to_string(node.id) + " is already used on line " +
+                         std::to_string(nodes_[first->second].line) + "; " + Named(node) +
+                         " is kept, but without children");
       }
     }
     parents_.resize(nodes_.size(), kTop);
@@ -53,8 +53,8 @@ class NavigationBuilder {
       if (parent != by_id.end()) {
         parents_[place] = parent->second;
       } else if (!node.IsLinkBar()) {
-        Report(node, Named(node) + " hangs below number " + std::to_string(node.parent) +
-                         ", which does not exist; it was put at the top level");
+        Report(node, Named(node) + " has parent " + std::to_string(node.parent) +
+                         ", which does not exist; moved to the top level");
       }
     }
   }
@@ -83,8 +83,7 @@ class NavigationBuilder {
     } while (place != member);
     if (raised == kTop) raised = member;
     parents_[raised] = kTop;
-    Report(nodes_[raised],
-           Named(nodes_[raised]) + " hangs below itself; it was put at the top level");
+    Report(nodes_[raised], Named(nodes_[raised]) + " is below itself; moved to the top level");
   }
 
   // Sorts the nodes by parent, keeping the file's order: the children of slot s stand in

@@ -163,7 +163,7 @@ std::string PageReader::ReadPage(const std::string& path) {
   try {
     return ReadWhole(*files_.OpenForReading(path));
   } catch (const Error& error) {
-    ReportFailure(path, "the page could not be read", error, report_);
+    ReportFailure(path, "the page cannot be read", error, report_);
     return {};
   }
 }

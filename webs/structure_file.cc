@@ -59,7 +59,7 @@ class StructureParser {
 
   std::vector<StructureNode> Parse() {
     if (rest_.find('\0') != std::string_view::npos) {
-      Report(0, "it is not a text file; no navigation structure was read from it");
+      Report(0, "not a text file; no navigation structure read");
       return {};
     }
     if (rest_.starts_with("\xEF\xBB\xBF")) rest_.remove_prefix(3);
@@ -91,7 +91,7 @@ class StructureParser {
     for (const char* what : {"the version", "the next free number"}) {
       std::string_view line;
       if (!NextLine(&line) || IsHeaderLine(line)) continue;
-      Report(line_number_, std::string("here ") + what + " should stand");
+      Report(line_number_, std::string(what) + " is missing");
       if (line.find(',') != std::string_view::npos) ReadNode(line);
     }
   }
@@ -100,8 +100,8 @@ class StructureParser {
     const std::size_t line_number = line_number_;
     const std::size_t count = Split(line, &fields_);
     if (count != kFieldCount) {
-      Report(line_number, "the line has " + std::to_string(count) +
-                              (count == 1 ? " field" : " fields") + " in place of 7");
+      Report(line_number,
+             std::to_string(count) + (count == 1 ? " field" : " fields") + " instead of 7");
       return;
     }
     const auto property_count = Number(fields_[kPropertyCount]);
@@ -113,7 +113,7 @@ class StructureParser {
     if (id && type && parent && has_time && property_count) {
       nodes_.push_back({*id, *parent, fields_[kPage], fields_[kLabel], *type != 0, line_number});
     } else {
-      Report(line_number, "a field that should be a number is none");
+      Report(line_number, "a field that should be a number is not");
     }
     if (property_count) SkipProperties(*property_count);
   }
@@ -122,10 +122,10 @@ class StructureParser {
     for (std::uint64_t i = 0; i < count; ++i) {
       std::string_view line;
       if (!NextLine(&line)) {
-        Report(line_number_, "the file ends before the properties of its last entry");
+        Report(line_number_, "the file ends within the properties of its last entry");
         return;
       }
-      if (!IsProperty(line)) Report(line_number_, "the line is no property of the entry above it");
+      if (!IsProperty(line)) Report(line_number_, "not a property of the entry above");
     }
   }
 

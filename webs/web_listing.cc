@@ -51,7 +51,7 @@ class WebListing::Lister {
       try {
         List(folder, files_.List(path));
       } catch (const Error& error) {
-        ReportFailure(path, "the folder was left out", error, report_);
+        ReportFailure(path, "folder skipped", error, report_);
       }
     }
   }
@@ -61,9 +61,9 @@ class WebListing::Lister {
     std::vector<Name> names, subfolders;
     for (const FolderEntry& entry : entries) {
       if (entry.name.find_first_of("\r\n") != std::string::npos) {
-        report_.Problem({listing_.FolderPath(folder), 0,
-                         "a name with a line break in it was left out: a project file has one name "
-                         "on each line"});
+        report_.Problem(
+            {listing_.FolderPath(folder), 0,
+             "skipped: the name contains a line break, and a project file has one name per line"});
         continue;
       }
       Name name = listing_.MakeName(entry.name);
@@ -117,8 +117,7 @@ class WebListing::Lister {
     if (real != path && real != expected &&
         (IsAbove(parent, real) || !entered_by_link_.insert(real).second)) {
       report_.Problem(
-          {path, 0,
-           "the link was left out: it leads to " + real + ", whose pages are in the web already"});
+          {path, 0, "link skipped: it leads to " + real + ", whose pages are already in the web"});
       return false;
     }
     real_paths_.push_back(std::move(real));

@@ -198,10 +198,11 @@ ContentsTree WebSnapshot::ReadNavigation() {
     if (source_->files->FileExists(path)) {
       text = ReadWholeFile(*source_->files, path);
     } else if (source_->options.contents == ContentsChoice::kNavigation) {
-      source_->report.Problem({path, 0, "the file does not exist: the web has no navigation"});
+      source_->report.Problem(
+          {path, 0, "the file does not exist; the web has no navigation structure"});
     }
   } catch (const Error& error) {
-    ReportFailure(path, "the navigation could not be read", error, source_->report);
+    ReportFailure(path, "the navigation structure cannot be read", error, source_->report);
   }
   std::vector<StructureNode> nodes = ParseStructure(text, path, source_->report);
   std::string().swap(text);  // as large as the tree itself

@@ -44,7 +44,7 @@ std::string ReasonOf(HRESULT code) {
     case CO_E_CLASSSTRING:
       return "its class is not registered for programs of this kind (32 or 64 bit)";
     case E_NOINTERFACE:
-      return "it is no add-in";
+      return "it is not an add-in";
     case CO_E_DLLNOTFOUND:
       return "its library is missing or cannot be loaded";
     default:

@@ -167,7 +167,8 @@ void HostWindow::OpenDocument(const std::string& path) {
   HINSTANCE result =
       ShellExecuteW(handle(), L"open", Wide(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
   if (reinterpret_cast<INT_PTR>(result) > 32) return;
-  Tell("The page " + path + " cannot be opened: no program for it is there.", MB_ICONEXCLAMATION);
+  Tell("The page " + path + " cannot be opened: no program is registered for it.",
+       MB_ICONEXCLAMATION);
 }
 
 std::string HostWindow::AddinText() const {
@@ -191,7 +192,7 @@ void HostWindow::ShowAddins() {
     text += !addin->problem.empty()       ? addin->problem
             : addin->IsConnected()        ? "Connected"
             : addin->entry.LoadsAtStart() ? "Not connected"
-                                          : "Not connected; it is not to be loaded at start";
+                                          : "Not connected; not set to load at start";
   }
   if (text.empty()) {
     text =
@@ -233,8 +234,8 @@ void HostWindow::RegisterAddin() {
 
 void HostWindow::ShowAbout() {
   Tell("Scrivo Host " SCRIVO_VERSION
-       "\n\nOpens FrontPage webs and loads the add-ins of SharePoint Designer, for those whose "
-       "own application is gone.",
+       "\n\nOpens FrontPage webs and loads add-ins for SharePoint Designer where neither "
+       "application is available.",
        MB_ICONINFORMATION);
 }
 

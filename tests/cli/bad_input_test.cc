@@ -23,16 +23,16 @@ class BadInput : public ScrivoRun {
 
 TEST_F(BadInput, SaysWhatIsWrongWithAWebThatCannotBeOpened) {
   EXPECT_EQ(Run({"compile", web.PathOf("none"), "-o", Output()}), 1);
-  ExpectError("The web WEB/none does not exist. Check the spelling of the path.");
+  ExpectError("WEB/none: the web does not exist. Check the spelling of the path.");
   EXPECT_EQ(Run({"compile", web.PathOf("index.htm"), "-o", Output()}), 1);
-  ExpectError("The web WEB/index.htm is a file. Name the folder that the web lies in.");
+  ExpectError("WEB/index.htm: the web is a file. Name the folder that contains the web.");
 }
 
 TEST_F(BadInput, SaysThatAWebIsEmpty) {
   EXPECT_EQ(Run({"compile", output.path().string(), "-o", Output()}), 1);
-  ExpectError("The web OUT has no files. Name the folder that holds its pages.");
+  ExpectError("OUT: the web has no files. Name the folder that contains its pages.");
   EXPECT_EQ(Run({"tree", output.path().string()}), 1);
-  ExpectError("The web OUT has no files. Name the folder that holds its pages.");
+  ExpectError("OUT: the web has no files. Name the folder that contains its pages.");
 }
 
 TEST_F(BadInput, GivesOneAdviceForAWebThatCannotBeRead) {
@@ -41,7 +41,8 @@ TEST_F(BadInput, GivesOneAdviceForAWebThatCannotBeRead) {
   };
   EXPECT_EQ(Run({"compile", WebPath(), "-o", Output()}), 1);
   ExpectError(
-      "The web WEB cannot be read (Permission denied: WEB). Ask for the right to read the folder.");
+      "WEB: the web cannot be read: Permission denied: WEB. Ask for permission to read the "
+      "folder.");
 }
 
 TEST_F(BadInput, WarnsOfADamagedStructureAndGoesOn) {
@@ -67,7 +68,7 @@ TEST_F(BadInput, WarnsOfABinaryStructureAndTakesTheFolders) {
   EXPECT_EQ(Compile(), 0);
   EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:"), std::string::npos)
       << err;
-  EXPECT_NE(err.find("The contents follow the web's folders"), std::string::npos) << err;
+  EXPECT_NE(err.find("so the contents follow the web's folders"), std::string::npos) << err;
   EXPECT_NE(out.find("2 pages, 3 contents entries, "), std::string::npos) << out;
 }
 
@@ -76,8 +77,8 @@ TEST_F(BadInput, SaysThatTheProjectFilesCannotBeWritten) {
     throw Error(kPermissionDenied, "", "Permission denied: " + path);
   };
   const std::string line =
-      "WEB: the project files cannot be written here (Permission denied: WEB/Scrivo.hhp). See that "
-      "you may read and write there.";
+      "WEB: the project files cannot be written here: Permission denied: WEB/Scrivo.hhp. Check "
+      "that you have permission to read and write there.";
   EXPECT_EQ(Run({"project", WebPath()}), 1);
   ExpectError(line);
   EXPECT_EQ(Compile({"--keep-project"}), 1);
@@ -94,7 +95,7 @@ TEST_F(BadInput, LeavesNoProjectFileWhenTheDiskFillsUpOnTheWay) {
     written.push_back(path);
   };
   EXPECT_EQ(CompileWithFake("make"), 1);
-  EXPECT_NE(err.find(". Free some space and run again.\n"), std::string::npos) << err;
+  EXPECT_NE(err.find(". Free some space and try again.\n"), std::string::npos) << err;
   EXPECT_FALSE(written.empty()) << "nothing had to be removed";
   EXPECT_TRUE(ProjectFiles().empty());
   EXPECT_EQ(output.Read("a.chm"), "old");

@@ -13,8 +13,7 @@ class CompileCommand : public ScrivoRun {
   void AddBrokenLink() {
     web.Write("docs/b.htm", "<title>B</title>\n<a href=\"none.htm\">there</a>");
   }
-  const std::string kBrokenLink =
-      "docs/b.htm(2) : The linked file \"none.htm\" does not exist.";
+  const std::string kBrokenLink = "docs/b.htm(2) : The linked file \"none.htm\" does not exist.";
 };
 
 TEST_F(CompileCommand, MakesTheFileAndTellsWhatIsInIt) {
@@ -106,7 +105,7 @@ TEST_F(CompileCommand, TellsTheMessagesThatAStrictRunFailsForEvenWhenQuiet) {
   AddBrokenLink();
   EXPECT_EQ(Compile({"-q", "--strict"}), 1);
   EXPECT_EQ(err,
-            "scrivo: error: The compiler gave messages, and --strict allows none:\n"
+            "scrivo: error: the compiler reported problems, which --strict does not allow:\n"
             "  Warning: " +
                 kBrokenLink + "\n");
 }
@@ -115,7 +114,7 @@ TEST_F(CompileCommand, RefusesAnOutputWhoseNameACompilerWouldCut) {
   output.Write("a.chm", "old");
   for (const std::string& name : {Output() + " ", " " + Output(), Output() + "\t"}) {
     EXPECT_EQ(Compile({"-o", name}), 2) << name;
-    EXPECT_TRUE(err.starts_with("scrivo: error: --output is given ")) << err;
+    EXPECT_TRUE(err.starts_with("scrivo: error: --output: FILE ")) << err;
   }
   EXPECT_EQ(output.Read("a.chm"), "old");
 }
@@ -125,8 +124,7 @@ TEST_F(CompileCommand, RefusesOptionsThatWouldAddLinesToTheProject) {
   const std::string more = "\r\nCompiled file=" + output.PathOf("b.chm");
   for (const char* option : {"--title", "--default-page", "-o"}) {
     EXPECT_EQ(Compile({option, "index.htm" + more}), 2) << option;
-    EXPECT_NE(err.find("is given a line break or another control character; give "),
-              std::string::npos)
+    EXPECT_NE(err.find(" contains a line break or another control character\n"), std::string::npos)
         << err;
   }
   EXPECT_EQ(output.Read("b.chm"), "old");
@@ -140,7 +138,7 @@ TEST_F(CompileCommand, RefusesAnOutputThatCannotBeMade) {
             std::string::npos)
       << err;
   EXPECT_EQ(Compile({"-o", output.path().string()}), 1);
-  EXPECT_NE(Plain(err).find("OUT: the help file cannot be made: this is a folder"),
+  EXPECT_NE(Plain(err).find("OUT: the help file cannot be made: it is a folder"),
             std::string::npos);
 }
 
@@ -176,8 +174,8 @@ TEST_F(CompileCommand, MakesTheHelpFileThatTheOptionsDescribe) {
 
 TEST_F(CompileCommand, RefusesADefaultPageThatTheWebDoesNotHave) {
   EXPECT_EQ(Compile({"--default-page", "docs/b.htm"}), 1);
-  EXPECT_NE(err.find("docs/b.htm: the web has no such page to open with. Did you mean docs/a.htm? "
-                     "\"scrivo tree WEB\" shows its pages.\n"),
+  EXPECT_NE(err.find("docs/b.htm: no such page in the web. Did you mean docs/a.htm? "
+                     "\"scrivo tree WEB\" lists the pages.\n"),
             std::string::npos)
       << err;
   EXPECT_FALSE(output.Has("a.chm"));
@@ -198,8 +196,8 @@ TEST_F(CompileCommand, KeepsTheProjectWhenAsked) {
 TEST_F(CompileCommand, NamesTheOptionThatMakesAnIndexWhenThereAreNoKeywords) {
   web.Write("docs/a.htm", "<title>A</title>");
   EXPECT_EQ(Compile(), 0);
-  EXPECT_NE(err.find("scrivo: warning: No keywords were found, so the help file has no index.\n"
-                     "  The pages' titles or headings can make an index: --index titles, "),
+  EXPECT_NE(err.find("scrivo: warning: no keywords found, so the help file has no index\n"
+                     "  To make an index from titles or headings, use --index titles, "),
             std::string::npos)
       << err;
   EXPECT_NE(out.find("no index entries"), std::string::npos);
@@ -212,16 +210,16 @@ TEST_F(CompileCommand, NamesTheOptionThatMakesAnIndexWhenThereAreNoKeywords) {
 TEST_F(CompileCommand, AdvisesNoIndexThatWasJustTried) {
   web.Write("docs/a.htm", "<title>A</title>");
   EXPECT_EQ(Compile({"--index", "headings"}), 0);
-  EXPECT_NE(err.find("\n  The pages' titles can make an index: --index titles.\n"),
+  EXPECT_NE(err.find("\n  To make an index from the titles, use --index titles.\n"),
             std::string::npos)
       << err;
   EXPECT_EQ(err.find("--index headings"), std::string::npos) << err;
   const IndexSource titles = IndexSource::kTitles;
   const IndexSource headings = IndexSource::kHeadings;
   EXPECT_EQ(NoIndexHint({IndexSource::kKeywords, titles}),
-            "The pages' headings can make an index: --index headings.");
+            "To make an index from the headings, use --index headings.");
   EXPECT_EQ(NoIndexHint({headings, titles}),
-            "--no-index makes the help file without looking for any.");
+            "To leave out the index without this warning, use --no-index.");
 }
 
 TEST_F(CompileCommand, TakesTheContentsThatWereChosen) {
@@ -235,8 +233,8 @@ TEST_F(CompileCommand, TakesTheContentsThatWereChosen) {
 
 TEST_F(CompileCommand, SaysSoWhenItChoseTheFoldersItself) {
   const std::string line =
-      "The contents follow the web's folders: it has no navigation structure beyond the home page. "
-      "Take that all the same with --contents navigation.\n";
+      "The navigation structure holds only the home page, so the contents follow the web's "
+      "folders. To use the structure anyway, add --contents navigation.\n";
   EXPECT_EQ(Compile(), 0);
   EXPECT_EQ(err.find(line), std::string::npos) << err;
   web.Write("_vti_pvt/structure.cnf", "3.0.0.507\r\n1001\r\n1000,index.htm,0,Home,0,100,0\r\n");
@@ -263,7 +261,7 @@ TEST_F(CompileCommand, ShowsTheResultThroughTheShellWhenAsked) {
   EXPECT_EQ(shell->requests[0].file, Output());
   shell->result = 31;
   EXPECT_EQ(Compile({"--view"}), 0);
-  EXPECT_NE(Plain(err).find("scrivo: warning: OUT/a.chm: no program could be started to show it\n"),
+  EXPECT_NE(Plain(err).find("scrivo: warning: OUT/a.chm: no program could be started to open it\n"),
             std::string::npos)
       << err;
 }

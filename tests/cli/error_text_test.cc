@@ -7,11 +7,11 @@ namespace {
 
 TEST(ErrorTextTest, AddsWhatToDoToTheSystemsErrors) {
   EXPECT_EQ(ErrorText(Error(kDiskFull, "", "Disk full: a")),
-            "Disk full: a. Free some space and run again.");
+            "Disk full: a. Free some space and try again.");
   EXPECT_EQ(ErrorText(Error(kPermissionDenied, "", "Permission denied: a")),
-            "Permission denied: a. See that you may read and write there.");
+            "Permission denied: a. Check that you have permission to read and write there.");
   EXPECT_EQ(ErrorText(Error(kOutOfMemory, "", "Out of memory")),
-            "Out of memory. Close other programs and run again.");
+            "Out of memory. Close other programs and try again.");
   EXPECT_EQ(ErrorText(Error(kFileNotFound, "", "File not found: a")), "File not found: a");
 }
 

@@ -50,7 +50,7 @@ TEST_F(ForeignCompiler, FailsForItsMessagesWhenStrict) {
   EXPECT_EQ(CompileWithFake("make", {"--strict"}), 0);
   EXPECT_EQ(CompileWithFake("make with warnings", {"--strict", "-q"}), 1);
   EXPECT_EQ(err,
-            "scrivo: error: The compiler gave messages, and --strict allows none:\n"
+            "scrivo: error: the compiler reported problems, which --strict does not allow:\n"
             "  Warning: a\n  Warning: b\n");
   EXPECT_TRUE(output.Has("a.chm"));
   EXPECT_EQ(CompileWithFake("make with errors", {"--strict", "-q"}), 1);
@@ -63,7 +63,7 @@ TEST_F(ForeignCompiler, LeavesTheEarlierFileWhenItRefuses) {
   EXPECT_EQ(output.Read("a.chm"), "old");
   EXPECT_TRUE(Plain(err).ends_with(
       "Compilation stopped.\n"
-      "scrivo: error: OUT/a.chm: no help file was made; the earlier file is kept.\n"))
+      "scrivo: error: OUT/a.chm: no help file was made; the earlier file is kept\n"))
       << err;
   EXPECT_EQ(out, "");
   EXPECT_EQ(FilesBesideOutput(), 1u);
@@ -75,7 +75,7 @@ TEST_F(ForeignCompiler, HasItsLastLinesShownWhenItFailsWithoutAMessage) {
   EXPECT_NE(Plain(err).find("scrivo: error: HHC: ended with exit status 0. To see why, keep the "
                             "project with --keep-project and run the compiler on it.\n"
                             "  one\n  two\n  Unable to open it.\n"
-                            "scrivo: error: OUT/a.chm: no help file was made.\n"),
+                            "scrivo: error: OUT/a.chm: no help file was made\n"),
             std::string::npos)
       << err;
 }
@@ -88,8 +88,8 @@ TEST_F(ForeignCompiler, IsToldOfWhenItDoesNothing) {
 TEST_F(ForeignCompiler, IsNotTakenAtItsWordAboutAFileThatIsCutShort) {
   EXPECT_EQ(CompileWithFake("cut the file short"), 1);
   EXPECT_FALSE(output.Has("a.chm"));
-  EXPECT_NE(Plain(err).find("scrivo: error: HHC: ended with exit status 1; the file that it made "
-                            "is not complete. To see why, "),
+  EXPECT_NE(Plain(err).find("scrivo: error: HHC: ended with exit status 1; the help file that it "
+                            "made is incomplete. To see why, "),
             std::string::npos)
       << err;
 }
@@ -100,15 +100,16 @@ TEST_F(ForeignCompiler, LeavesTheEarlierFileWhenItCrashes) {
   EXPECT_EQ(output.Read("a.chm"), "old");
   EXPECT_EQ(FilesBesideOutput(), 1u);
   EXPECT_TRUE(ProjectFiles().empty());
-  EXPECT_NE(Plain(err).find("; the file that it made is not complete. "), std::string::npos) << err;
-  EXPECT_NE(Plain(err).find("OUT/a.chm: no help file was made; the earlier file is kept.\n"),
+  EXPECT_NE(Plain(err).find("; the help file that it made is incomplete. "), std::string::npos)
+      << err;
+  EXPECT_NE(Plain(err).find("OUT/a.chm: no help file was made; the earlier file is kept\n"),
             std::string::npos)
       << err;
 }
 
 TEST_F(ForeignCompiler, IsEndedWhenItClosesItsOutputAndLivesOn) {
   EXPECT_EQ(CompileWithFake("live on"), 1);
-  EXPECT_NE(Plain(err).find("HHC: closed its output without ending, and was ended. "),
+  EXPECT_NE(Plain(err).find("HHC: closed its output without exiting and was terminated. "),
             std::string::npos)
       << err;
 }
@@ -139,8 +140,8 @@ TEST_F(ForeignCompiler, LeavesAProjectForTheRealOutputWhenItIsKept) {
 TEST_F(ForeignCompiler, MustBeAFile) {
   const std::string missing = web.PathOf("none");
   EXPECT_EQ(Compile({"--compiler", missing}), 1);
-  EXPECT_NE(Plain(err).find("scrivo: error: WEB/none: the compiler cannot be run: there is "
-                            "no such file. Check the spelling of the path.\n"),
+  EXPECT_NE(Plain(err).find("scrivo: error: WEB/none: the compiler cannot be run: no such file. "
+                            "Check the spelling of the path.\n"),
             std::string::npos)
       << err;
   EXPECT_EQ(Compile({"--compiler", WebPath()}), 1);
@@ -168,24 +169,23 @@ TEST_F(ForeignCompiler, NeedsAFolderForItsOutputThatCanBeWrittenTo) {
   disk->closed_folder = output.path().string();
   TheServices().files = disk;
   EXPECT_EQ(CompileWithFake("make"), 1);
-  EXPECT_NE(Plain(err).find("scrivo: error: OUT: no file can be written into this folder. Name "
-                            "another folder for the help file with -o.\n"),
+  EXPECT_NE(Plain(err).find("scrivo: error: OUT: no file can be written to this folder. Choose "
+                            "another folder with -o.\n"),
             std::string::npos)
       << err;
 }
 
 TEST(StartFailureText, SaysWhyACompilerCouldNotBeStarted) {
   const std::string missing =
-      "a file that it needs to run is not there. Install it again, or name another with "
-      "--compiler.";
+      "a file that it needs is missing. Reinstall it, or choose another compiler with --compiler.";
   EXPECT_EQ(StartFailureText(2, "/web"), missing);
   EXPECT_EQ(StartFailureText(3, "/web"), missing);
   EXPECT_EQ(StartFailureText(5, "/web"),
-            "it may not be run. See that it is a program and has the permission to be run.");
+            "it cannot be run. Check that it is a program and that you have permission to run it.");
   EXPECT_EQ(StartFailureText(193, "/web"),
-            "it is not a program for this system. Name another with --compiler.");
+            "it is not a program for this system. Choose another compiler with --compiler.");
   EXPECT_EQ(StartFailureText(267, "/web"),
-            "the folder /web cannot be entered. Ask for the right to enter it.");
+            "the folder /web cannot be entered. Ask for permission to enter it.");
   EXPECT_EQ(StartFailureText(8, "/web"), "the system reports error 8.");
 }
 

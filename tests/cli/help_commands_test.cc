@@ -98,7 +98,8 @@ TEST_F(HelpCommandsTest, HhPutsTornPathsTogether) {
 TEST_F(HelpCommandsTest, HhSavesWhatItCanAndSaysWhatItCannot) {
   const fs::path cut = CutCopy("tiny.chm", 400);
   EXPECT_EQ(Hh({"-decompile", Utf8(root_ / "out"), Utf8(cut)}), 1);
-  EXPECT_NE(err_.str().find("hh: " + Utf8(cut) + ": the file is cut short"), std::string::npos)
+  EXPECT_NE(err_.str().find("hh: error: " + Utf8(cut) + ": the file is cut short"),
+            std::string::npos)
       << err_.str();
 }
 
@@ -109,7 +110,7 @@ TEST_F(HelpCommandsTest, HhSaysWhyItCannotStart) {
   err_.str("");
   std::ofstream(root_ / "text.chm") << "no help file";
   EXPECT_EQ(Hh({"-decompile", Utf8(root_ / "out"), Utf8(root_ / "text.chm")}), 1);
-  EXPECT_EQ(err_.str(), "hh: " + Utf8(root_ / "text.chm") +
+  EXPECT_EQ(err_.str(), "hh: error: " + Utf8(root_ / "text.chm") +
                             ": not a compiled help file: no ITSF signature\n");
   err_.str("");
   EXPECT_EQ(Hh({"-decompile", Utf8(root_ / "text.chm"), Utf8(kData / "tiny.chm")}), 1);

@@ -123,7 +123,7 @@ TEST_F(HelpProjectTest, LeavesNothingBehindWhenAFileCannotBeWritten) {
     ADD_FAILURE() << "it was written";
   } catch (const Error& error) {
     EXPECT_EQ(error.number, kDiskFull);
-    EXPECT_EQ(error.description, "/web: the project files cannot be written here (Disk full)");
+    EXPECT_EQ(error.description, "/web: the project files cannot be written here: Disk full");
   }
   EXPECT_TRUE(files->files.empty());
 }

@@ -40,10 +40,9 @@ TEST_F(Scrivo, TakesAnOptionsValueForNoRequestForHelp) {
 
 TEST_F(Scrivo, SaysWhatTheExitStatusOfACompileMeans) {
   EXPECT_EQ(Run({"compile", "--help"}), 0);
-  EXPECT_TRUE(
-      out.ends_with("\n\nThe exit status is 0 when the help file was made, 1 when it was "
-                    "not, or with\n--strict when there were messages, and 2 for a wrong "
-                    "command line.\n"))
+  EXPECT_TRUE(out.ends_with(
+      "\n\nThe exit status is 0 if the help file was made, 1 if it was not or if --strict\nis "
+      "given and the compiler reported problems, and 2 if the command line is wrong.\n"))
       << out;
 }
 
@@ -68,11 +67,11 @@ TEST_F(Scrivo, TakesNoCommandForAMistake) {
 
 TEST_F(Scrivo, SuggestsTheCommandThatWasMeant) {
   EXPECT_EQ(Run({"complie", "x"}), 2);
-  EXPECT_EQ(err, "scrivo: error: there is no command complie; did you mean compile?\n");
+  EXPECT_EQ(err, "scrivo: error: unknown command complie; did you mean compile?\n");
   EXPECT_EQ(Run({"frobnicate"}), 2);
-  EXPECT_EQ(err, "scrivo: error: there is no command frobnicate; see scrivo --help\n");
+  EXPECT_EQ(err, "scrivo: error: unknown command frobnicate; see scrivo --help\n");
   EXPECT_EQ(Run({"--verison"}), 2);
-  EXPECT_EQ(err, "scrivo: error: there is no option --verison; see scrivo --help\n");
+  EXPECT_EQ(err, "scrivo: error: unknown option --verison; see scrivo --help\n");
 }
 
 TEST_F(Scrivo, ExitsWithTwoOnWrongUsage) {
@@ -101,13 +100,13 @@ TEST_F(Scrivo, ExitsWithTwoOnWrongUsage) {
 TEST_F(Scrivo, SuggestsTheValueThatWasMeant) {
   Run({"compile", "a", "--contents", "navigaton"});
   EXPECT_EQ(err,
-            "scrivo: error: --contents does not know \"navigaton\"; did you mean navigation?\n");
+            "scrivo: error: --contents: unknown value \"navigaton\"; did you mean navigation?\n");
   Run({"compile", "a", "--contents", "xyz"});
   EXPECT_EQ(
       err,
-      "scrivo: error: --contents does not know \"xyz\"; it takes auto, navigation or folders\n");
+      "scrivo: error: --contents: unknown value \"xyz\"; choose auto, navigation or folders\n");
   Run({"compile", "a", "--index", "keywords,tittles"});
-  EXPECT_EQ(err, "scrivo: error: --index does not know \"tittles\"; did you mean titles?\n");
+  EXPECT_EQ(err, "scrivo: error: --index: unknown value \"tittles\"; did you mean titles?\n");
 }
 
 TEST_F(Scrivo, PrintsTheTreeWithLabelsAndPages) {
@@ -154,7 +153,7 @@ TEST_F(Scrivo, LimitsItsWarningsAboutOneWeb) {
   web.Write("_vti_pvt/structure.cnf", structure);
   EXPECT_EQ(Run({"tree", WebPath()}), 0);
   EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 21);
-  EXPECT_NE(err.find("scrivo: warning: and 10 more about this web\n"), std::string::npos);
+  EXPECT_NE(err.find("scrivo: warning: and 10 more problems in this web\n"), std::string::npos);
 }
 
 TEST_F(Scrivo, WritesTheProjectAndPrintsItsPaths) {
@@ -201,12 +200,11 @@ TEST_F(Scrivo, UnpacksWhatItHasCompiled) {
 
 TEST_F(Scrivo, SaysWhyAFileCannotBeUnpacked) {
   EXPECT_EQ(Run({"decompile", output.PathOf("none.chm"), output.PathOf("un")}), 1);
-  EXPECT_EQ(Plain(err), "scrivo: error: OUT/none.chm: there is no such help file\n");
+  EXPECT_EQ(Plain(err), "scrivo: error: OUT/none.chm: no such help file\n");
   output.Write("no.chm", "no help file");
   EXPECT_EQ(Run({"decompile", output.PathOf("no.chm"), output.PathOf("un"), "-q"}), 1);
   EXPECT_EQ(err.find("scrivo: error: "), 0u) << err;
-  EXPECT_NE(err.find("no.chm: not a compiled help file: no ITSF signature"),
-            std::string::npos)
+  EXPECT_NE(err.find("no.chm: not a compiled help file: no ITSF signature"), std::string::npos)
       << err;
   EXPECT_EQ(out, "");
 }

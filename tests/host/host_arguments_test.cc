@@ -28,8 +28,8 @@ TEST(HostArgumentsTest, AsksForHelpInEveryUsualWay) {
 }
 
 TEST(HostArgumentsTest, SaysWhatIsWrong) {
-  EXPECT_EQ(ParseArguments({"--extern", "a"}).problem, "There is no option --extern.");
-  EXPECT_EQ(ParseArguments({"a", "b"}).problem, "Only one web can be named, not also \"b\".");
+  EXPECT_EQ(ParseArguments({"--extern", "a"}).problem, "Unknown option --extern.");
+  EXPECT_EQ(ParseArguments({"a", "b"}).problem, "Unexpected argument \"b\".");
   EXPECT_EQ(ParseArguments({"--external"}).problem, "--external needs the web's folder.");
 }
 

@@ -84,7 +84,7 @@ TEST_F(ConsoleDesktopTest, HandsAHelpFileToTheShell) {
 TEST_F(ConsoleDesktopTest, SaysWhenNothingShowsAHelpFile) {
   shell->result = 31;
   nobody.HtmlHelp(0, "/out/a.chm", kHelpDisplayToc, "");
-  EXPECT_EQ(err.str(), "scrivo: warning: /out/a.chm: no program could be started to show it\n");
+  EXPECT_EQ(err.str(), "scrivo: warning: /out/a.chm: no program could be started to open it\n");
 }
 
 }  // namespace

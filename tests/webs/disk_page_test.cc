@@ -69,7 +69,7 @@ TEST_F(DiskPageTest, APageThatCannotBeReadIsReportedOnceAndCalledByItsFile) {
   const auto file = File("<title>T</title>");
   EXPECT_EQ(file->Title(), "a.htm");
   EXPECT_THROW(file->Property("keywords"), Error);
-  EXPECT_EQ(Reported(), "/web/a.htm:0: the page could not be read: Permission denied: x\n");
+  EXPECT_EQ(Reported(), "/web/a.htm:0: the page cannot be read: Permission denied: x\n");
 }
 
 TEST_F(DiskPageTest, KeywordsAreWhatTheAuthorWrote) {

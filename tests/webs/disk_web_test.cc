@@ -168,20 +168,20 @@ TEST_F(DiskWebTest, ChosenContentsAreTakenWhateverTheyHold) {
 
 TEST_F(DiskWebTest, AWebThatDoesNotExistIsAnErrorOfItsOwn) {
   EXPECT_EQ(OpeningError("/nowhere", kPathNotFound),
-            "The web /nowhere does not exist. Check the spelling of the path.");
+            "/nowhere: the web does not exist. Check the spelling of the path.");
 }
 
 TEST_F(DiskWebTest, AWebThatIsAFileIsAnErrorOfItsOwn) {
   Put("a.htm", "");
   EXPECT_EQ(OpeningError("/web/a.htm", kPathNotFound),
-            "The web /web/a.htm is a file. Name the folder that the web lies in.");
+            "/web/a.htm: the web is a file. Name the folder that contains the web.");
 }
 
 TEST_F(DiskWebTest, AWebThatCannotBeReadIsAnErrorOfItsOwn) {
   Put("a.htm", "");
   disk->failures.insert({"list /web", Error(kPermissionDenied, "", "Permission denied: /web")});
   EXPECT_EQ(OpeningError("/web", kPermissionDenied),
-            "The web /web cannot be read (Permission denied: /web). Ask for the right to read the "
+            "/web: the web cannot be read: Permission denied: /web. Ask for permission to read the "
             "folder.");
 }
 
@@ -189,19 +189,19 @@ TEST_F(DiskWebTest, AWebWithoutFilesIsAnErrorOfItsOwn) {
   PutStructure("");
   disk->folders.insert("/web/images");
   EXPECT_EQ(OpeningError("/web", kFileNotFound),
-            "The web /web has no files. Name the folder that holds its pages.");
+            "/web: the web has no files. Name the folder that contains its pages.");
 }
 
 TEST_F(DiskWebTest, AWebWithoutPagesIsAnErrorOfItsOwn) {
   Put("style.css", "");
   EXPECT_EQ(OpeningError("/web", kFileNotFound),
-            "The web /web has no pages (.htm or .html). Name the folder that holds its pages.");
+            "/web: the web has no pages (.htm or .html). Name the folder that contains its pages.");
 }
 
 TEST_F(DiskWebTest, AWebBehindAFolderThatMayNotBeEnteredIsUnreadableNotMissing) {
   disk->failures.insert({"list /shut/web", Error(kPermissionDenied, "", "Permission denied: x")});
   EXPECT_EQ(OpeningError("/shut/web", kPermissionDenied),
-            "The web /shut/web cannot be read (Permission denied: x). Ask for the right to read "
+            "/shut/web: the web cannot be read: Permission denied: x. Ask for permission to read "
             "the folder.");
 }
 
@@ -218,8 +218,7 @@ TEST_F(DiskWebTest, ANameWithALineBreakIsReportedAndLeftOut) {
   Put("Icon\r", "");
   EXPECT_EQ(Urls(AllFiles(*Open())), "file:///web/a.htm\n");
   const std::string problem =
-      "/web:0: a name with a line break in it was left out: a project file has one name on each "
-      "line\n";
+      "/web:0: skipped: the name contains a line break, and a project file has one name per line\n";
   EXPECT_EQ(Reported(), problem + problem);
 }
 
@@ -238,7 +237,7 @@ TEST_F(DiskWebTest, ASubfolderThatCannotBeReadIsReportedAndLeftOut) {
   Put("docs/b.htm", "");
   disk->failures.insert({"list /web/docs", Error(kPermissionDenied, "", "Permission denied: x")});
   EXPECT_EQ(Urls(AllFiles(*Open())), "file:///web/a.htm\n");
-  EXPECT_EQ(Reported(), "/web/docs:0: the folder was left out: Permission denied: x\n");
+  EXPECT_EQ(Reported(), "/web/docs:0: folder skipped: Permission denied: x\n");
 }
 
 TEST_F(DiskWebTest, AnInterruptionEndsReadingWhereverItComes) {
@@ -265,8 +264,7 @@ TEST_F(DiskWebTest, ALinkToAFolderAboveItIsReportedAndNotFollowed) {
   disk->real_paths = {{"/web/docs/up", "/web"}};
   EXPECT_EQ(AllFiles(*Open()).size(), 1u);
   EXPECT_EQ(Reported(),
-            "/web/docs/up:0: the link was left out: it leads to /web, whose pages are in "
-            "the web already\n");
+            "/web/docs/up:0: link skipped: it leads to /web, whose pages are already in the web\n");
 }
 
 TEST_F(DiskWebTest, ALinkToAFolderElsewhereIsFollowed) {

@@ -150,9 +150,9 @@ TEST_F(NavigationTest, AnOrphanBecomesATopLevelEntryInItsPlaceAndIsReported) {
   EXPECT_EQ(DrawnFrom("1000,a.htm,0,A,0,1,0\n1001,b.htm,0,B,77,1,0\n1002,c.htm,0,C,1001,1,0\n"
                       "1003,d.htm,0,D,0,1,0\n"),
             "A: a.htm\nB: b.htm\n-C: c.htm\nD: d.htm\n");
-  EXPECT_EQ(Reported(), kFile +
-                            ":4: the entry \"B\" hangs below number 77, which does not exist; it "
-                            "was put at the top level\n");
+  EXPECT_EQ(
+      Reported(),
+      kFile + ":4: the entry \"B\" has parent 77, which does not exist; moved to the top level\n");
 }
 
 TEST_F(NavigationTest, TheChildrenOfASkippedLineAreOrphans) {
@@ -164,16 +164,14 @@ TEST_F(NavigationTest, TheChildrenOfASkippedLineAreOrphans) {
 TEST_F(NavigationTest, ANodeThatIsItsOwnParentBecomesATopLevelEntry) {
   EXPECT_EQ(DrawnFrom("1000,a.htm,0,A,1000,1,0\n1001,b.htm,0,B,1000,1,0\n"),
             "A: a.htm\n-B: b.htm\n");
-  EXPECT_EQ(Reported(),
-            kFile + ":3: the entry \"A\" hangs below itself; it was put at the top level\n");
+  EXPECT_EQ(Reported(), kFile + ":3: the entry \"A\" is below itself; moved to the top level\n");
 }
 
 TEST_F(NavigationTest, ACircleIsBrokenAtItsFirstNodeAndLosesNothing) {
   EXPECT_EQ(DrawnFrom("1000,index.htm,0,Home,0,1,0\n1003,d.htm,0,D,1002,1,0\n"
                       "1001,a.htm,0,A,1002,1,0\n1002,b.htm,0,B,1001,1,0\n"),
             "Home: index.htm\nA: a.htm\n-B: b.htm\n--D: d.htm\n");
-  EXPECT_EQ(Reported(),
-            kFile + ":5: the entry \"A\" hangs below itself; it was put at the top level\n");
+  EXPECT_EQ(Reported(), kFile + ":5: the entry \"A\" is below itself; moved to the top level\n");
 }
 
 TEST_F(NavigationTest, ACircleThroughALinkBarIsBrokenOutsideIt) {
@@ -183,9 +181,10 @@ TEST_F(NavigationTest, ACircleThroughALinkBarIsBrokenOutsideIt) {
 TEST_F(NavigationTest, ANumberUsedTwiceKeepsBothNodes) {
   EXPECT_EQ(DrawnFrom("1000,a.htm,0,A,0,1,0\n1000,b.htm,0,B,0,1,0\n1001,c.htm,0,C,1000,1,0\n"),
             "A: a.htm\n-C: c.htm\nB: b.htm\n");
-  EXPECT_EQ(Reported(), kFile +
-                            ":4: number 1000 is that of line 3 already; the entry \"B\" is kept, "
-                            "without the entries below that number\n");
+  EXPECT_EQ(
+      Reported(),
+      kFile +
+          ":4: id 1000 is already used on line 3; the entry \"B\" is kept, but without children\n");
 }
 
 TEST_F(NavigationTest, AStructureTenThousandLevelsDeepIsShown) {
@@ -214,7 +213,7 @@ TEST_F(NavigationTest, CharactersThatTheCodePageLacksAreReportedOnceWithTheCodeP
   web->ReportLostCharacters();
   web->ReportLostCharacters();
   EXPECT_EQ(Reported(),
-            "/web:0: 4 characters were replaced by \"?\": code page 1252 lacks them; code "
+            "/web:0: 4 characters replaced by \"?\": not in code page 1252; code "
             "page 1251 has them all\n");
 }
 
@@ -224,7 +223,7 @@ TEST_F(NavigationTest, CharactersThatNoCodePageHasTogetherAreReportedAsSuch) {
   Drawn(*web);
   web->ReportLostCharacters();
   EXPECT_EQ(Reported(),
-            "/web:0: 2 characters were replaced by \"?\": code page 1252 lacks them; no "
+            "/web:0: 2 characters replaced by \"?\": not in code page 1252; no "
             "code page has them all\n");
 }
 
@@ -270,14 +269,16 @@ TEST_F(NavigationTest, AWebWithoutAStructureFileHasAnEmptyNavigationAndSaysSo) {
   const auto web = Open(ContentsChoice::kNavigation);
   EXPECT_TRUE(AllNodes(*web).empty());
   EXPECT_EQ(web->HomeNode(), nullptr);
-  EXPECT_EQ(Reported(), kFile + ":0: the file does not exist: the web has no navigation\n");
+  EXPECT_EQ(Reported(),
+            kFile + ":0: the file does not exist; the web has no navigation structure\n");
 }
 
 TEST_F(NavigationTest, AStructureFileThatCannotBeReadIsReported) {
   PutStructure("1000,a.htm,0,A,0,1,0\n");
   disk->failures.insert({"open " + kFile, Error(kPermissionDenied, "", "Permission denied: x")});
   EXPECT_TRUE(AllNodes(*Open(ContentsChoice::kNavigation)).empty());
-  EXPECT_EQ(Reported(), kFile + ":0: the navigation could not be read: Permission denied: x\n");
+  EXPECT_EQ(Reported(),
+            kFile + ":0: the navigation structure cannot be read: Permission denied: x\n");
 }
 
 TEST_F(NavigationTest, PagesOfThePrivateFolderMayStandInIt) {

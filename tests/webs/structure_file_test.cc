@@ -66,7 +66,7 @@ TEST_F(StructureFileTest, ABackslashEscapesCommaAndBackslashInPageAndLabel) {
 
 TEST_F(StructureFileTest, ABackslashAtTheEndOfTheLineIsText) {
   EXPECT_TRUE(ParseNodes("1000,a.htm,0,A,0,1,0\\").empty());
-  EXPECT_EQ(Reported(report), "structure.cnf:3: a field that should be a number is none\n");
+  EXPECT_EQ(Reported(report), "structure.cnf:3: a field that should be a number is not\n");
 }
 
 TEST_F(StructureFileTest, LabelsKeepBlanksTabsAndMarkup) {
@@ -94,7 +94,7 @@ TEST_F(StructureFileTest, ReadsAsManyPropertiesAsTheNodeSays) {
 TEST_F(StructureFileTest, APropertyThatLooksLikeANodeIsNone) {
   const auto nodes = ParseNodes("1000,a.htm,0,A,0,1,1\r\n1001,b.htm,0,B,0,1,0\r\n");
   EXPECT_EQ(nodes.size(), 1u);
-  EXPECT_EQ(Reported(report), "structure.cnf:4: the line is no property of the entry above it\n");
+  EXPECT_EQ(Reported(report), "structure.cnf:4: not a property of the entry above\n");
 }
 
 TEST_F(StructureFileTest, APageOutOfTheNavigationBarsIsANodeLikeOthers) {
@@ -116,17 +116,17 @@ TEST_F(StructureFileTest, ALineWithTooFewFieldsIsReportedAndSkipped) {
   const auto nodes = ParseNodes("1000,a.htm,0,A,0,1,0\r\n1001,b.htm,0\r\n1002,c.htm,0,C,0,1,0\r\n");
   ASSERT_EQ(nodes.size(), 2u);
   EXPECT_EQ(nodes[1].page, "c.htm");
-  EXPECT_EQ(Reported(report), "structure.cnf:4: the line has 3 fields in place of 7\n");
+  EXPECT_EQ(Reported(report), "structure.cnf:4: 3 fields instead of 7\n");
 }
 
 TEST_F(StructureFileTest, ALineWithTooManyFieldsIsReportedAndSkipped) {
   EXPECT_TRUE(ParseNodes("1000,a.htm,0,Hello, World,0,1,0\r\n").empty());
-  EXPECT_EQ(Reported(report), "structure.cnf:3: the line has 8 fields in place of 7\n");
+  EXPECT_EQ(Reported(report), "structure.cnf:3: 8 fields instead of 7\n");
 }
 
 TEST_F(StructureFileTest, ALineThatIsNoNodeAtAllIsReported) {
   EXPECT_TRUE(ParseNodes("<<<<<<< HEAD\n").empty());
-  EXPECT_EQ(Reported(report), "structure.cnf:3: the line has 1 field in place of 7\n");
+  EXPECT_EQ(Reported(report), "structure.cnf:3: 1 field instead of 7\n");
 }
 
 TEST_F(StructureFileTest, EachFieldThatShouldBeANumberMustBeOne) {
@@ -135,7 +135,7 @@ TEST_F(StructureFileTest, EachFieldThatShouldBeANumberMustBeOne) {
                            "-1,a.htm,0,A,0,1,0", "99999999999999999999,a.htm,0,A,0,1,0"}) {
     report.problems.clear();
     EXPECT_TRUE(ParseNodes(line).empty()) << line;
-    EXPECT_EQ(Reported(report), "structure.cnf:3: a field that should be a number is none\n")
+    EXPECT_EQ(Reported(report), "structure.cnf:3: a field that should be a number is not\n")
         << line;
   }
 }
@@ -150,13 +150,13 @@ TEST_F(StructureFileTest, ThePropertiesOfASkippedNodeAreSkippedWithIt) {
 TEST_F(StructureFileTest, AFileThatEndsInsideANodeKeepsTheNodesBefore) {
   const auto nodes = ParseNodes("1000,a.htm,0,A,0,1,0\r\n1001,b.ht");
   ASSERT_EQ(nodes.size(), 1u);
-  EXPECT_EQ(Reported(report), "structure.cnf:4: the line has 2 fields in place of 7\n");
+  EXPECT_EQ(Reported(report), "structure.cnf:4: 2 fields instead of 7\n");
 }
 
 TEST_F(StructureFileTest, AFileThatEndsBeforeAPropertyKeepsItsNode) {
   EXPECT_EQ(ParseNodes("1000,a.htm,0,A,0,1,2\r\nvti_globalpage:BW|true\r\n").size(), 1u);
   EXPECT_EQ(Reported(report),
-            "structure.cnf:4: the file ends before the properties of its last entry\n");
+            "structure.cnf:4: the file ends within the properties of its last entry\n");
 }
 
 TEST_F(StructureFileTest, AnEndlessCountOfPropertiesEndsWithTheFile) {
@@ -169,16 +169,15 @@ TEST_F(StructureFileTest, ABinaryFileIsReportedOnceAndHasNoNodes) {
                                 "ELF\0\0\n1000,a.htm,0,A,0,1,0\n",
                                 29))
                   .empty());
-  EXPECT_EQ(Reported(report),
-            "structure.cnf:0: it is not a text file; no navigation structure was read from it\n");
+  EXPECT_EQ(Reported(report), "structure.cnf:0: not a text file; no navigation structure read\n");
 }
 
 TEST_F(StructureFileTest, AMissingHeaderLosesNoNode) {
   const auto nodes = Parse("1000,a.htm,0,A,0,1,0\r\n1001,b.htm,0,B,0,1,0\r\n1002,c.htm,0,C,0,1,0");
   EXPECT_EQ(nodes.size(), 3u);
   EXPECT_EQ(Reported(report),
-            "structure.cnf:1: here the version should stand\n"
-            "structure.cnf:2: here the next free number should stand\n");
+            "structure.cnf:1: the version is missing\n"
+            "structure.cnf:2: the next free number is missing\n");
 }
 
 TEST_F(StructureFileTest, AByteOrderMarkIsNoPartOfTheVersion) {

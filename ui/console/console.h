@@ -9,7 +9,7 @@ namespace scrivo {
 // How a Console behaves.
 struct ConsoleOptions {
   bool live = false;   // somebody looks at the error stream: keep a status line there
-  bool quiet = false;  // say nothing but errors and what was asked for
+  bool quiet = false;  // print errors only and what was asked for
   int columns = 80;    // of the terminal behind the error stream
   // Seconds since some fixed moment, for the running time.
   std::function<double()> clock;

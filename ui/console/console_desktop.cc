@@ -65,7 +65,7 @@ WindowHandle ConsoleDesktop::HtmlHelp(WindowHandle, const std::string& file, std
   request.verb = "open";
   request.file = file;
   if (TheServices().shell->Execute(request) <= kLastShellFailure) {
-    console_.Warn(file + ": no program could be started to show it");
+    console_.Warn(file + ": no program could be started to open it");
   }
   return 0;
 }

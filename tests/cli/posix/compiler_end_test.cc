@@ -16,7 +16,7 @@ TEST_F(CompilerEnd, LeavesNoCompilerRunningThatCouldWriteOverTheEarlierFile) {
   EXPECT_EQ(CompileWithFake("live on"), 1);
   EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "the compiler is still running";
   EXPECT_EQ(output.Read("a.chm"), "old");
-  EXPECT_NE(Plain(err).find("HHC: closed its output without ending, and was ended. "),
+  EXPECT_NE(Plain(err).find("HHC: closed its output without exiting and was terminated. "),
             std::string::npos)
       << err;
 }
@@ -24,7 +24,7 @@ TEST_F(CompilerEnd, LeavesNoCompilerRunningThatCouldWriteOverTheEarlierFile) {
 TEST_F(CompilerEnd, SaysThatTheCompilerCrashed) {
   EXPECT_EQ(CompileWithFake("crash"), 1);
   EXPECT_NE(
-      Plain(err).find("HHC: crashed (exit status 134); the file that it made is not complete. "),
+      Plain(err).find("HHC: crashed (exit status 134); the help file that it made is incomplete. "),
       std::string::npos)
       << err;
   EXPECT_EQ(CompileWithFake("crash at once"), 1);

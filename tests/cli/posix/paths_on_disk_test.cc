@@ -48,8 +48,8 @@ TEST(ForeignCompilerPathTest, RefusesAQuotationMarkInThePath) {
   } catch (const Error& error) {
     EXPECT_EQ(error.description,
               folder.PathOf("a\"b/hhc") +
-                  ": the compiler cannot be run: a command line cannot carry the quotation mark "
-                  "in its path. Move it or name it through a link.");
+                  ": the compiler cannot be run: the path contains a quotation mark, which a "
+                  "command line cannot carry. Move the compiler, or use a link to it.");
   }
   TheServices() = {};
 }
@@ -59,7 +59,7 @@ class OutputInTheWay : public ScrivoRun {};
 TEST_F(OutputInTheWay, IsKeptWhenItIsNotAFileThatCanBeReplaced) {
   ASSERT_EQ(mkfifo(Output().c_str(), 0600), 0);
   const std::string ending =
-      "scrivo: error: OUT/a.chm: no help file was made; the earlier file is kept.\n";
+      "scrivo: error: OUT/a.chm: no help file was made; the earlier file is kept\n";
   EXPECT_EQ(Compile(), 1);
   EXPECT_NE(Plain(err).find("scrivo: error: Cannot open \"OUT/a.chm\" ("), std::string::npos)
       << err;
@@ -89,14 +89,14 @@ class StartOfTheCompiler : public ScrivoRun {
 
 TEST_F(StartOfTheCompiler, IsRefusedWithItsReason) {
   const std::string start = "scrivo: error: WEB/hhc: the compiler could not be started: ";
-  EXPECT_NE(StartFailureOf("no program", false).find(start + "it may not be run. "),
+  EXPECT_NE(StartFailureOf("no program", false).find(start + "it cannot be run. "),
             std::string::npos)
       << err;
   EXPECT_NE(
       StartFailureOf("no program", true).find(start + "it is not a program for this system. "),
       std::string::npos)
       << err;
-  EXPECT_NE(StartFailureOf("#!/none/such\n", true).find(start + "a file that it needs to run is "),
+  EXPECT_NE(StartFailureOf("#!/none/such\n", true).find(start + "a file that it needs is "),
             std::string::npos)
       << err;
 }

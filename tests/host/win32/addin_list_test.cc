@@ -240,7 +240,7 @@ TEST_F(AddinListTest, AClassThatIsNoAddInIsNotLoaded) {
   told.is_addin = false;
   world->addins.ConnectAtStart(kAtStartup);
   EXPECT_EQ(world->addins.Find(kProgId)->problem,
-            "The add-in Test add-in cannot be loaded: it is no add-in.");
+            "The add-in Test add-in cannot be loaded: it is not an add-in.");
   EXPECT_EQ(told.living, 0);
 }
 
