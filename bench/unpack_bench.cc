@@ -67,7 +67,10 @@ class NoFolder : public OutputFolder {
   WriteResult WritePart(std::string_view, std::uint64_t, std::span<const std::uint8_t>) override {
     return {};
   }
-  void Remove(std::string_view) override {}
+  WriteResult Start(std::string_view) override { return {}; }
+  WriteResult Finish(std::string_view) override { return {}; }
+  void GiveUp(std::string_view) override {}
+  void RemoveEmptyFolders() override {}
 };
 
 class NoListener : public UnpackListener {

@@ -122,6 +122,8 @@ std::string_view Pattern(ProblemKind kind) {
       return "%e: not unpacked: what is in its place is not a regular file";
     case ProblemKind::kWriteFailed:
       return "%e: not unpacked: writing failed: %d";
+    case ProblemKind::kMoreNotWritten:
+      return "nothing more can be written: %n further files are not unpacked";
   }
   return {};
 }

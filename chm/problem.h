@@ -57,6 +57,7 @@ enum class ProblemKind {
   kFileInTheWay,    // a file lies where a folder is needed
   kFolderInTheWay,  // a folder, or something else that is no plain file, lies in the file's place
   kWriteFailed,     // the system says `detail`
+  kMoreNotWritten,  // nor are `number` further entries, for the same reason
 };
 
 struct Problem {

@@ -23,10 +23,10 @@ class UnpackReport : public UnpackListener {
   void OnFile(const PlannedFile& file) override { last_file_ = PrintableName(file.path); }
   void OnProblem(const Problem& problem) override { console_.Fail(Describe(problem)); }
   void OnProgress(std::uint64_t done, std::uint64_t total) override {
-    if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
     const std::uint64_t percent = total == 0 ? 100 : 100 * done / total;
     console_.ShowProgress(std::to_string(percent) + " %", last_file_);
   }
+  bool StopWanted() const override { return Interrupted(); }
 
  private:
   Console& console_;
@@ -56,6 +56,7 @@ int UnpackFile(const HelpFileOptions& options, Console& console) {
   UnpackReport report(console);
   const UnpackResult result = Unpack(*file.reader, *output, UnpackOptions(), report);
   console.EndSteps();
+  if (result.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");
   if (!file.complaints.empty() || result.problems > 0) return 1;
   console.Note("Unpacked into " + folder);
   return 0;

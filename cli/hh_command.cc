@@ -9,6 +9,7 @@
 #include "cli/decompile_arguments.h"
 #include "cli/help_file.h"
 #include "project/source_files.h"
+#include "system/interruption.h"
 #include "unpack/output_folder.h"
 #include "unpack/unpack.h"
 
@@ -24,8 +25,10 @@ constexpr char kUsage[] =
     "Unpacks the compiled help file FILE into FOLDER, which is created if necessary.\n"
     "  -v          print the name of each file written\n"
     "  --internal  also write the streams of the help system (#SYSTEM, $FIftiMain, ...)\n"
-    "Exit status: 0 if everything was unpacked, 1 if something was not or was renamed,\n2 if the "
-    "command line is wrong.\n";
+    "Exit status: 0 if everything was unpacked, 1 if something was not or was renamed, or the
+"
+    "program was interrupted, 2 if the command line is wrong.
+";
 
 class Printer : public UnpackListener {
  public:
@@ -39,6 +42,7 @@ class Printer : public UnpackListener {
     err_ << "hh: warning: " << Describe(problem) << '\n';
   }
   void OnProgress(std::uint64_t, std::uint64_t) override {}
+  bool StopWanted() const override { return Interrupted(); }
 
  private:
   bool verbose_;
@@ -76,7 +80,8 @@ int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ost
   UnpackOptions options;
   options.internal = parsed->internal;
   const UnpackResult result = Unpack(*file.reader, *folder, options, printer);
-  return file.complaints.empty() && result.problems == 0 ? kAllUnpacked : kNotAllUnpacked;
+  const bool all = file.complaints.empty() && result.problems == 0 && !result.stopped;
+  return all ? kAllUnpacked : kNotAllUnpacked;
 }
 
 }  // namespace scrivo

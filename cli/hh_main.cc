@@ -7,10 +7,12 @@
 
 #include "cli/code_page_stream.h"
 #include "cli/hh_command.h"
+#include "system/interruption.h"
 #include "system/program_arguments.h"
 #include "system/terminal.h"
 
 int main(int argc, char** argv) {
+  scrivo::CatchInterruptions();
   const int code_page = scrivo::TerminalCodePage();
   try {
     const std::vector<std::string> arguments = scrivo::ProgramArguments(argc, argv);

@@ -2,7 +2,8 @@
 
 // The folder that a help file is unpacked into. Whatever lies in it already, nothing is written
 // outside: symbolic links, junctions and the like below the folder are not followed, and a file
-// that is replaced is a new one, so that other names of the old one keep their content.
+// that is replaced is a new one, so that other names of the old one keep their content. A file gets
+// its name when it is complete; what had that name before stays until then.
 
 #include <cstdint>
 #include <filesystem>
@@ -10,6 +11,7 @@
 #include <span>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "unpack/safe_path.h"
 
@@ -21,6 +23,7 @@ enum class WriteOutcome {
   kFileInTheWay,    // something that is no folder lies where a folder should be
   kFolderInTheWay,  // something that is no plain file lies where the file should be
   kFailed,          // the system refused; `error` says why
+  kDiskFailed,      // the same, and it would refuse every other file too: the disk is full, ...
 };
 
 struct WriteResult {
@@ -41,20 +44,35 @@ class OutputFolder {
   virtual NameRules Rules() const = 0;
 
   // Makes a file with that content, and the folders that it needs; replaces a file of that name.
-  // A file that could not be written whole is removed.
   virtual WriteResult Create(std::string_view path, std::span<const std::uint8_t> content) = 0;
 
-  // Writes into a file that Create() made, from `offset` on.
+  // Starts a file that is written in parts, likewise: until Finish() it has another name.
+  virtual WriteResult Start(std::string_view path) = 0;
+  // Writes into a file that was started, from `offset` on.
   virtual WriteResult WritePart(std::string_view path, std::uint64_t offset,
                                 std::span<const std::uint8_t> content) = 0;
+  // Gives a file that was started its name. When that fails, the file is gone.
+  virtual WriteResult Finish(std::string_view path) = 0;
+  // Removes a file that was started.
+  virtual void GiveUp(std::string_view path) = 0;
 
-  // Removes a file that Create() made.
-  virtual void Remove(std::string_view path) = 0;
+  // Removes the folders that were made, the folder itself among them, as far as they are empty.
+  // Nothing else may be called any more.
+  virtual void RemoveEmptyFolders() = 0;
 };
 
 // Opens the folder `path`, after making it (and the folders above) when it is not there. The path
-// itself may lead through links. Null when that fails, with the reason in `*error`.
+// itself may lead through links. Null when that fails, with the reason in `*error`; then none of
+// the folders is left.
 std::unique_ptr<OutputFolder> OpenOutputFolder(const std::filesystem::path& path,
                                                std::error_code* error);
+
+// Makes the folder `path` and those above it that are not there; `*made` gets those that were made,
+// from the top down. When one fails, the others are removed again.
+std::error_code MakeFolders(const std::filesystem::path& path,
+                            std::vector<std::filesystem::path>* made);
+
+// Removes those of the folders, given from the top down, that are empty.
+void RemoveIfEmpty(const std::vector<std::filesystem::path>& folders);
 
 }  // namespace scrivo

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kMaxDepth = 100;
 // Every common file system holds parts of 255 bytes or UTF-16 units; the difference leaves room for
-// the "~number" of a second one.
+// the "~number" of a second one and for the ending of growing files.
 constexpr std::size_t kMaxPart = 240;
 // What counts as an extension, worth keeping when a part is cut.
 constexpr std::size_t kMaxExtension = 16;
@@ -102,6 +102,7 @@ std::string MakeSafePart(std::string_view part, NameRules rules) {
     safe[i - 1] = kReplacement;
   }
   if (IsDeviceName(safe)) safe.insert(safe.begin(), kReplacement);
+  if (FoldFileName(safe).ends_with(kGrowingEnding)) safe += kReplacement;
   return safe;
 }
 

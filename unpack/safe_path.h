@@ -13,6 +13,9 @@ namespace scrivo {
 // system merely cannot hold only under its own.
 enum class NameRules { kPosix, kWindows };
 
+// How the name of a file ends while it is being written. No safe path ends so.
+inline constexpr std::string_view kGrowingEnding = ".scrivo-new";
+
 struct SafePath {
   // Relative, UTF-8 (under kPosix also other bytes), "/" between its parts, no part empty, "." or
   // "..". Empty when the name is refused.
@@ -25,8 +28,8 @@ struct SafePath {
 // Refused: no name at all, absolute paths, drive letters, "..", more than 100 folders deep.
 // Mapped: "\" to "/"; ":" (alternate streams), control characters and, on Windows, other characters
 // that no file name has, to "_"; dots and blanks at the end of a part to "_"; device names (CON,
-// NUL.txt) get "_" in front; empty parts and "." are left out; parts too long are cut before the
-// extension.
+// NUL.txt) get "_" in front, parts that end like growing files "_" behind; empty parts and "." are
+// left out; parts too long are cut before the extension.
 SafePath MakeSafePath(std::string_view name, NameRules rules);
 
 // The path with "~number" before the extension of its last part.

@@ -10,6 +10,7 @@
 #include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "chm/container_format.h"
@@ -58,6 +59,7 @@ ProblemKind ProblemOf(WriteOutcome outcome) {
       return ProblemKind::kFolderInTheWay;
     case WriteOutcome::kDone:
     case WriteOutcome::kFailed:
+    case WriteOutcome::kDiskFailed:
       break;
   }
   return ProblemKind::kWriteFailed;
@@ -68,10 +70,11 @@ enum class FileState : std::uint8_t { kPending, kWritten, kDamaged, kUnreadable,
 class Unpacker {
  public:
   Unpacker(const ChmReader& reader, OutputFolder& folder, std::span<const PlannedFile> files,
-           const Split& split)
+           const Split& split, UnpackListener& listener)
       : reader_(reader),
         folder_(folder),
         files_(files),
+        listener_(listener),
         section_(reader.Compressed()),
         queue_(files, section_ != nullptr ? section_->interval : kLzxUsualInterval,
                section_ != nullptr ? section_->starts.size() : 0, split.run),
@@ -80,13 +83,13 @@ class Unpacker {
     for (const PlannedFile& file : files) total_ += file.entry->length;
   }
 
-  UnpackResult Run(UnpackListener& listener);
+  UnpackResult Run();
 
  private:
   // A file that lies across runs, while it is not complete.
   struct Spanning {
     std::uint64_t missing = 0;
-    bool created = false;
+    bool started = false;
     FileState state = FileState::kWritten;
   };
 
@@ -97,7 +100,7 @@ class Unpacker {
     std::vector<std::size_t> right;  // bytes of each interval in the buffer that are right
   };
 
-  void Work(UnpackListener* listener);
+  void Work(bool reports);
   void Do(const UnpackJob& job, Worker* worker);
   void CopyPlain(std::size_t file, Worker* worker);
   void Decode(const UnpackJob& job, Worker* worker);
@@ -105,19 +108,25 @@ class Unpacker {
   void WriteSpanning(std::size_t file, std::uint64_t offset, std::span<const std::uint8_t> part,
                      bool right);
   FileState Judge(std::size_t file, const WriteResult& result);
+  FileState JudgeLocked(std::size_t file, const WriteResult& result);
   void Finish(std::size_t file, FileState state);
-  void Report(UnpackListener& listener);
-  void ReportFile(std::size_t file, UnpackListener& listener);
+  bool IsOver();
+  void GiveUpSpanning();
+  void Report();
+  void ReportFile(std::size_t file);
+  void ReportRest();
 
   const ChmReader& reader_;
   OutputFolder& folder_;
   std::span<const PlannedFile> files_;
+  UnpackListener& listener_;
   const CompressedSection* section_;
   UnpackQueue queue_;
   std::size_t threads_;
   std::uint64_t total_ = 0;
   std::atomic<std::uint64_t> done_ = 0;
-  std::atomic<bool> failed_ = false;  // an exception ends all work
+  std::atomic<bool> over_ = false;  // nobody goes on
+  std::atomic<bool> stopped_ = false, disk_failed_ = false;
   std::vector<std::atomic<FileState>> states_;
   std::size_t reported_ = 0;
   UnpackResult result_;
@@ -126,80 +135,104 @@ class Unpacker {
   std::map<std::size_t, WriteResult> failures_;
   std::map<std::size_t, Spanning> spanning_;
   std::exception_ptr exception_;
+  std::pair<std::size_t, std::error_code> disk_failure_;  // the file that showed it, and why
 };
 
-UnpackResult Unpacker::Run(UnpackListener& listener) {
+UnpackResult Unpacker::Run() {
   std::vector<std::thread> helpers;
   for (std::size_t i = 1; i < threads_; ++i) {
     try {
-      helpers.emplace_back([this] { Work(nullptr); });
+      helpers.emplace_back([this] { Work(false); });
     } catch (const std::system_error&) {
       break;  // fewer will do
     }
   }
-  Work(&listener);
+  Work(true);
   for (std::thread& helper : helpers) helper.join();
-  if (exception_) {
-    for (const auto& [file, spanning] : spanning_) {
-      if (spanning.created) folder_.Remove(files_[file].path);  // it is not complete
-    }
-    std::rethrow_exception(exception_);
+  if (over_) GiveUpSpanning();
+  if (exception_) std::rethrow_exception(exception_);
+  result_.stopped = stopped_;
+  if (stopped_) return result_;
+  Report();
+  if (disk_failed_) {
+    ReportRest();
+  } else {
+    listener_.OnProgress(total_, total_);
   }
-  Report(listener);
-  listener.OnProgress(total_, total_);
   return result_;
 }
 
-void Unpacker::Work(UnpackListener* listener) {
+void Unpacker::Work(bool reports) {
   try {
     Worker worker;
     if (section_ != nullptr) worker.decoder.emplace(reader_.Source(), *section_);
-    while (!failed_) {
+    while (!IsOver()) {
       const auto job = queue_.Next();
       if (!job) return;
       Do(*job, &worker);
-      if (listener != nullptr) {
-        Report(*listener);
-        listener->OnProgress(done_, total_);
+      if (reports && !IsOver()) {
+        Report();
+        listener_.OnProgress(done_, total_);
       }
     }
   } catch (...) {
     const std::lock_guard lock(mutex_);
     exception_ = std::current_exception();
-    failed_ = true;
+    over_ = true;
+  }
+}
+
+// Whether to begin nothing any more.
+bool Unpacker::IsOver() {
+  if (!over_ && listener_.StopWanted()) stopped_ = over_ = true;
+  return over_;
+}
+
+void Unpacker::GiveUpSpanning() {
+  for (const auto& [file, spanning] : spanning_) {
+    if (spanning.started) folder_.GiveUp(files_[file].path);
   }
 }
 
 void Unpacker::Do(const UnpackJob& job, Worker* worker) {
   if (job.interval_count == 0) {
-    for (const std::size_t file : job.files) CopyPlain(file, worker);
+    for (const std::size_t file : job.files) {
+      if (IsOver()) return;
+      CopyPlain(file, worker);
+    }
     return;
   }
   Decode(job, worker);
-  for (const std::size_t file : job.files) WriteFile(job, file, *worker);
+  for (const std::size_t file : job.files) {
+    if (IsOver()) return;
+    WriteFile(job, file, *worker);
+  }
 }
 
 void Unpacker::CopyPlain(std::size_t file, Worker* worker) {
   const auto& [entry, path] = files_[file];
   if (entry->length == 0) return Finish(file, Judge(file, folder_.Create(path, {})));
+  const bool in_parts = entry->length > kPiece;
+  FileState state = FileState::kWritten;
+  if (in_parts) state = Judge(file, folder_.Start(path));
+  if (state != FileState::kWritten) return Finish(file, state);
   std::uint64_t at = 0;
   do {
     worker->buffer.resize(
         static_cast<std::size_t>(std::min<std::uint64_t>(entry->length - at, kPiece)));
     if (!reader_.Source().ReadAt(reader_.ContentOffset() + entry->offset + at, worker->buffer)) {
-      if (at != 0) folder_.Remove(path);
-      return Finish(file, FileState::kUnreadable);
+      state = FileState::kUnreadable;
+      break;
     }
-    const WriteResult result = at == 0 ? folder_.Create(path, worker->buffer)
-                                       : folder_.WritePart(path, at, worker->buffer);
-    if (const FileState state = Judge(file, result); state != FileState::kWritten) {
-      if (at != 0) folder_.Remove(path);
-      return Finish(file, state);
-    }
+    state = Judge(file, in_parts ? folder_.WritePart(path, at, worker->buffer)
+                                 : folder_.Create(path, worker->buffer));
     at += worker->buffer.size();
     done_ += worker->buffer.size();
-  } while (at < entry->length);
-  Finish(file, FileState::kWritten);
+  } while (state == FileState::kWritten && at < entry->length && !IsOver());
+  const bool complete = state == FileState::kWritten && at == entry->length;
+  if (in_parts && complete) state = Judge(file, folder_.Finish(path));
+  if (in_parts && !complete) folder_.GiveUp(path);
+  if (complete || state != FileState::kWritten) Finish(file, state);
 }
 
 void Unpacker::Decode(const UnpackJob& job, Worker* worker) {
@@ -258,13 +291,9 @@ void Unpacker::WriteSpanning(std::size_t file, std::uint64_t offset,
     const std::lock_guard lock(mutex_);
     Spanning& spanning = spanning_.try_emplace(file, Spanning{entry->length}).first->second;
     if (!right) spanning.state = FileState::kDamaged;
-    if (spanning.state == FileState::kWritten && !spanning.created) {
-      const WriteResult result = folder_.Create(path, {});
-      spanning.created = result.outcome == WriteOutcome::kDone;
-      if (!spanning.created) {
-        spanning.state = FileState::kNotWritten;
-        failures_[file] = result;
-      }
+    if (spanning.state == FileState::kWritten && !spanning.started) {
+      spanning.state = JudgeLocked(file, folder_.Start(path));
+      spanning.started = spanning.state == FileState::kWritten;
     }
     write = spanning.state == FileState::kWritten;
   }
@@ -273,37 +302,47 @@ void Unpacker::WriteSpanning(std::size_t file, std::uint64_t offset,
 
   const std::lock_guard lock(mutex_);
   Spanning& spanning = spanning_[file];
-  if (result.outcome != WriteOutcome::kDone) {
-    spanning.state = FileState::kNotWritten;
-    failures_[file] = result;
+  if (const FileState state = JudgeLocked(file, result); state != FileState::kWritten) {
+    spanning.state = state;
   }
   spanning.missing -= part.size();
   if (spanning.missing != 0) return;
-  if (spanning.created && spanning.state != FileState::kWritten) folder_.Remove(path);
+  if (spanning.started && spanning.state != FileState::kWritten) folder_.GiveUp(path);
+  if (spanning.state == FileState::kWritten) {
+    spanning.state = JudgeLocked(file, folder_.Finish(path));
+  }
   Finish(file, spanning.state);
   spanning_.erase(file);
 }
 
 FileState Unpacker::Judge(std::size_t file, const WriteResult& result) {
-  if (result.outcome == WriteOutcome::kDone) return FileState::kWritten;
   const std::lock_guard lock(mutex_);
+  return JudgeLocked(file, result);
+}
+
+FileState Unpacker::JudgeLocked(std::size_t file, const WriteResult& result) {
+  if (result.outcome == WriteOutcome::kDone) return FileState::kWritten;
+  if (result.outcome == WriteOutcome::kDiskFailed) {
+    if (!disk_failed_) disk_failure_ = {file, result.error};
+    disk_failed_ = over_ = true;
+  }
   failures_[file] = result;
   return FileState::kNotWritten;
 }
 
 void Unpacker::Finish(std::size_t file, FileState state) { states_[file] = state; }
 
-void Unpacker::Report(UnpackListener& listener) {
-  while (reported_ < files_.size() && states_[reported_] != FileState::kPending) {
-    ReportFile(reported_++, listener);
+void Unpacker::Report() {
+  while (!disk_failed_ && reported_ < files_.size() && states_[reported_] != FileState::kPending) {
+    ReportFile(reported_++);
   }
 }
 
-void Unpacker::ReportFile(std::size_t file, UnpackListener& listener) {
+void Unpacker::ReportFile(std::size_t file) {
   const FileState state = states_[file];
   if (state == FileState::kWritten) {
     ++result_.written;
-    return listener.OnFile(files_[file]);
+    return listener_.OnFile(files_[file]);
   }
   Problem problem{ProblemKind::kDamaged, 0, 0, std::string(files_[file].entry->name)};
   if (state == FileState::kUnreadable) problem.kind = ProblemKind::kUnreadable;
@@ -314,7 +353,24 @@ void Unpacker::ReportFile(std::size_t file, UnpackListener& listener) {
     if (failure.error) problem.detail = failure.error.message();
   }
   ++result_.problems;
-  listener.OnProblem(problem);
+  listener_.OnProblem(problem);
+}
+
+// What is left to tell when the disk has failed.
+void Unpacker::ReportRest() {
+  std::uint64_t missing = 0;
+  for (; reported_ < files_.size(); ++reported_) {
+    if (states_[reported_] == FileState::kWritten) {
+      ReportFile(reported_);
+    } else {
+      ++missing;
+    }
+  }
+  result_.problems += static_cast<std::size_t>(missing);
+  const auto& [file, error] = disk_failure_;
+  listener_.OnProblem(
+      {ProblemKind::kWriteFailed, 0, 0, std::string(files_[file].entry->name), error.message()});
+  if (missing > 1) listener_.OnProblem({ProblemKind::kMoreNotWritten, missing - 1});
 }
 
 }  // namespace
@@ -324,10 +380,20 @@ UnpackResult Unpack(const ChmReader& reader, OutputFolder& folder, const UnpackO
   Problems problems;
   const std::vector<PlannedFile> files =
       PlanUnpacking(reader, folder.Rules(), options.internal, &problems);
+  // Whatever ends the unpacking early, an exception of the listener too.
+  struct Cleaner {
+    ~Cleaner() {
+      if (!all_unpacked) folder.RemoveEmptyFolders();
+    }
+    OutputFolder& folder;
+    bool all_unpacked = false;
+  } cleaner{folder};
   for (const Problem& problem : problems) listener.OnProblem(problem);
-  Unpacker unpacker(reader, folder, files, SplitWork(reader.Compressed(), options.threads));
-  UnpackResult result = unpacker.Run(listener);
+  Unpacker unpacker(reader, folder, files, SplitWork(reader.Compressed(), options.threads),
+                    listener);
+  UnpackResult result = unpacker.Run();
   result.problems += problems.size();
+  cleaner.all_unpacked = result.problems == 0 && !result.stopped;
   return result;
 }
 

@@ -20,7 +20,7 @@ namespace scrivo {
 // Is told what becomes of the entries, on the thread that called Unpack(), one call at a time:
 // first the problems that show before anything is decoded, then one call for every file, in the
 // order in which the files are stored. The same help file gives the same calls every time, but for
-// OnProgress(). A listener may throw, which ends the unpacking: the files that are complete stay.
+// OnProgress(). A listener may throw, which ends the unpacking as StopWanted() does.
 class UnpackListener {
  public:
   virtual ~UnpackListener() = default;
@@ -30,6 +30,8 @@ class UnpackListener {
   virtual void OnProblem(const Problem& problem) = 0;
   // `done` bytes of `total` have been dealt with.
   virtual void OnProgress(std::uint64_t done, std::uint64_t total) = 0;
+  // Whether to leave it at what has been written whole. Asked often, and on any thread.
+  virtual bool StopWanted() const { return false; }
 };
 
 struct UnpackOptions {
@@ -39,10 +41,13 @@ struct UnpackOptions {
 
 struct UnpackResult {
   std::size_t written = 0;
-  std::size_t problems = 0;  // calls of OnProblem()
+  std::size_t problems = 0;  // calls of OnProblem(), and the files that one of them counts
+  bool stopped = false;      // StopWanted() has said so
 };
 
-// A damaged interval costs the files that have a part in it, and only those.
+// A damaged interval costs the files that have a part in it, and only those. A disk that takes no
+// more ends the work: one problem says why, and another how many files are missing. When not all
+// was unpacked, no file is left half and no folder empty that was made.
 UnpackResult Unpack(const ChmReader& reader, OutputFolder& folder, const UnpackOptions& options,
                     UnpackListener& listener);
 

@@ -42,7 +42,10 @@ class CheckingFolder : public OutputFolder {
   WriteResult WritePart(std::string_view, std::uint64_t, std::span<const std::uint8_t>) override {
     return {};
   }
-  void Remove(std::string_view) override {}
+  WriteResult Start(std::string_view path) override { return Create(path, {}); }
+  WriteResult Finish(std::string_view) override { return {}; }
+  void GiveUp(std::string_view) override {}
+  void RemoveEmptyFolders() override {}
 
  private:
   NameRules rules_;

@@ -26,18 +26,24 @@ class MemoryOutputFolder : public OutputFolder {
   std::map<std::string, int> times_created;
   std::map<std::string, WriteOutcome> refuse;  // what Create() answers for these paths
   std::set<std::string> break_parts;           // paths for which WritePart() fails
+  std::map<std::string, std::string> growing;  // files that were started and are not finished
+  bool has_removed_folders = false;
 
   NameRules Rules() const override { return rules_; }
 
   WriteResult Create(std::string_view path, std::span<const std::uint8_t> content) override {
     const std::lock_guard lock(mutex_);
-    const std::string name(path);
-    ++times_created[name];
-    if (const auto found = refuse.find(name); found != refuse.end()) {
-      return {found->second, std::make_error_code(std::errc::no_space_on_device)};
-    }
-    files[name].assign(content.begin(), content.end());
+    const WriteResult result = Begin(path);
+    if (result.outcome != WriteOutcome::kDone) return result;
+    files[std::string(path)].assign(content.begin(), content.end());
     return {};
+  }
+
+  WriteResult Start(std::string_view path) override {
+    const std::lock_guard lock(mutex_);
+    const WriteResult result = Begin(path);
+    if (result.outcome == WriteOutcome::kDone) growing[std::string(path)].clear();
+    return result;
   }
 
   WriteResult WritePart(std::string_view path, std::uint64_t offset,
@@ -47,19 +53,37 @@ class MemoryOutputFolder : public OutputFolder {
     if (break_parts.contains(name)) {
       return {WriteOutcome::kFailed, std::make_error_code(std::errc::io_error)};
     }
-    std::string& file = files.at(name);
+    std::string& file = growing.at(name);
     const auto at = static_cast<std::size_t>(offset);
     file.resize(std::max(file.size(), at + content.size()));
     std::copy(content.begin(), content.end(), file.begin() + static_cast<std::ptrdiff_t>(at));
     return {};
   }
 
-  void Remove(std::string_view path) override {
+  WriteResult Finish(std::string_view path) override {
     const std::lock_guard lock(mutex_);
-    files.erase(std::string(path));
+    const std::string name(path);
+    files[name] = growing.at(name);
+    growing.erase(name);
+    return {};
   }
 
+  void GiveUp(std::string_view path) override {
+    const std::lock_guard lock(mutex_);
+    growing.erase(std::string(path));
+  }
+
+  void RemoveEmptyFolders() override { has_removed_folders = true; }
+
  private:
+  WriteResult Begin(std::string_view path) {
+    const std::string name(path);
+    ++times_created[name];
+    const auto found = refuse.find(name);
+    if (found == refuse.end()) return {};
+    return {found->second, std::make_error_code(std::errc::no_space_on_device)};
+  }
+
   NameRules rules_;
   std::mutex mutex_;
 };

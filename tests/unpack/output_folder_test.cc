@@ -49,6 +49,10 @@ class OutputFolderTest : public testing::Test {
     return root_ / "new" / "folder" / fs::path(std::u8string(path.begin(), path.end()));
   }
 
+  std::ptrdiff_t FilesIn(const std::string& folder) const {
+    return std::distance(fs::directory_iterator(At(folder)), {});
+  }
+
   fs::path root_;
   std::unique_ptr<OutputFolder> folder_;
 };
@@ -68,17 +72,62 @@ TEST_F(OutputFolderTest, KeepsNamesBeyondAscii) {
 }
 
 TEST_F(OutputFolderTest, WritesPartsInAnyOrder) {
-  EXPECT_EQ(Create("b/a.bin", ""), WriteOutcome::kDone);
+  EXPECT_EQ(folder_->Start("b/a.bin").outcome, WriteOutcome::kDone);
   EXPECT_EQ(folder_->WritePart("b/a.bin", 4, AsBytes("efgh")).outcome, WriteOutcome::kDone);
   EXPECT_EQ(folder_->WritePart("b/a.bin", 0, AsBytes("abcd")).outcome, WriteOutcome::kDone);
+  EXPECT_FALSE(fs::exists(At("b/a.bin")));
+  EXPECT_EQ(folder_->Finish("b/a.bin").outcome, WriteOutcome::kDone);
   EXPECT_EQ(ReadFileText(At("b/a.bin")), "abcdefgh");
+  EXPECT_EQ(FilesIn("b"), 1);
 }
 
-TEST_F(OutputFolderTest, RemovesFiles) {
-  EXPECT_EQ(Create("b/a.bin", "text"), WriteOutcome::kDone);
-  folder_->Remove("b/a.bin");
-  EXPECT_FALSE(fs::exists(At("b/a.bin")));
-  folder_->Remove("not/there");
+TEST_F(OutputFolderTest, KeepsAnEarlierFileUntilTheNewOneIsWhole) {
+  std::ofstream(At("a.bin")) << "earlier";
+  EXPECT_EQ(folder_->Start("a.bin").outcome, WriteOutcome::kDone);
+  EXPECT_EQ(folder_->WritePart("a.bin", 0, AsBytes("half")).outcome, WriteOutcome::kDone);
+  EXPECT_EQ(ReadFileText(At("a.bin")), "earlier");
+  folder_->GiveUp("a.bin");
+  EXPECT_EQ(ReadFileText(At("a.bin")), "earlier");
+  EXPECT_EQ(FilesIn("."), 1);
+  EXPECT_NE(folder_->WritePart("a.bin", 0, AsBytes("late")).outcome, WriteOutcome::kDone);
+  folder_->GiveUp("not/there");
+}
+
+TEST_F(OutputFolderTest, ReplacesWhatAnEndedProcessLeft) {
+  std::ofstream(At("a.bin" + std::string(kGrowingEnding))) << "half of a long file";
+  EXPECT_EQ(Create("a.bin", "new"), WriteOutcome::kDone);
+  EXPECT_EQ(ReadFileText(At("a.bin")), "new");
+  EXPECT_EQ(FilesIn("."), 1);
+}
+
+TEST_F(OutputFolderTest, RemovesTheEmptyFoldersThatItMade) {
+  EXPECT_EQ(folder_->Start("b/c/d/a.bin").outcome, WriteOutcome::kDone);
+  EXPECT_EQ(Create("b/e/a.bin", "text"), WriteOutcome::kDone);
+  folder_->GiveUp("b/c/d/a.bin");
+  folder_->RemoveEmptyFolders();
+  EXPECT_FALSE(fs::exists(At("b/c")));
+  EXPECT_TRUE(fs::exists(At("b/e/a.bin")));
+}
+
+TEST_F(OutputFolderTest, RemovesItselfAndThoseAboveWhenAllIsEmpty) {
+  fs::create_directory(root_ / "earlier");
+  folder_->RemoveEmptyFolders();
+  EXPECT_FALSE(fs::exists(root_ / "new"));
+  EXPECT_TRUE(fs::exists(root_ / "earlier"));
+
+  std::error_code error;
+  fs::create_directories(At("mine"));
+  folder_ = OpenOutputFolder(root_ / "new" / "folder", &error);
+  fs::remove(At("mine"));
+  folder_->RemoveEmptyFolders();
+  EXPECT_TRUE(fs::exists(root_ / "new" / "folder")) << "it was there before";
+}
+
+TEST_F(OutputFolderTest, LeavesNoFolderWhenTheLastOneCannotBeMade) {
+  std::error_code error;
+  EXPECT_EQ(OpenOutputFolder(root_ / "x" / "y" / std::string(300, 'z'), &error), nullptr);
+  EXPECT_TRUE(static_cast<bool>(error));
+  EXPECT_FALSE(fs::exists(root_ / "x"));
 }
 
 TEST_F(OutputFolderTest, ReplacesAFileAndLeavesItsOtherNamesAlone) {

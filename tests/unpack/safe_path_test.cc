@@ -116,6 +116,14 @@ TEST(SafePathTest, LeavesNoTrapBehindWhenItCuts) {
   EXPECT_EQ(path, std::string(239, 'x') + "_");
 }
 
+TEST(SafePathTest, IsNeverTheNameOfAGrowingFile) {
+  for (const NameRules rules : {NameRules::kPosix, NameRules::kWindows}) {
+    EXPECT_EQ(MakeSafePath("/a.htm.scrivo-new", rules).path, "a.htm.scrivo-new_");
+    EXPECT_EQ(MakeSafePath("/a.SCRIVO-New/b", rules).path, "a.SCRIVO-New_/b");
+    EXPECT_EQ(MakeSafePath("/scrivo-new", rules).path, "scrivo-new");
+  }
+}
+
 TEST(SafePathTest, CutsHugePartsInNoTime) {
   const std::string path = MakeSafePath("/" + std::string(1 << 20, 'x'), NameRules::kWindows).path;
   EXPECT_EQ(path, std::string(240, 'x'));

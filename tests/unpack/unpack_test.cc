@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <string>
@@ -181,6 +182,66 @@ TEST_F(UnpackTest, NamesFilesThatCannotBeWritten) {
                    "/other.bin: not unpacked: writing failed: " + io}));
   EXPECT_EQ(listener_.files, Lines{"d.htm"});
   EXPECT_EQ(folder_.files, (std::map<std::string, std::string>{{"d.htm", "4"}}));
+}
+
+TEST_F(UnpackTest, TellsOnceThatTheDiskIsFullAndHowManyFilesAreMissing) {
+  std::vector<ImageFile> files = {{"/a.htm", "1"}, {"/large.bin", SampleText(1500000)}};
+  for (int i = 0; i < 50; ++i) files.push_back({"/b/" + std::to_string(i) + ".htm", "page"});
+  for (const char* full : {"a.htm", "large.bin", "b/7.htm"}) {
+    for (const unsigned threads : {1U, 3U}) {
+      folder_.files.clear();
+      folder_.refuse = {{full, WriteOutcome::kDiskFailed}};
+      listener_ = {};
+      const UnpackResult result = Run(ChmImage(files), {false, threads});
+      ASSERT_EQ(listener_.problems.size(), 2U) << full;
+      EXPECT_EQ(listener_.problems[0],
+                std::string("/") + full + ": not unpacked: writing failed: " +
+                    std::make_error_code(std::errc::no_space_on_device).message());
+      EXPECT_EQ(listener_.problems[1], "nothing more can be written: " +
+                                           std::to_string(files.size() - folder_.files.size() - 1) +
+                                           " further files are not unpacked");
+      EXPECT_EQ(result.written, folder_.files.size());
+      EXPECT_EQ(listener_.files.size(), result.written);
+      EXPECT_EQ(result.problems, files.size() - result.written);
+      EXPECT_TRUE(folder_.growing.empty());
+      EXPECT_TRUE(folder_.has_removed_folders);
+    }
+  }
+}
+
+// Wants to stop when it has been asked so many times.
+class StoppingListener : public RecordingListener {
+ public:
+  explicit StoppingListener(int questions) : questions_(questions) {}
+  bool StopWanted() const override { return --questions_ < 0; }
+
+ private:
+  mutable std::atomic<int> questions_;
+};
+
+TEST_F(UnpackTest, StopsAtAnyMomentWithoutHalfAFile) {
+  const std::vector<ImageFile> files = {{"/plain.bin", SampleText(900000), 0},
+                                        {"/a.htm", "1"},
+                                        {"/large.bin", SampleText(1500000)},
+                                        {"/z.htm", "2"}};
+  std::map<std::string, std::string> whole;
+  for (const ImageFile& file : files) whole[file.name.substr(1)] = file.content;
+  const ChmImage image(files);
+  Problems problems;
+  const auto reader = ChmReader::Open(std::make_unique<MemorySource>(image.bytes), &problems);
+  bool has_finished = false;
+  for (int questions = 0; !has_finished; ++questions) {
+    folder_.files.clear();
+    folder_.has_removed_folders = false;
+    StoppingListener listener(questions);
+    const UnpackResult result = Unpack(*reader, folder_, {false, 2}, listener);
+    has_finished = !result.stopped;
+    EXPECT_EQ(folder_.has_removed_folders, result.stopped);
+    EXPECT_TRUE(folder_.growing.empty()) << questions;
+    EXPECT_TRUE(listener.problems.empty()) << questions;
+    for (const auto& [name, content] : folder_.files) EXPECT_TRUE(content == whole[name]) << name;
+  }
+  EXPECT_EQ(folder_.files.size(), files.size());
 }
 
 TEST_F(UnpackTest, UnpacksEntriesThatShareTheirContent) {

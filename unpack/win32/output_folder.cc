@@ -1,8 +1,10 @@
 #include "unpack/output_folder.h"
 
 #include <algorithm>
+#include <mutex>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "bytes/win32/windows_api.h"
 
@@ -11,7 +13,20 @@ namespace {
 
 std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
 
-WriteResult Failed() { return {WriteOutcome::kFailed, LastError()}; }
+WriteResult Failed() {
+  const std::error_code error = LastError();
+  switch (error.value()) {
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+    case ERROR_DISK_QUOTA_EXCEEDED:
+    case ERROR_WRITE_PROTECT:
+    case ERROR_NOT_READY:
+    case ERROR_IO_DEVICE:
+      return {WriteOutcome::kDiskFailed, error};
+    default:
+      return {WriteOutcome::kFailed, error};
+  }
+}
 
 class File {
  public:
@@ -53,58 +68,65 @@ std::wstring Wide(std::string_view utf8) {
 
 class WindowsOutputFolder : public OutputFolder {
  public:
-  explicit WindowsOutputFolder(std::wstring root) : root_(std::move(root)) {}
+  WindowsOutputFolder(std::wstring root, std::vector<std::filesystem::path> made)
+      : root_(std::move(root)), made_above_(std::move(made)) {}
 
   NameRules Rules() const override { return NameRules::kWindows; }
 
   WriteResult Create(std::string_view path, std::span<const std::uint8_t> content) override {
     std::wstring name;
-    if (const WriteResult result = Walk(path, true, &name); result.outcome != WriteOutcome::kDone) {
+    if (const WriteResult result = StartAt(path, &name); result.outcome != WriteOutcome::kDone) {
       return result;
     }
-    if (const WriteResult result = MakeRoom(name); result.outcome != WriteOutcome::kDone) {
-      return result;
-    }
-    bool written = false;
-    {
-      const File file = Open(name, CREATE_NEW);
-      if (!file.valid()) return Failed();
-      written = file.Write(0, content);
-      if (written) return {};
-    }
-    const WriteResult result = Failed();
-    DeleteFileW(name.c_str());
-    return result;
+    const WriteResult result = WriteInto(name, 0, content);
+    return result.outcome == WriteOutcome::kDone ? FinishAt(name) : GiveUpAt(name, result);
+  }
+
+  WriteResult Start(std::string_view path) override {
+    std::wstring name;
+    return StartAt(path, &name);
   }
 
   WriteResult WritePart(std::string_view path, std::uint64_t offset,
                         std::span<const std::uint8_t> content) override {
     std::wstring name;
-    if (const WriteResult result = Walk(path, false, &name);
-        result.outcome != WriteOutcome::kDone) {
-      return result;
-    }
-    const File file = Open(name, OPEN_EXISTING);
-    if (!file.valid() || !file.Write(offset, content)) return Failed();
-    return {};
+    const WriteResult result = Walk(path, false, &name);
+    return result.outcome == WriteOutcome::kDone ? WriteInto(name, offset, content) : result;
   }
 
-  void Remove(std::string_view path) override {
+  WriteResult Finish(std::string_view path) override {
     std::wstring name;
-    if (Walk(path, false, &name).outcome == WriteOutcome::kDone) DeleteFileW(name.c_str());
+    const WriteResult result = Walk(path, false, &name);
+    return result.outcome == WriteOutcome::kDone ? FinishAt(name) : result;
+  }
+
+  void GiveUp(std::string_view path) override {
+    std::wstring name;
+    if (Walk(path, false, &name).outcome == WriteOutcome::kDone) GiveUpAt(name, {});
+  }
+
+  void RemoveEmptyFolders() override {
+    for (auto name = made_.rbegin(); name != made_.rend(); ++name) {
+      RemoveDirectoryW(name->c_str());
+    }
+    made_.clear();
+    RemoveIfEmpty(made_above_);
   }
 
  private:
   // Checks, and makes if asked to, the folders that `path` lies in, part by part; `*name` gets the
   // full name of the file.
-  WriteResult Walk(std::string_view path, bool make, std::wstring* name) const {
+  WriteResult Walk(std::string_view path, bool make, std::wstring* name) {
     *name = root_;
     for (std::size_t slash; (slash = path.find('/')) != std::string_view::npos;) {
       *name += L'\\' + Wide(path.substr(0, slash));
       path.remove_prefix(slash + 1);
       DWORD attributes = GetFileAttributesW(name->c_str());
       if (attributes == INVALID_FILE_ATTRIBUTES && make) {
-        if (!CreateDirectoryW(name->c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS) {
+        if (CreateDirectoryW(name->c_str(), nullptr)) {
+          const std::lock_guard lock(mutex_);
+          made_.push_back(*name);
+        } else if (GetLastError() != ERROR_ALREADY_EXISTS) {
           return Failed();
         }
         attributes = GetFileAttributesW(name->c_str());
@@ -117,13 +139,46 @@ class WindowsOutputFolder : public OutputFolder {
     return {};
   }
 
-  // Removes a plain file of that name.
-  static WriteResult MakeRoom(const std::wstring& name) {
+  WriteResult StartAt(std::string_view path, std::wstring* name) {
+    if (const WriteResult result = Walk(path, true, name); result.outcome != WriteOutcome::kDone) {
+      return result;
+    }
+    if (const WriteResult result = MayTakeName(*name); result.outcome != WriteOutcome::kDone) {
+      return result;
+    }
+    const std::wstring growing = Growing(*name);
+    // One that is there was left by a process that was ended.
+    DeleteFileW(growing.c_str());
+    const File file = Open(growing, CREATE_NEW);
+    return file.valid() ? WriteResult{} : Failed();
+  }
+
+  // Only a plain file is replaced.
+  static WriteResult MayTakeName(const std::wstring& name) {
     const DWORD attributes = GetFileAttributesW(name.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return {};
     if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return {WriteOutcome::kLinkInTheWay};
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {WriteOutcome::kFolderInTheWay};
-    return DeleteFileW(name.c_str()) ? WriteResult{} : Failed();
+    return {};
+  }
+
+  static std::wstring Growing(const std::wstring& name) { return name + Wide(kGrowingEnding); }
+
+  static WriteResult WriteInto(const std::wstring& name, std::uint64_t offset,
+                               std::span<const std::uint8_t> content) {
+    const File file = Open(Growing(name), OPEN_EXISTING);
+    if (!file.valid() || !file.Write(offset, content)) return Failed();
+    return {};
+  }
+
+  static WriteResult FinishAt(const std::wstring& name) {
+    if (MoveFileExW(Growing(name).c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING)) return {};
+    return GiveUpAt(name, Failed());
+  }
+
+  static WriteResult GiveUpAt(const std::wstring& name, WriteResult reason) {
+    DeleteFileW(Growing(name).c_str());
+    return reason;
   }
 
   static File Open(const std::wstring& name, DWORD disposition) {
@@ -133,6 +188,9 @@ class WindowsOutputFolder : public OutputFolder {
   }
 
   std::wstring root_;
+  const std::vector<std::filesystem::path> made_above_;  // the folder itself and those above it
+  std::mutex mutex_;                                     // guards what follows
+  std::vector<std::wstring> made_;                       // folders in it, from the top down
 };
 
 // The form of an absolute path that Windows takes as it stands: of any length, and without a
@@ -149,12 +207,16 @@ std::wstring LiteralPath(std::wstring path) {
 
 std::unique_ptr<OutputFolder> OpenOutputFolder(const std::filesystem::path& path,
                                                std::error_code* error) {
-  std::filesystem::create_directories(path, *error);
+  std::vector<std::filesystem::path> made;
+  *error = MakeFolders(path, &made);
   if (*error) return nullptr;
   std::filesystem::path absolute = std::filesystem::absolute(path, *error);
-  if (*error) return nullptr;
+  if (*error) {
+    RemoveIfEmpty(made);
+    return nullptr;
+  }
   return std::make_unique<WindowsOutputFolder>(
-      LiteralPath(absolute.lexically_normal().make_preferred().wstring()));
+      LiteralPath(absolute.lexically_normal().make_preferred().wstring()), std::move(made));
 }
 
 }  // namespace scrivo

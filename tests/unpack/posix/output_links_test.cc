@@ -61,9 +61,10 @@ TEST_F(OutputLinksTest, AreNotFollowedToAFile) {
 }
 
 TEST_F(OutputLinksTest, AreNotFollowedByLaterParts) {
-  ASSERT_EQ(Create("a.htm"), WriteOutcome::kDone);
-  fs::remove(root_ / "folder" / "a.htm");
-  fs::create_symlink(root_ / "outside" / "a.htm", root_ / "folder" / "a.htm");
+  ASSERT_EQ(folder_->Start("a.htm").outcome, WriteOutcome::kDone);
+  const fs::path growing = root_ / "folder" / ("a.htm" + std::string(kGrowingEnding));
+  ASSERT_TRUE(fs::remove(growing));
+  fs::create_symlink(root_ / "outside" / "a.htm", growing);
   const std::uint8_t content[] = {'x'};
   EXPECT_NE(folder_->WritePart("a.htm", 0, content).outcome, WriteOutcome::kDone);
   EXPECT_FALSE(fs::exists(root_ / "outside" / "a.htm"));
