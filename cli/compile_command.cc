@@ -78,7 +78,9 @@ bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileR
   request.threads = CompilerThreads();
   const DiskFiles disk;
   const OverlayFiles files(disk, request.working_folder, project.files);
-  return CompileProject(request, files, report).made;
+  const CompileResult result = CompileProject(request, files, report);
+  if (result.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+  return result.made;
 }
 
 bool Compile(const CompileOptions& options, WebToCompile* web, CompileReport* report,

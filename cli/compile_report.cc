@@ -3,27 +3,17 @@
 #include <algorithm>
 
 #include "platform/ansi_names.h"
-#include "system/error.h"
 #include "system/interruption.h"
 
 namespace scrivo {
-namespace {
-
-void ThrowIfInterrupted() {
-  if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
-}
-
-}  // namespace
-
 CompileReport::CompileReport(Console& console, std::size_t files)
     : console_(console), files_(files) {}
 
 void CompileReport::File(std::string_view path) {
-  ThrowIfInterrupted();
   Line(NameText(std::string(path)));
 }
 
-void CompileReport::Finishing() { ThrowIfInterrupted(); }
+bool CompileReport::StopWanted() const { return Interrupted(); }
 
 void CompileReport::Message(const CompileMessage& message) {
   const std::string& text = message.text;

@@ -18,9 +18,8 @@ class CompileReport : public CompileListener {
   CompileReport(Console& console, std::size_t files);
 
   void Starting(std::string_view) override {}
-  // These two throw Error (kUserInterrupt) when the program is to end.
   void File(std::string_view path) override;
-  void Finishing() override;
+  bool StopWanted() const override;
   void Message(const CompileMessage& message) override;
   // A line that a compiler prints, about one file or another.
   void Line(const std::string& line);

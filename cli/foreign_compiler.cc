@@ -231,7 +231,7 @@ bool CompileWithForeign(const std::string& compiler, SiteWeb& web, const Compile
   if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
   if (job.keep_project) {
     const HelpProject kept = MakeHelpProject(web, job, locate, base_name);
-    Disk().Write(JoinPath(folder, kept.name), kept.files.at(kept.name));
+    Disk().WriteWhole(JoinPath(folder, kept.name), kept.files.at(kept.name));
     written.Keep();
   }
   if (!IsWholeHelpFile(inner.output)) {

@@ -85,8 +85,9 @@ WrittenProject::WrittenProject(const HelpProject& project) {
     for (const char* extension : kExtensions) {
       const auto file = project.files.find(base_name + extension);
       if (file == project.files.end()) continue;
-      paths_.push_back(JoinPath(project.folder, file->first));
-      TheServices().files->Write(paths_.back(), file->second);
+      const std::string path = JoinPath(project.folder, file->first);
+      TheServices().files->WriteWhole(path, file->second);
+      paths_.push_back(path);
     }
   } catch (const Error& error) {
     Remove();

@@ -4,7 +4,9 @@
 #include <charconv>
 #include <chrono>
 #include <cstdint>
+#include <exception>
 #include <fstream>
+#include <new>
 #include <string_view>
 #include <thread>
 
@@ -21,7 +23,8 @@ constexpr char kUsage[] =
     "not,\n"
     "as scripts expect of a help compiler.\n"
     "\n"
-    "  --gnu        exit status 0 when the file was made, 1 when not, 2 for wrong usage\n"
+    "  --gnu        exit status 0 when the file was made, 1 when not, 2 for wrong usage, 130 when\n"
+    "               interrupted\n"
     "               (also when the environment variable HHC_GNU is set)\n"
     "  --timestamp  put the time of the compile into the file; without it the same input gives "
     "the\n"
@@ -91,8 +94,13 @@ std::string WithoutQuotes(const std::string& name) {
   return name.substr(1, name.size() - 2);
 }
 
-bool Compile(const Options& options, const std::string& working_folder, std::int64_t time,
-             std::ostream& out, std::ostream& err) {
+// Returns the exit status.
+int Compile(const Options& options, const std::string& working_folder, std::int64_t time,
+            std::ostream& out, std::ostream& err) {
+  // The status of a shell that was interrupted, 130, would tell callers of a help compiler that the
+  // file was made.
+  constexpr int kInterrupted = 130;
+  const int made = options.gnu ? 0 : 1, not_made = 1 - made;
   CompileRequest request;
   request.project_path = WithoutQuotes(options.project);
   request.working_folder = working_folder;
@@ -106,8 +114,9 @@ bool Compile(const Options& options, const std::string& working_folder, std::int
   const CompileResult result = CompileProject(request, files, &output);
   if (!result.project_found) {
     out << kCompilerName << "\n\nUnable to open " << options.project << ".\n" << std::flush;
-    return false;
+    return not_made;
   }
+  if (result.stopped) return options.gnu ? kInterrupted : not_made;
   const auto seconds =
       std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
   output.Finish(result, static_cast<int>(seconds.count()));
@@ -117,7 +126,7 @@ bool Compile(const Options& options, const std::string& working_folder, std::int
       err << "hhc: error: " << result.error_log << ": the log file cannot be written\n";
     }
   }
-  return result.made;
+  return result.made ? made : not_made;
 }
 
 }  // namespace
@@ -150,7 +159,14 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
     err << "hhc: error: " << options.wrong << "\n\n" << kUsage;
     return options.gnu ? 2 : 0;
   }
-  return Compile(options, surroundings.working_folder, time, out, err) != options.gnu ? 1 : 0;
+  try {
+    return Compile(options, surroundings.working_folder, time, out, err);
+  } catch (const std::bad_alloc&) {
+    err << "hhc: error: out of memory\n";
+  } catch (const std::exception& exception) {
+    err << "hhc: error: " << exception.what() << '\n';
+  }
+  return options.gnu ? 1 : 0;
 }
 
 }  // namespace scrivo

@@ -28,7 +28,7 @@ struct HhcSurroundings {
 
 // Runs the program with `arguments` (UTF-8, without its name). Returns the exit status: 1 when the
 // help file was made and 0 when not, as callers of help compilers expect; with --gnu or HHC_GNU 0
-// when it was made, 1 when not, 2 for a wrong command line.
+// when it was made, 1 when not, 2 for a wrong command line, 130 when the program was interrupted.
 int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& surroundings,
            std::ostream& out, std::ostream& err);
 

@@ -1,6 +1,7 @@
 // The program hhc: compiles help projects.
 
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -10,10 +11,12 @@
 #include "cli/code_page_stream.h"
 #include "cli/hhc_command.h"
 #include "project/source_files.h"
+#include "system/interruption.h"
 #include "system/program_arguments.h"
 #include "system/terminal.h"
 
 int main(int argc, char** argv) {
+  scrivo::CatchInterruptions();
   const int code_page = scrivo::TerminalCodePage();
   try {
     const std::vector<std::string> arguments = scrivo::ProgramArguments(argc, argv);
@@ -28,6 +31,9 @@ int main(int argc, char** argv) {
     return scrivo::RunHhc(arguments, surroundings, out, err);
   } catch (const std::exception& exception) {
     std::cerr << "hhc: error: " << exception.what() << '\n';
-    return 0;
+    // Told apart without memory, which may be what is missing.
+    bool gnu = std::getenv("HHC_GNU") != nullptr;
+    for (int i = 1; i < argc; ++i) gnu = gnu || std::strcmp(argv[i], "--gnu") == 0;
+    return gnu ? 1 : 0;
   }
 }

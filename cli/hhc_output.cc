@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "system/interruption.h"
+
 namespace scrivo {
 namespace {
 
@@ -44,6 +46,8 @@ void HhcOutput::Starting(std::string_view output) {
 void HhcOutput::File(std::string_view path) { Line(path); }
 
 void HhcOutput::Message(const CompileMessage& message) { Line(message.Line()); }
+
+bool HhcOutput::StopWanted() const { return Interrupted(); }
 
 void HhcOutput::Finish(const CompileResult& result, int seconds) {
   Line("");

@@ -23,6 +23,7 @@ class HhcOutput : public CompileListener {
   void Starting(std::string_view output) override;
   void File(std::string_view path) override;
   void Message(const CompileMessage& message) override;
+  bool StopWanted() const override;
 
   // What comes after the last file.
   void Finish(const CompileResult& result, int seconds);

@@ -1,9 +1,16 @@
 #include "cli/web_job.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 
+#include "bytes/byte_source.h"
+#include "chm/container_format.h"
 #include "cli/control_characters.h"
+#include "cli/disk_path.h"
 #include "cli/open_web.h"
 #include "cli/suggestion.h"
 #include "platform/globals.h"
@@ -36,7 +43,32 @@ std::string OutputFor(const CompileOptions& options, const std::string& title) {
   return AbsolutePath(name);
 }
 
-void ThrowUnlessFileCanBe(const std::string& output) {
+// The location of the first file of the web that `output` is, whatever its name; empty when it is
+// none.
+std::string SourceAt(const std::filesystem::path& output, DiskWeb& web, const Locator& locate) {
+  const std::filesystem::path folder = DiskPathOf(web.BaseFolder()->LocalPath());
+  std::error_code ignored;
+  for (const std::shared_ptr<SiteFile>& file : AllFiles(web)) {
+    const std::string location = locate(file->Url());
+    if (std::filesystem::equivalent(folder / DiskPathOf(location), output, ignored)) {
+      return location;
+    }
+  }
+  return "";
+}
+
+bool StartsAsHelpFile(const std::filesystem::path& path) {
+  std::error_code error;
+  const auto source = OpenFileSource(path, &error);
+  std::array<std::uint8_t, itsf::kSignature.size()> start{};
+  return source != nullptr && source->ReadAt(0, start) &&
+         std::equal(start.begin(), start.end(), itsf::kSignature.begin());
+}
+
+// Throws Error when `output` cannot be a new help file, or is something that nobody wants replaced
+// by one. `wanted` is how the user has put it.
+void ThrowUnlessFileCanBe(const std::string& output, const std::string& wanted, DiskWeb& web,
+                          const Locator& locate) {
   const auto refuse = [&](std::int32_t number, const std::string& reason) {
     throw Error(number, "scrivo", output + ": the help file cannot be made: " + reason);
   };
@@ -45,13 +77,32 @@ void ThrowUnlessFileCanBe(const std::string& output) {
            "the path contains a line break or another control character. Choose another folder "
            "with -o.");
   }
-  if (TheServices().files->FolderExists(output)) {
+  const std::filesystem::path name = DiskPathOf(wanted).filename();
+  if (TheServices().files->FolderExists(output) ||
+      (!wanted.empty() && (name.empty() || name == "." || name == ".."))) {
     refuse(kPathFileAccessError, "it is a folder. Name a file in it.");
   }
   std::string folder = GetFolder(output);
   if (folder.empty()) folder = Separator(Globals().path_style);
   if (!TheServices().files->FolderExists(folder)) {
     refuse(kPathNotFound, "there is no folder " + folder + ". Make it first.");
+  }
+  const std::filesystem::path path = DiskPathOf(output);
+  std::error_code ignored;
+  if (!std::filesystem::exists(path, ignored)) return;
+  if (!std::filesystem::is_regular_file(path, ignored)) {
+    refuse(kPathFileAccessError, "it is a device, a pipe or a socket. Name a file.");
+  }
+  // A help file that lies in the web is an earlier output.
+  if (StartsAsHelpFile(path)) return;
+  if (const std::string source = SourceAt(path, web, locate); !source.empty()) {
+    refuse(kPathFileAccessError,
+           "it is " + source + ", a file of the web. Name another file with -o.");
+  }
+  if (std::filesystem::file_size(path, ignored) > 0) {
+    refuse(kPathFileAccessError,
+           "it exists and is not a help file. Remove it, or name another file with "
+           "-o.");
   }
 }
 
@@ -83,7 +134,7 @@ CompileJob JobFor(const CompileOptions& options, DiskWeb& web, const Locator& lo
   CompileJob job;
   job.title = TitleFor(options, web);
   job.output = OutputFor(options, job.title);
-  ThrowUnlessFileCanBe(job.output);
+  ThrowUnlessFileCanBe(job.output, options.output, web, locate);
   job.default_page = DefaultPageFor(options, web, locate);
   job.use_index = options.use_index;
   job.favorites = options.favorites;

@@ -68,15 +68,17 @@ bool StreamBuilder::Build() {
   AddWindows();
   AddContextIds();
   BuildContents();
+  if (context_.Stops()) return false;
   const KeywordTree keywords = BuildKeywords();
   NameTopics();
+  if (context_.Stops()) return false;
 
   const KeywordTree none;
   const bool has_keywords =
       AddKeywords("/$WWKeywordLinks/", project_.binary_index ? keywords : none);
   const bool has_associations = AddKeywords("/$WWAssociativeLinks/", facts_.associations);
   writer_.AddCompressed("/$OBJINST", WriteSearchObject(project_.language, sources_.stop_words));
-  if (!AddSearchIndex()) return false;
+  if (context_.Stops() || !AddSearchIndex()) return false;
   const std::vector<std::uint8_t> index_header = IndexHeader();
   writer_.AddCompressed("/#IDXHDR", index_header);
   if (project_.binary_toc && contents_) writer_.AddCompressed("/#TOCIDX", contents_->Write());
@@ -247,7 +249,10 @@ bool StreamBuilder::AddSearchIndex() {
     return false;
   }
   writer_.StartEntry("/$FIftiMain");
-  index.Take([this](std::span<const std::uint8_t> piece) { writer_.Append(piece); });
+  index.Take([this](std::span<const std::uint8_t> piece) {
+    if (!context_.Stops()) writer_.Append(piece);
+  });
+  if (context_.Stops()) return false;
   if (index.Good()) return true;
   context_.Report(MessageCode::kOutputFailed, {"write", context_.result.output + ".words",
                                                facts_.words_file.Reason().message()});

@@ -10,7 +10,7 @@
 namespace scrivo {
 
 // Writes the streams that a viewer finds pages, contents, index and words by. False when that
-// cannot be done, which has been reported.
+// cannot be done, which has been reported, or when the compile is to be given up.
 bool BuildStreams(CompileContext* context, const ProjectSources& sources, TopicFacts* facts,
                   ContainerWriter* writer);
 

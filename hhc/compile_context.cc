@@ -19,6 +19,11 @@ CompileContext::CompileContext(const CompileRequest& the_request, const SourceFi
       listener(*the_listener),
       result(*the_result) {}
 
+bool CompileContext::Stops() {
+  result.stopped = result.stopped || listener.StopWanted();
+  return result.stopped;
+}
+
 void CompileContext::Report(MessageCode code, std::initializer_list<std::string_view> arguments) {
   const CompileMessage message = MakeMessage(code, arguments);
   if (message.severity == Severity::kWarning) ++result.warnings;

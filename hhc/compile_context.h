@@ -19,6 +19,9 @@ struct CompileContext {
   CompileContext(const CompileRequest& request, const SourceFiles& files, Project project,
                  std::string folder, CompileListener* listener, CompileResult* result);
 
+  // Whether the compile is to be given up, which the result then says.
+  bool Stops();
+
   // Counts a message and passes it on.
   void Report(MessageCode code, std::initializer_list<std::string_view> arguments);
 

@@ -91,7 +91,7 @@ void FileCompiler::Compile() {
     sources_.list.Loaded(loading.front());
     Store(loading.front(), loader.Take());
     loading.pop_front();
-    if (writer_.Status() != ContainerStatus::kOk) return;
+    if (writer_.Status() != ContainerStatus::kOk || context_.Stops()) return;
   }
   if (auto_contents_ && !auto_contents_->Empty()) StoreAutoContents();
   context_.result.graphics = graphics_.size();
@@ -126,7 +126,7 @@ bool FileCompiler::StoreBytes(const FoundFile& found, const LoadedFile& file) {
   constexpr std::uint64_t kPiece = 1 << 20;
   std::vector<std::uint8_t> piece;
   const std::uint64_t size = file.rest->Size();
-  for (std::uint64_t at = 0; at < size; at += kPiece) {
+  for (std::uint64_t at = 0; at < size && !context_.Stops(); at += kPiece) {
     piece.resize(static_cast<std::size_t>(std::min(kPiece, size - at)));
     if (!file.rest->ReadAt(at, piece)) return false;
     writer_.Append(piece);

@@ -8,6 +8,7 @@
 #include "hhc/collect_sources.h"
 #include "hhc/compile_context.h"
 #include "hhc/compile_files.h"
+#include "hhc/output_check.h"
 #include "hhc/system_stream.h"
 #include "html/charset.h"
 #include "text/code_page.h"
@@ -50,6 +51,26 @@ std::string OutputPath(const Project& project, const std::string& folder,
   return LowerDrive(Joined(folder, path));
 }
 
+void ReportSource(CompileContext* context, const std::string& source) {
+  context->Report(MessageCode::kOutputFailed,
+                  {"write", context->result.output, "it is a source of the help file: " + source});
+}
+
+// Whether the output takes the place of none of the files from number `first` on, which is
+// reported otherwise.
+bool IsFreeOfSources(CompileContext* context, const SourceList& list, std::size_t first) {
+  const std::string source = SourceInOutputsPlace(context, list, first);
+  if (!source.empty()) ReportSource(context, source);
+  return source.empty();
+}
+
+// Why the output cannot be begun.
+std::string RefusalText(const std::error_code& error) {
+  if (error == std::errc::is_a_directory) return "it is a folder";
+  if (error == std::errc::invalid_argument) return "it is a device, a pipe or a socket";
+  return error.message();
+}
+
 void Compile(CompileContext* context, OutputFile* output) {
   const CompileRequest& request = context->request;
   CompileResult& result = context->result;
@@ -61,12 +82,17 @@ void Compile(CompileContext* context, OutputFile* output) {
   TopicFacts facts(*context);
 
   ProjectSources sources = CollectSources(context);
+  if (!IsFreeOfSources(context, sources.list, 0)) return;
+  const std::size_t named = sources.list.Size();
   CompileFiles(context, &sources, &writer, &facts);
+  if (context->Stops()) return;
   if (sources.list.Empty()) return context->Report(MessageCode::kNoTopics, {});
+  // Links may have led to more.
+  if (!IsFreeOfSources(context, sources.list, named)) return;
   if (!BuildStreams(context, sources, &facts, &writer)) return;
 
   const ContainerStatus status = writer.Finish();
-  if (status == ContainerStatus::kOk) context->listener.Finishing();
+  if (context->Stops()) return;
   if (status == ContainerStatus::kOk && output->Commit()) {
     result.output_size = writer.FileSize();
     result.made = true;
@@ -102,10 +128,12 @@ CompileResult CompileProject(const CompileRequest& request, const SourceFiles& f
 
   CompileContext context(request, files, std::move(project), folder, listener, &result);
   std::error_code error;
-  if (const auto output = OutputFile::Create(SystemPath(result.output), &error)) {
+  if (IsSameFile(path, result.output)) {
+    ReportSource(&context, path);
+  } else if (const auto output = OutputFile::Create(SystemPath(result.output), &error)) {
     Compile(&context, output.get());
   } else {
-    context.Report(MessageCode::kOutputFailed, {"open", result.output, error.message()});
+    context.Report(MessageCode::kOutputFailed, {"open", result.output, RefusalText(error)});
   }
   return result;
 }

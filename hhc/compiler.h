@@ -37,8 +37,9 @@ class CompileListener {
 
   virtual void Message(const CompileMessage& message) = 0;
 
-  // Called once, when the help file is complete and about to take the place of an earlier one.
-  virtual void Finishing() {}
+  // Whether to give the compile up: nothing of the new file remains, an earlier one stays. Asked
+  // often, the last time when the new file is complete and about to take the place of the earlier.
+  virtual bool StopWanted() const { return false; }
 };
 
 struct CompileRequest {
@@ -54,7 +55,8 @@ struct CompileRequest {
 };
 
 struct CompileResult {
-  bool made = false;  // the output file is there, complete
+  bool made = false;     // the output file is there, complete
+  bool stopped = false;  // it is not, because StopWanted() has said so
   bool project_found = true;
   std::string output;  // full path
   std::uint64_t output_size = 0;
@@ -67,8 +69,8 @@ struct CompileResult {
 };
 
 // Never throws for what the input holds; an output file that exists is replaced only by a complete
-// new one. Messages come in a fixed order, and the file's bytes depend on the input and the request
-// alone, not on the number of threads.
+// new one, and not at all when it is one of the compile's sources. Messages come in a fixed order,
+// and the file's bytes depend on the input and the request alone, not on the number of threads.
 CompileResult CompileProject(const CompileRequest& request, const SourceFiles& files,
                              CompileListener* listener);
 

@@ -1,6 +1,7 @@
 #include "hhc/page_loader.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "html/charset.h"
@@ -32,7 +33,13 @@ FileKind KindOfFile(std::string_view path) {
 
 PageLoader::PageLoader(const SourceFiles& files, int code_page, bool words, int threads)
     : files_(files), code_page_(code_page), words_(words) {
-  for (int i = 0; i < std::max(1, threads); ++i) threads_.emplace_back([this] { Work(); });
+  threads = std::max(1, threads);
+  threads_.reserve(static_cast<std::size_t>(threads));
+  try {
+    for (int i = 0; i < threads; ++i) threads_.emplace_back([this] { Work(); });
+  } catch (...) {
+    if (threads_.empty()) throw;  // fewer threads than wanted will do, none will not
+  }
 }
 
 PageLoader::~PageLoader() {
@@ -69,11 +76,12 @@ LoadedFile PageLoader::Take() {
   }
   --waiting_;
   room_ready_.notify_all();
+  if (job->exception) std::rethrow_exception(job->exception);
   return std::move(job->result);
 }
 
 void PageLoader::Work() {
-  WordCollector collector;
+  std::optional<WordCollector> collector;
   while (true) {
     Job* job = nullptr;
     {
@@ -82,7 +90,13 @@ void PageLoader::Work() {
       if (stopping_) return;
       job = jobs_[started_++].get();
     }
-    Load(job, &collector);
+    try {
+      if (!collector) collector.emplace();
+      Load(job, &*collector);
+    } catch (...) {  // out of memory: for the thread that takes the file to deal with
+      job->exception = std::current_exception();
+      collector.reset();
+    }
     {
       const std::lock_guard lock(mutex_);
       job->done = true;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <exception>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -53,7 +54,8 @@ class PageLoader {
   // Files submitted and not yet taken.
   std::size_t Waiting() const { return waiting_; }
 
-  // Waits for the oldest submitted file. There must be one.
+  // Waits for the oldest submitted file. There must be one. Throws what loading it has thrown, such
+  // as std::bad_alloc.
   LoadedFile Take();
 
  private:
@@ -63,6 +65,7 @@ class PageLoader {
     bool done = false;
     std::uint64_t size = 0;
     LoadedFile result;
+    std::exception_ptr exception;  // there is no result
   };
 
   void Work();

@@ -34,6 +34,7 @@ class SourceList {
 
   // Good until the next file is added.
   const File& At(std::size_t number) const { return files_[number]; }
+  std::size_t Size() const { return files_.size(); }
   bool Empty() const { return files_.empty(); }
 
   // The number of the next file to load. kNone when all have been given out, or when the next is no

@@ -1,7 +1,6 @@
 #include "lzx/parallel_encoder.h"
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 namespace scrivo {
@@ -21,11 +20,12 @@ ParallelEncoder::ParallelEncoder(std::size_t interval, int threads, Consumer con
   for (Slot& slot : slots_) {
     slot.input.reserve(interval);
   }
+  threads_.reserve(encoders_.size());
   try {
     for (LzxEncoder& encoder : encoders_) {
       threads_.emplace_back([this, &encoder] { Work(encoder); });
     }
-  } catch (const std::system_error&) {
+  } catch (...) {
     if (threads_.empty()) throw;  // fewer threads than wanted will do, none will not
   }
 }
@@ -70,6 +70,7 @@ void ParallelEncoder::ConsumeOldest() {
     std::unique_lock lock(mutex_);
     result_ready_.wait(lock, [&slot] { return slot.state == Slot::State::kDone; });
   }
+  if (slot.exception) std::rethrow_exception(slot.exception);
   consumer_(slot.result);
   slot.state = Slot::State::kFilling;
   slot.input.clear();
@@ -83,7 +84,11 @@ void ParallelEncoder::Work(LzxEncoder& encoder) {
     if (stopping_) return;
     Slot& slot = slots_[taken_++ % slots_.size()];
     lock.unlock();
-    encoder.Encode(slot.input, slot.result);
+    try {
+      encoder.Encode(slot.input, slot.result);
+    } catch (...) {  // out of memory: for the thread that wants the result to deal with
+      slot.exception = std::current_exception();
+    }
     lock.lock();
     slot.state = Slot::State::kDone;
     result_ready_.notify_one();

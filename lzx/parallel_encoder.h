@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <mutex>
 #include <span>
@@ -46,6 +47,7 @@ class ParallelEncoder {
     State state = State::kFilling;
     std::vector<std::uint8_t> input;
     LzxInterval result;
+    std::exception_ptr exception;  // there is no result
   };
 
   void SubmitFilling();

@@ -41,6 +41,8 @@ class Files {
   virtual std::unique_ptr<FileReader> OpenForReading(const std::string& path) = 0;
   // Creates or truncates the file and writes `bytes` as they are.
   virtual void Write(const std::string& path, const std::string& bytes) = 0;
+  // The same, but at every instant there is the earlier file (or none) or the new one, whole.
+  virtual void WriteWhole(const std::string& path, const std::string& bytes) = 0;
   // Opens the file at its end, creating it when it is missing, writes `bytes` and closes it.
   virtual void Append(const std::string& path, const std::string& bytes) = 0;
   // Removes a file. A read-only one only when `forced`; otherwise, and for one held open by a

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "bytes/output_file.h"
 #include "platform/command_line.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/interruption.h"
@@ -109,6 +110,15 @@ std::unique_ptr<FileReader> PosixFiles::OpenForReading(const std::string& path) 
 void PosixFiles::Write(const std::string& path, const std::string& bytes) {
   ThrowIfInterrupted();
   WriteAndClose(Open(path, O_WRONLY | O_CREAT | O_TRUNC), path, bytes);
+}
+
+void PosixFiles::WriteWhole(const std::string& path, const std::string& bytes) {
+  ThrowIfInterrupted();
+  std::error_code error;
+  const auto file = OutputFile::Create(path, &error);
+  const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  if (file && file->WriteAt(0, {data, bytes.size()}) && file->Commit()) return;
+  throw SystemError(file ? file->Reason().value() : error.value(), path);
 }
 
 void PosixFiles::Append(const std::string& path, const std::string& bytes) {

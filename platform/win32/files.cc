@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "bytes/output_file.h"
 #include "platform/win32/handle.h"
 #include "platform/win32/interruption.h"
 #include "platform/win32/system_error.h"
@@ -109,6 +110,18 @@ void Win32Files::Write(const std::string& path, const std::string& bytes) {
   const FileHandle file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS);
   if (!SetEndOfFile(file.get())) RaiseSystemError(GetLastError(), path);
   WriteAll(file.get(), path, bytes);
+}
+
+void Win32Files::WriteWhole(const std::string& path, const std::string& bytes) {
+  ThrowIfInterrupted();
+  std::error_code error;
+  const auto file = OutputFile::Create(path, &error);
+  const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  if (file && file->WriteAt(0, {data, bytes.size()}) && file->Commit()) return;
+  if (file) error = file->Reason();
+  // OutputFile refuses what no system call has failed for by a portable condition.
+  const bool has_code = error.category() == std::system_category();
+  RaiseSystemError(has_code ? static_cast<DWORD>(error.value()) : ERROR_ACCESS_DENIED, path);
 }
 
 void Win32Files::Append(const std::string& path, const std::string& bytes) {

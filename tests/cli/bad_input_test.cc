@@ -88,7 +88,7 @@ TEST_F(BadInput, SaysThatTheProjectFilesCannotBeWritten) {
 }
 
 TEST_F(BadInput, LeavesNoProjectFileWhenTheDiskFillsUpOnTheWay) {
-  output.Write("a.chm", "old");
+  output.Write("a.chm", "ITSF old");
   std::vector<std::string> written;
   UseFailingDisk()->on_write = [&](const std::string& path) {
     if (path.ends_with(".tmp.htm")) throw Error(kDiskFull, "", "Disk full: " + path);
@@ -98,12 +98,54 @@ TEST_F(BadInput, LeavesNoProjectFileWhenTheDiskFillsUpOnTheWay) {
   EXPECT_NE(err.find(". Free some space and try again.\n"), std::string::npos) << err;
   EXPECT_FALSE(written.empty()) << "nothing had to be removed";
   EXPECT_TRUE(ProjectFiles().empty());
-  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
   written.clear();
   EXPECT_EQ(Run({"project", WebPath()}), 1);
   EXPECT_FALSE(written.empty()) << "nothing had to be removed";
   EXPECT_TRUE(ProjectFiles().empty());
   EXPECT_EQ(out, "");
+}
+
+TEST_F(BadInput, RefusesAFolderAsTheOutput) {
+  const std::string reason = ": the help file cannot be made: it is a folder. Name a file in it.";
+  std::filesystem::create_directory(output.PathOf("folder"));
+  for (const char* name : {"folder", "folder/", "folder/.", "none/", "none/."}) {
+    EXPECT_EQ(Run({"compile", WebPath(), "-o", output.PathOf(name)}), 1) << name;
+    EXPECT_NE(err.find(reason), std::string::npos) << name << err;
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(output.PathOf("folder")));
+  EXPECT_FALSE(output.Has("none"));
+}
+
+TEST_F(BadInput, RefusesAFileOfTheWebAsTheOutputUnderAnyName) {
+  const std::string page = web.Read("docs/a.htm");
+  std::filesystem::create_hard_link(web.PathOf("docs/a.htm"), output.PathOf("linked.chm"));
+  web.Write("empty.htm", "");
+  for (const std::string& path : {web.PathOf("docs/a.htm"), output.PathOf("linked.chm")}) {
+    EXPECT_EQ(Run({"compile", WebPath(), "-o", path}), 1);
+    EXPECT_NE(err.find("it is docs/a.htm, a file of the web. Name another file with -o."),
+              std::string::npos)
+        << err;
+  }
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", web.PathOf("empty.htm")}), 1);
+  EXPECT_EQ(web.Read("docs/a.htm"), page);
+  EXPECT_EQ(output.Read("linked.chm"), page);
+  EXPECT_EQ(web.Read("empty.htm"), "");
+}
+
+TEST_F(BadInput, ReplacesHelpFilesAndEmptyFilesOnly) {
+  output.Write("letter.txt", "Dear Sir");
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", output.PathOf("letter.txt")}), 1);
+  ExpectError(
+      "OUT/letter.txt: the help file cannot be made: it exists and is not a help file. Remove it, or "
+      "name another file with -o.");
+  EXPECT_EQ(output.Read("letter.txt"), "Dear Sir");
+  output.Write("a.chm", "");
+  EXPECT_EQ(Compile(), 0) << err;
+  EXPECT_TRUE(output.Read("a.chm").starts_with("ITSF"));
+  EXPECT_EQ(Compile(), 0) << err;
+  web.Write("web.chm", output.Read("a.chm").substr(0, 100));
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", web.PathOf("web.chm")}), 0) << err;
 }
 
 }  // namespace

@@ -111,23 +111,23 @@ TEST_F(CompileCommand, TellsTheMessagesThatAStrictRunFailsForEvenWhenQuiet) {
 }
 
 TEST_F(CompileCommand, RefusesAnOutputWhoseNameACompilerWouldCut) {
-  output.Write("a.chm", "old");
+  output.Write("a.chm", "ITSF old");
   for (const std::string& name : {Output() + " ", " " + Output(), Output() + "\t"}) {
     EXPECT_EQ(Compile({"-o", name}), 2) << name;
     EXPECT_TRUE(err.starts_with("scrivo: error: --output: FILE ")) << err;
   }
-  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
 }
 
 TEST_F(CompileCommand, RefusesOptionsThatWouldAddLinesToTheProject) {
-  output.Write("b.chm", "old");
+  output.Write("b.chm", "ITSF old");
   const std::string more = "\r\nCompiled file=" + output.PathOf("b.chm");
   for (const char* option : {"--title", "--default-page", "-o"}) {
     EXPECT_EQ(Compile({option, "index.htm" + more}), 2) << option;
     EXPECT_NE(err.find(" contains a line break or another control character\n"), std::string::npos)
         << err;
   }
-  EXPECT_EQ(output.Read("b.chm"), "old");
+  EXPECT_EQ(output.Read("b.chm"), "ITSF old");
 }
 
 TEST_F(CompileCommand, RefusesAnOutputThatCannotBeMade) {

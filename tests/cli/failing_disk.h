@@ -31,6 +31,10 @@ class FailingDisk : public Files {
     on_write(path);
     disk_->Write(path, bytes);
   }
+  void WriteWhole(const std::string& path, const std::string& bytes) override {
+    on_write(path);
+    disk_->WriteWhole(path, bytes);
+  }
   void Append(const std::string& path, const std::string& bytes) override {
     on_write(path);
     disk_->Append(path, bytes);

@@ -58,9 +58,9 @@ TEST_F(ForeignCompiler, FailsForItsMessagesWhenStrict) {
 }
 
 TEST_F(ForeignCompiler, LeavesTheEarlierFileWhenItRefuses) {
-  output.Write("a.chm", "old");
+  output.Write("a.chm", "ITSF old");
   EXPECT_EQ(CompileWithFake("refuse"), 1);
-  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
   EXPECT_TRUE(Plain(err).ends_with(
       "Compilation stopped.\n"
       "scrivo: error: OUT/a.chm: no help file was made; the earlier file is kept\n"))
@@ -95,9 +95,9 @@ TEST_F(ForeignCompiler, IsNotTakenAtItsWordAboutAFileThatIsCutShort) {
 }
 
 TEST_F(ForeignCompiler, LeavesTheEarlierFileWhenItCrashes) {
-  output.Write("a.chm", "old");
+  output.Write("a.chm", "ITSF old");
   EXPECT_EQ(CompileWithFake("crash"), 1);
-  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
   EXPECT_EQ(FilesBesideOutput(), 1u);
   EXPECT_TRUE(ProjectFiles().empty());
   EXPECT_NE(Plain(err).find("; the help file that it made is incomplete. "), std::string::npos)
@@ -152,14 +152,14 @@ TEST_F(ForeignCompiler, MustBeAFile) {
 }
 
 TEST_F(ForeignCompiler, IsNotToldOfAsRunWhenItCannotBeStarted) {
-  output.Write("a.chm", "old");
+  output.Write("a.chm", "ITSF old");
   web.Write("hhc", "no program");
   EXPECT_EQ(Compile({"--compiler", web.PathOf("hhc"), "-q"}), 1);
   EXPECT_TRUE(
       Plain(err).starts_with("scrivo: error: WEB/hhc: the compiler could not be started: it "))
       << err;
   EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
-  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
   EXPECT_EQ(FilesBesideOutput(), 1u);
   EXPECT_TRUE(ProjectFiles().empty());
 }

@@ -26,6 +26,9 @@ class MemoryFiles : public Files {
   std::uint64_t Size(const std::string& path) override { return Content(path).size(); }
   std::unique_ptr<FileReader> OpenForReading(const std::string& path) override;
   void Write(const std::string& path, const std::string& bytes) override;
+  void WriteWhole(const std::string& path, const std::string& bytes) override {
+    Write(path, bytes);
+  }
   void Append(const std::string& path, const std::string& bytes) override;
   void Remove(const std::string& path, bool forced) override;
   void Replace(const std::string& from, const std::string& to) override;

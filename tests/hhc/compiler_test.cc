@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 
 #include "tests/hhc/internal_streams.h"
 #include "tests/hhc/project_folder.h"
@@ -514,6 +515,86 @@ TEST_F(CompilerTest, ReadsLargeFilesInPieces) {
   folder_.Write("big.bin", std::string(9 << 20, 'b') + "end");
   ASSERT_TRUE(Compile().made);
   EXPECT_TRUE(Opened()->Bytes("/big.bin") == folder_.Read("big.bin"));
+}
+
+TEST_F(CompilerTest, NeverReplacesASourceOfItsOwn) {
+  WriteSample();
+  const std::string project = folder_.Read("help.hhp");
+  std::filesystem::create_hard_link(folder_.Path("index.htm"), folder_.Path("other name.chm"));
+  // A listed page, also under another name; the project; the contents; a page that is linked to; a
+  // style sheet that the linked page names.
+  for (const char* name :
+       {"index.htm", "other name.chm", "help.hhp", "a.hhc", "sub/Two.htm", "sub/s.css"}) {
+    const std::string content = folder_.Read(name);
+    std::string own_project = project;
+    const std::string output = "Compiled file=help.chm";
+    own_project.replace(own_project.find(output), output.size(),
+                        std::string("Compiled file=") + name);
+    folder_.Write("help.hhp", own_project);
+    recorder_ = {};
+    EXPECT_FALSE(Compile().made) << name;
+    ASSERT_FALSE(recorder_.messages.empty()) << name;
+    EXPECT_NE(recorder_.messages.back().find("source of the help file"), std::string::npos)
+        << recorder_.messages.back();
+    if (std::string(name) != "help.hhp") {
+      EXPECT_EQ(folder_.Read(name), content) << name;
+    }
+    EXPECT_TRUE(folder_.Read("help.hhp") == own_project);
+  }
+}
+
+TEST_F(CompilerTest, ReplacesTheEarlierHelpFileThatAPatternOrALinkLeadsTo) {
+  folder_.Write("help.hhp", "[OPTIONS]\r\nCompiled file=help.chm\r\n[FILES]\r\n*.*\r\n");
+  folder_.Write("index.htm", Page("Start", "<a href=help.chm>all of it</a>"));
+  EXPECT_TRUE(Compile().made);
+  EXPECT_TRUE(Compile().made);
+  folder_.Write("help.hhp", "[OPTIONS]\r\nCompiled file=help.chm\r\n[FILES]\r\nhelp.chm\r\n");
+  EXPECT_FALSE(Compile().made) << "it is listed by its name";
+}
+
+TEST_F(CompilerTest, RefusesAFolderAsTheOutput) {
+  folder_.Write("folder/a.txt", "kept");
+  folder_.Write("index.htm", Page("Start", ""));
+  for (const char* name : {"folder", "folder/", "none/"}) {
+    folder_.Write("help.hhp", std::string("[OPTIONS]\r\nCompiled file=") + name +
+                                  "\r\n[FILES]\r\nindex.htm\r\n");
+    recorder_ = {};
+    EXPECT_FALSE(Compile().made) << name;
+    ASSERT_EQ(recorder_.messages.size(), 1u) << name;
+    EXPECT_NE(recorder_.messages[0].find(name), std::string::npos) << recorder_.messages[0];
+  }
+  EXPECT_EQ(folder_.Read("folder/a.txt"), "kept");
+  EXPECT_FALSE(folder_.Has("none"));
+}
+
+// Wants to stop when it has been asked so many times.
+class StoppingRecorder : public CompileRecorder {
+ public:
+  explicit StoppingRecorder(int questions) : questions_(questions) {}
+  bool StopWanted() const override { return --questions_ < 0; }
+
+ private:
+  mutable int questions_;
+};
+
+TEST_F(CompilerTest, StopsAtAnyMomentAndLeavesTheEarlierFile) {
+  WriteSample();
+  folder_.Write("i.gif", std::string(9 << 20, 'x'));  // too large to be read at once
+  folder_.Write("help.chm", "earlier");
+  bool made = false;
+  int questions = 0;
+  for (; !made; ++questions) {
+    StoppingRecorder recorder(questions);
+    const CompileResult result = folder_.Compile(&recorder, "help.hhp", 1);
+    made = result.made;
+    EXPECT_EQ(result.stopped, !made);
+    EXPECT_TRUE(recorder.messages.empty()) << questions;
+    if (!made) {
+      EXPECT_EQ(folder_.Read("help.chm"), "earlier");
+    }
+    EXPECT_FALSE(folder_.Has("help.chm.scrivo-new"));
+  }
+  EXPECT_GT(questions, 12);
 }
 
 }  // namespace

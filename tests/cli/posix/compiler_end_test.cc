@@ -12,10 +12,10 @@ class CompilerEnd : public ScrivoRun {};
 TEST_F(CompilerEnd, LeavesNoCompilerRunningThatCouldWriteOverTheEarlierFile) {
   while (waitpid(-1, nullptr, 0) > 0) {  // children of earlier tests, which are about to end
   }
-  output.Write("a.chm", "old");
+  output.Write("a.chm", "ITSF old");
   EXPECT_EQ(CompileWithFake("live on"), 1);
   EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "the compiler is still running";
-  EXPECT_EQ(output.Read("a.chm"), "old");
+  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
   EXPECT_NE(Plain(err).find("HHC: closed its output without exiting and was terminated. "),
             std::string::npos)
       << err;

@@ -17,7 +17,13 @@ namespace scrivo {
 namespace {
 
 // Holds that `work` says yes in a child process.
-#define EXPECT_IN_A_CHILD(work) EXPECT_EXIT(_exit((work)() ? 0 : 1), testing::ExitedWithCode(0), "")
+#define EXPECT_IN_A_CHILD(work) \
+  EXPECT_EXIT((HeedSignals(), _exit((work)() ? 0 : 1)), testing::ExitedWithCode(0), "")
+
+// The tests may have been started by somebody who ignores signals, such as nohup.
+void HeedSignals() {
+  for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) signal(signal_number, SIG_DFL);
+}
 
 bool IsInterrupted(const std::function<void()>& work) {
   try {
@@ -29,7 +35,7 @@ bool IsInterrupted(const std::function<void()>& work) {
 }
 
 TEST(Interruption, EndsTheProgramUntilItIsCaught) {
-  EXPECT_EXIT(raise(SIGINT), testing::KilledBySignal(SIGINT), "");
+  EXPECT_EXIT((HeedSignals(), raise(SIGINT)), testing::KilledBySignal(SIGINT), "");
 }
 
 TEST(Interruption, IsRememberedOnceItIsCaught) {

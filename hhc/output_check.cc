@@ -1,0 +1,51 @@
+#include "hhc/output_check.h"
+
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+#include "chm/container_format.h"
+#include "project/source_files.h"
+
+namespace scrivo {
+namespace {
+
+bool IsHelpFile(const std::string& path) {
+  std::error_code error;
+  const auto source = OpenFileSource(SystemPath(path), &error);
+  std::array<std::uint8_t, 4> start{};
+  return source != nullptr && source->ReadAt(0, start) &&
+         std::string_view(reinterpret_cast<const char*>(start.data()), start.size()) ==
+             itsf::kSignature;
+}
+
+bool IsListedByName(CompileContext* context, const SourceList::File& file) {
+  for (const ProjectLine& line : context->project.files) {
+    if (line.text.find_first_of("*?") != std::string::npos) continue;
+    const auto found = context->tree.FindListed(line.text);
+    if (found && found->disk_path == file.found.disk_path) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+  std::error_code ignored;
+  return std::filesystem::equivalent(SystemPath(one), SystemPath(other), ignored);
+}
+
+std::string SourceInOutputsPlace(CompileContext* context, const SourceList& list,
+                                 std::size_t first) {
+  const std::string& output = context->result.output;
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(SystemPath(output), ignored)) return {};
+  for (std::size_t number = first; number < list.Size(); ++number) {
+    const SourceList::File& file = list.At(number);
+    if (!IsSameFile(file.found.disk_path, output)) continue;
+    if (!IsHelpFile(output) || IsListedByName(context, file)) return file.found.address;
+  }
+  return {};
+}
+
+}  // namespace scrivo

@@ -1,0 +1,23 @@
+#pragma once
+
+// Keeps a compile from replacing one of its own sources.
+
+#include <cstddef>
+#include <string>
+
+#include "hhc/compile_context.h"
+#include "hhc/source_list.h"
+
+namespace scrivo {
+
+// The first file of `list` from number `first` on that the output would replace, as the project
+// names it; empty when there is none. Files are compared by identity, whatever their names. An
+// earlier help file is no source, unless the project lists it by its name: patterns and links lead
+// to it without being meant.
+std::string SourceInOutputsPlace(CompileContext* context, const SourceList& list,
+                                 std::size_t first);
+
+// Whether both paths (UTF-8, "/" separators) lead to one file that is there.
+bool IsSameFile(const std::string& one, const std::string& other);
+
+}  // namespace scrivo
