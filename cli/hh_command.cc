@@ -25,10 +25,8 @@ constexpr char kUsage[] =
     "Unpacks the compiled help file FILE into FOLDER, which is created if necessary.\n"
     "  -v          print the name of each file written\n"
     "  --internal  also write the streams of the help system (#SYSTEM, $FIftiMain, ...)\n"
-    "Exit status: 0 if everything was unpacked, 1 if something was not or was renamed, or the
-"
-    "program was interrupted, 2 if the command line is wrong.
-";
+    "Exit status: 0 if everything was unpacked, 1 if something was not or was renamed, or the\n"
+    "program was interrupted, 2 if the command line is wrong.\n";
 
 class Printer : public UnpackListener {
  public:

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "text/ascii_text.h"
 #include "text/code_page.h"
 
 namespace scrivo {
@@ -102,7 +103,7 @@ std::string MakeSafePart(std::string_view part, NameRules rules) {
     safe[i - 1] = kReplacement;
   }
   if (IsDeviceName(safe)) safe.insert(safe.begin(), kReplacement);
-  if (FoldFileName(safe).ends_with(kGrowingEnding)) safe += kReplacement;
+  if (AsciiLowered(safe).ends_with(kGrowingEnding)) safe += kReplacement;
   return safe;
 }
 

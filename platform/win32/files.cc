@@ -115,7 +115,7 @@ void Win32Files::Write(const std::string& path, const std::string& bytes) {
 void Win32Files::WriteWhole(const std::string& path, const std::string& bytes) {
   ThrowIfInterrupted();
   std::error_code error;
-  const auto file = OutputFile::Create(path, &error);
+  const auto file = OutputFile::Create(Wide(path), &error);
   const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
   if (file && file->WriteAt(0, {data, bytes.size()}) && file->Commit()) return;
   if (file) error = file->Reason();

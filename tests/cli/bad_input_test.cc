@@ -137,7 +137,8 @@ TEST_F(BadInput, ReplacesHelpFilesAndEmptyFilesOnly) {
   output.Write("letter.txt", "Dear Sir");
   EXPECT_EQ(Run({"compile", WebPath(), "-o", output.PathOf("letter.txt")}), 1);
   ExpectError(
-      "OUT/letter.txt: the help file cannot be made: it exists and is not a help file. Remove it, or "
+      "OUT/letter.txt: the help file cannot be made: it exists and is not a help file. Remove it, "
+      "or "
       "name another file with -o.");
   EXPECT_EQ(output.Read("letter.txt"), "Dear Sir");
   output.Write("a.chm", "");

@@ -18,7 +18,6 @@ WriteResult Failed() {
   switch (error.value()) {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
-    case ERROR_DISK_QUOTA_EXCEEDED:
     case ERROR_WRITE_PROTECT:
     case ERROR_NOT_READY:
     case ERROR_IO_DEVICE:
