@@ -118,9 +118,7 @@ void Show(const std::string& help_file, Console& console) {
   console.Warn(help_file + ": no program could be started to open it");
 }
 
-}  // namespace
-
-int CompileWeb(const CompileOptions& options, Console& console) {
+int CompileTelling(const CompileOptions& options, bool tell_result, Console& console) {
   console.BeginStep("Reading " + options.web);
   WebToCompile web(options, console);
   const std::string& output = web.job.output;
@@ -136,13 +134,25 @@ int CompileWeb(const CompileOptions& options, Console& console) {
                  (had_earlier ? "; the earlier file is kept" : ""));
     return 1;
   }
-  console.Note("Made " + output + ": " + CountsText(web.counts) + ", " +
-               SizeText(TheServices().files->Size(output)) + ", " +
-               DurationText(console.Seconds()));
+  if (tell_result) {
+    console.Note("Made " + output + ": " + CountsText(web.counts) + ", " +
+                 SizeText(TheServices().files->Size(output)) + ", " +
+                 DurationText(console.Seconds()));
+  }
   if (options.view) Show(output, console);
   if (!options.strict || report.Messages() == 0) return 0;
   TellWhyStrictFails(options, report, console);
   return 1;
+}
+
+}  // namespace
+
+int CompileWeb(const CompileOptions& options, Console& console) {
+  return CompileTelling(options, true, console);
+}
+
+int CompileWebForUse(const CompileOptions& options, Console& console) {
+  return CompileTelling(options, false, console);
 }
 
 int WriteProjectOf(const CompileOptions& options, Console& console) {

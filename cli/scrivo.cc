@@ -5,10 +5,13 @@
 #include "cli/compile_command.h"
 #include "cli/decompile_command.h"
 #include "cli/error_text.h"
+#include "cli/export_command.h"
 #include "cli/info_command.h"
 #include "cli/list_command.h"
 #include "cli/suggestion.h"
+#include "cli/text_command.h"
 #include "cli/tree_command.h"
+#include "cli/view_command.h"
 #include "system/interruption.h"
 
 namespace scrivo {
@@ -30,7 +33,48 @@ using Work = std::function<int(Console& console)>;
 
 int RunOnConsole(const Work& work, bool quiet, const Streams& streams);
 
-std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_file) {
+// Behind the options of an export itself those of a compile that say what is in the help file.
+std::vector<Option> WithWebOptions(std::vector<Option> options, ExportOptionsGiven* site) {
+  for (Option& option : AllCompileOptions(&site->web)) {
+    constexpr std::string_view kOfTheFile[] = {"--output", "--keep-project", "--view"};
+    if (std::find(std::begin(kOfTheFile), std::end(kOfTheFile), option.name) ==
+        std::end(kOfTheFile)) {
+      options.push_back(std::move(option));
+    }
+  }
+  return options;
+}
+
+Option ForceOption(ExportOptionsGiven* site) {
+  return {"--force", "", "",
+          "write into a folder that is not empty, replacing the files\n"
+          "of an earlier export and no others",
+          [=](const std::string&) { site->force = true; }};
+}
+
+Option ScriptsOption(ExportOptionsGiven* site) {
+  return {"--scripts", "", "", "keep the pages' own scripts",
+          [=](const std::string&) { site->scripts = true; }};
+}
+
+std::vector<Option> SiteOptions(ExportOptionsGiven* site) {
+  return WithWebOptions({ForceOption(site), ScriptsOption(site)}, site);
+}
+
+std::vector<Option> ViewOptions(ExportOptionsGiven* site) {
+  return WithWebOptions({ScriptsOption(site)}, site);
+}
+
+std::vector<Option> TextOptions(ExportOptionsGiven* site) {
+  return WithWebOptions(
+      {{"--output", "-o", "FOLDER", "write one file per topic, and the pictures, into a folder",
+        [=](const std::string& value) { site->folder = value; }},
+       ForceOption(site)},
+      site);
+}
+
+std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_file,
+                                  ExportOptionsGiven* site) {
   const auto on_web = [web](int (*command)(const CompileOptions&, Console&)) {
     return [=](const Streams& streams) {
       const auto work = [=](Console& console) { return command(*web, console); };
@@ -40,6 +84,10 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
   const Syntax::Operand file = {"FILE", "a compiled help file (.chm)", &help_file->file};
   const Syntax::Operand folder = {"FOLDER", "where to put its files; created if necessary",
                                   &help_file->folder};
+  const Syntax::Operand source = {
+      "SOURCE", "a help file (.chm), a help project (.hhp) or a web's folder", &site->web.web};
+  const Syntax::Operand site_folder = {"FOLDER", "where to put the site; created if necessary",
+                                       &site->folder};
   const Option quiet = {"--quiet", "-q", "", "print errors only",
                         [=](const std::string&) { help_file->quiet = true; }};
   const Option internal = {"--internal", "", "", "include the help file's internal streams",
@@ -68,6 +116,34 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
        [=](const Streams& streams) {
          const auto work = [=](Console& console) { return UnpackFile(*help_file, console); };
          return RunOnConsole(work, help_file->quiet, streams);
+       }},
+      {{"export",
+        "Makes a site for any browser from a help file, a help project or a web.",
+        {source, site_folder},
+        SiteOptions(site),
+        "The site needs no server: open its index.html. Options for compiling apply to webs only."},
+       [=](const Streams& streams) {
+         const auto work = [=](Console& console) { return ExportToSite(*site, console); };
+         return RunOnConsole(work, site->web.quiet, streams);
+       }},
+      {{"view",
+        "Shows a help file, a help project or a web in the browser.",
+        {source},
+        ViewOptions(site),
+        "The site is made once and kept in your cache. Options for compiling apply to webs only."},
+       [=](const Streams& streams) {
+         const auto work = [=](Console& console) { return ViewAsSite(*site, console); };
+         return RunOnConsole(work, site->web.quiet, streams);
+       }},
+      {{"text",
+        "Prints a help file's, a project's or a web's topics as Markdown.",
+        {source},
+        TextOptions(site)},
+       [=](const Streams& streams) {
+         const auto work = [=, &streams](Console& console) {
+           return ExportToText(*site, console, streams.out);
+         };
+         return RunOnConsole(work, site->web.quiet, streams);
        }},
       {{"list", "Prints the files in a help file and their sizes.", {file}, {internal}},
        [=](const Streams& streams) {
@@ -128,7 +204,8 @@ int RunOnConsole(const Work& work, bool quiet, const Streams& streams) {
 int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams) {
   CompileOptions web;
   HelpFileOptions help_file;
-  const std::vector<Command> commands = MakeCommands(&web, &help_file);
+  ExportOptionsGiven site;
+  const std::vector<Command> commands = MakeCommands(&web, &help_file, &site);
   try {
     if (arguments.empty()) {
       streams.err << Overview(commands);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <ostream>
+#include <string>
+
+#include "cli/compile_options.h"
+#include "cli/help_source.h"
+#include "ui/console/console.h"
+
+namespace scrivo {
+
+// What the command line says about a site; the source is `web.web`.
+struct ExportOptionsGiven {
+  CompileOptions web;  // how a web is compiled
+  std::string folder;
+  bool force = false;    // also into a folder that is not empty
+  bool scripts = false;  // leave the pages' own scripts in
+};
+
+// Makes a site of a help file, a help project or a web. Returns the exit status: 0 when all of it
+// was exported, 1 when something could not be, which has been told. Throws std::runtime_error when
+// there is no site.
+int ExportToSite(const ExportOptionsGiven& options, Console& console);
+
+struct SiteMade {
+  int status = 0;  // the exit status
+  std::size_t pages = 0;
+  std::uint64_t bytes = 0;
+};
+
+// Makes the site of an open source in `folder`. Throws as ExportToSite does.
+SiteMade MakeSite(const HelpSource& source, bool scripts, const std::filesystem::path& folder,
+                  bool force, Console& console);
+
+}  // namespace scrivo

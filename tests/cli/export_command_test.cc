@@ -1,0 +1,100 @@
+// The commands that show a help file: export, text and view.
+
+#include "cli/hhc_command.h"
+#include "tests/cli/scrivo_run.h"
+
+namespace scrivo {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ExportCommand : public ScrivoRun {
+ protected:
+  static std::string Book() {
+    return std::string(SCRIVO_SOURCE_DIR) + "/tests/reader/book/book.hhp";
+  }
+  std::string Site() const { return output.PathOf("site"); }
+  std::string Page(const std::string& name) const { return output.Read("site/pages/" + name); }
+};
+
+TEST_F(ExportCommand, MakesASiteOfAProject) {
+  EXPECT_EQ(Run({"export", Book(), Site()}), 0) << err;
+  EXPECT_NE(out.find("9 pages"), std::string::npos) << out;
+  for (const char* name :
+       {"index.html", "keywords.html", "data/contents.js", "data/search.js", "data/words/0.js",
+        "data/text/0.js", "reader/reader.js", "reader/page.js", "pages/beds/C_.htm"}) {
+    EXPECT_TRUE(output.Has(std::string("site/") + name)) << name;
+  }
+  EXPECT_NE(output.Read("site/index.html").find("<title>Gardens &amp; &lt;paths&gt;</title>"),
+            std::string::npos);
+  EXPECT_NE(output.Read("site/index.html").find("<html lang=\"de\">"), std::string::npos);
+  EXPECT_NE(Page("start.htm").find("Caf\xC3\xA9"), std::string::npos);
+  EXPECT_NE(Page("old.htm").find("\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E"), std::string::npos);
+  // Nothing is left beside the project.
+  EXPECT_FALSE(fs::exists(fs::path(Book()).parent_path() / "book.chm"));
+}
+
+TEST_F(ExportCommand, MakesTheSameSiteOfTheHelpFile) {
+  fs::copy(fs::path(Book()).parent_path(), output.PathOf("book"), fs::copy_options::recursive);
+  const std::string project = output.PathOf("book/book.hhp");
+  ASSERT_EQ(Run({"export", project, Site()}), 0) << err;
+  const std::string page = Page("objects.htm");
+  HhcSurroundings surroundings;
+  surroundings.gnu = true;
+  surroundings.working_folder = output.PathOf("book");
+  std::ostringstream ignored;
+  ASSERT_EQ(RunHhc({"book.hhp"}, surroundings, ignored, ignored), 0) << ignored.str();
+  ASSERT_EQ(Run({"export", output.PathOf("book/book.chm"), Site(), "--force"}), 0) << err;
+  // But for the word that comes from the help file's bytes.
+  EXPECT_EQ(Page("objects.htm").size(), page.size());
+}
+
+TEST_F(ExportCommand, MakesASiteOfAWeb) {
+  ASSERT_EQ(Run({"export", WebPath(), Site(), "--title", "My web"}), 0) << err;
+  EXPECT_NE(output.Read("site/index.html").find("<title>My web</title>"), std::string::npos);
+  EXPECT_NE(output.Read("site/data/contents.js").find("1,\"First\",\"docs/a.htm\""),
+            std::string::npos);
+  EXPECT_NE(output.Read("site/keywords.html").find("pages/docs/a.htm"), std::string::npos);
+  EXPECT_TRUE(ProjectFiles().empty());
+}
+
+TEST_F(ExportCommand, RefusesAFolderThatIsNotEmptyUnlessForced) {
+  output.Write("site/mine.txt", "mine");
+  EXPECT_EQ(Run({"export", Book(), Site()}), 1);
+  EXPECT_NE(err.find("the folder is not empty"), std::string::npos) << err;
+  EXPECT_FALSE(output.Has("site/index.html"));
+  EXPECT_EQ(Run({"export", Book(), Site(), "--force"}), 0) << err;
+  EXPECT_EQ(output.Read("site/mine.txt"), "mine");
+}
+
+TEST_F(ExportCommand, SaysWhatIsWrongWithItsSource) {
+  EXPECT_EQ(Run({"export", output.PathOf("none.chm"), Site()}), 1);
+  EXPECT_NE(err.find("none.chm"), std::string::npos) << err;
+  output.Write("bad.chm", "no help file");
+  EXPECT_EQ(Run({"export", output.PathOf("bad.chm"), Site()}), 1);
+  EXPECT_NE(err.find("bad.chm"), std::string::npos) << err;
+  EXPECT_FALSE(output.Has("site"));
+  EXPECT_EQ(Run({"export", Book()}), 2);
+}
+
+TEST_F(ExportCommand, PrintsTheTopicsAsMarkdown) {
+  ASSERT_EQ(Run({"text", Book(), "--quiet"}), 0) << err;
+  EXPECT_TRUE(out.starts_with("<a id=\"start.htm\"></a>\n\n# Welcome\n\n## The garden\n")) << out;
+  EXPECT_NE(out.find("A [rose](#beds/roses.htm), a [tulip](#beds/tulips.htm)"), std::string::npos);
+  EXPECT_NE(out.find("\n# Beds\n"), std::string::npos);
+  EXPECT_NE(out.find("| Tool | Use |\n| --- | --- |\n| Spade | digs |\n"), std::string::npos);
+  EXPECT_LT(out.find("\n## Roses\n"), out.find("\n## Tulips\n"));
+  EXPECT_NE(out.find("Weeds grow here."), std::string::npos);  // outside the contents
+}
+
+TEST_F(ExportCommand, WritesTheTopicsIntoAFolder) {
+  ASSERT_EQ(Run({"text", Book(), "-o", Site(), "--quiet"}), 0) << err;
+  EXPECT_TRUE(output.Read("site/beds/tulips.md").starts_with("# Tulips\n\nTulips flower"));
+  EXPECT_NE(output.Read("site/index.md").find("  - [Roses](beds/roses.md)\n"), std::string::npos);
+  EXPECT_NE(output.Read("site/beds/roses.md").find("[On to tulips](tulips.md)"), std::string::npos);
+  EXPECT_EQ(Run({"text", Book(), "-o", Site()}), 1);
+  EXPECT_EQ(Run({"text", Book(), "-o", Site(), "--force"}), 0) << err;
+}
+
+}  // namespace
+}  // namespace scrivo
