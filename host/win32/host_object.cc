@@ -26,7 +26,8 @@ ULONG HostObject::Release() {
 }
 
 void HostObject::Entering(const DispatchMember& member) {
-  world_->faults.Count(std::string(class_name_) + "." + Narrow(std::wstring_view(member.name)));
+  if (!world_->before_call) return;
+  world_->before_call(std::string(class_name_) + "." + Narrow(std::wstring_view(member.name)));
 }
 
 Variant HostObject::Parent() { return ApplicationOf(world_); }

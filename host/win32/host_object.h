@@ -14,9 +14,9 @@ class HostWorld;
 // The number of failures that an argument's value causes.
 constexpr std::int32_t kBadArgument = static_cast<std::int32_t>(E_INVALIDARG);
 
-// An object of the host's object model. It is counted in its world, each call of a member passes
-// the world's faults, and it keeps the world alive: an add-in may hold it for longer than the host
-// runs.
+// An object of the host's object model. It is counted in its world, each call of a member is
+// told to the world first, and it keeps the world alive: an add-in may hold it for longer than the
+// host runs.
 class HostObject : public DispatchObject {
  public:
   ULONG STDMETHODCALLTYPE AddRef() override;

@@ -8,7 +8,6 @@
 
 #include "com/win32/com_ptr.h"
 #include "host/bar_model.h"
-#include "host/call_faults.h"
 #include "host/session.h"
 #include "host/win32/addin_list.h"
 
@@ -28,8 +27,10 @@ class HostWorld : public std::enable_shared_from_this<HostWorld> {
   Session session;
   BarModel bars;
   AddinList addins;
-  CallFaults faults;
 
+  // Called before each member that an add-in calls, with "Class.Member"; what it throws becomes the
+  // call's failure. Empty: nothing happens.
+  std::function<void(const std::string& member)> before_call;
   // Opens a page of the web in the program that is registered for it; empty: nothing happens.
   std::function<void(const std::string& path)> open_document;
   // Ends the program; empty: nothing happens.

@@ -1,3 +1,4 @@
+#include "tests/host/win32/call_faults.h"
 #include "tests/host/win32/model_test.h"
 
 namespace scrivo::host {
@@ -89,21 +90,24 @@ TEST_F(ApplicationTest, QuitAsksTheProgramToEnd) {
 
 TEST_F(ApplicationTest, EveryCallCanBeMadeToFail) {
   std::vector<std::string> members;
-  world->faults.listener = [&](const std::string& member) { members.push_back(member); };
-  world->faults.FailEvery(2);
+  CallFaults faults;
+  world->before_call = [&](const std::string& member) {
+    members.push_back(member);
+    faults.Count(member);
+  };
+  faults.FailEvery(2);
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, S_OK);
   const Outcome outcome = Invoke(application, L"Version", kGet);
   EXPECT_EQ(outcome.code, DISP_E_EXCEPTION);
   EXPECT_EQ(outcome.description, "The host refuses Application.Version.");
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, S_OK);
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, DISP_E_EXCEPTION);
-  EXPECT_EQ(world->faults.calls(), 4);
+  EXPECT_EQ(faults.Calls(), 4);
   EXPECT_EQ(members[1], "Application.Version");
-  world->faults.FailOnly(1);
+  faults.FailOnly(1);
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, DISP_E_EXCEPTION);
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, S_OK);
-  world->faults.FailEvery(0);
-  world->faults.listener = nullptr;
+  world->before_call = nullptr;
 }
 
 TEST_F(ApplicationTest, ObjectsOutliveTheWorldOfTheirProgram) {

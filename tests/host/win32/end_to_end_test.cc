@@ -9,6 +9,7 @@
 #include "platform/win32/shell_api.h"
 #include "tests/addin/win32/library.h"
 #include "tests/doubles/sample_web.h"
+#include "tests/host/win32/call_faults.h"
 #include "tests/host/win32/window_test.h"
 
 namespace scrivo::host {
@@ -268,18 +269,20 @@ TEST_F(EndToEndTest, EveryRefusalOfTheHostLeavesItsWindowAtWork) {
     world->addins.ConnectAtStart(kAtStartup);
     world->addins.DisconnectAll();
   };
-  world->faults.FailOnly(0);
+  CallFaults faults;
+  world->before_call = [&](const std::string& member) { faults.Count(member); };
   connect_and_disconnect();
-  const long calls = world->faults.calls();
+  const long calls = faults.Calls();
   EXPECT_GT(calls, 50);
   application = LateBound();
   for (long call = 1; call <= calls; ++call) {
-    world->faults.FailOnly(call);
+    faults.FailOnly(call);
     connect_and_disconnect();
-    world->faults.FailOnly(0);
+    faults.FailOnly(0);
     world->bars.DropTemporaries();
     EXPECT_EQ(world->references, 0) << "after a failure of call " << call;
   }
+  world->before_call = nullptr;
 }
 
 TEST_F(EndToEndTest, TheProgramShowsTheCompileDialogAtOnceWhenConnectedExternally) {
