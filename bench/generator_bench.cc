@@ -10,11 +10,11 @@
 #include "errors/error_handler.h"
 #include "generator/frm_main.h"
 #include "platform/globals.h"
-#include "platform/memory_registry.h"
 #include "system/services.h"
 #include "tests/doubles/fake_desktop.h"
 #include "tests/doubles/fake_system.h"
 #include "tests/doubles/memory_files.h"
+#include "tests/doubles/memory_registry.h"
 #include "tests/doubles/memory_site.h"
 
 namespace scrivo {
