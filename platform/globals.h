@@ -25,8 +25,7 @@ struct GlobalState {
   std::string working_folder;
   // Full path of the help compiler once it was found or chosen; kept until the program ends.
   std::string compiler_path;
-  // File name of the help compiler in its folder: "hhc.exe", or "hhc" in the POSIX style. The
-  // command line may name another.
+  // File name of the help compiler in its folder: "hhc.exe", or "hhc" in the POSIX style.
   std::string compiler_file_name;
   // The program that takes a compiled file apart, found through the search path: "hh.exe", or
   // "hh".

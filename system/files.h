@@ -48,9 +48,6 @@ class Files {
   // Removes a file. A read-only one only when `forced`; otherwise, and for one held open by a
   // program that does not share it, kPermissionDenied. A missing one is kFileNotFound.
   virtual void Remove(const std::string& path, bool forced) = 0;
-  // Gives `from` the name `to`, replacing what has that name, in one step that no reader sees half
-  // done.
-  virtual void Replace(const std::string& from, const std::string& to) = 0;
   // Makes one folder; a missing parent is kPathNotFound, an existing one kFileAlreadyExists.
   virtual void MakeFolder(const std::string& path) = 0;
   // The names in a folder, in no particular order, without "." and "..".

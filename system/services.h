@@ -12,11 +12,11 @@
 namespace scrivo {
 
 // Everything that this system asks of the operating system. The entry point (library, command line
-// or test) fills it once, before anything else runs, and may replace single members (a terminal as
-// the desktop, a registry in memory).
+// or test) fills it once, before anything else runs, and may replace single members (doubles in a
+// test).
 struct Services {
   std::shared_ptr<Files> files;
-  std::shared_ptr<RegistryStore> registry;
+  std::shared_ptr<RegistryStore> registry;  // null on a system that has none
   std::shared_ptr<Processes> processes;
   std::shared_ptr<Desktop> desktop;
   std::shared_ptr<ShellServices> shell;

@@ -1,10 +1,8 @@
-#include "platform/file_registry.h"
 #include "platform/posix/desktop.h"
 #include "platform/posix/files.h"
 #include "platform/posix/processes.h"
 #include "platform/posix/shell.h"
 #include "platform/posix/system.h"
-#include "platform/posix/user_folders.h"
 #include "system/services.h"
 
 namespace scrivo {
@@ -12,8 +10,6 @@ namespace scrivo {
 Services CreateSystemServices() {
   Services services;
   services.files = std::make_shared<PosixFiles>();
-  services.registry = std::make_shared<FileRegistry>(
-      services.files, ConfigurationFolder() + "/scrivo", "registry.reg");
   services.processes = std::make_shared<PosixProcesses>();
   services.desktop = std::make_shared<PosixDesktop>();
   services.shell = std::make_shared<PosixShell>();

@@ -134,13 +134,6 @@ void PosixFiles::Remove(const std::string& path, bool forced) {
   if (unlink(path.c_str()) != 0) throw SystemError(errno, path);
 }
 
-void PosixFiles::Replace(const std::string& from, const std::string& to) {
-  // On the disk before it gets its name: after a crash there is the old file or the new one.
-  const Descriptor file = Open(from, O_RDONLY);
-  fsync(file.get());
-  if (rename(from.c_str(), to.c_str()) != 0) throw SystemError(errno, to);
-}
-
 void PosixFiles::MakeFolder(const std::string& path) {
   ThrowIfInterrupted();
   if (mkdir(path.c_str(), 0777) == 0) return;

@@ -142,13 +142,6 @@ void Win32Files::Remove(const std::string& path, bool forced) {
   RaiseSystemError(code, path);
 }
 
-void Win32Files::Replace(const std::string& from, const std::string& to) {
-  if (!MoveFileExW(Wide(from).c_str(), Wide(to).c_str(),
-                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-    RaiseSystemError(GetLastError(), to);
-  }
-}
-
 void Win32Files::MakeFolder(const std::string& path) {
   ThrowIfInterrupted();
   if (!CreateDirectoryW(Wide(path).c_str(), nullptr)) RaiseSystemError(GetLastError(), path);

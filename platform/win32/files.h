@@ -19,7 +19,6 @@ class Win32Files : public Files {
   void WriteWhole(const std::string& path, const std::string& bytes) override;
   void Append(const std::string& path, const std::string& bytes) override;
   void Remove(const std::string& path, bool forced) override;
-  void Replace(const std::string& from, const std::string& to) override;
   void MakeFolder(const std::string& path) override;
   std::vector<FolderEntry> List(const std::string& folder) override;
   std::string MakeUniqueFile(const std::string& folder, const std::string& prefix) override;

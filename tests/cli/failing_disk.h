@@ -40,9 +40,6 @@ class FailingDisk : public Files {
     disk_->Append(path, bytes);
   }
   void Remove(const std::string& path, bool forced) override { disk_->Remove(path, forced); }
-  void Replace(const std::string& from, const std::string& to) override {
-    disk_->Replace(from, to);
-  }
   void MakeFolder(const std::string& path) override { disk_->MakeFolder(path); }
   std::vector<FolderEntry> List(const std::string& folder) override {
     on_list(folder);

@@ -1,7 +1,6 @@
 #include "decompile/frm_decompile.h"
 
 #include "compiler/frm_hhc.h"
-#include "platform/registry_text.h"
 #include "platform/settings.h"
 #include "tests/doubles/fake_error_dialog.h"
 #include "tests/doubles/fake_form_views.h"
@@ -151,14 +150,14 @@ TEST_F(DecompileTest, SavedTextsThatAreNoNumbersGiveWayToTheDefaults) {
 TEST_F(DecompileTest, ValuesAreSavedInTheirOrder) {
   Form();
   frmDecompile::Unload();
-  const std::string saved = FormatRegistry(registry->tree);
-  std::size_t last = 0;
-  for (const char* key : {"LEFT", "HEIGHT", "TOP", "WIDTH", "FILE", "DIR", "TOFPSITE"}) {
-    const std::size_t place = saved.find(std::string(1, '"').append(key).append("\"="));
-    ASSERT_NE(place, std::string::npos) << key;
-    EXPECT_GT(place, last) << key;
-    last = place;
-  }
+  const std::string path = "Software\\VB and VBA Program Settings\\Scrivo\\Decompile";
+  const StoredKey* const key =
+      FindKeyAt(&registry->tree[static_cast<std::uint32_t>(kHkeyCurrentUser)], KeyNames(path));
+  ASSERT_NE(key, nullptr);
+  std::vector<std::string> names;
+  for (const StoredValue& value : key->values) names.push_back(value.name);
+  EXPECT_EQ(names, (std::vector<std::string>{"LEFT", "HEIGHT", "TOP", "WIDTH", "FILE", "DIR",
+                                             "TOFPSITE"}));
   EXPECT_EQ(Saved("TOFPSITE"), "1");
 }
 

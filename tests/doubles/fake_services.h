@@ -4,13 +4,13 @@
 
 #include "errors/error_handler.h"
 #include "platform/globals.h"
-#include "platform/memory_registry.h"
 #include "system/services.h"
 #include "tests/doubles/fake_desktop.h"
 #include "tests/doubles/fake_processes.h"
 #include "tests/doubles/fake_shell.h"
 #include "tests/doubles/fake_system.h"
 #include "tests/doubles/memory_files.h"
+#include "tests/doubles/memory_registry.h"
 
 namespace scrivo {
 

@@ -63,12 +63,6 @@ void MemoryFiles::Remove(const std::string& path, bool forced) {
   files.erase(path);
 }
 
-void MemoryFiles::Replace(const std::string& from, const std::string& to) {
-  Do("replace " + to);
-  files[to] = Content(from);
-  files.erase(from);
-}
-
 void MemoryFiles::MakeFolder(const std::string& path) {
   Do("make " + path);
   if (!folders.insert(path).second) {

@@ -31,7 +31,6 @@ class MemoryFiles : public Files {
   }
   void Append(const std::string& path, const std::string& bytes) override;
   void Remove(const std::string& path, bool forced) override;
-  void Replace(const std::string& from, const std::string& to) override;
   void MakeFolder(const std::string& path) override;
   std::vector<FolderEntry> List(const std::string& folder) override;
   std::string MakeUniqueFile(const std::string& folder, const std::string& prefix) override;

@@ -1,4 +1,4 @@
-#include "platform/memory_registry.h"
+#include "tests/doubles/memory_registry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,6 @@
 #include "tests/platform/registry_stores.h"
 
-#include "platform/file_registry.h"
-#include "platform/memory_registry.h"
-#include "tests/doubles/memory_files.h"
+#include "tests/doubles/memory_registry.h"
 
 namespace scrivo {
 
@@ -15,15 +13,10 @@ std::size_t OpenKeysOf(RegistryStore& store) {
 
 std::shared_ptr<RegistryStore> MakeMemoryRegistry() { return std::make_shared<MemoryRegistry>(); }
 
-std::shared_ptr<RegistryStore> MakeFileRegistry() {
-  return std::make_shared<FileRegistry>(std::make_shared<MemoryFiles>(), "config", "registry.reg");
-}
-
 }  // namespace
 
 std::vector<RegistryStoreKind> CountingRegistryStoreKinds() {
-  return {{"Memory", MakeMemoryRegistry, OpenKeysOf<MemoryRegistry>},
-          {"File", MakeFileRegistry, OpenKeysOf<FileRegistry>}};
+  return {{"Memory", MakeMemoryRegistry, OpenKeysOf<MemoryRegistry>}};
 }
 
 std::vector<RegistryStoreKind> RegistryStoreKinds() {

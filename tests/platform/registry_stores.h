@@ -25,7 +25,7 @@ struct RegistryStoreKind {
 
 inline void PrintTo(const RegistryStoreKind& kind, std::ostream* out) { *out << kind.name; }
 
-// All kinds that run on this system: one in memory, one in a file, and its own if it has one.
+// All kinds that run on this system: one in memory, and its own if it has one.
 std::vector<RegistryStoreKind> RegistryStoreKinds();
 
 // Those of them that tell their open keys.

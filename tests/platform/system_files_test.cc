@@ -124,22 +124,6 @@ TEST_F(SystemFiles, AFolderIsNotRemovedAsAFile) {
   EXPECT_TRUE(files.FolderExists(InFolder("sub")));
 }
 
-TEST_F(SystemFiles, ReplaceTakesThePlaceOfWhatIsThere) {
-  files.Write(InFolder("new"), "new");
-  files.Write(InFolder("old"), "old");
-  files.Replace(InFolder("new"), InFolder("old"));
-  EXPECT_EQ(ReadWholeFile(files, InFolder("old")), "new");
-  EXPECT_FALSE(files.FileExists(InFolder("new")));
-  files.Replace(InFolder("old"), InFolder("fresh"));
-  EXPECT_EQ(ReadWholeFile(files, InFolder("fresh")), "new");
-}
-
-TEST_F(SystemFiles, AFailedReplaceLosesNothing) {
-  files.Write(InFolder("old"), "old");
-  EXPECT_THROW(files.Replace(InFolder("none"), InFolder("old")), Error);
-  EXPECT_EQ(ReadWholeFile(files, InFolder("old")), "old");
-}
-
 TEST_F(SystemFiles, AFolderThatIsThereCannotBeMade) {
   files.MakeFolder(InFolder("sub"));
   ExpectError(kFileAlreadyExists, InFolder("sub"), [&] { files.MakeFolder(InFolder("sub")); });

@@ -5,8 +5,7 @@
 #include <filesystem>
 #include <iterator>
 
-#include "platform/file_registry.h"
-#include "system/services.h"
+#include "tests/doubles/memory_registry.h"
 
 #ifdef __has_feature
 #if __has_feature(address_sanitizer)
@@ -40,8 +39,8 @@ long long MemorySlack(int calls) { return 64 * 1024 + 300LL * calls; }
 
 int ChildrenThatMayNotStart(int) { return 0; }
 
-std::shared_ptr<RegistryStore> RegistryIn(const std::string& folder) {
-  return std::make_shared<FileRegistry>(CreateSystemServices().files, folder, "registry.reg");
+std::shared_ptr<RegistryStore> RegistryIn(const std::string&) {
+  return std::make_shared<MemoryRegistry>();
 }
 
 }  // namespace scrivo

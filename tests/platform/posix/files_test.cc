@@ -112,24 +112,6 @@ TEST_F(FilesOnDisk, TellAFullDisk) {
   Expect([&] { files.Append("/dev/full", "x"); }, kDiskFull, "Disk full: /dev/full");
 }
 
-TEST_F(FilesOnDisk, ReplaceTakesTheNameAway) {
-  files.Write(folder / "new", "new");
-  files.Write(folder / "old", "old");
-  files.Replace(folder / "new", folder / "old");
-  EXPECT_EQ(ReadWholeFile(files, folder / "old"), "new");
-  EXPECT_FALSE(files.FileExists(folder / "new"));
-}
-
-TEST_F(FilesOnDisk, AFailedReplaceKeepsBoth) {
-  files.Write(folder / "new", "new");
-  files.MakeFolder(folder / "old");
-  Expect([&] { files.Replace(folder / "new", folder / "old"); }, kPathFileAccessError,
-         "Path/File access error: " + (folder / "old") + " (Is a directory)");
-  EXPECT_EQ(ReadWholeFile(files, folder / "new"), "new");
-  Expect([&] { files.Replace(folder / "missing", folder / "x"); }, kFileNotFound,
-         "File not found: " + (folder / "missing"));
-}
-
 TEST_F(FilesOnDisk, MakeOneFolder) {
   files.MakeFolder(folder / "a");
   EXPECT_TRUE(files.FolderExists(folder / "a"));
@@ -206,8 +188,6 @@ TEST_F(FilesOnDisk, LeakNoDescriptors) {
     ReadWholeFile(files, folder / "a");
     files.List(folder.path());
     files.Remove(files.MakeUniqueFile(folder.path(), "x"), false);
-    files.Write(folder / "b", "x");
-    files.Replace(folder / "b", folder / "a");
     EXPECT_THROW(files.OpenForReading(folder.path()), Error);
     EXPECT_THROW(files.Write("/dev/full", "x"), Error);
   }

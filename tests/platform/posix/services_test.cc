@@ -256,22 +256,12 @@ class AllServices : public testing::Test {
   const WithVariable config_variable{"XDG_CONFIG_HOME", nullptr};
 };
 
-TEST_F(AllServices, AreAllThere) {
+TEST_F(AllServices, AreThereButForTheRegistry) {
   TheServices() = CreateSystemServices();
   const Services& services = TheServices();
-  EXPECT_TRUE(services.files && services.registry && services.processes && services.desktop &&
-              services.shell && services.system);
-}
-
-TEST_F(AllServices, KeepSettingsInTheUsersConfiguration) {
-  TheServices() = CreateSystemServices();
-  SaveSetting("Scrivo", "Settings", "Trace", "1");
-  const std::string file = home / ".config/scrivo/registry.reg";
-  EXPECT_EQ(ReadWholeFile(*TheServices().files, file),
-            "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\VB and VBA Program "
-            "Settings\\Scrivo\\Settings]\n\"Trace\"=\"1\"\n");
-  TheServices() = CreateSystemServices();
-  EXPECT_EQ(GetSetting("Scrivo", "Settings", "Trace"), "1");
+  EXPECT_TRUE(services.files && services.processes && services.desktop && services.shell &&
+              services.system);
+  EXPECT_FALSE(services.registry) << "this system has none";
 }
 
 TEST_F(AllServices, FindTheDocumentsFolder) {

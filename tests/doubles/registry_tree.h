@@ -12,6 +12,8 @@ struct StoredValue {
   std::string name;  // "" for the key's default value
   std::uint32_t type = 0;
   std::string data;
+
+  bool operator==(const StoredValue&) const = default;
 };
 
 // A registry key with everything below it.
@@ -19,6 +21,8 @@ struct StoredKey {
   std::string name;
   std::vector<StoredValue> values;  // in the order in which they were first stored
   std::vector<StoredKey> keys;      // in the order of their names
+
+  bool operator==(const StoredKey&) const = default;
 
   // The value or sub-key with this name, whatever its case; null when there is none.
   StoredValue* FindValue(const std::string& value_name);

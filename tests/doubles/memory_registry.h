@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/registry_tree.h"
 #include "system/registry_store.h"
+#include "tests/doubles/registry_tree.h"
 
 namespace scrivo {
 

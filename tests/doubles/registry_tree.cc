@@ -1,4 +1,4 @@
-#include "platform/registry_tree.h"
+#include "tests/doubles/registry_tree.h"
 
 #include <algorithm>
 
