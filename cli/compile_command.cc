@@ -23,10 +23,6 @@ namespace {
 // Results of the shell up to this one are failures.
 constexpr std::int32_t kLastShellFailure = 32;
 
-void ThrowIfInterrupted() {
-  if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
-}
-
 // An opened web and what is to become of it.
 struct WebToCompile {
   WebToCompile(const CompileOptions& options, Console& console)
@@ -40,7 +36,7 @@ struct WebToCompile {
       console.Warn("no keywords found, so the help file has no index\n" +
                    NoIndexHint(options.reading.index));
     }
-    ThrowIfInterrupted();
+    StopIfInterrupted();
   }
 
   // Tells what reading the web has shown.
@@ -161,7 +157,7 @@ int WriteProjectOf(const CompileOptions& options, Console& console) {
   const std::string folder = web.web->BaseFolder()->LocalPath();
   const HelpProject project =
       MakeHelpProject(*web.web, web.job, web.locate, FreeProjectBaseName(folder));
-  ThrowIfInterrupted();
+  StopIfInterrupted();
   WrittenProject written(project);
   written.Keep();
   console.EndSteps();

@@ -3,15 +3,19 @@
 #include <algorithm>
 
 #include "platform/ansi_names.h"
+#include "system/error.h"
 #include "system/interruption.h"
 
 namespace scrivo {
+
+void StopIfInterrupted() {
+  if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+}
+
 CompileReport::CompileReport(Console& console, std::size_t files)
     : console_(console), files_(files) {}
 
-void CompileReport::File(std::string_view path) {
-  Line(NameText(std::string(path)));
-}
+void CompileReport::File(std::string_view path) { Line(NameText(std::string(path))); }
 
 bool CompileReport::StopWanted() const { return Interrupted(); }
 

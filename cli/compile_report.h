@@ -10,6 +10,9 @@
 
 namespace scrivo {
 
+// Throws Error (kUserInterrupt) when the user has asked the program to end.
+void StopIfInterrupted();
+
 // Tells on a console what a help compiler tells: its messages as they come, and how far it is.
 class CompileReport : public CompileListener {
  public:

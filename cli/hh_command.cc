@@ -20,7 +20,7 @@ constexpr int kAllUnpacked = 0;
 constexpr int kNotAllUnpacked = 1;
 constexpr int kMisuse = 2;
 
-constexpr char kUsage[] =
+constexpr char kHhUsage[] =
     "usage: hh -decompile [-v] [--internal] FOLDER FILE\n"
     "Unpacks the compiled help file FILE into FOLDER, which is created if necessary.\n"
     "  -v          print the name of each file written\n"
@@ -61,7 +61,7 @@ int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ost
         return std::filesystem::is_directory(SystemPath(path), ignored);
       });
   if (!parsed) {
-    err << kUsage;
+    err << kHhUsage;
     return kMisuse;
   }
   const HelpFile file = OpenHelpFile(parsed->file);

@@ -16,7 +16,7 @@
 namespace scrivo {
 namespace {
 
-constexpr char kUsage[] =
+constexpr char kHhcUsage[] =
     "Usage: hhc [options] project.hhp\n"
     "\n"
     "Compiles an HTML Help project. The exit status is 1 when the help file was made and 0 when "
@@ -144,7 +144,7 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
   Options options = ReadArguments(arguments);
   options.gnu = options.gnu || surroundings.gnu;
   if (options.help) {
-    out << kUsage;
+    out << kHhcUsage;
     return 0;
   }
   if (options.version) {
@@ -156,7 +156,7 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
     options.wrong = "SOURCE_DATE_EPOCH is not a number of seconds";
   }
   if (!options.wrong.empty()) {
-    err << "hhc: error: " << options.wrong << "\n\n" << kUsage;
+    err << "hhc: error: " << options.wrong << "\n\n" << kHhcUsage;
     return options.gnu ? 2 : 0;
   }
   try {

@@ -7,8 +7,6 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 std::string_view ParamOf(const HelpObject& object, std::string_view name) {
   for (const auto& [key, value] : object.params) {
     if (key == name) return value;
@@ -118,14 +116,14 @@ ObjectLinks LinksOf(const HelpObject& object, const HelpTopics& topics) {
 HelpCall ReadHelpCall(std::string_view address) {
   HelpCall call;
   const std::size_t colon = address.find(':');
-  if (colon == kNone) return call;
+  if (colon == std::string_view::npos) return call;
   std::string_view code = Trimmed(address.substr(colon + 1));
   const std::size_t dot = code.find('.');
-  if (dot == kNone) return call;
+  if (dot == std::string_view::npos) return call;
   call.id = Trimmed(code.substr(0, dot));
   code.remove_prefix(dot + 1);
   const std::size_t open = code.find('(');
-  if (open == kNone) return call;
+  if (open == std::string_view::npos) return call;
   const std::string_view name = Trimmed(code.substr(0, open));
   if (EqualsIgnoringCase(name, "click") || EqualsIgnoringCase(name, "hhclick")) {
     call.kind = HelpCall::Kind::kClick;

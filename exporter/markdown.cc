@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "html/elements.h"
 #include "html/tokenizer.h"
 #include "text/ascii_text.h"
 #include "text/html_entities.h"
@@ -17,11 +18,6 @@ bool Is(std::string_view name, std::string_view other) { return EqualsIgnoringCa
 template <typename... Names>
 bool IsAny(std::string_view name, Names... names) {
   return (EqualsIgnoringCase(name, names) || ...);
-}
-
-int HeadingLevel(std::string_view name) {
-  if (name.size() != 2 || AsciiLower(name[0]) != 'h') return 0;
-  return name[1] >= '1' && name[1] <= '6' ? name[1] - '0' : 0;
 }
 
 bool IsWordByte(char c) {

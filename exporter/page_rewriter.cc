@@ -16,8 +16,6 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 template <std::size_t N>
 bool IsOneOf(std::string_view name, const std::string_view (&names)[N]) {
   return std::any_of(std::begin(names), std::end(names),
@@ -28,11 +26,6 @@ bool IsOneOf(std::string_view name, const std::string_view (&names)[N]) {
 constexpr std::string_view kAddressAttributes[] = {
     "href", "src",  "background", "lowsrc", "dynsrc",     "poster",
     "data", "cite", "longdesc",   "action", "formaction", "xlink:href"};
-
-int HeadingLevel(std::string_view element) {
-  if (element.size() != 2 || (element[0] != 'h' && element[0] != 'H')) return 0;
-  return element[1] >= '1' && element[1] <= '6' ? element[1] - '0' : 0;
-}
 
 class Rewriter {
  public:
@@ -135,7 +128,7 @@ RewrittenPage Rewriter::Rewrite() {
     switch (token.kind) {
       case HtmlToken::Kind::kText:
         if (in_object_) break;
-        if (token.content.find('&') == kNone) {
+        if (token.content.find('&') == std::string_view::npos) {
           Text(token.content, &page_.content.text);
         } else {
           Text(DecodeEntities(token.content), &page_.content.text);
@@ -273,7 +266,7 @@ void Rewriter::Attributes(const HtmlToken& token, Tag) {
     } else if (attribute.value.empty()) {
       continue;
     } else if (EqualsIgnoringCase(attribute.name, "style")) {
-      if (attribute.value.find('(') == kNone) continue;
+      if (attribute.value.find('(') == std::string_view::npos) continue;
       const std::string style = DecodeEntities(attribute.value, EntityPlace::kAttribute);
       const std::string mapped = RewriteStyleSheet(style, base_, place_, names_);
       if (mapped != style) ReplaceValue(attribute, mapped);
@@ -300,7 +293,7 @@ void Rewriter::Attributes(const HtmlToken& token, Tag) {
 void Rewriter::Address(const HtmlToken& token, const HtmlAttribute& attribute, Tag whole) {
   std::string decoded;
   std::string_view address = attribute.value;
-  if (address.find('&') != kNone) {
+  if (address.find('&') != std::string_view::npos) {
     decoded = DecodeEntities(address, EntityPlace::kAttribute);
     address = decoded;
   }
@@ -389,7 +382,7 @@ void Rewriter::Base(const HtmlToken& token) {
     if (target.kind == LinkTarget::Kind::kOutside) continue;
     Remove({OffsetOf(attribute.name.data()), OffsetOf(content.data())});
     std::string_view path = address;
-    if (const std::size_t separator = path.find("::"); separator != kNone) {
+    if (const std::size_t separator = path.find("::"); separator != std::string_view::npos) {
       path.remove_prefix(separator + 2);
     }
     has_base_ = true;
@@ -502,7 +495,9 @@ void Rewriter::CloseObject(std::size_t end) {
 
 // Links may stand before the objects that they click.
 void Rewriter::CollectObjects() {
-  if (html_.find("lassid") == kNone && html_.find("LASSID") == kNone) return;
+  if (html_.find("lassid") == std::string_view::npos &&
+      html_.find("LASSID") == std::string_view::npos)
+    return;
   HtmlTokenizer tokens(html_);
   HtmlToken token;
   const auto close = [&] {

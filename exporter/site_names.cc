@@ -10,8 +10,6 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 // Extensions that servers run, or keep to themselves.
 bool IsServersOwn(std::string_view extension) {
   constexpr std::string_view kExtensions[] = {
@@ -38,9 +36,10 @@ std::string ServableName(std::string_view path, bool is_page) {
     const std::size_t start = place.size();
     if (part.starts_with('.')) place.push_back('_');
     for (const char c : part) {
-      place.push_back(std::string_view("#?%+&*:<>|\"\\^`").find(c) == kNone ? c : '_');
+      place.push_back(std::string_view("#?%+&*:<>|\"\\^`").find(c) == std::string_view::npos ? c
+                                                                                             : '_');
     }
-    if (slash == kNone) break;
+    if (slash == std::string_view::npos) break;
     if (IsServersFolder(std::string_view(place).substr(start))) place.push_back('_');
     place.push_back('/');
     path.remove_prefix(slash + 1);
@@ -88,7 +87,7 @@ std::string_view Cleaned(std::string_view address, std::string* buffer) {
   while (!address.empty() && static_cast<unsigned char>(address.back()) <= ' ') {
     address.remove_suffix(1);
   }
-  if (address.find_first_of("\r\n\t") == kNone) return address;
+  if (address.find_first_of("\r\n\t") == std::string_view::npos) return address;
   for (const char c : address) {
     if (c != '\r' && c != '\n' && c != '\t') buffer->push_back(c);
   }
@@ -119,7 +118,7 @@ std::string Normalized(std::string_view path) {
     } else if (!part.empty() && part != ".") {
       parts.push_back(part);
     }
-    if (slash == kNone) break;
+    if (slash == std::string_view::npos) break;
     path.remove_prefix(slash + 1);
   }
   std::string normalized;
@@ -132,7 +131,7 @@ std::string Normalized(std::string_view path) {
 
 std::string_view BaseName(std::string_view path) {
   const std::size_t slash = path.find_last_of("/\\");
-  return slash == kNone ? path : path.substr(slash + 1);
+  return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
 }  // namespace
@@ -181,7 +180,7 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
     path.remove_prefix(scheme.size() + 1);
     if (scheme == "mk") path.remove_prefix(std::min(path.size(), path.find(':') + 1));
     const std::size_t separator = path.find("::");
-    if (separator != kNone) {
+    if (separator != std::string_view::npos) {
       const std::string help_file = WithoutEscapes(BaseName(path.substr(0, separator)));
       path.remove_prefix(separator + 2);
       if (!help_file.empty() && AsciiLowered(help_file) != AsciiLowered(names.FileName())) {
@@ -195,7 +194,8 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
   } else if (!scheme.empty() || address.starts_with("//")) {
     target.kind = LinkTarget::Kind::kOutside;
     return target;
-  } else if (const std::size_t separator = address.find("::/"); separator != kNone) {
+  } else if (const std::size_t separator = address.find("::/");
+             separator != std::string_view::npos) {
     // The same without a scheme, as contents files have it.
     const std::string_view file = address.substr(0, separator);
     if (AsciiLowered(file).ends_with(".chm")) {
@@ -237,7 +237,7 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
 bool LeadsThere(std::string_view address, std::string_view from, std::string_view to) {
   address = address.substr(0, address.find_first_of("?#"));
   if (address.empty() || address[0] == '/' || address[0] <= ' ' || address.back() <= ' ' ||
-      address.find('\\') != kNone || address.find(':') != kNone) {
+      address.find('\\') != std::string_view::npos || address.find(':') != std::string_view::npos) {
     return false;
   }
   const std::string path = WithoutEscapes(address);

@@ -73,9 +73,8 @@ void SiteOutput::Create(std::string_view path, std::string_view bytes) {
   const WriteResult result =
       folder_->Create(path, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
   if (result.outcome != WriteOutcome::kDone) {
-    const std::string reason = result.error
-                                   ? result.error.message()
-                                   : "a link, a folder or a file is in the way";
+    const std::string reason =
+        result.error ? result.error.message() : "a link, a folder or a file is in the way";
     throw std::runtime_error(Shown(Below(path_, path)) + ": cannot be written: " + reason);
   }
   earlier_.erase(name);

@@ -10,7 +10,7 @@ namespace {
 constexpr std::uint32_t kVersion = 3;
 constexpr std::size_t kIndexHeaderSize = 0x1000;
 
-enum RecordCode : std::uint16_t {
+enum class RecordCode : std::uint16_t {
   kContentsFile = 0,
   kIndexFile = 1,
   kDefaultTopic = 2,
@@ -37,13 +37,13 @@ class RecordWriter {
   RecordWriter() { out_.Put32(kVersion); }
 
   void Bytes(RecordCode code, const std::vector<std::uint8_t>& data) {
-    out_.Put16(code);
+    out_.Put16(static_cast<std::uint16_t>(code));
     out_.Put16(static_cast<std::uint16_t>(data.size()));
     out_.PutBytes(data);
   }
 
   void Number(RecordCode code, std::uint32_t value) {
-    out_.Put16(code);
+    out_.Put16(static_cast<std::uint16_t>(code));
     out_.Put16(4);
     out_.Put32(value);
   }
@@ -52,7 +52,7 @@ class RecordWriter {
   void Text(RecordCode code, std::string_view text) {
     if (text.empty()) return;
     text = text.substr(0, kLongestText);
-    out_.Put16(code);
+    out_.Put16(static_cast<std::uint16_t>(code));
     out_.Put16(static_cast<std::uint16_t>(text.size() + 1));
     out_.PutText(text);
     out_.Put8(0);
@@ -99,25 +99,25 @@ std::uint64_t FileTime(std::int64_t seconds_since_1970) {
 std::vector<std::uint8_t> WriteSystem(const SystemFacts& facts,
                                       const std::vector<std::uint8_t>& index_header) {
   RecordWriter out;
-  out.Number(kTime, static_cast<std::uint32_t>(facts.time));
-  out.Text(kCompiler, facts.compiler);
-  out.Bytes(kSettings, Settings(facts));
-  out.Text(kDefaultTopic, facts.default_topic);
-  out.Text(kTitle, facts.title);
-  out.Text(kDefaultFont, facts.default_font);
-  out.Text(kOutputStem, facts.output_stem);
+  out.Number(RecordCode::kTime, static_cast<std::uint32_t>(facts.time));
+  out.Text(RecordCode::kCompiler, facts.compiler);
+  out.Bytes(RecordCode::kSettings, Settings(facts));
+  out.Text(RecordCode::kDefaultTopic, facts.default_topic);
+  out.Text(RecordCode::kTitle, facts.title);
+  out.Text(RecordCode::kDefaultFont, facts.default_font);
+  out.Text(RecordCode::kOutputStem, facts.output_stem);
   if (facts.default_window.empty()) {
-    out.Text(kContentsFile, facts.contents_file);
-    out.Text(kIndexFile, facts.index_file);
+    out.Text(RecordCode::kContentsFile, facts.contents_file);
+    out.Text(RecordCode::kIndexFile, facts.index_file);
   } else {
-    out.Text(kDefaultWindow, facts.default_window);
+    out.Text(RecordCode::kDefaultWindow, facts.default_window);
   }
-  if (facts.index_hash) out.Number(kIndexHash, *facts.index_hash);
-  if (facts.contents_hash) out.Number(kContentsHash, *facts.contents_hash);
-  out.Number(kInformationTypes, 0);
-  out.Bytes(kIndexHeader, index_header);
-  if (!facts.custom_tabs.empty()) out.Bytes(kCustomTabs, CustomTabs(facts.custom_tabs));
-  out.Number(kInformationTypeChecksum, 0);
+  if (facts.index_hash) out.Number(RecordCode::kIndexHash, *facts.index_hash);
+  if (facts.contents_hash) out.Number(RecordCode::kContentsHash, *facts.contents_hash);
+  out.Number(RecordCode::kInformationTypes, 0);
+  out.Bytes(RecordCode::kIndexHeader, index_header);
+  if (!facts.custom_tabs.empty()) out.Bytes(RecordCode::kCustomTabs, CustomTabs(facts.custom_tabs));
+  out.Number(RecordCode::kInformationTypeChecksum, 0);
   return out.Take();
 }
 

@@ -8,7 +8,7 @@
 namespace scrivo {
 namespace {
 
-using namespace window_argument;
+namespace argument = window_argument;
 
 constexpr std::uint32_t kEntrySize = 0xC4, kOldEntrySize = 0xBC;
 
@@ -27,11 +27,16 @@ struct NumberField {
 };
 
 constexpr NumberField kNumbers[] = {
-    {kPaneStyle, kPaneStyleAt, 0x2},         {kStyle, kStyleAt, 0x4},
-    {kExtendedStyle, kExtendedStyleAt, 0x8}, {kPaneWidth, kPaneWidthAt, 0x20},
-    {kShowState, kShowStateAt, 0x40},        {kButtons, kButtonsAt, 0x100},
-    {kPaneClosed, kPaneClosedAt, 0x200},     {kTabPosition, kTabPositionAt, 0x400},
-    {kDefaultPane, kDefaultPaneAt, 0x2000},  {kNotifyId, kNotifyIdAt, 0},
+    {argument::kPaneStyle, kPaneStyleAt, 0x2},
+    {argument::kStyle, kStyleAt, 0x4},
+    {argument::kExtendedStyle, kExtendedStyleAt, 0x8},
+    {argument::kPaneWidth, kPaneWidthAt, 0x20},
+    {argument::kShowState, kShowStateAt, 0x40},
+    {argument::kButtons, kButtonsAt, 0x100},
+    {argument::kPaneClosed, kPaneClosedAt, 0x200},
+    {argument::kTabPosition, kTabPositionAt, 0x400},
+    {argument::kDefaultPane, kDefaultPaneAt, 0x2000},
+    {argument::kNotifyId, kNotifyIdAt, 0},
 };
 constexpr std::uint32_t kMaskRectangle = 0x10;
 // The original sets this bit in every window, whether a tab position is given or not.
@@ -44,11 +49,11 @@ struct TextField {
 
 // In the order in which their strings are added.
 constexpr TextField kTexts[] = {
-    {kTitle, kTitleAt, false},         {kContentsFile, kContentsAt, true},
-    {kIndexFile, kIndexAt, true},      {kDefaultFile, kDefaultAt, true},
-    {kHomeFile, kHomeAt, true},        {kJump1Target, kJump1TargetAt, true},
-    {kJump1Text, kJump1TextAt, false}, {kJump2Target, kJump2TargetAt, true},
-    {kJump2Text, kJump2TextAt, false},
+    {argument::kTitle, kTitleAt, false},         {argument::kContentsFile, kContentsAt, true},
+    {argument::kIndexFile, kIndexAt, true},      {argument::kDefaultFile, kDefaultAt, true},
+    {argument::kHomeFile, kHomeAt, true},        {argument::kJump1Target, kJump1TargetAt, true},
+    {argument::kJump1Text, kJump1TextAt, false}, {argument::kJump2Target, kJump2TargetAt, true},
+    {argument::kJump2Text, kJump2TextAt, false},
 };
 
 // "[left,top,right,bottom]"; missing numbers are 0.
@@ -84,7 +89,7 @@ void WriteWindow(const ProjectWindow& window, std::uint32_t size, StringsTable* 
     mask |= field.mask;
     out->Set32(start + field.offset, ProjectNumber(text));
   }
-  const std::string rectangle = WindowArgument(window, kPosition);
+  const std::string rectangle = WindowArgument(window, argument::kPosition);
   if (!rectangle.empty()) {
     mask |= kMaskRectangle;
     SetRectangle(rectangle, start + kRectangleAt, out);

@@ -5,8 +5,6 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 class Finder {
  public:
   explicit Finder(std::string_view css) : css_(css) {}
@@ -16,7 +14,7 @@ class Finder {
       const std::string_view rest = css_.substr(at_);
       if (rest.starts_with("/*")) {
         const std::size_t end = css_.find("*/", at_ + 2);
-        at_ = end == kNone ? css_.size() : end + 2;
+        at_ = end == std::string_view::npos ? css_.size() : end + 2;
       } else if (rest[0] == 'u' || rest[0] == 'U') {
         if (StartsWithIgnoringCase(rest, "url(")) {
           at_ += 4;
@@ -49,7 +47,7 @@ class Finder {
     const std::size_t start = quoted ? at_ + 1 : at_;
     const char stops[] = {quoted ? quote : stop[0], '\r', '\n', '\0'};
     std::size_t end = css_.find_first_of(stops, start);
-    if (end == kNone) end = css_.size();
+    if (end == std::string_view::npos) end = css_.size();
     const std::string_view address = Trimmed(css_.substr(start, end - start));
     if (!address.empty()) links_.push_back({address, start});
     at_ = end;

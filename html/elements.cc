@@ -28,4 +28,9 @@ bool IsInlineElement(std::string_view name) { return Holds(kInline, name); }
 
 bool StartsBody(std::string_view name) { return Holds(kOfBody, name); }
 
+int HeadingLevel(std::string_view name) {
+  if (name.size() != 2 || (name[0] != 'h' && name[0] != 'H')) return 0;
+  return name[1] >= '1' && name[1] <= '6' ? name[1] - '0' : 0;
+}
+
 }  // namespace scrivo

@@ -11,12 +11,6 @@
 namespace scrivo {
 namespace {
 
-// 1 to 6 for H1 to H6, 0 for other elements.
-int LevelOf(std::string_view element) {
-  if (element.size() != 2 || AsciiLower(element[0]) != 'h') return 0;
-  return element[1] >= '1' && element[1] <= '6' ? element[1] - '0' : 0;
-}
-
 // Tags that show that a heading was never closed.
 bool IsBeyondHeading(const HtmlToken& tag) {
   if (tag.kind == HtmlToken::Kind::kEndTag) {
@@ -48,7 +42,7 @@ void HeadingFinder::See(const HtmlToken& token) {
       break;
     case HtmlToken::Kind::kStartTag:
     case HtmlToken::Kind::kEndTag: {
-      const int level = LevelOf(token.name);
+      const int level = HeadingLevel(token.name);
       if (is_open_ && (level != 0 || IsBeyondHeading(token))) Close();
       if (is_open_ && !IsInlineElement(token.name)) text_.push_back(' ');
       if (token.kind == HtmlToken::Kind::kStartTag) StartTag(token, level);

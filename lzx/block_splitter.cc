@@ -15,7 +15,7 @@ constexpr std::size_t kUnitTokens = 1024;
 // Bits that a block header takes before and for each used symbol, about, and what a short block
 // loses by trees that follow chance. Smaller values split pages of one kind in vain.
 constexpr std::uint64_t kHeaderBits = 400;
-constexpr std::uint64_t kSymbolBits = 5;
+constexpr std::uint64_t kCodeLengthBits = 5;
 
 // What the symbols take with the best code for them, and the code itself in a block header. Sizes
 // are in 1/256 bit.
@@ -30,7 +30,7 @@ std::uint64_t EstimateSize(std::span<const std::uint32_t> frequencies) {
     ++used;
   }
   if (total == 0) return 0;
-  return std::uint64_t{total} * Log2(total) - saved + (used * kSymbolBits << kLog2Fraction);
+  return std::uint64_t{total} * Log2(total) - saved + (used * kCodeLengthBits << kLog2Fraction);
 }
 
 std::uint64_t EstimateSize(const LzxFrequencies& frequencies) {

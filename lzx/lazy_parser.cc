@@ -7,12 +7,12 @@ namespace {
 
 // Positions of a chain that are looked at for one match. More make a better parse, but not one that
 // tells more of what symbols will cost.
-constexpr int kDepth = 16;
+constexpr int kParserDepth = 16;
 
 // With a match of this length in hand, the search for a better one at the next byte is cut to the
 // given part: it seldom finds one.
-constexpr std::uint32_t kGoodLength = 16;
-constexpr int kShortDepth = kDepth / 8;
+constexpr std::uint32_t kParserGoodLength = 16;
+constexpr int kParserShortDepth = kParserDepth / 8;
 
 // What things cost in bits before the codes are known; typical of pages of text and markup. Only
 // their proportions matter, and one bit more or less changes the size by 0.1 %.
@@ -51,7 +51,7 @@ LazyParser::Candidate LazyParser::BestAt(std::uint32_t position, std::uint32_t w
     return best;
   }
   const std::uint32_t shortest = std::max<std::uint32_t>({best.length, wanted, kLzxMinMatch});
-  const int depth = wanted >= kGoodLength ? kShortDepth : kDepth;
+  const int depth = wanted >= kParserGoodLength ? kParserShortDepth : kParserDepth;
   const Match match = finder_.Find(position, shortest, limit, depth);
   if (match.length == 0) return best;
   const auto recent = std::find(recent_.begin(), recent_.end(), match.distance);

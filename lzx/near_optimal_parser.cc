@@ -16,13 +16,13 @@ constexpr std::uint64_t kUnreached = ~std::uint64_t{0};
 // much time.
 constexpr std::uint32_t kLongMatch = 16;
 
-constexpr int kRecentBits = 16;
-constexpr std::uint64_t kRecentMask = (1u << kRecentBits) - 1;
+constexpr int kOffsetBits = 16;
+constexpr std::uint64_t kOffsetMask = (1u << kOffsetBits) - 1;
 
 constexpr std::uint64_t FirstRecent() {
   std::uint64_t recent = 0;
   for (int slot = kLzxRecentOffsets; slot-- > 0;) {
-    recent = recent << kRecentBits | kLzxInitialRecentOffsets[static_cast<std::size_t>(slot)];
+    recent = recent << kOffsetBits | kLzxInitialRecentOffsets[static_cast<std::size_t>(slot)];
   }
   return recent;
 }
@@ -32,12 +32,12 @@ constexpr std::uint64_t FirstRecent() {
 NearOptimalParser::Recent NearOptimalParser::After(Recent recent, Item item) {
   const std::uint32_t offset = item >> kLengthBits;
   if ((item & kLengthMask) == 1 || offset == 0) return recent;
-  const Recent newest = recent & kRecentMask;
-  const Recent second = recent >> kRecentBits & kRecentMask;
-  const Recent third = recent >> 2 * kRecentBits;
-  if (offset == 1) return second | newest << kRecentBits | third << 2 * kRecentBits;
-  if (offset == 2) return third | second << kRecentBits | newest << 2 * kRecentBits;
-  return (offset - kLzxOffsetBias) | newest << kRecentBits | second << 2 * kRecentBits;
+  const Recent newest = recent & kOffsetMask;
+  const Recent second = recent >> kOffsetBits & kOffsetMask;
+  const Recent third = recent >> 2 * kOffsetBits;
+  if (offset == 1) return second | newest << kOffsetBits | third << 2 * kOffsetBits;
+  if (offset == 2) return third | second << kOffsetBits | newest << 2 * kOffsetBits;
+  return (offset - kLzxOffsetBias) | newest << kOffsetBits | second << 2 * kOffsetBits;
 }
 
 // Goes on from a position by `first` to `last` bytes, where that is cheaper than what is known.
@@ -58,8 +58,8 @@ std::uint32_t NearOptimalParser::TryRecent(std::uint32_t position, const LzxCost
   const std::uint8_t* const here = interval_.data() + position;
   std::uint32_t longest = kLzxMinMatch - 1;
   Recent rest = recent_[position];
-  for (Item slot = 0; slot < kLzxRecentOffsets; ++slot, rest >>= kRecentBits) {
-    const auto distance = static_cast<std::uint32_t>(rest & kRecentMask);
+  for (Item slot = 0; slot < kLzxRecentOffsets; ++slot, rest >>= kOffsetBits) {
+    const auto distance = static_cast<std::uint32_t>(rest & kOffsetMask);
     if (distance > position || here[0] != here[-static_cast<std::ptrdiff_t>(distance)] ||
         here[1] != here[1 - static_cast<std::ptrdiff_t>(distance)]) {
       continue;

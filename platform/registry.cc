@@ -13,7 +13,7 @@ namespace scrivo {
 namespace {
 
 template <typename Work>
-auto Guarded(Work work) {
+auto OrRegistryFailure(Work work) {
   return OrComponentFailure("CRegistry", CRegistry::kComponentFailure, work);
 }
 
@@ -178,7 +178,7 @@ void ListValueNames(RegistryHandle key, std::vector<std::string>* names) {
 
 bool CRegistry::CreateKey(const std::string& KeyName) {
   CheckKeyName(KeyName);
-  return Guarded([&] {
+  return OrRegistryFailure([&] {
     RegistryHandle key = 0;
     if (Store().CreateKey(root_key_, ToRegistry(KeyName), kRightAllAccess, &key) !=
         kRegistrySuccess) {
@@ -191,13 +191,13 @@ bool CRegistry::CreateKey(const std::string& KeyName) {
 
 bool CRegistry::DeleteKey(const std::string& KeyName) {
   CheckKeyName(KeyName);
-  return Guarded(
+  return OrRegistryFailure(
       [&] { return Store().DeleteKey(root_key_, ToRegistry(KeyName)) == kRegistrySuccess; });
 }
 
 bool CRegistry::DeleteValue(const std::string& KeyName, const std::string& ValueName) {
   CheckKeyName(KeyName);
-  return Guarded([&] {
+  return OrRegistryFailure([&] {
     RegistryHandle key = 0;  // stays open
     return Store().OpenKey(root_key_, ToRegistry(KeyName), kRightAllAccess, &key) ==
                kRegistrySuccess &&
@@ -207,7 +207,7 @@ bool CRegistry::DeleteValue(const std::string& KeyName, const std::string& Value
 
 std::int32_t CRegistry::GetAllSubKeys(const std::string& KeyName,
                                       std::vector<std::string>* SubKeys) {
-  return Guarded([&] {
+  return OrRegistryFailure([&] {
     SubKeys->clear();
     RegistryHandle key = 0;
     if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightEnumerateSubKeys, &key) ==
@@ -221,7 +221,7 @@ std::int32_t CRegistry::GetAllSubKeys(const std::string& KeyName,
 
 std::int32_t CRegistry::GetAllValueNames(const std::string& KeyName,
                                          std::vector<std::string>* ValueNames) {
-  return Guarded([&] {
+  return OrRegistryFailure([&] {
     ValueNames->clear();
     RegistryHandle key = 0;
     if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightQueryValue, &key) ==
@@ -235,7 +235,7 @@ std::int32_t CRegistry::GetAllValueNames(const std::string& KeyName,
 
 RegistryValue CRegistry::GetValue(const std::string& KeyName, const std::string& ValueName,
                                   const RegistryValue& Default) {
-  return Guarded([&] {
+  return OrRegistryFailure([&] {
     RegistryHandle key = 0;  // stays open
     if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightQueryValue, &key) !=
         kRegistrySuccess) {
@@ -247,7 +247,7 @@ RegistryValue CRegistry::GetValue(const std::string& KeyName, const std::string&
 
 bool CRegistry::KeyExists(const std::string& KeyName) {
   CheckKeyName(KeyName);
-  return Guarded([&] {
+  return OrRegistryFailure([&] {
     RegistryHandle key = 0;
     if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightQueryValue, &key) !=
         kRegistrySuccess) {
@@ -261,7 +261,7 @@ bool CRegistry::KeyExists(const std::string& KeyName) {
 bool CRegistry::SetValue(const std::string& KeyName, const std::string& ValueName,
                          const RegistryValue& Value, std::uint32_t ValueType) {
   CheckKeyName(KeyName);
-  return Guarded([&] {
+  return OrRegistryFailure([&] {
     RegistryHandle key = 0;
     if (Store().CreateKey(root_key_, ToRegistry(KeyName), kRightAllAccess, &key) !=
         kRegistrySuccess) {
@@ -274,7 +274,7 @@ bool CRegistry::SetValue(const std::string& KeyName, const std::string& ValueNam
 
 std::uint32_t CRegistry::ValueType(const std::string& KeyName, const std::string& ValueName) {
   CheckKeyName(KeyName);
-  return Guarded([&]() -> std::uint32_t {
+  return OrRegistryFailure([&]() -> std::uint32_t {
     RegistryHandle key = 0;  // stays open
     if (Store().OpenKey(root_key_, ToRegistry(KeyName), kRightQueryValue, &key) != kRegistrySuccess)
       return 0;

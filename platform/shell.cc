@@ -47,7 +47,7 @@ constexpr ShellFailure kFailures[] = {
 
 // Runs a member's work. Errors of a member's own are raised outside of it.
 template <typename Work>
-auto Guarded(Work work) {
+auto OrShellFailure(Work work) {
   return OrComponentFailure("CShell", CShell::kComponentFailure, work);
 }
 
@@ -67,7 +67,7 @@ void RaiseAddressFailure(std::int32_t code) {
 
 std::int32_t Execute(const std::string& verb, const std::string& file,
                      const std::string& parameters = "", const std::string& folder = "") {
-  return Guarded([&] {
+  return OrShellFailure([&] {
     ShellServices& shell = *TheServices().shell;
     ShellRequest request;
     request.owner = shell.DesktopWindow();
@@ -80,7 +80,7 @@ std::int32_t Execute(const std::string& verb, const std::string& file,
 }
 
 void RequireFile(const std::string& path) {
-  if (!Guarded([&] { return TheServices().files->FileExists(path); })) {
+  if (!OrShellFailure([&] { return TheServices().files->FileExists(path); })) {
     Raise(CShell::kFileNotFound, "File not found");
   }
 }
@@ -100,10 +100,10 @@ void RunToItsEnd(const std::string& program, const std::string& parameters) {
   request.command_line = program + " " + parameters;
   request.creation_flags = kNormalPriorityClass;
   StartedProcess child;
-  if (!Guarded([&] { return processes.Start(request, &child); })) {
+  if (!OrShellFailure([&] { return processes.Start(request, &child); })) {
     Raise(CShell::kCannotCreateProcess, "Cannot create process");
   }
-  Guarded([&] {
+  OrShellFailure([&] {
     processes.Close(child.thread);
     processes.WaitForEnd(child.process);
     processes.Close(child.process);
@@ -204,7 +204,7 @@ void CShell::LaunchProgram(const std::string& Program, const std::string& Parame
 
 void CShell::OpenDocument(const std::string& Path) {
   RequireFile(Path);
-  const std::string verb = Guarded([&] { return VerbOf(Path); });
+  const std::string verb = OrShellFailure([&] { return VerbOf(Path); });
   RaiseFailure(Execute(verb, Path, "", FolderOf(Path)));
 }
 
@@ -217,8 +217,8 @@ void CShell::ShowProperties(const std::string& Path, WindowHandle Owner) {
     Files& files = *TheServices().files;
     return files.FileExists(Path) || files.FolderExists(Path);
   };
-  if (!Guarded(exists)) Raise(kFileNotFound, "File not found");
-  const std::int32_t instance = Guarded([&] {
+  if (!OrShellFailure(exists)) Raise(kFileNotFound, "File not found");
+  const std::int32_t instance = OrShellFailure([&] {
     ShellServices& shell = *TheServices().shell;
     ExtendedShellRequest request;
     request.structure_size = kExtendedRecordSize;

@@ -86,7 +86,7 @@ constexpr NamedSection kSections[] = {
     {"subsets", Section::kIdle},
 };
 
-class Reader {
+class ProjectReader {
  public:
   Project Read(std::string_view bytes);
 
@@ -112,7 +112,7 @@ void AddOnce(const ProjectLine& line, std::vector<ProjectLine>* lines) {
   if (!known && lines->size() < kMost) lines->push_back(line);
 }
 
-Project Reader::Read(std::string_view bytes) {
+Project ProjectReader::Read(std::string_view bytes) {
   if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
   ProjectLines lines(bytes);
   ProjectLine line;
@@ -126,7 +126,7 @@ Project Reader::Read(std::string_view bytes) {
   return std::move(project_);
 }
 
-void Reader::Header(const ProjectLine& line) {
+void ProjectReader::Header(const ProjectLine& line) {
   const std::string_view name =
       Trimmed(std::string_view(line.text).substr(1, line.text.find(']') - 1));
   section_ = Section::kUnknown;
@@ -139,7 +139,7 @@ void Reader::Header(const ProjectLine& line) {
   }
 }
 
-void Reader::Line(const ProjectLine& line) {
+void ProjectReader::Line(const ProjectLine& line) {
   switch (section_) {
     case Section::kOptions:
       Option(line);
@@ -179,7 +179,7 @@ void Reader::Line(const ProjectLine& line) {
   }
 }
 
-void Reader::Option(const ProjectLine& line) {
+void ProjectReader::Option(const ProjectLine& line) {
   const std::size_t equals = line.text.find('=');
   if (equals == std::string::npos) {
     project_.lines_without_equals.push_back(line);
@@ -198,7 +198,7 @@ void Reader::Option(const ProjectLine& line) {
   }
 }
 
-bool Reader::KnownOption(std::string_view key, std::string_view value) {
+bool ProjectReader::KnownOption(std::string_view key, std::string_view value) {
   for (const TextOption& option : kTextOptions) {
     if (key == option.key) {
       project_.*option.field = value;
@@ -227,7 +227,7 @@ bool Reader::KnownOption(std::string_view key, std::string_view value) {
   return true;
 }
 
-void Reader::Window(std::string_view line) {
+void ProjectReader::Window(std::string_view line) {
   const std::size_t equals = line.find('=');
   if (equals == std::string_view::npos) return;
   ProjectWindow window;
@@ -243,6 +243,6 @@ void Reader::Window(std::string_view line) {
 
 }  // namespace
 
-Project ReadProject(std::string_view bytes) { return Reader().Read(bytes); }
+Project ReadProject(std::string_view bytes) { return ProjectReader().Read(bytes); }
 
 }  // namespace scrivo

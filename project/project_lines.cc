@@ -5,8 +5,6 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 // Takes a word off the front of `text`.
 std::string_view TakeWord(std::string_view* text) {
   *text = Trimmed(*text);
@@ -48,7 +46,7 @@ bool ProjectLines::Next(ProjectLine* line) {
   while (!rest_.empty()) {
     const std::size_t end = rest_.find('\n');
     const std::string_view text = Trimmed(rest_.substr(0, end));
-    rest_ = end == kNone ? std::string_view() : rest_.substr(end + 1);
+    rest_ = end == std::string_view::npos ? std::string_view() : rest_.substr(end + 1);
     ++number_;
     if (text.empty() || text[0] == ';') continue;
     line->text = text;
@@ -83,7 +81,7 @@ std::optional<ProjectAlias> AliasOfLine(const ProjectLine& line) {
   std::string_view text = line.text;
   text = Trimmed(text.substr(0, text.find(';')));
   const std::size_t equals = text.find('=');
-  if (equals == kNone) return std::nullopt;
+  if (equals == std::string_view::npos) return std::nullopt;
   ProjectAlias alias;
   alias.symbol = Trimmed(text.substr(0, equals));
   alias.target = WithoutQuotes(Trimmed(text.substr(equals + 1)));

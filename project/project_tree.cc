@@ -9,8 +9,6 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 int HexDigit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   c = AsciiLower(c);
@@ -18,7 +16,7 @@ int HexDigit(char c) {
 }
 
 bool Matches(std::string_view pattern, std::string_view name) {
-  std::size_t p = 0, n = 0, star = kNone, resume = 0;
+  std::size_t p = 0, n = 0, star = std::string_view::npos, resume = 0;
   while (n < name.size()) {
     if (p < pattern.size() && pattern[p] == '*') {
       star = p++;
@@ -26,7 +24,7 @@ bool Matches(std::string_view pattern, std::string_view name) {
     } else if (p < pattern.size() && (pattern[p] == '?' || pattern[p] == name[n])) {
       ++p;
       ++n;
-    } else if (star != kNone) {
+    } else if (star != std::string_view::npos) {
       p = star + 1;
       n = ++resume;
     } else {
@@ -57,7 +55,8 @@ Reference TakeApart(std::string_view address) {
   Reference reference;
   const std::size_t colon = address.find_first_of(":/\\?#");
   // One letter before the colon is a drive, and a name may begin with no letter.
-  if (colon != kNone && colon > 1 && address[colon] == ':' && IsAsciiLetter(address[0])) {
+  if (colon != std::string_view::npos && colon > 1 && address[colon] == ':' &&
+      IsAsciiLetter(address[0])) {
     const std::string_view scheme = address.substr(0, colon);
     reference.external = true;
     reference.web = EqualsIgnoringCase(scheme, "http") || EqualsIgnoringCase(scheme, "https") ||
@@ -69,7 +68,7 @@ Reference TakeApart(std::string_view address) {
     return reference;
   }
   const std::size_t hash = address.find('#');
-  if (hash != kNone) reference.fragment = address.substr(hash);
+  if (hash != std::string_view::npos) reference.fragment = address.substr(hash);
   reference.path = address.substr(0, hash);
   reference.path = reference.path.substr(0, reference.path.find('?'));
   return reference;
@@ -98,7 +97,7 @@ std::string NormalPath(std::string_view path) {
 
 std::string FolderOf(std::string_view path) {
   const std::size_t slash = path.rfind('/');
-  return std::string(slash == kNone ? std::string_view() : path.substr(0, slash));
+  return std::string(slash == std::string_view::npos ? std::string_view() : path.substr(0, slash));
 }
 
 std::string PercentDecoded(std::string_view text) {
@@ -136,7 +135,7 @@ std::vector<std::string> ProjectTree::Spellings(std::string_view name, int code_
     }
   };
   add(name);
-  if (name.find('%') != kNone) add(PercentDecoded(name));
+  if (name.find('%') != std::string_view::npos) add(PercentDecoded(name));
   return spellings;
 }
 
@@ -144,7 +143,7 @@ std::optional<FoundFile> ProjectTree::Find(std::string_view name, std::string_vi
                                            int code_page) {
   for (const std::string& spelling : Spellings(name, code_page)) {
     std::string path = WithSlashes(spelling);
-    if (path.empty() || path.find('\0') != kNone) continue;
+    if (path.empty() || path.find('\0') != std::string_view::npos) continue;
     if (path[0] != '/' && !from.empty()) path = std::string(from) + "/" + path;
     if (auto found = FindPath(NormalPath(path))) return found;
   }
@@ -154,7 +153,7 @@ std::optional<FoundFile> ProjectTree::Find(std::string_view name, std::string_vi
 std::optional<FoundFile> ProjectTree::FindListed(std::string_view name) {
   for (const std::string& spelling : Spellings(name, code_page_)) {
     const std::string path = WithSlashes(spelling);
-    if (path.empty() || path.find('\0') != kNone) continue;
+    if (path.empty() || path.find('\0') != std::string_view::npos) continue;
     if (IsFullPath(path)) {
       if (auto found = FindFull(path)) return found;
     }
@@ -195,7 +194,7 @@ std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
   while (true) {
     const std::size_t slash = rest.find('/');
     const std::string_view part = rest.substr(0, slash);
-    const bool last = slash == kNone;
+    const bool last = slash == std::string_view::npos;
     if (part == "..") {
       if (last) return std::nullopt;
       actual += "../";

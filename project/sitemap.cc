@@ -70,9 +70,9 @@ struct Param {
   std::string_view name, value;
 };
 
-class Reader {
+class SitemapReader {
  public:
-  Reader(std::string_view bytes, int code_page)
+  SitemapReader(std::string_view bytes, int code_page)
       : bytes_(bytes),
         decoder_(code_page),
         value_ends_(bytes),
@@ -108,7 +108,7 @@ class Reader {
   std::size_t line_ = 1, line_offset_ = 0;
 };
 
-Sitemap Reader::Read() {
+Sitemap SitemapReader::Read() {
   HtmlToken token;
   while (tokens_.Next(&token)) {
     bad_tags_.See(token);
@@ -120,7 +120,7 @@ Sitemap Reader::Read() {
   return std::move(sitemap_);
 }
 
-void Reader::StartTag(const HtmlToken& token) {
+void SitemapReader::StartTag(const HtmlToken& token) {
   if (EqualsIgnoringCase(token.name, "param")) {
     const Param param = ReadParam();
     if (object_ == Object::kItem) ItemParam(param);
@@ -135,7 +135,7 @@ void Reader::StartTag(const HtmlToken& token) {
   }
 }
 
-void Reader::EndTag(const HtmlToken& token) {
+void SitemapReader::EndTag(const HtmlToken& token) {
   if (EqualsIgnoringCase(token.name, "object")) {
     CloseObject();
   } else if (EqualsIgnoringCase(token.name, "ul") || EqualsIgnoringCase(token.name, "ol")) {
@@ -143,7 +143,7 @@ void Reader::EndTag(const HtmlToken& token) {
   }
 }
 
-void Reader::OpenObject(const HtmlToken& token) {
+void SitemapReader::OpenObject(const HtmlToken& token) {
   std::string_view content = token.content;
   HtmlAttribute attribute;
   object_ = Object::kOther;
@@ -163,7 +163,7 @@ void Reader::OpenObject(const HtmlToken& token) {
   item_.level = std::min(std::max(0, depth_ - 1), last_level_ + 1);
 }
 
-void Reader::CloseObject() {
+void SitemapReader::CloseObject() {
   const bool has_content = has_name_ || !item_.targets.empty() || !item_.merge.empty();
   if (object_ == Object::kItem && has_content) {
     last_level_ = item_.level;
@@ -173,7 +173,7 @@ void Reader::CloseObject() {
 }
 
 // Takes the attributes of a PARAM, whose name the tokenizer has just passed.
-Param Reader::ReadParam() {
+Param SitemapReader::ReadParam() {
   std::size_t at = tokens_.Position();
   Param param;
   bool has_name = false, has_value = false;
@@ -220,7 +220,7 @@ Param Reader::ReadParam() {
   return param;
 }
 
-void Reader::ItemParam(const Param& param) {
+void SitemapReader::ItemParam(const Param& param) {
   if (EqualsIgnoringCase(param.name, "name") || EqualsIgnoringCase(param.name, "keyword")) {
     NameParam(param);
   } else if (EqualsIgnoringCase(param.name, "local")) {
@@ -243,7 +243,7 @@ void Reader::ItemParam(const Param& param) {
   }
 }
 
-void Reader::NameParam(const Param& param) {
+void SitemapReader::NameParam(const Param& param) {
   if (!has_name_) {
     has_name_ = true;
     item_.name = decoder_.Text(param.value);
@@ -252,7 +252,7 @@ void Reader::NameParam(const Param& param) {
   }
 }
 
-void Reader::PropertiesParam(const Param& param) {
+void SitemapReader::PropertiesParam(const Param& param) {
   SitemapProperties& properties = sitemap_.properties;
   const struct {
     std::string_view name;
@@ -275,7 +275,7 @@ void Reader::PropertiesParam(const Param& param) {
   }
 }
 
-std::size_t Reader::LineAt(std::size_t offset) {
+std::size_t SitemapReader::LineAt(std::size_t offset) {
   line_ += static_cast<std::size_t>(
       std::count(bytes_.begin() + static_cast<std::ptrdiff_t>(line_offset_),
                  bytes_.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
@@ -287,7 +287,7 @@ std::size_t Reader::LineAt(std::size_t offset) {
 
 Sitemap ReadSitemap(std::string_view bytes, int code_page) {
   const int actual = CodePageOfPage(bytes).value_or(code_page);
-  Sitemap sitemap = Reader(bytes, actual).Read();
+  Sitemap sitemap = SitemapReader(bytes, actual).Read();
   sitemap.code_page = actual;
   return sitemap;
 }

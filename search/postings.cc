@@ -7,20 +7,14 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kFirstSlots = 1 << 16;
+constexpr std::size_t kFirstTermSlots = 1 << 16;
 constexpr std::uint32_t kSlabSize = 1 << 20;
 constexpr std::uint32_t kBlockHead = 6;
 constexpr std::uint16_t kFirstRoom = 10, kLargestRoom = 4090;
 
-std::uint32_t HashOf(std::string_view word, bool in_title) {
-  std::uint32_t hash = in_title ? 0x9E3779B9u : 0x811C9DC5u;
-  for (const char c : word) hash = (hash ^ static_cast<unsigned char>(c)) * 0x01000193u;
-  return hash ^ (hash >> 15);
-}
-
 }  // namespace
 
-Postings::Postings() : slots_(kFirstSlots) {
+Postings::Postings() : slots_(kFirstTermSlots) {
   // Place 0 means "none", so the first block is never there.
   slabs_.push_back(std::make_unique<char[]>(kSlabSize));
   slabs_used_ = kBlockHead;
@@ -73,7 +67,7 @@ void Postings::AddPage(std::uint32_t topic, const PageWords& words) {
 }
 
 std::uint32_t Postings::FindOrAdd(std::string_view word, bool in_title) {
-  const std::uint32_t hash = HashOf(word, in_title);
+  const std::uint32_t hash = WordHash(word, in_title);
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = hash & mask;
   while (slots_[slot] != 0) {
@@ -192,7 +186,7 @@ void Postings::Spill() {
   sorted_ = {};
   terms_ = {};
   texts_ = {};
-  slots_ = std::vector<std::uint32_t>(kFirstSlots);
+  slots_ = std::vector<std::uint32_t>(kFirstTermSlots);
   slabs_.resize(1);
   slabs_used_ = kBlockHead;
 }

@@ -5,8 +5,6 @@
 namespace scrivo {
 namespace {
 
-constexpr bool IsIn(int c, int first, int last) { return c >= first && c <= last; }
-
 // The base letter of the accented letters of windows-1252, or 0.
 constexpr std::uint8_t BaseLetter(int c) {
   if (c == 0xD0) return 'd';
@@ -14,22 +12,22 @@ constexpr std::uint8_t BaseLetter(int c) {
   if (c == 0x8C || c == 0x9C || c == 0xF0) return 'o';
   if (c == 0x8A || c == 0x9A || c == 0xDF) return 's';
   if (c == 0x9F || c == 0xDD || c == 0xFD || c == 0xFF) return 'y';
-  const int lower = IsIn(c, 0xC0, 0xDE) ? c + 0x20 : c;
-  if (IsIn(lower, 0xE0, 0xE6)) return 'a';
+  const int lower = IsWithin(c, 0xC0, 0xDE) ? c + 0x20 : c;
+  if (IsWithin(lower, 0xE0, 0xE6)) return 'a';
   if (lower == 0xE7) return 'c';
-  if (IsIn(lower, 0xE8, 0xEB)) return 'e';
-  if (IsIn(lower, 0xEC, 0xEF)) return 'i';
+  if (IsWithin(lower, 0xE8, 0xEB)) return 'e';
+  if (IsWithin(lower, 0xEC, 0xEF)) return 'i';
   if (lower == 0xF1) return 'n';
-  if (IsIn(lower, 0xF2, 0xF6) || lower == 0xF8) return 'o';
-  if (IsIn(lower, 0xF9, 0xFC)) return 'u';
+  if (IsWithin(lower, 0xF2, 0xF6) || lower == 0xF8) return 'o';
+  if (IsWithin(lower, 0xF9, 0xFC)) return 'u';
   return 0;
 }
 
 constexpr std::uint16_t KindOf(int c) {
   using namespace character_class;
-  if (IsIn(c, 'a', 'z') || c == '_') return kLowerLetter;
-  if (IsIn(c, 'A', 'Z')) return kOtherLetter;
-  if (IsIn(c, '0', '9')) return kDigit;
+  if (IsWithin(c, 'a', 'z') || c == '_') return kLowerLetter;
+  if (IsWithin(c, 'A', 'Z')) return kOtherLetter;
+  if (IsWithin(c, '0', '9')) return kDigit;
   if (c == ',') return kComma;
   if (c == '.') return kPeriod;
   if (c == '\'') return kApostrophe;
@@ -47,7 +45,7 @@ constexpr std::uint16_t KindOf(int c) {
 }
 
 constexpr std::uint8_t FoldedOf(int c) {
-  if (IsIn(c, 'A', 'Z')) return static_cast<std::uint8_t>(c + 'a' - 'A');
+  if (IsWithin(c, 'A', 'Z')) return static_cast<std::uint8_t>(c + 'a' - 'A');
   const std::uint8_t base = c >= 0x80 ? BaseLetter(c) : 0;
   return base != 0 ? base : static_cast<std::uint8_t>(c);
 }
@@ -60,8 +58,8 @@ constexpr std::array<SearchCharacter, 256> MakeAlphabet() {
 
 // In a double-byte code page: whether this byte begins a character of two.
 bool IsLeadByte(unsigned char byte, int code_page) {
-  if (code_page == 932) return IsIn(byte, 0x81, 0x9F) || IsIn(byte, 0xE0, 0xFC);
-  return IsIn(byte, 0x81, 0xFE);
+  if (code_page == 932) return IsWithin(byte, 0x81, 0x9F) || IsWithin(byte, 0xE0, 0xFC);
+  return IsWithin(byte, 0x81, 0xFE);
 }
 
 }  // namespace

@@ -26,6 +26,9 @@ inline constexpr std::uint16_t kWildcard = 9;
 inline constexpr std::uint16_t kLigature = 0x0C;
 }  // namespace character_class
 
+// Whether `c` is one of `first` to `last`.
+constexpr bool IsWithin(int c, int first, int last) { return c >= first && c <= last; }
+
 struct SearchCharacter {
   std::uint16_t kind = 0;
   std::uint8_t folded = 0;

@@ -42,19 +42,17 @@ constexpr std::uint16_t kUpperWeights[] = {
     0x159, 0x15E, 0x163, 0x168, 0x16D, 0x172, 0x177, 0x17C, 0x181, 0x186, 0x18B, 0x190, 0x195,
     0x19A, 0x19F, 0x1A4, 0x1A9, 0x1AE, 0x1B3, 0x1B8, 0x1BD, 0x1C2, 0x1C7, 0x1CC, 0x1D1, 0x1D6};
 
-constexpr bool IsIn(int c, int first, int last) { return c >= first && c <= last; }
-
 std::uint16_t SortWeight(int c) {
   const SearchCharacter& character = kSearchAlphabet[static_cast<std::size_t>(c)];
   int weight = c;
   if (c == 0x14) weight = 0x20;
-  if (IsIn(c, 0x21, 0x2F)) weight = 0x23 + 5 * (c - 0x21);
-  if (IsIn(c, '0', '9')) weight = 0x460 + 10 * (c - '0');
-  if (IsIn(c, 0x3A, 0x40)) weight = 0x6E + 5 * (c - 0x3A);
-  if (IsIn(c, 0x5B, 0x60)) weight = 0x91 + 5 * (c - 0x5B);
-  if (IsIn(c, 0x7B, 0x7E)) weight = 0xAF + 5 * (c - 0x7B);
-  if (IsIn(c, 0x7F, 0xBF)) weight = kUpperWeights[c - 0x7F];
-  if (IsIn(character.folded, 'a', 'z')) weight = 0x4CE + 20 * (character.folded - 'a');
+  if (IsWithin(c, 0x21, 0x2F)) weight = 0x23 + 5 * (c - 0x21);
+  if (IsWithin(c, '0', '9')) weight = 0x460 + 10 * (c - '0');
+  if (IsWithin(c, 0x3A, 0x40)) weight = 0x6E + 5 * (c - 0x3A);
+  if (IsWithin(c, 0x5B, 0x60)) weight = 0x91 + 5 * (c - 0x5B);
+  if (IsWithin(c, 0x7B, 0x7E)) weight = 0xAF + 5 * (c - 0x7B);
+  if (IsWithin(c, 0x7F, 0xBF)) weight = kUpperWeights[c - 0x7F];
+  if (IsWithin(character.folded, 'a', 'z')) weight = 0x4CE + 20 * (character.folded - 'a');
   if (c == 0xD7) weight = 0x1DB;
   if (c == 0xDE) weight = 0x442;
   if (c == 0xF0) weight = 0x50A;  // sorts with "d", folds to "o"

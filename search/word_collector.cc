@@ -8,13 +8,13 @@ namespace {
 
 constexpr std::size_t kFirstSlots = 4096;
 
-std::uint32_t HashOf(std::string_view word, bool in_title) {
+}  // namespace
+
+std::uint32_t WordHash(std::string_view word, bool in_title) {
   std::uint32_t hash = in_title ? 0x9E3779B9u : 0x811C9DC5u;
   for (const char c : word) hash = (hash ^ static_cast<unsigned char>(c)) * 0x01000193u;
   return hash ^ (hash >> 15);
 }
-
-}  // namespace
 
 void AppendVarint(std::uint64_t value, std::string* out) {
   while (value >= 0x80) {
@@ -44,7 +44,7 @@ void WordCollector::Add(std::string_view word, bool in_title) {
 }
 
 std::uint32_t WordCollector::FindOrAdd(std::string_view word, bool in_title) {
-  const std::uint32_t hash = HashOf(word, in_title);
+  const std::uint32_t hash = WordHash(word, in_title);
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = hash & mask;
   while (slots_[slot] != 0) {

@@ -27,6 +27,9 @@ struct PageWords {
   std::array<std::uint32_t, 33> count_bits{}, position_bits{};
 };
 
+// A hash of a word, title words apart from body words.
+std::uint32_t WordHash(std::string_view word, bool in_title);
+
 // Puts numbers into such a string and takes them out again.
 void AppendVarint(std::uint64_t value, std::string* out);
 std::uint64_t TakeVarint(std::string_view* in);

@@ -9,8 +9,6 @@
 namespace scrivo {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-
 struct SingleByteTable {
   int code_page;
   std::array<char16_t, 128> characters;  // of the bytes 0x80 to 0xFF; U+FFFD: unassigned
@@ -114,7 +112,8 @@ std::string FromUtf8(std::string_view utf8, int code_page, std::size_t* lost) {
     const auto found =
         std::lower_bound(pairs.begin(), pairs.end(), character,
                          [](const auto& pair, char32_t wanted) { return pair.character < wanted; });
-    if (character != kReplacement && found != pairs.end() && found->character == character) {
+    if (character != kReplacementCharacter && found != pairs.end() &&
+        found->character == character) {
       out.push_back(static_cast<char>(found->byte));
     } else {
       out.push_back('?');

@@ -11,12 +11,16 @@ namespace scrivo {
 //
 // A code page is named by its Windows number. Known are the single-byte ones 866, 874, 1250 to
 // 1258, 10000, 10007, 20866, 21866, 28592 to 28597, 28600 and 28603 to 28606, the double-byte ones
-// 932, 936, 949 and 950, and UTF-8 itself. Any other number is treated as 1252, as viewers do with a
-// page whose charset they do not know.
+// 932, 936, 949 and 950, and UTF-8 itself. Any other number is treated as 1252, as viewers do with
+// a page whose charset they do not know.
 inline constexpr int kUtf8CodePage = 65001;
 
+// What a character that cannot be read becomes.
+inline constexpr char32_t kReplacementCharacter = 0xFFFD;
+
 // The code page of a charset name as pages and projects write it ("windows-1251", "ISO-8859-1",
-// "utf8", "x-gbk"), in any case, surrounding blanks and quotes ignored. Nothing for a name that is unknown.
+// "utf8", "x-gbk"), in any case, surrounding blanks and quotes ignored. Nothing for a name that is
+// unknown.
 std::optional<int> CodePageFromName(std::string_view charset);
 
 // The Windows ANSI code page of a language number (LCID) such as 0x409. A language that has no ANSI

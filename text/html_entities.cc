@@ -22,7 +22,6 @@ constexpr NamedEntity kNamed[] = {
 constexpr std::size_t kLongestName = 8;
 // Digits past this many cannot be a character; leading zeros are rare enough not to matter.
 constexpr std::size_t kMostDigits = 10;
-constexpr char32_t kReplacement = 0xFFFD;
 
 constexpr bool IsAlnum(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
@@ -42,7 +41,7 @@ char32_t NumberedCharacter(char32_t number) {
     return NextUtf8(&rest);
   }
   if (number == 0 || number > 0x10FFFF || (number >= 0xD800 && number <= 0xDFFF)) {
-    return kReplacement;
+    return kReplacementCharacter;
   }
   return number;
 }

@@ -6,8 +6,6 @@
 namespace scrivo {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 // What a lead byte promises: the length of its sequence and the bounds of its second byte, which
@@ -32,7 +30,7 @@ Lead LeadOf(unsigned char c) {
 
 void AppendUtf8(char32_t character, std::string* out) {
   if (character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF))
-    character = kReplacement;
+    character = kReplacementCharacter;
   if (character < 0x80) {
     out->push_back(static_cast<char>(character));
   } else if (character < 0x800) {
@@ -66,7 +64,7 @@ char32_t NextUtf8(std::string_view* utf8) {
     ++good;
   }
   utf8->remove_prefix(good);
-  return good == lead.length ? value : kReplacement;
+  return good == lead.length ? value : kReplacementCharacter;
 }
 
 std::size_t AsciiPrefix(std::string_view bytes) {
@@ -89,7 +87,7 @@ bool IsUtf8(std::string_view bytes) {
     const std::size_t before = bytes.size();
     // U+FFFD itself is three bytes long, a replaced sequence at most three but never a whole one.
     const std::string_view rest = bytes;
-    if (NextUtf8(&bytes) == kReplacement &&
+    if (NextUtf8(&bytes) == kReplacementCharacter &&
         rest.substr(0, before - bytes.size()) != "\xEF\xBF\xBD") {
       return false;
     }

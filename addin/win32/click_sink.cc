@@ -7,7 +7,7 @@
 namespace scrivo {
 namespace {
 
-constexpr DISPID kClick = 1;
+constexpr DISPID kClickMember = 1;
 
 // The host's cancel flag: a Boolean by reference, or a VARIANT by reference that holds one. A flag
 // by value can only be read.
@@ -51,7 +51,7 @@ Variant CopyOf(const VARIANT& argument) {
 HRESULT ClickSink::Invoke(DISPID member, REFIID id, LCID, WORD, DISPPARAMS* arguments, VARIANT*,
                           EXCEPINFO*, UINT*) {
   if (id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-  if (member != kClick) return DISP_E_MEMBERNOTFOUND;
+  if (member != kClickMember) return DISP_E_MEMBERNOTFOUND;
   if (!arguments || arguments->cArgs != 2) return DISP_E_BADPARAMCOUNT;
   const auto self = ComPtr<IDispatch>::Share(this);  // a click may end in a disconnection
   return FromHost([&] {

@@ -23,7 +23,7 @@ const Parameters kConnection = {{L"Application", VT_DISPATCH},
                                 {L"custom", VT_VARIANT, true}};
 const Parameters kDisconnection = {{L"RemoveMode", VT_I4}, {L"custom", VT_VARIANT, true}};
 const Parameters kNotice = {{L"custom", VT_VARIANT, true}};
-const Parameters kClick = {{L"Ctrl", VT_DISPATCH}, {L"CancelDefault", VT_VARIANT}};
+const Parameters kClickParameters = {{L"Ctrl", VT_DISPATCH}, {L"CancelDefault", VT_VARIANT}};
 
 struct Command {
   const wchar_t* name;
@@ -120,7 +120,7 @@ const DispatchTable& ConnectObject::Table() {
     members.Add({id++, L"AddinInstance_OnDisconnection", DISPATCH_METHOD, kDisconnection,
                  on_disconnection});
     for (const ClickHandler& handler : kClickHandlers) {
-      members.Add({id++, handler.name, DISPATCH_METHOD, kClick,
+      members.Add({id++, handler.name, DISPATCH_METHOD, kClickParameters,
                    [run = handler.run](DispatchObject& self, const DispatchArguments& arguments) {
                      Connect& connect = *static_cast<ConnectObject&>(self).connect_;
                      ComControl control(ObjectOf(arguments.Object(0)), {});

@@ -32,7 +32,7 @@ class FileSource : public ByteSource {
   std::uint64_t size_;
 };
 
-std::error_code LastError() { return {errno, std::generic_category()}; }
+std::error_code OpenError() { return {errno, std::generic_category()}; }
 
 }  // namespace
 
@@ -41,12 +41,12 @@ std::unique_ptr<ByteSource> OpenFileSource(const std::filesystem::path& path,
   // Without O_NONBLOCK a named pipe would hold the program until someone writes to it.
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) {
-    *error = LastError();
+    *error = OpenError();
     return nullptr;
   }
   struct stat status;
   if (fstat(file, &status) != 0) {
-    *error = LastError();
+    *error = OpenError();
   } else if (S_ISDIR(status.st_mode)) {
     *error = std::make_error_code(std::errc::is_a_directory);
   } else if (!S_ISREG(status.st_mode)) {

@@ -35,7 +35,7 @@ class FileSource : public ByteSource {
   std::uint64_t size_;
 };
 
-std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
+std::error_code OpenError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
 
 }  // namespace
 
@@ -45,14 +45,14 @@ std::unique_ptr<ByteSource> OpenFileSource(const std::filesystem::path& path,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
-    *error = LastError();
+    *error = OpenError();
     return nullptr;
   }
   LARGE_INTEGER size;
   if (GetFileType(file) != FILE_TYPE_DISK) {
     *error = std::make_error_code(std::errc::invalid_argument);
   } else if (!GetFileSizeEx(file, &size)) {
-    *error = LastError();
+    *error = OpenError();
   } else {
     return std::make_unique<FileSource>(file, static_cast<std::uint64_t>(size.QuadPart));
   }

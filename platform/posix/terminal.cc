@@ -9,7 +9,7 @@
 namespace scrivo {
 namespace {
 
-int Descriptor(StandardStream stream) {
+int DescriptorOf(StandardStream stream) {
   return stream == StandardStream::kOutput ? STDOUT_FILENO : STDERR_FILENO;
 }
 
@@ -18,12 +18,12 @@ int Descriptor(StandardStream stream) {
 bool IsTerminal(StandardStream stream) {
   const char* kind = std::getenv("TERM");
   const bool is_dumb = kind != nullptr && std::string_view(kind) == "dumb";
-  return isatty(Descriptor(stream)) != 0 && !is_dumb;
+  return isatty(DescriptorOf(stream)) != 0 && !is_dumb;
 }
 
 int TerminalColumns(StandardStream stream) {
   winsize size{};
-  const bool tells = ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  const bool tells = ioctl(DescriptorOf(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
   return tells ? size.ws_col : 80;
 }
 

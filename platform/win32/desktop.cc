@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "platform/win32/handle.h"
 #include "platform/win32/shell_api.h"
 #include "system/ansi_text.h"
 
@@ -12,8 +13,6 @@ namespace {
 static_assert(sizeof(void*) == 8 || offsetof(OPENFILENAMEA, pvReserved) == 76);
 
 using FileDialog = BOOL(WINAPI*)(OPENFILENAMEA*);
-
-HWND WindowOf(WindowHandle handle) { return reinterpret_cast<HWND>(handle); }
 
 WindowHandle HandleOf(HWND window) { return reinterpret_cast<WindowHandle>(window); }
 

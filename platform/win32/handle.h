@@ -1,8 +1,12 @@
 #pragma once
 
 #include "platform/win32/windows.h"
+#include "system/desktop.h"
 
 namespace scrivo {
+
+// A window as the services pass it on.
+inline HWND WindowOf(WindowHandle handle) { return reinterpret_cast<HWND>(handle); }
 
 // Owns a file handle, whose invalid value is INVALID_HANDLE_VALUE, and closes it.
 class FileHandle {

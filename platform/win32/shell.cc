@@ -1,5 +1,6 @@
 #include "platform/win32/shell.h"
 
+#include "platform/win32/handle.h"
 #include "platform/win32/shell_api.h"
 #include "system/ansi_text.h"
 
@@ -7,8 +8,6 @@ namespace scrivo {
 namespace {
 
 static_assert(sizeof(void*) == 8 || sizeof(SHELLEXECUTEINFOA) == 60);
-
-HWND WindowOf(WindowHandle handle) { return reinterpret_cast<HWND>(handle); }
 
 // The shell's results are small numbers in the shape of a module handle.
 std::int32_t CodeOf(HINSTANCE instance) {

@@ -5,7 +5,7 @@ namespace scrivo {
 namespace {
 
 // A dialog that answers with a key and remembers what it was shown.
-class FakeErrorDialog : public ErrorDialog {
+class RecordingErrorDialog : public ErrorDialog {
  public:
   std::string answer;
   bool fails = false;
@@ -42,7 +42,7 @@ class ErrorChannels : public WithFakeServices {
   const std::string report =
       "21.11.2026 - 14:05:09\r\n\tError: 5, (bad)\r\n\tin P at line 0\r\n\r\n"
       "The call stack is:\r\n";
-  std::shared_ptr<FakeErrorDialog> dialog = std::make_shared<FakeErrorDialog>();
+  std::shared_ptr<RecordingErrorDialog> dialog = std::make_shared<RecordingErrorDialog>();
   CErrorHandler handler;
 };
 

@@ -14,8 +14,6 @@ std::string Entry(const std::string& label, const std::string& location = "") {
   return text + "\r\n</OBJECT>\r\n";
 }
 
-std::string List(const std::string& entries) { return "<UL>\r\n" + entries + "</UL>\r\n"; }
-
 constexpr char kLocationOfA[] = "RelativeLocation file:///C:/Webs/site/a.htm";
 
 class ContentsFileTest : public GeneratorTest {

@@ -3,9 +3,9 @@
 namespace scrivo {
 namespace {
 
-constexpr char kStart[] = "<HTML><HEAD><TITLE></TITLE></HEAD><BODY>\r\n";
-constexpr char kEnd[] = "</BODY></HTML>\r\n";
-constexpr char kPage[] = "C:\\Webs\\site\\Scr1A2.tmp.htm";
+constexpr char kPageStart[] = "<HTML><HEAD><TITLE></TITLE></HEAD><BODY>\r\n";
+constexpr char kPageEnd[] = "</BODY></HTML>\r\n";
+constexpr char kDerivedPage[] = "C:\\Webs\\site\\Scr1A2.tmp.htm";
 
 class DerivedImagesTest : public GeneratorTest {
  protected:
@@ -15,20 +15,21 @@ class DerivedImagesTest : public GeneratorTest {
   }
   std::string Page() {
     Form()->LinksToDerived();
-    EXPECT_EQ(Form()->DerivedPath(), kPage);
-    return Written(kPage);
+    EXPECT_EQ(Form()->DerivedPath(), kDerivedPage);
+    return Written(kDerivedPage);
   }
 };
 
 TEST_F(DerivedImagesTest, EveryFileOfTheFolderIsLinkedOneALine) {
   AddDerived("a.gif");
   AddDerived("b.gif");
-  EXPECT_EQ(Page(), std::string(kStart) +
-                        "<img src=\"_derived/a.gif\">\r\n<img src=\"_derived/b.gif\">\r\n" + kEnd);
+  EXPECT_EQ(Page(), std::string(kPageStart) +
+                        "<img src=\"_derived/a.gif\">\r\n<img src=\"_derived/b.gif\">\r\n" +
+                        kPageEnd);
 }
 
 TEST_F(DerivedImagesTest, WithoutTheFolderThePageIsEmpty) {
-  EXPECT_EQ(Page(), std::string(kStart) + kEnd);
+  EXPECT_EQ(Page(), std::string(kPageStart) + kPageEnd);
   EXPECT_EQ(Reports(), 0);
 }
 
@@ -36,23 +37,24 @@ TEST_F(DerivedImagesTest, FilesOfSubfoldersAreNotLinked) {
   AddDerived("a.gif");
   files->folders.insert("C:\\Webs\\site\\_derived\\sub");
   files->files["C:\\Webs\\site\\_derived\\sub\\b.gif"] = "image";
-  EXPECT_EQ(Page(), std::string(kStart) + "<img src=\"_derived/a.gif\">\r\n" + kEnd);
+  EXPECT_EQ(Page(), std::string(kPageStart) + "<img src=\"_derived/a.gif\">\r\n" + kPageEnd);
 }
 
 TEST_F(DerivedImagesTest, NamesAreWrittenAsTheyAreWhateverTheirType) {
   AddDerived("a \"b\" & <c>.txt");
-  EXPECT_EQ(Page(), std::string(kStart) + "<img src=\"_derived/a \"b\" & <c>.txt\">\r\n" + kEnd);
+  EXPECT_EQ(Page(),
+            std::string(kPageStart) + "<img src=\"_derived/a \"b\" & <c>.txt\">\r\n" + kPageEnd);
 }
 
 TEST_F(DerivedImagesTest, NamesComeInTheOrderOfAFolderOnWindows) {
   const char* const ordered[] = {"A",       "a", "a.gif", "A1", "aa.gif", "AB", "az",
                                  "a_b.gif", "b", "C",     "Z",  "_a",     "{a}"};
-  std::string expected = kStart;
+  std::string expected = kPageStart;
   for (const char* name : ordered) {
     AddDerived(name);
     expected += "<img src=\"_derived/" + std::string(name) + "\">\r\n";
   }
-  EXPECT_EQ(Page(), expected + kEnd);
+  EXPECT_EQ(Page(), expected + kPageEnd);
 }
 
 TEST_F(DerivedImagesTest, TheTemporaryNameKeepsItsEndingAndIsFreed) {
@@ -74,14 +76,14 @@ TEST_F(DerivedImagesTest, TheFolderIsTheOneThatTheHostNames) {
   site.local_path = "D:\\Elsewhere";
   files->folders.insert("D:\\Elsewhere\\_derived");
   files->files["D:\\Elsewhere\\_derived\\b.gif"] = "image";
-  EXPECT_EQ(Page(), std::string(kStart) + "<img src=\"_derived/b.gif\">\r\n" + kEnd);
+  EXPECT_EQ(Page(), std::string(kPageStart) + "<img src=\"_derived/b.gif\">\r\n" + kPageEnd);
 }
 
 TEST_F(DerivedImagesTest, ABaseFolderThatFailsCountsAsNoImages) {
   AddDerived("a.gif");
   Form();
   site.Fail("LocalPath", 1);
-  EXPECT_EQ(Page(), std::string(kStart) + kEnd);
+  EXPECT_EQ(Page(), std::string(kPageStart) + kPageEnd);
   EXPECT_EQ(Reports(), 0);
 }
 
@@ -90,7 +92,7 @@ TEST_F(DerivedImagesTest, AFolderThatCannotBeListedIsAnsweredByTheUser) {
   files->failures.emplace("list C:\\Webs\\site\\_derived",
                           Error(kPermissionDenied, "", "Permission denied"));
   dialog->answers = {"IGNORE"};
-  EXPECT_EQ(Page(), std::string(kStart) + kEnd);
+  EXPECT_EQ(Page(), std::string(kPageStart) + kPageEnd);
   EXPECT_TRUE(LastReportIsFrom("LinksToDerived"));
 }
 
@@ -99,12 +101,12 @@ TEST_F(DerivedImagesTest, AnAbortLeavesNoPage) {
   files->failures.emplace("list C:\\Webs\\site\\_derived",
                           Error(kPermissionDenied, "", "Permission denied"));
   Form()->LinksToDerived();
-  EXPECT_EQ(files->files.count(kPage), 0U);
+  EXPECT_EQ(files->files.count(kDerivedPage), 0U);
 }
 
 TEST_F(DerivedImagesTest, APageThatCannotBeWrittenIsReported) {
   Form();
-  files->failures.emplace(std::string("write ") + kPage, Error(kDiskFull, "", "disk full"));
+  files->failures.emplace(std::string("write ") + kDerivedPage, Error(kDiskFull, "", "disk full"));
   Form()->LinksToDerived();
   EXPECT_TRUE(LastReportIsFrom("LinksToDerived"));
 }
@@ -124,7 +126,7 @@ TEST_F(DerivedImagesTest, PosixPathsFollowTheirOwnRules) {
   files->files["/srv/web/_derived/a.gif"] = "image";
   Form()->LinksToDerived();
   EXPECT_EQ(Written("/srv/web/Scr1A2.tmp.htm"),
-            std::string(kStart) + "<img src=\"_derived/a.gif\">\r\n" + kEnd);
+            std::string(kPageStart) + "<img src=\"_derived/a.gif\">\r\n" + kPageEnd);
 }
 
 }  // namespace

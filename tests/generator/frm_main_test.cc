@@ -6,8 +6,6 @@
 namespace scrivo {
 namespace {
 
-constexpr char kUrl[] = "file:///C:/Webs/site";
-
 class FrmMainTest : public GeneratorTest {
  protected:
   ShownMain& Shown() { return views->main; }

@@ -17,6 +17,12 @@ namespace scrivo {
 // The registry key that tells where the help compiler is.
 inline constexpr char kWorkshopKey[] = "Software\\Microsoft\\HTML Help Workshop";
 
+// The address of the web.
+inline const std::string kUrl = "file:///C:/Webs/site";
+
+// A list of a sitemap around its entries.
+inline std::string List(const std::string& entries) { return "<UL>\r\n" + entries + "</UL>\r\n"; }
+
 // A test of the generator over a web in memory, with Windows' path rules. Errors are answered by
 // `dialog`, which aborts when it has no other answer.
 class GeneratorTest : public WithFakeServices {

@@ -10,8 +10,6 @@ std::string Entry(const std::string& keyword, const std::string& topic,
          location + "\">\r\n</OBJECT>\r\n";
 }
 
-std::string List(const std::string& entries) { return "<UL>\r\n" + entries + "</UL>\r\n"; }
-
 class IndexFileTest : public GeneratorTest {};
 
 TEST_F(IndexFileTest, AKeywordIsListedWithTopicAndLocationOnOneLine) {

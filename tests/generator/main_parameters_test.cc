@@ -4,7 +4,6 @@
 namespace scrivo {
 namespace {
 
-constexpr char kUrl[] = "file:///C:/Webs/site";
 const char* const kCheckBoxes[] = {"USEKEYWORDS", "FAVORITES", "VIEWRESULT", "CLOSELOG",
                                    "LEAVEPROJECTFILE"};
 

@@ -3,8 +3,6 @@
 namespace scrivo {
 namespace {
 
-const std::string kUrl = "file:///C:/Webs/site";
-
 class ProjectFileTest : public GeneratorTest {
  protected:
   // The project file's text; a False result fails the test.

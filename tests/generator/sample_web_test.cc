@@ -17,7 +17,7 @@ namespace {
 
 constexpr char kFolder[] = "/webs/Scrivo Builder sample web";
 
-std::string ReadFile(const std::filesystem::path& path) {
+std::string SampleFile(const std::filesystem::path& path) {
   std::ifstream stream(path, std::ios::binary);
   EXPECT_TRUE(stream) << path;
   return {std::istreambuf_iterator<char>(stream), {}};
@@ -36,7 +36,7 @@ class SampleWebTest : public WithFakeServices {
 
   void Expect(const std::string& path, const std::string& extension) {
     const auto golden = std::filesystem::path(GENERATOR_TEST_DATA) / ("sample" + extension);
-    EXPECT_EQ(files->files[path], ReadFile(golden)) << path;
+    EXPECT_EQ(files->files[path], SampleFile(golden)) << path;
   }
 
  private:
@@ -51,7 +51,7 @@ class SampleWebTest : public WithFakeServices {
       if (entry.is_directory()) {
         files->folders.insert(path);
       } else if (!IsLeftByACompile(entry.path())) {
-        files->files[path] = ReadFile(entry.path());
+        files->files[path] = SampleFile(entry.path());
       }
     }
   }

@@ -9,7 +9,7 @@
 namespace scrivo {
 namespace {
 
-std::vector<std::string> Texts(const KeywordTree& tree) {
+std::vector<std::string> KeywordTexts(const KeywordTree& tree) {
   std::size_t too_long = 0;
   std::vector<std::string> texts;
   for (const Keyword& keyword : tree.Sorted(&too_long)) texts.push_back(keyword.text);
@@ -44,8 +44,8 @@ TEST(KeywordTree, SortsEachLevelByItself) {
   tree.Add(0, "contents", {3}, "");
   tree.Add(1, "zoo", {4}, "");
   tree.Add(1, "adding", {5}, "");
-  EXPECT_EQ(Texts(tree), (List{"contents", "contents, adding", "contents, zoo", "Contents command",
-                               "contents files"}));
+  EXPECT_EQ(KeywordTexts(tree), (List{"contents", "contents, adding", "contents, zoo",
+                                      "Contents command", "contents files"}));
 }
 
 TEST(KeywordTree, MergesEqualKeywordsInOrderOfAppearance) {

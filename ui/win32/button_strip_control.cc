@@ -12,7 +12,7 @@ namespace {
 // In twips.
 constexpr double kButtonWidth = 1350, kButtonHeight = 345, kButtonGap = 90, kBesideCaption = 300,
                  kAroundCaption = 150;
-constexpr int kFirstId = 2000;
+constexpr int kFirstButtonId = 2000;
 
 }  // namespace
 
@@ -34,7 +34,7 @@ ButtonStripControl::ButtonStripControl(HWND parent, ButtonStrip& strip,
     if (!item.caption.empty()) {
       const DWORD kind = item.key == default_key ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
       button = CreateControl("BUTTON", captions[i], WS_VISIBLE | WS_TABSTOP | kind, 0, handle(),
-                             kFirstId + static_cast<int>(i), nullptr);
+                             kFirstButtonId + static_cast<int>(i), nullptr);
       TOOLINFOA tip{};
       tip.cbSize = TTTOOLINFOA_V2_SIZE;
       tip.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
@@ -91,7 +91,7 @@ void ButtonStripControl::Click(const std::string& key) {
 
 LRESULT ButtonStripControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_COMMAND && lparam && HIWORD(wparam) == BN_CLICKED) {
-    const auto index = static_cast<std::size_t>(LOWORD(wparam) - kFirstId);
+    const auto index = static_cast<std::size_t>(LOWORD(wparam) - kFirstButtonId);
     if (index < buttons_.size()) {
       const auto clicked = clicked_;  // this object may be gone once it was called
       clicked(std::string(strip_.Items()[index].key));

@@ -12,14 +12,15 @@ constexpr int kMessageId = 100;
 // What Enter presses: the first answer, as in the system's own box of these three.
 constexpr char kDefaultKey[] = "ABORT";
 // In twips.
-constexpr double kWidth = 8700, kHeight = 5400, kSmallestWidth = 7000, kSmallestHeight = 3000;
-constexpr double kMargin = 120, kTitleHeight = 480, kSmallestSpacer = 15;
+constexpr double kErrorWidth = 8700, kErrorHeight = 5400, kSmallestErrorWidth = 7000,
+                 kSmallestErrorHeight = 3000;
+constexpr double kTitleHeight = 480, kSmallestSpacer = 15;
 
 }  // namespace
 
 ErrorWindow::ErrorWindow(ButtonStrip& strip, ErrorViewEvents& events)
     : buttons_(strip), events_(events) {
-  CreateForm(Kind::kModal, "Scrivo", kWidth, kHeight);
+  CreateForm(Kind::kModal, "Scrivo", kErrorWidth, kErrorHeight);
   icon_ =
       CreateControl("STATIC", "", WS_VISIBLE | SS_ICON | SS_CENTERIMAGE, 0, handle(), -1, nullptr);
   SendMessageA(icon_, STM_SETICON, reinterpret_cast<WPARAM>(LoadIcon(nullptr, IDI_ERROR)), 0);
@@ -65,7 +66,9 @@ void ErrorWindow::ShowModal() { ShowUntilHidden(); }
 
 void ErrorWindow::Hide() { HideForm(); }
 
-SIZE ErrorWindow::SmallestSize() { return {Pixels(kSmallestWidth), Pixels(kSmallestHeight)}; }
+SIZE ErrorWindow::SmallestSize() {
+  return {Pixels(kSmallestErrorWidth), Pixels(kSmallestErrorHeight)};
+}
 
 HWND ErrorWindow::FirstFocus() { return strip_->FirstButton(); }
 
@@ -82,7 +85,7 @@ void ErrorWindow::UseFont(HFONT font) {
 void ErrorWindow::LayOut() {
   RECT client;
   GetClientRect(handle(), &client);
-  const int margin = Pixels(kMargin), title = Pixels(kTitleHeight);
+  const int margin = Pixels(kFormMargin), title = Pixels(kTitleHeight);
   const int strip = strip_->NeededHeight();
   const int width = std::max<int>(client.right - 2 * margin, 0);
   const int strip_top = client.bottom - margin - strip;

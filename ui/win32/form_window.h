@@ -9,6 +9,9 @@
 
 namespace scrivo {
 
+// What a form leaves free along its borders and between its parts, in twips.
+inline constexpr double kFormMargin = 120;
+
 // What every form of ours has as a top-level window: the system's message font at the resolution
 // of its monitor, a smallest size, the keyboard focus where it was when the user comes back, and
 // modal display. The derived class makes the controls and places them.

@@ -12,14 +12,14 @@ namespace scrivo {
 namespace {
 
 // In twips.
-constexpr double kMargin = 75, kGap = 60, kCaptionHeight = 240, kCheckHeight = 270,
+constexpr double kPanelMargin = 75, kGap = 60, kCaptionHeight = 240, kCheckHeight = 270,
                  kListHeight = 3000;
 // In pixels, as borders are at every resolution: what an edit field has above and below its text,
 // and a list beside its text's row.
 constexpr int kAroundEdit = 8, kAroundListRow = 6;
 
-// A row's controls have the identifiers kFirstId + 2 × row, and one more for the browse button.
-constexpr int kFirstId = 1000;
+// A row's controls have the identifiers kFirstRowId + 2 × row, and one more for the browse button.
+constexpr int kFirstRowId = 1000;
 
 // The face of a push button, as the system's theme draws it or, without one, in the classic way.
 void DrawButtonFace(const DRAWITEMSTRUCT& draw) {
@@ -90,7 +90,7 @@ ItemPanelControl::~ItemPanelControl() {
 }
 
 void ItemPanelControl::MakeRow(Item& item, const std::string& caption) {
-  const int id = kFirstId + 2 * static_cast<int>(rows_.size());
+  const int id = kFirstRowId + 2 * static_cast<int>(rows_.size());
   Row row{&item};
   const auto make = [&](const char* kind, const std::string& text, DWORD style, DWORD extended,
                         int control_id) {
@@ -140,13 +140,13 @@ HWND ItemPanelControl::FirstEdit() const {
 }
 
 int ItemPanelControl::NeededHeight() const {
-  int top = Pixels(kMargin);
+  int top = Pixels(kPanelMargin);
   for (const Row& row : rows_) top = PlaceRow(row, top, false);
   return top;
 }
 
 void ItemPanelControl::LayOut() {
-  int top = Pixels(kMargin);
+  int top = Pixels(kPanelMargin);
   for (const Row& row : rows_) top = PlaceRow(row, top, true);
 }
 
@@ -154,11 +154,11 @@ int ItemPanelControl::Room() const {
   RECT client;
   GetClientRect(handle(), &client);
   // Rounded as the presenters' widths are, so that the widest of them fits.
-  return Pixels(Twips(client.right) - 2 * kMargin);
+  return Pixels(Twips(client.right) - 2 * kPanelMargin);
 }
 
 int ItemPanelControl::PlaceRow(const Row& row, int top, bool move) const {
-  const int margin = Pixels(kMargin), inner = Room();
+  const int margin = Pixels(kPanelMargin), inner = Room();
   switch (row.item->kind) {
     case ItemKind::kSeparator: {
       const int height = std::max(Pixels(row.item->size), 2);
@@ -177,7 +177,7 @@ int ItemPanelControl::PlaceRow(const Row& row, int top, bool move) const {
 }
 
 int ItemPanelControl::PlaceEdit(const Row& row, int top, bool move) const {
-  const int margin = Pixels(kMargin);
+  const int margin = Pixels(kPanelMargin);
   const int room = Room();
   int width = row.item->edit_width > 0 ? Pixels(row.item->edit_width) : room;
   width = std::min(width, room);
@@ -265,10 +265,10 @@ LRESULT ItemPanelControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) 
 }
 
 void ItemPanelControl::OnCommand(int id, int notification) {
-  const std::size_t index = static_cast<std::size_t>(id - kFirstId) / 2;
-  if (filling_ || id < kFirstId || index >= rows_.size()) return;
+  const std::size_t index = static_cast<std::size_t>(id - kFirstRowId) / 2;
+  if (filling_ || id < kFirstRowId || index >= rows_.size()) return;
   const Row& row = rows_[index];
-  if ((id - kFirstId) % 2 == 1) {
+  if ((id - kFirstRowId) % 2 == 1) {
     if (notification == BN_CLICKED) button_clicked_(row.item->key);
     return;
   }

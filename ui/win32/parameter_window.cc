@@ -8,9 +8,6 @@
 namespace scrivo {
 namespace {
 
-// In twips.
-constexpr double kMargin = 120;
-
 // The captions of rows and buttons with access keys, rows first.
 std::vector<std::string> MarkedCaptions(ItemPanel& panel, ButtonStrip& strip) {
   std::vector<std::string> captions;
@@ -118,7 +115,7 @@ SIZE ParameterWindow::SmallestSize() {
 void ParameterWindow::LayOut() {
   RECT client;
   GetClientRect(handle(), &client);
-  const int margin = Pixels(kMargin), strip_height = strip_->NeededHeight();
+  const int margin = Pixels(kFormMargin), strip_height = strip_->NeededHeight();
   const int width = std::max<int>(client.right - 2 * margin, 0);
   const int strip_top = client.bottom - margin - strip_height;
   MoveWindow(panel_->handle(), margin, margin, width, std::max(strip_top - 2 * margin, 0), TRUE);
@@ -130,7 +127,7 @@ void ParameterWindow::LayOut() {
 }
 
 int ParameterWindow::NeededHeight() {
-  const int inner = panel_->NeededHeight() + strip_->NeededHeight() + 3 * Pixels(kMargin);
+  const int inner = panel_->NeededHeight() + strip_->NeededHeight() + 3 * Pixels(kFormMargin);
   return inner + FrameHeight();
 }
 

@@ -9,8 +9,9 @@ namespace scrivo {
 namespace {
 
 constexpr int kTranscriptId = 100;
-constexpr double kWidth = 9600, kHeight = 6300, kSmallestWidth = 4200, kSmallestHeight = 3000;
-constexpr double kMargin = 120, kProgressHeight = 330, kButtonWidth = 1350, kButtonHeight = 345,
+constexpr double kRunWidth = 9600, kRunHeight = 6300, kSmallestRunWidth = 4200,
+                 kSmallestRunHeight = 3000;
+constexpr double kProgressHeight = 330, kRunButtonWidth = 1350, kRunButtonHeight = 345,
                  kAroundText = 150;
 
 // While a run lasts the edit control holds the transcript's tail only, between half of this and
@@ -37,7 +38,7 @@ LONGLONG Now() {
 }  // namespace
 
 RunWindow::RunWindow(std::function<void()> on_close) : on_close_(std::move(on_close)) {
-  CreateForm(Kind::kModeless, "Scrivo - compiler output", kWidth, kHeight);
+  CreateForm(Kind::kModeless, "Scrivo - compiler output", kRunWidth, kRunHeight);
   transcript_ = CreateControl(
       "EDIT", "",
       WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
@@ -149,23 +150,23 @@ void RunWindow::UseFont(HFONT font) {
   line_height_ = TextSize(handle(), font, "Ag").cy;
 }
 
-SIZE RunWindow::SmallestSize() { return {Pixels(kSmallestWidth), Pixels(kSmallestHeight)}; }
+SIZE RunWindow::SmallestSize() { return {Pixels(kSmallestRunWidth), Pixels(kSmallestRunHeight)}; }
 
 HWND RunWindow::FirstFocus() { return may_close_ ? close_ : transcript_; }
 
 void RunWindow::LayOut() {
   RECT client;
   GetClientRect(handle(), &client);
-  const int margin = Pixels(kMargin), text = line_height_ + Pixels(kAroundText);
-  const int button = std::max(Pixels(kButtonHeight), text);
+  const int margin = Pixels(kFormMargin), text = line_height_ + Pixels(kAroundText);
+  const int button = std::max(Pixels(kRunButtonHeight), text);
   const int progress = std::max(Pixels(kProgressHeight), text);
   const int width = client.right - 2 * margin;
   const int button_top = client.bottom - margin - button;
   const int progress_top = button_top - margin - progress;
   MoveWindow(transcript_, margin, margin, width, progress_top - 2 * margin, TRUE);
   MoveWindow(progress_->handle(), margin, progress_top, width, progress, TRUE);
-  MoveWindow(close_, client.right - margin - Pixels(kButtonWidth), button_top, Pixels(kButtonWidth),
-             button, TRUE);
+  MoveWindow(close_, client.right - margin - Pixels(kRunButtonWidth), button_top,
+             Pixels(kRunButtonWidth), button, TRUE);
 }
 
 void RunWindow::OnEscape() {

@@ -2,6 +2,7 @@
 
 #include "platform/settings.h"
 #include "tests/addin/win32/end_to_end.h"
+#include "tests/host/win32/call_faults.h"
 #include "tests/ui/win32/live_window.h"
 
 namespace scrivo {
@@ -123,15 +124,15 @@ TEST_F(CompileTest, UnsavedPagesAreSavedWhenTheUserAgrees) {
 
 TEST_F(CompileTest, AHostThatFailsWhileTheDialogOpensIsSurvived) {
   const long references = world->references;
-  world->faults.FailEvery(0);
+  host::CallFaults faults(*world);
   Press("Tools", "Compile");
-  const long calls = world->faults.calls();
+  const long calls = faults.Calls();
   ASSERT_GT(calls, 10);
   constexpr long kFaults = 5;
   for (long i = 0; i < kFaults; ++i) {
-    world->faults.FailOnly(1 + i * calls / kFaults);
+    faults.FailOnly(1 + i * calls / kFaults);
     Press("Standard", "Compile");
-    world->faults.FailEvery(0);
+    faults.FailEvery(0);
     ASSERT_EQ(world->references, references);
   }
   EXPECT_EQ(user.Seen().front(), "form: Scrivo - compile the open web");

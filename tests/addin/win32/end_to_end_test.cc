@@ -3,6 +3,7 @@
 #include "tests/addin/win32/end_to_end.h"
 
 #include "tests/compiler/leak_count.h"
+#include "tests/host/win32/call_faults.h"
 
 namespace scrivo {
 namespace {
@@ -196,15 +197,16 @@ TEST_F(EndToEndTest, ConnectedAndDisconnectedTheObjectItselfHoldsTwoButtonsUntil
 }
 
 TEST_F(EndToEndTest, AHostThatFailsEveryNthCallIsSurvivedInSilence) {
+  host::CallFaults faults(*world);
   for (int n = 1; n <= 50; ++n) {
-    world->faults.FailEvery(n);
+    faults.FailEvery(n);
     Connect();
     for (const char* bar : {"Tools", "Standard"}) {
       const auto button = Button(bar, "Scrivo Builder Sample Web");
       if (button) world->Press(button);
     }
     Disconnect();
-    world->faults.FailEvery(0);
+    faults.FailEvery(0);
     ASSERT_EQ(world->references, 0) << "failing every call number " << n;
     BarNamed("Tools").controls.clear();
     BarNamed("Standard").controls.clear();
@@ -213,14 +215,14 @@ TEST_F(EndToEndTest, AHostThatFailsEveryNthCallIsSurvivedInSilence) {
 }
 
 TEST_F(EndToEndTest, AHostThatFailsOneCallIsSurvivedWhicheverItIs) {
-  world->faults.FailEvery(0);
+  host::CallFaults faults(*world);
   Connect();
-  const long calls = world->faults.calls();
+  const long calls = faults.Calls();
   Disconnect();
   BarNamed("Standard").controls.clear();
   ASSERT_GT(calls, 50);
   for (long n = 1; n <= calls; ++n) {
-    world->faults.FailOnly(n);
+    faults.FailOnly(n);
     Connect();
     for (const char* bar : {"Tools", "Standard"}) {
       // The buttons before the failure stay, whole.
@@ -232,7 +234,7 @@ TEST_F(EndToEndTest, AHostThatFailsOneCallIsSurvivedWhicheverItIs) {
       }
     }
     Disconnect();
-    world->faults.FailEvery(0);
+    faults.FailEvery(0);
     ASSERT_EQ(world->references, 0) << "failing call number " << n;
     BarNamed("Tools").controls.clear();
     BarNamed("Standard").controls.clear();

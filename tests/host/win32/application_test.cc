@@ -89,12 +89,7 @@ TEST_F(ApplicationTest, QuitAsksTheProgramToEnd) {
 }
 
 TEST_F(ApplicationTest, EveryCallCanBeMadeToFail) {
-  std::vector<std::string> members;
-  CallFaults faults;
-  world->before_call = [&](const std::string& member) {
-    members.push_back(member);
-    faults.Count(member);
-  };
+  CallFaults faults(*world);
   faults.FailEvery(2);
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, S_OK);
   const Outcome outcome = Invoke(application, L"Version", kGet);
@@ -103,11 +98,10 @@ TEST_F(ApplicationTest, EveryCallCanBeMadeToFail) {
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, S_OK);
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, DISP_E_EXCEPTION);
   EXPECT_EQ(faults.Calls(), 4);
-  EXPECT_EQ(members[1], "Application.Version");
+  EXPECT_EQ(faults.Members()[1], "Application.Version");
   faults.FailOnly(1);
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, DISP_E_EXCEPTION);
   EXPECT_EQ(Invoke(application, L"Name", kGet).code, S_OK);
-  world->before_call = nullptr;
 }
 
 TEST_F(ApplicationTest, ObjectsOutliveTheWorldOfTheirProgram) {

@@ -269,8 +269,7 @@ TEST_F(EndToEndTest, EveryRefusalOfTheHostLeavesItsWindowAtWork) {
     world->addins.ConnectAtStart(kAtStartup);
     world->addins.DisconnectAll();
   };
-  CallFaults faults;
-  world->before_call = [&](const std::string& member) { faults.Count(member); };
+  CallFaults faults(*world);
   connect_and_disconnect();
   const long calls = faults.Calls();
   EXPECT_GT(calls, 50);
@@ -282,7 +281,6 @@ TEST_F(EndToEndTest, EveryRefusalOfTheHostLeavesItsWindowAtWork) {
     world->bars.DropTemporaries();
     EXPECT_EQ(world->references, 0) << "after a failure of call " << call;
   }
-  world->before_call = nullptr;
 }
 
 TEST_F(EndToEndTest, TheProgramShowsTheCompileDialogAtOnceWhenConnectedExternally) {

@@ -7,7 +7,7 @@
 namespace scrivo {
 namespace {
 
-class Listener : public ErrorViewEvents {
+class ErrorListener : public ErrorViewEvents {
  public:
   void Activated() override { ++activations; }
   void ButtonClicked(const std::string& key) override { clicked.push_back(key); }
@@ -21,7 +21,7 @@ class ErrorWindowTest : public testing::Test {
   ButtonStrip strip{{{.key = "SPACER"},
                      {.key = "ABORT", .caption = "Abort"},
                      {.key = "MAIL", .caption = "Send to support"}}};
-  Listener listener;
+  ErrorListener listener;
   ErrorWindow window{strip, listener};
 };
 

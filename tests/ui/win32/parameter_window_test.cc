@@ -16,9 +16,9 @@ Item MakeItem(const std::string& key, const std::string& caption, ItemKind kind)
 }
 
 // Hears what the user does, and lays the form out as a presenter would.
-class Listener : public MainViewEvents {
+class ParameterListener : public MainViewEvents {
  public:
-  explicit Listener(ItemPanel& panel) : panel_(panel) {}
+  explicit ParameterListener(ItemPanel& panel) : panel_(panel) {}
 
   void Activated() override { log.push_back("activated"); }
   void Resized(float, float panel_width) override { panel_["PATH"].edit_width = panel_width - 315; }
@@ -67,7 +67,7 @@ class ParameterWindowTest : public testing::Test {
                    MakeItem("KEEP", "Keep it", ItemKind::kCheckBox)}};
   ButtonStrip strip{
       {{.key = "SPACE"}, {.key = "GO", .caption = "Go"}, {.key = "CLOSE", .caption = "Close"}}};
-  Listener listener{panel};
+  ParameterListener listener{panel};
   std::unique_ptr<ParameterWindow> window;
 };
 
