@@ -267,8 +267,8 @@ TEST_F(MainFormTest, MaximizedItKeepsThePlaceThatItHadBefore) {
 class Host : public NativeWindow {
  public:
   Host() {
-    Create("Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, nullptr, RECT{0, 0, 300, 200},
-           "HostWindow");
+    CreateWide("HostWindow", "Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0);
+    SetWindowPos(handle(), nullptr, 0, 0, 300, 200, SWP_NOZORDER);
     SetForegroundWindow(handle());
   }
 };
