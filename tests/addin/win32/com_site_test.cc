@@ -54,7 +54,7 @@ TEST_F(ComSiteTest, AFileTellsItsAddressExtensionAndTitle) {
   ComFile file(Called(object));
   EXPECT_EQ(file.Url(), "file:///C:/Webs/site/docs/a.htm");
   EXPECT_EQ(file.Extension(), "htm");
-  EXPECT_EQ(file.Title(), "M\xE4rz");
+  EXPECT_EQ(file.Title(), "M\xC3\xA4rz");
 }
 
 // A collection that has one item under a name.

@@ -72,11 +72,11 @@ TEST_F(DispatchCallTest, AValueIsPutUnderTheNameOfThePut) {
     EXPECT_EQ(call.Count(), 1u);
     EXPECT_EQ(call.arguments->cNamedArgs, 1u);
     EXPECT_EQ(call.arguments->rgdispidNamedArgs[0], DISPID_PROPERTYPUT);
-    EXPECT_EQ(TextOf(call.Argument(0).bstrVal), "H\xE4user");
+    EXPECT_EQ(TextOf(call.Argument(0).bstrVal), "H\xC3\xA4user");
     EXPECT_EQ(call.result, nullptr);
     return S_OK;
   });
-  Called(host).Put(L"Caption", Variant::Text("H\xE4user"));
+  Called(host).Put(L"Caption", Variant::Text("H\xC3\xA4user"));
   EXPECT_EQ(puts, 1);
 }
 
@@ -162,7 +162,7 @@ TEST_F(DispatchCallTest, AnErrorOfTheObjectsOwnKeepsNumberSourceAndDescription) 
   const Error error = ErrorOfGet(L"Open");
   EXPECT_EQ(error.number, kComponentErrorBase + 17);
   EXPECT_EQ(error.source, "Host.Webs");
-  EXPECT_EQ(error.description, "No web h\xE4re");
+  EXPECT_EQ(error.description, "No web h\xC3\xA4re");
 }
 
 TEST_F(DispatchCallTest, AShortErrorCodeCountsWhereThereIsNoLongOne) {
