@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/paths.h"
+#include "platform/win32/wide.h"
 #include "platform/win32/windows.h"
 #include "tests/doubles/real_services.h"
 
@@ -16,10 +17,10 @@ class ModuleTest : public WithRealServices, public testing::WithParamInterface<c
 
 TEST_P(ModuleTest, IsTheLibraryThatHoldsTheCode) {
   const std::string name = GetParam();
-  const std::string path = JoinPath(folder, name + ".dll");  // bytes of the code page, as they are
+  const std::string path = JoinPath(folder, name + ".dll");
   const std::string built = JoinPath(TheServices().system->ModuleFolder(), "test_module.dll");
-  ASSERT_TRUE(CopyFileA(built.c_str(), path.c_str(), TRUE));
-  const HMODULE library = LoadLibraryA(path.c_str());
+  ASSERT_TRUE(CopyFileW(Wide(built).c_str(), Wide(path).c_str(), TRUE));
+  const HMODULE library = LoadLibraryW(Wide(path).c_str());
   ASSERT_NE(library, nullptr) << GetLastError();
   const auto tell = reinterpret_cast<TellModuleFunction*>(
       reinterpret_cast<void*>(GetProcAddress(library, "TellModule")));
@@ -34,7 +35,7 @@ TEST_P(ModuleTest, IsTheLibraryThatHoldsTheCode) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, ModuleTest,
-                         testing::Values("module", "two words", "name.with.points", "caf\xE9"));
+                         testing::Values("module", "two words", "name.with.points", "caf\xC3\xA9", "\xE7\x9B\xAE"));
 
 }  // namespace
 }  // namespace scrivo

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/doubles/real_services.h"
 #include "tests/ui/win32/live_window.h"
 
 namespace scrivo {
@@ -16,7 +17,7 @@ class ErrorListener : public ErrorViewEvents {
   std::vector<std::string> clicked;
 };
 
-class ErrorWindowTest : public testing::Test {
+class ErrorWindowTest : public WithRealServices {
  protected:
   ButtonStrip strip{{{.key = "SPACER"},
                      {.key = "ABORT", .caption = "Abort"},

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/doubles/real_services.h"
 #include "tests/ui/win32/live_window.h"
 
 namespace scrivo {
@@ -37,7 +38,7 @@ class ParameterListener : public MainViewEvents {
   ItemPanel& panel_;
 };
 
-class ParameterWindowTest : public testing::Test {
+class ParameterWindowTest : public WithRealServices {
  protected:
   ParameterWindowTest() {
     panel["LIST"].entries = {{"First", "a.htm", 900}, {"Second", "b.htm", 900}};

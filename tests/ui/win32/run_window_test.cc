@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/doubles/real_services.h"
 #include "tests/ui/win32/live_window.h"
 
 namespace scrivo {
 namespace {
 
-class RunWindowTest : public testing::Test {
+class RunWindowTest : public WithRealServices {
  protected:
   std::string Transcript() { return TextOf(ControlsOf(window.handle(), "EDIT").at(0)); }
   HWND Close() { return ButtonOf(window.handle(), "Close"); }
