@@ -15,6 +15,8 @@ struct ShellRequest {
   std::string parameters;
   std::string folder;
   std::int32_t show_command = 1;
+  // Any name, whatever the system's code page, in place of the ANSI call.
+  bool wide = false;
 };
 
 // The extended request (SHELLEXECUTEINFO).

@@ -164,9 +164,12 @@ void HostWindow::OpenSelected() {
 }
 
 void HostWindow::OpenDocument(const std::string& path) {
-  HINSTANCE result =
-      ShellExecuteW(handle(), L"open", Wide(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-  if (reinterpret_cast<INT_PTR>(result) > 32) return;
+  ShellRequest request;
+  request.owner = reinterpret_cast<WindowHandle>(handle());
+  request.verb = "open";
+  request.file = path;
+  request.wide = true;
+  if (TheServices().shell->Execute(request) > 32) return;
   Tell("The page " + path + " cannot be opened: no program is registered for it.",
        MB_ICONEXCLAMATION);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/win32/handle.h"
 #include "platform/win32/shell_api.h"
+#include "platform/win32/wide.h"
 #include "system/ansi_text.h"
 
 namespace scrivo {
@@ -21,6 +22,11 @@ WindowHandle Win32Shell::DesktopWindow() {
 }
 
 std::int32_t Win32Shell::Execute(const ShellRequest& request) {
+  if (request.wide) {
+    return CodeOf(ShellExecuteW(WindowOf(request.owner), Wide(request.verb).c_str(),
+                                Wide(request.file).c_str(), Wide(request.parameters).c_str(),
+                                Wide(request.folder).c_str(), request.show_command));
+  }
   return CodeOf(ShellExecuteA(WindowOf(request.owner), ToAnsi(request.verb).c_str(),
                               ToAnsi(request.file).c_str(), ToAnsi(request.parameters).c_str(),
                               ToAnsi(request.folder).c_str(), request.show_command));
