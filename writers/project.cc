@@ -22,7 +22,7 @@ constexpr char kFixedOptionsBeforeTitle[] =
 constexpr char kStyleWithFavorites[] = "0x23520";
 constexpr char kStyleWithoutFavorites[] = "0x22520";
 
-// The part of a path after its last separator, whichever system it is of.
+// A file's own name, without its folders, in the path style of either system.
 std::string NameOf(const std::string& path) { return path.substr(path.find_last_of("\\/") + 1); }
 
 // The window definitions. The first line, which ends in a comma, is unfinished on purpose; the
