@@ -84,8 +84,10 @@ class ContentsTree {
     return -1;
   }
 
-  // Marks the entry of the page that is shown, with its branches open and in sight.
+  // Marks the entry of the page that is shown, with its branches open and in sight. A page is told
+  // of twice, when it is asked for and when it is there: what was closed in between stays closed.
   show(entry) {
+    if (entry === this.#current) return;
     this.#links.get(this.#current)?.removeAttribute("aria-current");
     this.#current = entry;
     if (entry < 0) return;
