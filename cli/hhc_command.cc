@@ -94,13 +94,13 @@ std::string WithoutQuotes(const std::string& name) {
   return name.substr(1, name.size() - 2);
 }
 
-// Returns the exit status.
-int Compile(const Options& options, const std::string& working_folder, std::int64_t time,
-            std::ostream& out, std::ostream& err) {
+// Sets the exit status as soon as it is known: what fails behind that, in telling, does not change
+// what has been made.
+void Compile(const Options& options, const std::string& working_folder, std::int64_t time,
+             std::ostream& out, std::ostream& err, int* status) {
   // The status of a shell that was interrupted, 130, would tell callers of a help compiler that the
   // file was made.
   constexpr int kInterrupted = 130;
-  const int made = options.gnu ? 0 : 1, not_made = 1 - made;
   CompileRequest request;
   request.project_path = WithoutQuotes(options.project);
   request.working_folder = working_folder;
@@ -112,11 +112,15 @@ int Compile(const Options& options, const std::string& working_folder, std::int6
   const auto start = std::chrono::steady_clock::now();
   const DiskFiles files;
   const CompileResult result = CompileProject(request, files, &output);
+  if (result.made) *status = options.gnu ? 0 : 1;
+  if (result.stopped) {
+    if (options.gnu) *status = kInterrupted;
+    return;
+  }
   if (!result.project_found) {
     out << kCompilerName << "\n\nUnable to open " << options.project << ".\n" << std::flush;
-    return not_made;
+    return;
   }
-  if (result.stopped) return options.gnu ? kInterrupted : not_made;
   const auto seconds =
       std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
   output.Finish(result, static_cast<int>(seconds.count()));
@@ -126,7 +130,6 @@ int Compile(const Options& options, const std::string& working_folder, std::int6
       err << "hhc: error: " << result.error_log << ": the log file cannot be written\n";
     }
   }
-  return result.made ? made : not_made;
 }
 
 }  // namespace
@@ -159,14 +162,15 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
     err << "hhc: error: " << options.wrong << "\n\n" << kHhcUsage;
     return options.gnu ? 2 : 0;
   }
+  int status = options.gnu ? 1 : 0;  // until it is made
   try {
-    return Compile(options, surroundings.working_folder, time, out, err);
+    Compile(options, surroundings.working_folder, time, out, err, &status);
   } catch (const std::bad_alloc&) {
     err << "hhc: error: out of memory\n";
   } catch (const std::exception& exception) {
     err << "hhc: error: " << exception.what() << '\n';
   }
-  return options.gnu ? 1 : 0;
+  return status;
 }
 
 }  // namespace scrivo

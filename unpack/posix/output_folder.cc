@@ -129,11 +129,13 @@ class PosixOutputFolder : public OutputFolder {
       path.remove_prefix(slash + 1);
       Descriptor next = OpenFolder(place->folder(), part);
       if (!next.valid() && errno == ENOENT && make) {
-        if (mkdirat(place->folder(), part.c_str(), 0777) == 0) {
-          const std::lock_guard lock(mutex_);
-          made_.emplace_back(whole.substr(0, whole.size() - path.size() - 1));
-        } else if (errno != EEXIST) {
-          return Failed();
+        const std::lock_guard lock(mutex_);
+        // Noted first, as memory may run out.
+        made_.emplace_back(whole.substr(0, whole.size() - path.size() - 1));
+        if (mkdirat(place->folder(), part.c_str(), 0777) != 0) {
+          const WriteResult failure = Failed();
+          made_.pop_back();
+          if (failure.error != std::errc::file_exists) return failure;
         }
         next = OpenFolder(place->folder(), part);
       }

@@ -122,11 +122,13 @@ class WindowsOutputFolder : public OutputFolder {
       path.remove_prefix(slash + 1);
       DWORD attributes = GetFileAttributesW(name->c_str());
       if (attributes == INVALID_FILE_ATTRIBUTES && make) {
-        if (CreateDirectoryW(name->c_str(), nullptr)) {
-          const std::lock_guard lock(mutex_);
-          made_.push_back(*name);
-        } else if (GetLastError() != ERROR_ALREADY_EXISTS) {
-          return Failed();
+        const std::lock_guard lock(mutex_);
+        // Noted first, as memory may run out.
+        made_.push_back(*name);
+        if (!CreateDirectoryW(name->c_str(), nullptr)) {
+          const WriteResult failure = Failed();
+          made_.pop_back();
+          if (failure.error.value() != ERROR_ALREADY_EXISTS) return failure;
         }
         attributes = GetFileAttributesW(name->c_str());
       }
