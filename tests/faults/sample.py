@@ -109,7 +109,7 @@ class Target:
             raise SystemExit("%s does not work: %s" % (self.name, done.stdout.decode(errors="replace")))
         self.after = tree(self.folder)
 
-    def damage(self, status, may_leave=()):
+    def damage(self, status, may_leave=(), folders_may_be_empty=False):
         """What is wrong in the folder after a run with that status; empty when nothing is."""
         wrong = []
         now = tree(self.folder)
@@ -124,7 +124,7 @@ class Target:
                 continue
             if path not in self.after:
                 wrong.append("%s was left behind" % path)
-            elif data is None and not any(other.startswith(path + os.sep) for other in now):
+            elif data is None and not folders_may_be_empty and not any(other.startswith(path + os.sep) for other in now):
                 wrong.append("%s is an empty folder" % path)
             elif data != self.after[path]:
                 wrong.append("%s is half" % path)
