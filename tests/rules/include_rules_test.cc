@@ -51,9 +51,15 @@ std::vector<std::string> RoomsIn(const std::string& cell) {
   return rooms;
 }
 
-// Room → the rooms that it may include, its own among them.
-std::map<std::string, std::set<std::string>> ReadTable() {
-  std::map<std::string, std::set<std::string>> table;
+// One row of the table: the rooms that share it, and the other rooms that they may include.
+struct Row {
+  std::vector<std::string> rooms;
+  std::vector<std::string> seen;
+};
+
+// The rows of the table, from its top to its end.
+std::vector<Row> ReadRows() {
+  std::vector<Row> rows;
   bool inside = false;
   for (const std::string& line : Lines(ReadText(kSource / "docs/architecture.md"))) {
     if (line.rfind("| room |", 0) == 0) inside = true;
@@ -61,8 +67,17 @@ std::map<std::string, std::set<std::string>> ReadTable() {
     if (!inside || line.rfind("| `", 0) != 0) continue;
     const std::size_t first_end = line.find('|', 1);
     const std::size_t second_end = line.find('|', first_end + 1);
-    for (const std::string& room : RoomsIn(line.substr(0, first_end))) {
-      for (const std::string& seen : RoomsIn(line.substr(second_end))) table[room].insert(seen);
+    rows.push_back({RoomsIn(line.substr(0, first_end)), RoomsIn(line.substr(second_end))});
+  }
+  return rows;
+}
+
+// Room → the rooms that it may include, its own among them.
+std::map<std::string, std::set<std::string>> ReadTable() {
+  std::map<std::string, std::set<std::string>> table;
+  for (const Row& row : ReadRows()) {
+    for (const std::string& room : row.rooms) {
+      table[room].insert(row.seen.begin(), row.seen.end());
       table[room].insert(room);
     }
   }
@@ -107,6 +122,17 @@ TEST(IncludeRules, TheTableNamesEveryRoom) {
   ASSERT_GT(table.size(), 10u);
   for (const std::string& path : ProductFiles()) {
     EXPECT_NE(RoomOf(path, table), "") << path << " lies in no room of docs/architecture.md";
+  }
+}
+
+TEST(IncludeRules, NoRoomSeesOneThatStandsOnIt) {
+  std::set<std::string> below;
+  for (const Row& row : ReadRows()) {
+    for (const std::string& seen : row.seen) {
+      EXPECT_TRUE(below.count(seen)) << row.rooms.front() << " may include " << seen
+                                     << ", which is not among the rooms before it in the table";
+    }
+    below.insert(row.rooms.begin(), row.rooms.end());
   }
 }
 
