@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "cli/barless_files.h"
 #include "cli/compile_report.h"
 #include "cli/disk_path.h"
 #include "cli/foreign_compiler.h"
@@ -63,8 +64,21 @@ std::int64_t TimeToRecord() {
                   "\" is not a number of seconds. Correct or unset it.");
 }
 
+// Tells how much of the pages was left out as bars.
+void TellBars(const BarlessFiles::Sum& sum, Console& console) {
+  if (sum.pages == 0) {
+    console.Remark("No page has bars that --without-bars could leave out.");
+    return;
+  }
+  const std::uint64_t percent = (200 * sum.bar_bytes / sum.page_bytes + 1) / 2;
+  console.Remark("Left the bars out of " + std::to_string(sum.pages) +
+                 (sum.pages == 1 ? " page: " : " pages: ") + std::to_string(percent) +
+                 " % of the bytes of all pages.");
+}
+
 // Compiles the web with the project's files laid over it in memory.
-bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileReport* report) {
+bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileReport* report,
+                     Console& console) {
   CompileRequest request;
   request.working_folder = PortablePathOf(project.folder);
   request.project_path = project.name;
@@ -73,9 +87,12 @@ bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileR
   request.time = TimeToRecord();
   request.threads = CompilerThreads();
   const DiskFiles disk;
-  const OverlayFiles files(disk, request.working_folder, project.files);
+  const BarlessFiles bare(disk);
+  const SourceFiles& pages = job.without_bars ? static_cast<const SourceFiles&>(bare) : disk;
+  const OverlayFiles files(pages, request.working_folder, project.files);
   const CompileResult result = CompileProject(request, files, report);
   if (result.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+  if (job.without_bars) TellBars(bare.Total(), console);
   return result.made;
 }
 
@@ -88,13 +105,13 @@ bool Compile(const CompileOptions& options, WebToCompile* web, CompileReport* re
   }
   if (!job.keep_project) {
     return CompileInMemory(MakeHelpProject(*web->web, job, web->locate, kProjectBaseName), job,
-                           report);
+                           report, console);
   }
   const std::string folder = web->web->BaseFolder()->LocalPath();
   const HelpProject project =
       MakeHelpProject(*web->web, job, web->locate, FreeProjectBaseName(folder));
   WrittenProject(project).Keep();
-  return CompileInMemory(project, job, report);
+  return CompileInMemory(project, job, report, console);
 }
 
 // A quiet run has not told the warnings, which are now what it fails for.
@@ -154,12 +171,18 @@ int CompileWebForUse(const CompileOptions& options, Console& console) {
 int WriteProjectOf(const CompileOptions& options, Console& console) {
   console.BeginStep("Reading " + options.web);
   WebToCompile web(options, console);
+  web.job.without_bars = false;  // nothing takes them out of the pages that the project names
   const std::string folder = web.web->BaseFolder()->LocalPath();
   const HelpProject project =
       MakeHelpProject(*web.web, web.job, web.locate, FreeProjectBaseName(folder));
   StopIfInterrupted();
   WrittenProject written(project);
   written.Keep();
+  if (options.reading.without_bars) {
+    console.Warn(
+        "--without-bars: a project leaves the pages as they are; compile and export leave the bars "
+        "out");
+  }
   console.EndSteps();
   web.TellWarnings();
   for (const std::string& path : written.Paths()) console.Print(path);

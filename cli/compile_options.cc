@@ -98,6 +98,13 @@ std::string NoIndexHint(const std::vector<IndexSource>& sources) {
          "--index keywords,titles,headings.";
 }
 
+void ThrowIfContradicting(const CompileOptions& options) {
+  if (!options.reading.without_bars || options.compiler.empty()) return;
+  throw UsageError(
+      "--without-bars: another compiler reads the pages on disk, bars and all; leave out "
+      "--compiler or --without-bars");
+}
+
 Syntax::Operand WebOperand(CompileOptions* options) {
   return {"WEB", "the folder of a FrontPage web", &options->web};
 }
@@ -126,6 +133,9 @@ std::vector<Option> AllCompileOptions(CompileOptions* options) {
        [=](const std::string& value) { options->reading.index = SourcesFrom(value); }},
       Switch("--no-index", "make no index", &options->use_index, false),
       Switch("--no-favorites", "no Favorites tab in the viewer", &options->favorites, false),
+      Switch("--without-bars",
+             "leave FrontPage's navigation bars and shared\nborders out of the pages",
+             &options->reading.without_bars, true),
       Switch("--keep-project", "keep the project files in the web's folder", &options->keep_project,
              true),
       Text("--compiler", "", "FILE",

@@ -25,6 +25,9 @@ struct CompileOptions {
   bool quiet = false;
 };
 
+// Throws UsageError when two of the options cannot go together.
+void ThrowIfContradicting(const CompileOptions& options);
+
 // What the user can do when the pages have nothing of what the index was to be made of.
 std::string NoIndexHint(const std::vector<IndexSource>& sources);
 

@@ -30,12 +30,20 @@ std::string SmallLetters(std::string text) {
   return text;
 }
 
+// The pictures of bars and banners have it in their names: index.htm_cmp_blank000_hbtn.gif. One
+// that a page still shows gets into the help file by that page.
+bool IsBarPicture(const std::string& name) {
+  return SmallLetters(name).find("_cmp_") != std::string::npos;
+}
+
 // A missing folder has no images.
-std::string DerivedPageOf(const std::string& web_folder) {
+std::string DerivedPageOf(const std::string& web_folder, bool without_bars) {
   Files& files = *TheServices().files;
   const std::string folder = JoinPath(web_folder, "_derived");
-  return DerivedImagesPage(files.FolderExists(folder) ? DerivedImageNames(files, folder)
-                                                      : std::vector<std::string>());
+  std::vector<std::string> names;
+  if (files.FolderExists(folder)) names = DerivedImageNames(files, folder);
+  if (without_bars) std::erase_if(names, IsBarPicture);
+  return DerivedImagesPage(names);
 }
 
 }  // namespace
@@ -57,7 +65,7 @@ HelpProject MakeHelpProject(SiteWeb& web, CompileJob job, const Locator& locate,
     if (job.use_index) add(sitemaps.index, IndexFile(keywords));
   }
   add(sitemaps.contents, ContentsFile(ContentsList(web.NavigationRoot(), locate)));
-  add(derived, DerivedPageOf(project.folder));
+  add(derived, DerivedPageOf(project.folder, job.without_bars));
   add(project.name, ProjectSettings(job, sitemaps, locate) + ProjectPages(job, files, locate) +
                         ProjectDerivedPage(derived));
   return project;

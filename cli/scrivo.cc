@@ -105,7 +105,7 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
         {WebOperand(web)},
         AllCompileOptions(web),
         "Nothing is compiled: -o only says which help file the project is to make, and\n"
-        "--compiler, --view, --strict and --keep-project change nothing here."},
+        "--compiler, --view, --strict, --without-bars and --keep-project change nothing\nhere."},
        on_web(WriteProjectOf)},
       {{"tree",
         "Prints a web's contents: labels, pages, and the pages outside them.",
@@ -226,6 +226,8 @@ int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams)
       return kDone;
     }
     ParseArguments(rest, command.syntax);
+    ThrowIfContradicting(web);
+    ThrowIfContradicting(site.web);
     return command.run(streams);
   } catch (const UsageError& error) {
     streams.err << "scrivo: error: " << error.what() << "\n";

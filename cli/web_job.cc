@@ -138,6 +138,7 @@ CompileJob JobFor(const CompileOptions& options, DiskWeb& web, const Locator& lo
   job.default_page = DefaultPageFor(options, web, locate);
   job.use_index = options.use_index;
   job.favorites = options.favorites;
+  job.without_bars = options.reading.without_bars;
   job.keep_project = options.keep_project;
   return job;
 }

@@ -24,6 +24,8 @@ struct DiskWebOptions {
   ContentsChoice contents = ContentsChoice::kAuto;
   // What a file's Property("keywords") gives: the entries of these sources in this order.
   std::vector<IndexSource> index = {IndexSource::kKeywords};
+  // Whether pages are read without the navigation that the host generated into them.
+  bool without_bars = false;
 };
 
 // A FrontPage web in a folder on disk, as the site model sees it.

@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 
+#include "html/page_bars.h"
 #include "system/error.h"
 #include "text/code_page.h"
 #include "text/html_entities.h"
@@ -116,11 +117,15 @@ class EntryList {
 
 }  // namespace
 
-PageReader::PageReader(Files& files, const std::vector<IndexSource>& index, WebText* web_text,
+PageReader::PageReader(Files& files, const DiskWebOptions& options, WebText* web_text,
                        WebReport& report)
-    : files_(files), index_(index), web_text_(*web_text), report_(report) {
+    : files_(files),
+      index_(options.index),
+      web_text_(*web_text),
+      report_(report),
+      without_bars_(options.without_bars) {
   const auto has = [&](IndexSource source) {
-    return std::find(index.begin(), index.end(), source) != index.end();
+    return std::find(index_.begin(), index_.end(), source) != index_.end();
   };
   if (has(IndexSource::kHeadings)) headings_ = Headings::kYes;
   wants_keywords_ = has(IndexSource::kKeywords);
@@ -161,7 +166,11 @@ PageFacts PageReader::Read(const std::string& path, const std::string& notes_pat
 // The whole page: what its bytes are in is told by all of them.
 std::string PageReader::ReadPage(const std::string& path) {
   try {
-    return ReadWhole(*files_.OpenForReading(path));
+    std::string page = ReadWhole(*files_.OpenForReading(path));
+    if (without_bars_) {
+      if (auto bare = WithoutBars(page)) page = std::move(*bare);
+    }
+    return page;
   } catch (const Error& error) {
     ReportFailure(path, "the page cannot be read", error, report_);
     return {};

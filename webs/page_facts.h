@@ -22,8 +22,7 @@ struct PageFacts {
 // Reads pages of one web.
 class PageReader {
  public:
-  PageReader(Files& files, const std::vector<IndexSource>& index, WebText* web_text,
-             WebReport& report);
+  PageReader(Files& files, const DiskWebOptions& options, WebText* web_text, WebReport& report);
 
   // Reads the page at `path`, and the host's notes about it at `notes_path` for what the page
   // itself does not say; "" when there are no notes. A page that cannot be read is reported, and
@@ -41,6 +40,7 @@ class PageReader {
   WebReport& report_;
   Headings headings_ = Headings::kNo;
   bool wants_keywords_ = false;
+  const bool without_bars_;
 };
 
 }  // namespace scrivo

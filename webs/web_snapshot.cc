@@ -117,7 +117,7 @@ WebSnapshot::WebSnapshot(std::shared_ptr<WebSource> source)
     : source_(std::move(source)),
       listing_(*source_->files, source_->path, source_->style, source_->text.code_page(),
                source_->report),
-      reader_(*source_->files, source_->options.index, &source_->text, source_->report),
+      reader_(*source_->files, source_->options, &source_->text, source_->report),
       facts_(listing_.FileCount()) {
   file_objects_.reserve(listing_.FileCount());
   for (Index file = 0; file < listing_.FileCount(); ++file) file_objects_.emplace_back(this, file);

@@ -14,6 +14,7 @@ struct CompileJob {
   std::string default_page;   // the address of the page that opens first, "" for none
   bool use_index = true;      // whether the pages' keywords make an index
   bool favorites = true;      // whether the viewer has a Favorites tab
+  bool without_bars = false;  // whether pages are compiled without the host's navigation bars
   bool keep_project = false;  // whether the project files stay where they were written
 };
 

@@ -50,7 +50,7 @@ TEST_F(Scrivo, SaysWhichOptionsDoNothingForAProject) {
   EXPECT_EQ(Run({"project", "--help"}), 0);
   EXPECT_TRUE(out.ends_with(
       "\n\nNothing is compiled: -o only says which help file the project is to make, and\n"
-      "--compiler, --view, --strict and --keep-project change nothing here.\n"))
+      "--compiler, --view, --strict, --without-bars and --keep-project change nothing\nhere.\n"))
       << out;
 }
 

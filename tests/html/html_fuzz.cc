@@ -1,6 +1,7 @@
 // Any bytes as a page, read by both who read pages: the compiler, which indexes its words too, and
 // a web, which wants its head. They must agree, keep within their bounds and give well-formed text.
-// The same bytes as the host's notes about a page must not hurt either.
+// The same bytes as the host's notes about a page must not hurt either, and a page keeps its own
+// bytes when its bars are taken out.
 
 #include <cstdint>
 #include <cstdlib>
@@ -11,6 +12,7 @@
 #include "hhc/page_scan.h"
 #include "html/charset.h"
 #include "html/css_links.h"
+#include "html/page_bars.h"
 #include "html/title.h"
 #include "search/postings.h"
 #include "search/search_index.h"
@@ -56,6 +58,18 @@ void CheckHead(std::string_view bytes, const PageScan& page, int code_page) {
   Require(without.title == head.title && without.metas.size() == head.metas.size());
 }
 
+// Nothing but whole pieces goes: what is left are bytes of the page in their order.
+void CheckBars(std::string_view page) {
+  const auto rest = WithoutBars(page);
+  if (!rest) return;
+  Require(rest->size() < page.size());
+  for (const char c : *rest) {
+    const std::size_t at = page.find(c);
+    Require(at != std::string_view::npos);
+    page.remove_prefix(at + 1);
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -68,6 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckScan(html, page);
   CheckHead(bytes, page, code_page);
   FindCssLinks(html);
+  CheckBars(bytes);
   Postings postings;
   postings.AddPage(3, collector.Finish());
   SpilledBytes index;
