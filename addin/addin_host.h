@@ -11,7 +11,7 @@
 namespace scrivo {
 
 // What the add-in asks of its host beyond the site model: command bars and opening webs. Text is
-// bytes in the ANSI code page. Every operation may fail with an Error.
+// UTF-8. Every operation may fail with an Error.
 
 class CommandBarControls;
 

@@ -27,7 +27,7 @@ void Tell(const std::string& text) {
   TheServices().desktop->ShowMessage(text, kOkOnly, kComponentTitle);
 }
 
-// The "Trace" setting as an integer. A text that is no number fails.
+// The "Trace" setting as an integer. A text that is not a number fails.
 std::int32_t TraceSetting() {
   const double number =
       std::nearbyint(NumberFromText(GetSetting(kComponentTitle, "Settings", "Trace", "0")));

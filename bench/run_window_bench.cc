@@ -13,7 +13,7 @@
 #include "tests/doubles/fake_system.h"
 #include "tests/doubles/memory_registry.h"
 #include "tests/doubles/printing_processes.h"
-#include "ui/run_view.h"
+#include "ui/form_views.h"
 
 namespace scrivo {
 namespace {
@@ -31,7 +31,7 @@ class BlindRunView : public RunView {
   void Repaint() override {}
 };
 
-class BlindViews : public ViewFactory {
+class BlindViews : public FormViews {
  public:
   std::unique_ptr<RunView> MakeRunView() override { return std::make_unique<BlindRunView>(); }
 };

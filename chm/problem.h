@@ -52,10 +52,11 @@ enum class ProblemKind {
   // An entry, in `name`, is written as `detail`.
   kRenamed,
   // An entry, in `name`, is not written.
-  kRefused,         // its name is no place in the folder: `detail` is the end of the sentence
+  kRefused,         // its name is not a place in the folder: `detail` is the end of the sentence
   kLinkInTheWay,    // the folder holds a link where the file or a folder of its should be
   kFileInTheWay,    // a file lies where a folder is needed
-  kFolderInTheWay,  // a folder, or something else that is no plain file, lies in the file's place
+  kFolderInTheWay,  // a folder, or something else that is not a regular file, lies in the file's
+                    // place
   kWriteFailed,     // the system says `detail`
   kMoreNotWritten,  // nor are `number` further entries, for the same reason
 };

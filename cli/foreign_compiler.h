@@ -21,7 +21,7 @@ bool CompileWithForeign(const std::string& compiler, SiteWeb& web, const Compile
                         const Locator& locate, CompileReport* report, Console* console);
 
 // The full path of the compiler that the user has named. Throws Error, with a text for the user,
-// when it is no file or cannot stand in a command line.
+// when it is not a file or cannot stand in a command line.
 std::string ForeignCompilerPath(const std::string& wanted);
 
 // Why a program could not be started, by the system's code (Windows' numbers on every system); it

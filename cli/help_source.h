@@ -30,7 +30,7 @@ class ScratchFolder {
 
 struct HelpSource {
   std::unique_ptr<ScratchFolder> scratch;  // holds the help file when it was compiled for this
-  std::unique_ptr<ChmReader> reader;       // null when there is no help file; that has been told
+  std::unique_ptr<ChmReader> reader;       // null when there is not a help file; that has been told
   std::string file_name;                   // of the help file, UTF-8
 };
 

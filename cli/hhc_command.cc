@@ -88,7 +88,7 @@ bool TimeToRecord(const Options& options, const std::string& epoch, std::int64_t
   return true;
 }
 
-// Quotes around the name, as some callers pass them on, are no part of it.
+// Quotes around the name, as some callers pass them on, are not part of it.
 std::string WithoutQuotes(const std::string& name) {
   if (name.size() < 2 || name.front() != '"' || name.back() != '"') return name;
   return name.substr(1, name.size() - 2);
@@ -126,7 +126,7 @@ void Compile(const Options& options, const std::string& working_folder, std::int
   output.Finish(result, static_cast<int>(seconds.count()));
   if (!result.error_log.empty()) {
     std::ofstream log(SystemPath(result.error_log), std::ios::binary);
-    if (!(log << output.text() << std::flush)) {
+    if (!(log << output.Text() << std::flush)) {
       err << "hhc: error: " << result.error_log << ": the log file cannot be written\n";
     }
   }

@@ -29,7 +29,7 @@ class HhcOutput : public CompileListener {
   void Finish(const CompileResult& result, int seconds);
 
   // Everything printed so far, with CR LF line ends, for the project's log file.
-  const std::string& text() const { return text_; }
+  const std::string& Text() const { return text_; }
 
  private:
   void Line(std::string_view line);

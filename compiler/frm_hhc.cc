@@ -8,6 +8,7 @@
 #include "platform/registry.h"
 #include "site/site.h"
 #include "system/services.h"
+#include "ui/form_views.h"
 
 namespace scrivo {
 namespace {

@@ -13,8 +13,8 @@
 #include "platform/settings.h"
 #include "system/error.h"
 #include "system/services.h"
+#include "ui/form_views.h"
 #include "ui/number_text.h"
-#include "ui/run_view.h"
 
 namespace scrivo {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "ui/button_strip.h"
 #include "ui/item_panel.h"
-#include "ui/main_view.h"
+#include "ui/parameter_view.h"
 
 namespace scrivo {
 
@@ -13,7 +13,8 @@ namespace scrivo {
 // what the user sees is what Globals().views makes, or nothing in a program without windows. Its
 // values and place are remembered. It stays loaded when it is hidden, and is unloaded by "Close",
 // by its close box and by every Decompile.
-class frmDecompile : public std::enable_shared_from_this<frmDecompile>, private MainViewEvents {
+class frmDecompile : public std::enable_shared_from_this<frmDecompile>,
+                     private ParameterViewEvents {
  public:
   // The one dialog; creates it, not shown, with the values saved last, when it is not loaded.
   static std::shared_ptr<frmDecompile> Load();
@@ -56,7 +57,7 @@ class frmDecompile : public std::enable_shared_from_this<frmDecompile>, private 
 
   ItemPanel params_;
   ButtonStrip buttons_;
-  std::shared_ptr<MainView> view_;  // null in a program without windows
+  std::shared_ptr<ParameterView> view_;  // null in a program without windows
 };
 
 }  // namespace scrivo

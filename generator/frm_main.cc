@@ -10,8 +10,8 @@
 #include "platform/globals.h"
 #include "platform/help.h"
 #include "system/error.h"
+#include "ui/form_views.h"
 #include "ui/number_text.h"
-#include "ui/run_view.h"
 
 namespace scrivo {
 namespace {
@@ -77,7 +77,7 @@ void frmMain::Unload() {
 }
 
 frmMain::frmMain() : params_(ParameterRows()), buttons_(Buttons()) {
-  if (Globals().views) view_ = Globals().views->MakeMainView(*this, params_, buttons_);
+  if (Globals().views) view_ = Globals().views->MakeCompileView(*this, params_, buttons_);
 }
 
 void frmMain::ShowModal() {
@@ -95,7 +95,7 @@ WindowHandle frmMain::Window() {
   return window;
 }
 
-MainView& frmMain::View() const {
+ParameterView& frmMain::View() const {
   if (!view_) throw Error(kObjectNotSet, "Scrivo.frmMain", "The dialog has no window");
   return *view_;
 }

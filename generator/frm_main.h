@@ -7,7 +7,7 @@
 #include "system/desktop.h"
 #include "ui/button_strip.h"
 #include "ui/item_panel.h"
-#include "ui/main_view.h"
+#include "ui/parameter_view.h"
 #include "writers/compile_job.h"
 
 namespace scrivo {
@@ -15,13 +15,13 @@ namespace scrivo {
 class Steps;
 
 // The compile dialog: the parameters of one compilation of the open web, and the driver behind its
-// "Generate" button. It is a presenter: what the user sees is a MainView that Globals().views
+// "Generate" button. It is a presenter: what the user sees is a ParameterView that Globals().views
 // makes, or nothing at all, when the program has no windows. A caller loads the one instance,
 // calls BuildUI, shows it (or sets the items and calls Generate), and unloads it.
 //
 // Procedures that are named "Kestrel.frmMain.…" in the error reports answer to the error handler:
 // what they return after an abort is false or empty. All others, unless they say so, never throw.
-class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEvents {
+class frmMain : public std::enable_shared_from_this<frmMain>, private ParameterViewEvents {
  public:
   // The one dialog; creates it, not shown, when it is not loaded.
   static std::shared_ptr<frmMain> Load();
@@ -117,7 +117,7 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
   void SaveParameters();
   void ChooseOutput();
   // The window. Raises Error (kObjectNotSet) in a program without windows.
-  MainView& View() const;
+  ParameterView& View() const;
 
   // LocationOf for the writers.
   Locator Locations() const;
@@ -130,7 +130,7 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private MainViewEv
 
   ItemPanel params_;
   ButtonStrip buttons_;
-  std::shared_ptr<MainView> view_;  // null in a program without windows
+  std::shared_ptr<ParameterView> view_;  // null in a program without windows
   std::shared_ptr<SiteWeb> web_;
   std::string contents_path_;
   std::string index_path_;

@@ -36,7 +36,7 @@ bool IsLockedAgainstRemoval(const std::string& path) {
 class HeldStill {
  public:
   // The dialog's window, which may be null.
-  explicit HeldStill(MainView* view) : view_(view) {
+  explicit HeldStill(ParameterView* view) : view_(view) {
     if (view_) IgnoringErrors([&] { view_->Enable(false); });
   }
   ~HeldStill() {
@@ -46,7 +46,7 @@ class HeldStill {
   HeldStill& operator=(const HeldStill&) = delete;
 
  private:
-  MainView* view_;
+  ParameterView* view_;
 };
 
 }  // namespace

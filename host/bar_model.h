@@ -13,7 +13,7 @@ struct Bar;
 // Control types of Office's command bars; the host makes these two.
 enum BarControlType : std::int32_t { kBarButton = 1, kBarPopup = 10 };
 
-// A control on a command bar. Texts are bytes in the ANSI code page.
+// A control on a command bar. Texts are UTF-8.
 struct BarControl {
   BarControlType type = kBarButton;
   std::int32_t id = 1;  // every control that is not built in has 1

@@ -27,7 +27,7 @@ class NavigationIndex {
   explicit NavigationIndex(const std::shared_ptr<SiteNode>& root);
 
   // The root and then every node before its children.
-  const std::vector<Place>& places() const { return places_; }
+  const std::vector<Place>& Places() const { return places_; }
   const Place& At(std::size_t place) const { return places_[place]; }
   // Where this very node stands; kNone when it is not in the tree.
   std::size_t Find(const SiteNode* node) const;

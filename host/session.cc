@@ -29,7 +29,7 @@ std::string WithSingleSeparators(const std::string& path) {
 }
 
 // The folder that a path or an address means.
-std::string FolderOf(const std::string& path_or_url, PathStyle style) {
+std::string WebFolder(const std::string& path_or_url, PathStyle style) {
   std::string path = WithoutEndSeparator(path_or_url);
   if (path.starts_with("file:")) return UrlToPath(path, style);
   if (IsAbsoluteAddress(path) && path.find("://") != std::string::npos) {
@@ -41,25 +41,25 @@ std::string FolderOf(const std::string& path_or_url, PathStyle style) {
 
 }  // namespace
 
-OpenedWeb::OpenedWeb(const std::string& path, PathStyle style)
+HostedWeb::HostedWeb(const std::string& path, PathStyle style)
     : path_(path),
       web_(OpenDiskWeb(path, {ContentsChoice::kNavigation, {IndexSource::kKeywords}}, problems_,
                        style)) {}
 
-std::string OpenedWeb::Title() { return LastName(Url()); }
+std::string HostedWeb::Title() { return LastName(Url()); }
 
-std::shared_ptr<const NavigationIndex> OpenedWeb::Navigation() {
+std::shared_ptr<const NavigationIndex> HostedWeb::Navigation() {
   if (!navigation_) navigation_ = std::make_shared<NavigationIndex>(web_->NavigationRoot());
   return navigation_;
 }
 
-void OpenedWeb::Refresh() {
+void HostedWeb::Refresh() {
   problems_.problems.clear();
   navigation_ = nullptr;
   web_->Refresh();
 }
 
-std::shared_ptr<SiteFile> OpenedWeb::FindFile(const std::string& address) {
+std::shared_ptr<SiteFile> HostedWeb::FindFile(const std::string& address) {
   const std::string url = MakeAbsolute(Url(), true, AddressOfPath(address));
   for (const auto& file : AllFiles(*web_)) {
     if (IsSameText(file->Url(), url)) return file;
@@ -67,7 +67,7 @@ std::shared_ptr<SiteFile> OpenedWeb::FindFile(const std::string& address) {
   return nullptr;
 }
 
-std::shared_ptr<SiteFolder> OpenedWeb::FindFolder(const std::string& address) {
+std::shared_ptr<SiteFolder> HostedWeb::FindFolder(const std::string& address) {
   const std::string url = WithoutEndSeparator(MakeAbsolute(Url(), true, AddressOfPath(address)));
   SiteFolders waiting{web_->BaseFolder()};
   while (!waiting.empty()) {
@@ -79,9 +79,9 @@ std::shared_ptr<SiteFolder> OpenedWeb::FindFolder(const std::string& address) {
   return nullptr;
 }
 
-std::string OpenedWeb::FolderUrl(SiteFolder& folder) { return AddressOfPath(folder.LocalPath()); }
+std::string HostedWeb::FolderUrl(SiteFolder& folder) { return AddressOfPath(folder.LocalPath()); }
 
-std::shared_ptr<EditedPage> OpenedWeb::Edit(const std::shared_ptr<SiteFile>& file) {
+std::shared_ptr<EditedPage> HostedWeb::Edit(const std::shared_ptr<SiteFile>& file) {
   active_page = FindPage(file->Url());
   if (!active_page) {
     active_page = std::make_shared<EditedPage>();
@@ -91,21 +91,21 @@ std::shared_ptr<EditedPage> OpenedWeb::Edit(const std::shared_ptr<SiteFile>& fil
   return active_page;
 }
 
-std::shared_ptr<EditedPage> OpenedWeb::FindPage(const std::string& url) const {
+std::shared_ptr<EditedPage> HostedWeb::FindPage(const std::string& url) const {
   for (const auto& page : pages) {
     if (IsSameText(page->file->Url(), url)) return page;
   }
   return nullptr;
 }
 
-void OpenedWeb::ClosePage(const EditedPage* page) {
+void HostedWeb::ClosePage(const EditedPage* page) {
   std::erase_if(pages, [&](const auto& open) { return open.get() == page; });
   if (active_page.get() == page) active_page = pages.empty() ? nullptr : pages.back();
 }
 
-std::shared_ptr<OpenedWeb> Session::Open(const std::string& path_or_url) {
-  const std::string path = FolderOf(path_or_url, style_);
-  const auto opened = std::make_shared<OpenedWeb>(path, style_);
+std::shared_ptr<HostedWeb> Session::Open(const std::string& path_or_url) {
+  const std::string path = WebFolder(path_or_url, style_);
+  const auto opened = std::make_shared<HostedWeb>(path, style_);
   for (const auto& web : webs_) {
     if (IsSameText(web->Url(), opened->Url())) {
       Activate(web);
@@ -117,19 +117,19 @@ std::shared_ptr<OpenedWeb> Session::Open(const std::string& path_or_url) {
   return opened;
 }
 
-void Session::Activate(const std::shared_ptr<OpenedWeb>& web) {
+void Session::Activate(const std::shared_ptr<HostedWeb>& web) {
   active_ = web;
   Changed();
 }
 
-void Session::Close(const std::shared_ptr<OpenedWeb>& web) {
+void Session::Close(const std::shared_ptr<HostedWeb>& web) {
   web->is_open = false;
   std::erase(webs_, web);
   if (active_ == web) active_ = webs_.empty() ? nullptr : webs_.back();
   Changed();
 }
 
-void Session::Refresh(OpenedWeb* web) {
+void Session::Refresh(HostedWeb* web) {
   web->Refresh();
   Changed();
 }

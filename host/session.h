@@ -21,13 +21,13 @@ struct EditedPage {
 };
 
 // One open web with its open pages.
-class OpenedWeb {
+class HostedWeb {
  public:
   // Opens the folder. Throws Error as OpenDiskWeb.
-  OpenedWeb(const std::string& path, PathStyle style);
+  HostedWeb(const std::string& path, PathStyle style);
 
-  const std::string& path() const { return path_; }
-  DiskWeb& web() { return *web_; }
+  const std::string& Path() const { return path_; }
+  DiskWeb& Web() { return *web_; }
   std::string Url() { return web_->Url(); }
   // The name of the web's folder.
   std::string Title();
@@ -56,7 +56,7 @@ class OpenedWeb {
   bool is_open = true;
 
   // What was wrong in the web, for the user's eyes.
-  const WebProblemList& problems() const { return problems_; }
+  const WebProblemList& Problems() const { return problems_; }
 
  private:
   WebProblemList problems_;  // before the web, which reports to it
@@ -73,19 +73,19 @@ class Session {
   // Called after the set of webs, the active one, or what is in it may have changed.
   std::function<void()> on_change;
 
-  const std::vector<std::shared_ptr<OpenedWeb>>& webs() const { return webs_; }
+  const std::vector<std::shared_ptr<HostedWeb>>& Webs() const { return webs_; }
   // Null when no web is open.
-  const std::shared_ptr<OpenedWeb>& active() const { return active_; }
+  const std::shared_ptr<HostedWeb>& Active() const { return active_; }
 
   // Opens the web at a path or a "file" address and makes it active; one that is open already
   // only becomes active. Throws Error, with nothing changed, when it cannot be opened.
-  std::shared_ptr<OpenedWeb> Open(const std::string& path_or_url);
+  std::shared_ptr<HostedWeb> Open(const std::string& path_or_url);
   // `web` must be open.
-  void Activate(const std::shared_ptr<OpenedWeb>& web);
+  void Activate(const std::shared_ptr<HostedWeb>& web);
   // The web opened before it becomes the active one.
-  void Close(const std::shared_ptr<OpenedWeb>& web);
+  void Close(const std::shared_ptr<HostedWeb>& web);
   // Reads the web anew.
-  void Refresh(OpenedWeb* web);
+  void Refresh(HostedWeb* web);
   // The open web and whether the address names a folder of it: what a base in an address routine
   // stands for.
   bool NamesFolder(const std::string& address) const;
@@ -96,8 +96,8 @@ class Session {
   }
 
   const PathStyle style_;
-  std::vector<std::shared_ptr<OpenedWeb>> webs_;
-  std::shared_ptr<OpenedWeb> active_;
+  std::vector<std::shared_ptr<HostedWeb>> webs_;
+  std::shared_ptr<HostedWeb> active_;
 };
 
 }  // namespace scrivo::host

@@ -33,12 +33,12 @@ std::string WebOutline::PageCountText() const {
   return text;
 }
 
-WebOutline OutlineOf(OpenedWeb* web, PathStyle style) {
+WebOutline OutlineOf(HostedWeb* web, PathStyle style) {
   WebOutline outline;
   const std::string url = web->Url();
   const auto navigation = web->Navigation();
-  std::vector<int> depths(navigation->places().size(), -1);
-  for (std::size_t i = 1; i < navigation->places().size(); ++i) {
+  std::vector<int> depths(navigation->Places().size(), -1);
+  for (std::size_t i = 1; i < navigation->Places().size(); ++i) {
     const NavigationIndex::Place& place = navigation->At(i);
     OutlineRow row;
     row.depth = depths[i] = depths[place.parent] + 1;
@@ -46,7 +46,7 @@ WebOutline OutlineOf(OpenedWeb* web, PathStyle style) {
     if (const auto file = place.node->File()) FillFrom(*file, url, style, &row);
     outline.navigation.push_back(std::move(row));
   }
-  for (const auto& file : web->web().PagesOutsideContents()) {
+  for (const auto& file : web->Web().PagesOutsideContents()) {
     OutlineRow row;
     FillFrom(*file, url, style, &row);
     row.label = row.title;

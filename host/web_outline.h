@@ -28,6 +28,6 @@ struct WebOutline {
 };
 
 // Reads what is to be shown. Throws Error.
-WebOutline OutlineOf(OpenedWeb* web, PathStyle style = Globals().path_style);
+WebOutline OutlineOf(HostedWeb* web, PathStyle style = Globals().path_style);
 
 }  // namespace scrivo::host

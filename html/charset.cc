@@ -14,7 +14,7 @@ namespace {
 // A declaration counts up to here even behind the head's end: browsers look through the first
 // kilobyte, and editors of help pages put more before it.
 constexpr std::size_t kSearched = 4096;
-// Well-formed UTF-8 with as many characters past ASCII is no accident.
+// Well-formed UTF-8 with as many characters past ASCII is not an accident.
 constexpr std::ptrdiff_t kPlainEvidence = 10;
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 

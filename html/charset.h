@@ -22,7 +22,7 @@ std::optional<int> CodePageOfPage(std::string_view html);
 
 // The code page that a page declares in its head or first kilobytes: by the first META element
 // whose charset is known, else by its XML declaration. What stands in comments, scripts, styles and
-// titles is no declaration, and UTF-16, in which it could not be read, means UTF-8.
+// titles is not a declaration, and UTF-16, in which it could not be read, means UTF-8.
 std::optional<int> DeclaredCodePage(std::string_view html);
 
 // A document that begins with a UTF-16 byte order mark as UTF-8, with a mark of its own; nothing

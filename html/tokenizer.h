@@ -3,8 +3,8 @@
 // Splits HTML as found in the wild into text, tags and comments, in one pass over the bytes.
 //
 // Nothing is copied: tokens point into the document, which must outlive them. Any input is
-// accepted; what is no markup is text. The cost is linear in the document for every input: a search
-// for an end that is missing is made once, not again for each tag that lacks it.
+// accepted; what is not markup is text. The cost is linear in the document for every input: a
+// search for an end that is missing is made once, not again for each tag that lacks it.
 
 #include <cstddef>
 #include <optional>

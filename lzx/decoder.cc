@@ -216,7 +216,7 @@ static_assert(3 * kLzxMaxCodeLength <= BitReader::kRefilledBits);
 static_assert(kLzxMaxCodeLength + LzxFooterBits(kLzxMaxSlots - 1) + 7 <= BitReader::kRefilledBits);
 
 // Reads what `slot` needs to become a distance and brings the recent ones up to date. Returns 0
-// when the bits are no code.
+// when the bits are not a code.
 template <bool kAligned>
 inline std::uint32_t LzxDecoder::ReadDistance(
     BitReader& bits, std::uint32_t slot,

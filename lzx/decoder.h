@@ -19,7 +19,7 @@ enum class LzxStatus {
   kTranslated,      // the interval asks for E8 translation, which help files do not use
   kBadBlockType,    // a block of no known type
   kBadCodeLengths,  // code lengths that make no code
-  kBadCode,         // bits that are no code
+  kBadCode,         // bits that are not a code
   kBadDistance,     // a match from before the start of the interval
   kBadLength,       // a match across the end of a block or of a frame
 };

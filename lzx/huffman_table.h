@@ -45,7 +45,7 @@ class HuffmanTable {
   }
 
   // The element of the next code in `input`, which has to have kMaxLength bits at hand. The code
-  // stays in the stream. An element not below kHuffmanInvalid stands for bits that are no code.
+  // stays in the stream. An element not below kHuffmanInvalid stands for bits that are not a code.
   HuffmanElement Lookup(const BitReader& input) const {
     HuffmanElement element = table_[input.Peek(kRootBits)];
     if constexpr (kMaxLength > kRootBits) {

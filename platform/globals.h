@@ -11,7 +11,7 @@ namespace scrivo {
 
 class HostApplication;
 class Connect;
-class ViewFactory;
+class FormViews;
 
 // The process-wide references of the running system. The entry point sets them; the error handler
 // is ErrorHandler() and the operating system TheServices().
@@ -33,7 +33,7 @@ struct GlobalState {
   // Whose path rules hold; tests set the other system's.
   PathStyle path_style;
   // Makes the windows of the forms.
-  std::shared_ptr<ViewFactory> views;
+  std::shared_ptr<FormViews> views;
   // Gives the window that owns the help viewer: the compile dialog's, which is created without
   // being shown when it does not exist yet. Empty: the viewer has no owner.
   std::function<WindowHandle()> help_owner;

@@ -49,7 +49,7 @@ class CRegistry {
   // Stores `Value`, creating the key when it is missing. Type 1 or 2: as text, the type chosen by
   // whether the text holds an environment reference. Type 3: bytes, two fewer than the array
   // holds. Type 4 or 5: a 16-bit or 32-bit integer, always as type 4. A value that does not suit
-  // type 3, 4 or 5 writes nothing and gives true all the same; any other type gives false. Raises
+  // type 3, 4 or 5 writes nothing but gives true; any other type gives false. Raises
   // kInvalidKeyName.
   bool SetValue(const std::string& KeyName, const std::string& ValueName,
                 const RegistryValue& Value, std::uint32_t ValueType);

@@ -87,7 +87,7 @@ void RequireFile(const std::string& path) {
 
 // The folder part of a path, "" when it has none. A drive's or the system's root keeps its
 // separator, without which it would name another folder.
-std::string FolderOf(const std::string& path) {
+std::string StartFolder(const std::string& path) {
   const std::size_t separator = path.rfind(Separator(Globals().path_style));
   if (separator == std::string::npos) return "";
   const bool is_root = separator == 0 || path[separator - 1] == ':';
@@ -198,14 +198,14 @@ void CShell::LaunchProgram(const std::string& Program, const std::string& Parame
   if (Wait) {
     RunToItsEnd(Program, Parameters);
   } else {
-    RaiseFailure(Execute("open", Program, Parameters, FolderOf(Program)));
+    RaiseFailure(Execute("open", Program, Parameters, StartFolder(Program)));
   }
 }
 
 void CShell::OpenDocument(const std::string& Path) {
   RequireFile(Path);
   const std::string verb = OrShellFailure([&] { return VerbOf(Path); });
-  RaiseFailure(Execute(verb, Path, "", FolderOf(Path)));
+  RaiseFailure(Execute(verb, Path, "", StartFolder(Path)));
 }
 
 void CShell::OpenFolder(const std::string& Path) { RaiseFailure(Execute("open", Path)); }

@@ -53,7 +53,7 @@ class ProjectTree {
 
   // The file that `name` means when it stands in a file of `from` (a folder of the project as in
   // archive paths, "" at the top). Names are matched in any letter case, with either separator,
-  // first as they are, then with %XX replaced; bytes that are no UTF-8 are taken to be in
+  // first as they are, then with %XX replaced; bytes that are not UTF-8 are taken to be in
   // `code_page`. A leading "/" means the project's folder.
   std::optional<FoundFile> Find(std::string_view name, std::string_view from, int code_page);
 

@@ -6,7 +6,7 @@
 
 namespace scrivo {
 
-// What the system tells of itself and of this program.
+// What the system says about itself and this program.
 class SystemServices {
  public:
   virtual ~SystemServices() = default;

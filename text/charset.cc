@@ -11,8 +11,8 @@ struct NamedCodePage {
   int code_page;
 };
 
-// The labels that browsers take for each code page, parted by blanks; those made of its number come
-// below. The older ISO labels stand for the Windows page that contains theirs, as in browsers:
+// The labels that browsers take for each code page, separated by blanks; those made of its number
+// come below. The older ISO labels stand for the Windows page that contains theirs, as in browsers:
 // authors say "iso-8859-1" and write the quotes and dashes of windows-1252.
 constexpr struct {
   int code_page;

@@ -7,7 +7,7 @@ namespace scrivo {
 
 // UTF-8 text with its capital letters (Latin, Greek, Cyrillic, Armenian) made small, so that texts
 // that differ in case only become equal, as file systems that ignore case compare names. Bytes that
-// are no UTF-8 stay as they are.
+// are not UTF-8 stay as they are.
 std::string FoldCase(std::string_view utf8);
 
 }  // namespace scrivo

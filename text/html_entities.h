@@ -11,7 +11,7 @@ enum class EntityPlace { kText, kAttribute };
 
 // UTF-8 text with its character references replaced: the names of HTML 4 and "apos", decimal and
 // hexadecimal numbers. The numbers 128 to 159 mean the characters of windows-1252, as in browsers;
-// 0, surrogates and numbers past 0x10FFFF give U+FFFD. What is no reference stays as it is. The
+// 0, surrogates and numbers past 0x10FFFF give U+FFFD. What is not a reference stays as it is. The
 // input is not checked to be UTF-8; bytes outside references pass through.
 std::string DecodeEntities(std::string_view utf8, EntityPlace place = EntityPlace::kText);
 

@@ -1,10 +1,6 @@
 #pragma once
 
-#include <memory>
 #include <string>
-
-#include "ui/error_view.h"
-#include "ui/main_view.h"
 
 namespace scrivo {
 
@@ -27,23 +23,6 @@ class RunView {
   // Puts what was held back on view, since nothing more may come for long.
   virtual void ShowHeldBack() = 0;
   virtual void Repaint() = 0;
-};
-
-// Makes the views of this program. Set once by the entry point.
-class ViewFactory {
- public:
-  virtual ~ViewFactory() = default;
-
-  virtual std::unique_ptr<RunView> MakeRunView() = 0;
-  // The window of the compile dialog, hidden; null in a program without windows. All three
-  // arguments outlive it.
-  virtual std::unique_ptr<MainView> MakeMainView(MainViewEvents& events, ItemPanel& panel,
-                                                 ButtonStrip& strip);
-  // The window of the decompile dialog, as above.
-  virtual std::unique_ptr<MainView> MakeDecompileView(MainViewEvents& events, ItemPanel& panel,
-                                                      ButtonStrip& strip);
-  // The window of the error dialog, hidden; null in a program without windows.
-  virtual std::unique_ptr<ErrorView> MakeErrorView(ErrorViewEvents& events, ButtonStrip& strip);
 };
 
 }  // namespace scrivo

@@ -20,8 +20,8 @@ namespace scrivo {
 enum class WriteOutcome {
   kDone,
   kLinkInTheWay,    // a link lies where the file or one of its folders should be
-  kFileInTheWay,    // something that is no folder lies where a folder should be
-  kFolderInTheWay,  // something that is no plain file lies where the file should be
+  kFileInTheWay,    // something that is not a folder lies where a folder should be
+  kFolderInTheWay,  // something that is not a regular file lies where the file should be
   kFailed,          // the system refused; `error` says why
   kDiskFailed,      // the same, and it would refuse every other file too: the disk is full, ...
 };

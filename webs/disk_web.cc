@@ -46,9 +46,9 @@ class OpenedDiskWeb : public DiskWeb {
   explicit OpenedDiskWeb(std::shared_ptr<WebSource> source)
       : source_(std::move(source)), snapshot_(std::make_shared<WebSnapshot>(source_)) {}
 
-  bool IsEmpty() const { return snapshot_->listing().FileCount() == 0; }
+  bool IsEmpty() const { return snapshot_->Listing().FileCount() == 0; }
   bool HasPages() const {
-    const WebListing& listing = snapshot_->listing();
+    const WebListing& listing = snapshot_->Listing();
     for (WebListing::Index file = 0; file < listing.FileCount(); ++file) {
       if (IsHelpPage(listing, file)) return true;
     }
@@ -98,7 +98,7 @@ void OpenedDiskWeb::ReportLostCharacters() {
   if (lost == 0 || has_reported_losses_) return;
   has_reported_losses_ = true;
   std::string reason = std::to_string(lost) + (lost == 1 ? " character" : " characters") +
-                       " replaced by \"?\": not in code page " + std::to_string(text.code_page()) +
+                       " replaced by \"?\": not in code page " + std::to_string(text.CodePage()) +
                        "; ";
   if (const auto code_page = text.CodePageForAll()) {
     reason += "code page " + std::to_string(*code_page) + " has them all";

@@ -70,7 +70,7 @@ class FolderTreeBuilder {
     }
     const WebListing::Range below = listing_.FoldersOf(folder);
     for (Index sub = below.begin; sub != below.end; ++sub) {
-      if (has_pages_[sub]) entries.push_back(FolderEntry(sub));
+      if (has_pages_[sub]) entries.push_back(EntryOfFolder(sub));
     }
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry& a, const Entry& b) { return a.key < b.key; });
@@ -88,13 +88,13 @@ class FolderTreeBuilder {
     return entry;
   }
 
-  Entry FolderEntry(Index folder) const {
+  Entry EntryOfFolder(Index folder) const {
     const Index target = Target(folder);
     Entry entry;
     if (target != WebListing::kNone) {
       entry = PageEntry(target);
     } else {
-      const std::string name = GuessedUtf8(listing_.FolderName(folder), web_text_.code_page());
+      const std::string name = GuessedUtf8(listing_.FolderName(folder), web_text_.CodePage());
       entry.node.label = web_text_.HandOut(name);
       entry.key = PersonOrderKey(name);
     }

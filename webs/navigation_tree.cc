@@ -73,7 +73,7 @@ class NavigationBuilder {
     }
   }
 
-  // Raises the first node of the circle that is no link bar: below one it would be lost.
+  // Raises the first node of the circle that is not a link bar: below one it would be lost.
   void BreakCycle(Place member) {
     Place raised = kTop;
     Place place = member;
@@ -132,7 +132,7 @@ class NavigationBuilder {
       }
     }
     if (made.file == WebListing::kNone) made.page = std::move(node->page);
-    made.label = web_text_.HandOut(GuessedUtf8(node->label, web_text_.code_page()));
+    made.label = web_text_.HandOut(GuessedUtf8(node->label, web_text_.CodePage()));
     return made;
   }
 

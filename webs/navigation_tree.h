@@ -15,7 +15,7 @@ namespace scrivo {
 // bar, siblings in the file's order. Nothing is lost: a node whose parent does not exist, and the
 // first node of those that are each other's parents, become top-level entries; a node whose page
 // is not on disk keeps its place without a file. All of that is reported under the name `file`
-// with the node's line. A label that is no UTF-8 is taken for ANSI text.
+// with the node's line. A label that is not UTF-8 is taken for ANSI text.
 ContentsTree BuildNavigationTree(std::vector<StructureNode> nodes, const WebListing& listing,
                                  WebText* web_text, const std::string& file, WebReport& report);
 

@@ -103,7 +103,7 @@ class EntryList {
     if (!entry.empty() && known_.insert(entry).second) Append(entry);
   }
 
-  const std::string& text() const { return text_; }
+  const std::string& Text() const { return text_; }
 
  private:
   void Append(const std::string& entries) {
@@ -134,13 +134,13 @@ PageReader::PageReader(Files& files, const DiskWebOptions& options, WebText* web
 PageFacts PageReader::Read(const std::string& path, const std::string& notes_path) {
   Notes notes(files_, notes_path);
   const PageHead head = FindPageHead(ReadPage(path), headings_, [&] {
-    const int noted = CodePageFromName(notes.Get().charset).value_or(web_text_.code_page());
-    return noted == kUtf8CodePage ? web_text_.code_page() : noted;  // it would have told so itself
+    const int noted = CodePageFromName(notes.Get().charset).value_or(web_text_.CodePage());
+    return noted == kUtf8CodePage ? web_text_.CodePage() : noted;  // it would have told so itself
   });
 
   std::string title = OneLine(head.title);
   if (title.empty()) {
-    title = OneLine(DecodeEntities(GuessedUtf8(notes.Get().title, web_text_.code_page())));
+    title = OneLine(DecodeEntities(GuessedUtf8(notes.Get().title, web_text_.CodePage())));
   }
   PageFacts facts;
   std::string keywords;
@@ -154,7 +154,7 @@ PageFacts PageReader::Read(const std::string& path, const std::string& notes_pat
     }
   }
   if (keywords.empty() && wants_keywords_) {
-    keywords = WithoutLineEnds(GuessedUtf8(notes.Get().keywords, web_text_.code_page()));
+    keywords = WithoutLineEnds(GuessedUtf8(notes.Get().keywords, web_text_.CodePage()));
   }
   std::vector<std::string> headings;
   for (const std::string& heading : head.headings) headings.push_back(OneLine(heading));
@@ -193,7 +193,7 @@ std::string PageReader::IndexEntries(const std::string& keywords, const std::str
         break;
     }
   }
-  return entries.text();
+  return entries.Text();
 }
 
 }  // namespace scrivo

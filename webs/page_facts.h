@@ -15,7 +15,7 @@ namespace scrivo {
 // What a page tells the index and the contents.
 struct PageFacts {
   std::string title;     // "" when it has none
-  std::string keywords;  // index entries parted by "," or ";"; "" when there are none
+  std::string keywords;  // index entries separated by "," or ";"; "" when there are none
   std::vector<std::pair<std::string, std::string>> metas;  // other named meta tags, small names
 };
 

@@ -108,7 +108,7 @@ class StructureParser {
     const auto id = Number(fields_[kId]);
     const auto type = Number(fields_[kType]);
     const auto parent = Number(fields_[kParent]);
-    // Not needed, but a line without them is no node.
+    // Not needed, but a line without them is not a node.
     const bool has_time = Number(fields_[kTime]).has_value();
     if (id && type && parent && has_time && property_count) {
       nodes_.push_back({*id, *parent, fields_[kPage], fields_[kLabel], *type != 0, line_number});

@@ -19,7 +19,7 @@ struct StructureNode {
   bool leaves_web = false;  // `page` is not a page of this web
   std::size_t line = 0;     // where it stands, counted from 1
 
-  // A custom link bar: it and what hangs below it are no part of the tree.
+  // A custom link bar: it and what hangs below it are not part of the tree.
   bool IsLinkBar() const { return page.starts_with("sid:"); }
 };
 

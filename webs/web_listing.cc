@@ -151,12 +151,12 @@ WebListing::Name WebListing::MakeName(const std::string& text) const {
 }
 
 std::string WebListing::FileLocation(Index file) const {
-  const std::string& folder = folders_[FolderOf(file)].location;
+  const std::string& folder = folders_[FolderHolding(file)].location;
   return folder.empty() ? FileName(file) : folder + "/" + FileName(file);
 }
 
 std::string WebListing::FilePath(Index file) const {
-  return FolderPath(FolderOf(file)) + Separator(style_) + FileName(file);
+  return FolderPath(FolderHolding(file)) + Separator(style_) + FileName(file);
 }
 
 std::string WebListing::FolderPath(Index folder) const {

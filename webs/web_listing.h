@@ -20,7 +20,7 @@ class WebListing {
   using Index = std::uint32_t;
   static constexpr Index kNone = ~Index{0};
 
-  // Lists the web in the folder `path`, which has no separator at its end. Names that are no UTF-8
+  // Lists the web in the folder `path`, which has no separator at its end. Names that are not UTF-8
   // are taken for text in `code_page`. A subfolder that cannot be listed, or a link that leads to
   // a folder already listed through it, is reported and left out. Throws Error when the web's own
   // folder cannot be listed.
@@ -36,7 +36,7 @@ class WebListing {
   };
   Range FilesOf(Index folder) const { return folders_[folder].files; }
   Range FoldersOf(Index folder) const { return folders_[folder].folders; }
-  Index FolderOf(Index file) const { return files_[file].folder; }
+  Index FolderHolding(Index file) const { return files_[file].folder; }
 
   const std::string& FileName(Index file) const { return files_[file].name.text; }
   const std::string& FolderName(Index folder) const { return folders_[folder].name.text; }

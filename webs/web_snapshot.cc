@@ -24,9 +24,9 @@ class WebSnapshot::DiskFile : public SiteFile {
   DiskFile(WebSnapshot* web, Index index) : web_(*web), index_(index) {}
 
   std::string Url() override {
-    return web_.source().url + "/" + web_.listing().FileLocation(index_);
+    return web_.Source().url + "/" + web_.Listing().FileLocation(index_);
   }
-  std::string Extension() override { return ExtensionOf(web_.listing().FileName(index_)); }
+  std::string Extension() override { return ExtensionOf(web_.Listing().FileName(index_)); }
   std::string Property(const std::string& name) override {
     const PageFacts& facts = web_.Facts(index_);
     const std::string small = AsciiLowered(name);
@@ -35,7 +35,7 @@ class WebSnapshot::DiskFile : public SiteFile {
       if (meta == small) return content;
     }
     throw Error(kObjectDoesNotSupportThis, "SiteFile",
-                "The page " + web_.listing().FilePath(index_) + " has no \"" + name + "\".");
+                "The page " + web_.Listing().FilePath(index_) + " has no \"" + name + "\".");
   }
   std::shared_ptr<SiteNode> NavigationEntry() override {
     const std::uint32_t node = web_.FirstNodeOf(index_);
@@ -44,8 +44,8 @@ class WebSnapshot::DiskFile : public SiteFile {
   std::string Title() override {
     const std::string& title = web_.Facts(index_).title;
     if (!title.empty()) return title;
-    WebText& text = web_.source().text;
-    return text.HandOut(GuessedUtf8(web_.listing().FileName(index_), text.code_page()));
+    WebText& text = web_.Source().text;
+    return text.HandOut(GuessedUtf8(web_.Listing().FileName(index_), text.CodePage()));
   }
 
  private:
@@ -58,14 +58,14 @@ class WebSnapshot::DiskFolder : public SiteFolder {
   DiskFolder(WebSnapshot* web, Index index) : web_(*web), index_(index) {}
 
   SiteFiles Files() override {
-    const WebListing::Range range = web_.listing().FilesOf(index_);
+    const WebListing::Range range = web_.Listing().FilesOf(index_);
     SiteFiles files;
     files.reserve(range.end - range.begin);
     for (Index file = range.begin; file != range.end; ++file) files.push_back(web_.File(file));
     return files;
   }
   SiteFolders Folders() override {
-    const WebListing::Range range = web_.listing().FoldersOf(index_);
+    const WebListing::Range range = web_.Listing().FoldersOf(index_);
     SiteFolders folders;
     folders.reserve(range.end - range.begin);
     for (Index folder = range.begin; folder != range.end; ++folder) {
@@ -73,7 +73,7 @@ class WebSnapshot::DiskFolder : public SiteFolder {
     }
     return folders;
   }
-  std::string LocalPath() override { return web_.listing().FolderPath(index_); }
+  std::string LocalPath() override { return web_.Listing().FolderPath(index_); }
 
  private:
   WebSnapshot& web_;
@@ -103,7 +103,7 @@ class WebSnapshot::DiskNode : public SiteNode {
     if (node.file != WebListing::kNone) return web_.File(node.file)->Url();
     // The address of a page elsewhere stands whole in the structure.
     if (node.page.empty() || node.page.find(':') != std::string::npos) return node.page;
-    return web_.source().url + "/" + node.page;
+    return web_.Source().url + "/" + node.page;
   }
 
  private:
@@ -115,7 +115,7 @@ class WebSnapshot::DiskNode : public SiteNode {
 
 WebSnapshot::WebSnapshot(std::shared_ptr<WebSource> source)
     : source_(std::move(source)),
-      listing_(*source_->files, source_->path, source_->style, source_->text.code_page(),
+      listing_(*source_->files, source_->path, source_->style, source_->text.CodePage(),
                source_->report),
       reader_(*source_->files, source_->options, &source_->text, source_->report),
       facts_(listing_.FileCount()) {
@@ -150,7 +150,7 @@ std::uint32_t WebSnapshot::HomeNode() {
   int home_rank = -1;
   for (std::uint32_t i = root.first_child; i < root.first_child + root.child_count; ++i) {
     const Index file = tree_.nodes[i].file;
-    if (file == WebListing::kNone || listing_.FolderOf(file) != 0) continue;
+    if (file == WebListing::kNone || listing_.FolderHolding(file) != 0) continue;
     const int rank = WelcomeRank(listing_.FileKey(file));
     if (rank >= 0 && (home_rank < 0 || rank < home_rank)) {
       home = i;
@@ -166,7 +166,7 @@ const PageFacts& WebSnapshot::Facts(Index file) {
   std::unique_ptr<PageFacts>& facts = facts_[file];
   if (!facts) {
     const char separator = Separator(source_->style);
-    const Index folder = listing_.FolderOf(file);
+    const Index folder = listing_.FolderHolding(file);
     std::string notes;
     if (listing_.HasNotes(folder)) {
       notes = listing_.FolderPath(folder) + separator + "_vti_cnf" + separator +

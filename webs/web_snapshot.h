@@ -35,8 +35,8 @@ class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
   WebSnapshot(const WebSnapshot&) = delete;
   WebSnapshot& operator=(const WebSnapshot&) = delete;
 
-  WebSource& source() { return *source_; }
-  const WebListing& listing() const { return listing_; }
+  WebSource& Source() { return *source_; }
+  const WebListing& Listing() const { return listing_; }
   // The contents, read when they are first asked for.
   const ContentsTree& Tree();
   // Which contents Tree() holds.

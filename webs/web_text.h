@@ -14,7 +14,7 @@ class WebText {
   // The ANSI code page: also that of texts of which nobody says what they are.
   explicit WebText(int code_page) : code_page_(code_page) {}
 
-  int code_page() const { return code_page_; }
+  int CodePage() const { return code_page_; }
 
   // Takes note of the characters of a text that is handed out, and gives it back.
   std::string HandOut(std::string utf8);

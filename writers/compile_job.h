@@ -7,7 +7,7 @@
 
 namespace scrivo {
 
-// What one compile of a web is to be. Text is bytes in the ANSI code page.
+// What one compile of a web is to be. Texts are UTF-8.
 struct CompileJob {
   std::string title;
   std::string output;         // the help file's full path

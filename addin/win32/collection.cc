@@ -17,7 +17,7 @@ LateBound RequireObject(const Variant& item) {
 ComPtr<IEnumVARIANT> EnumeratorOf(const LateBound& collection) {
   try {
     const Variant enumerator = collection.GetById(DISPID_NEWENUM);
-    if (enumerator.type() != VT_UNKNOWN && enumerator.type() != VT_DISPATCH) return {};
+    if (enumerator.Type() != VT_UNKNOWN && enumerator.Type() != VT_DISPATCH) return {};
     return ComPtr<IUnknown>::Share(enumerator.get().punkVal).Query<IEnumVARIANT>(IID_IEnumVARIANT);
   } catch (const Error&) {
     return {};

@@ -8,7 +8,7 @@
 namespace scrivo {
 
 // The objects of one of the host's collections, in its order, read out before anything is done
-// with them. No collection has none. An item that is no object raises Error.
+// with them. No collection has none. An item that is not an object raises Error.
 std::vector<LateBound> ItemsOf(const LateBound& collection);
 
 // A collection's item by a key of its own: a name, a caption or a position.

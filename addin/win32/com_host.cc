@@ -25,7 +25,7 @@ std::shared_ptr<SiteWeb> ComHost::CurrentWeb() {
 }
 
 std::string ComHost::RelativeLocation(SiteWeb& web, const std::string& address) {
-  const LateBound& base = dynamic_cast<ComWeb&>(web).object();
+  const LateBound& base = dynamic_cast<ComWeb&>(web).Object();
   return TextOf(application_.Get(L"MakeRel", Variant::Object(base.get()), Variant::Text(address)));
 }
 

@@ -48,7 +48,7 @@ std::string ComFile::Property(const std::string& name) {
   for (const wchar_t* collection : {L"MetaTags", L"Properties"}) {
     try {
       const Variant value = ItemOf(ObjectOf(file_.Get(collection)), Variant::Text(name));
-      if (value.type() != VT_EMPTY && value.type() != VT_NULL) return TextOf(value);
+      if (value.Type() != VT_EMPTY && value.Type() != VT_NULL) return TextOf(value);
     } catch (const Error&) {
       // A missing tag fails in one host and is empty in another.
     }

@@ -76,7 +76,7 @@ class ComWeb : public SiteWeb {
   scrivo::OpenPages OpenPages() override;
   void Refresh() override;
 
-  const LateBound& object() const { return web_; }
+  const LateBound& Object() const { return web_; }
 
  private:
   // The web's windows; the active one where the host does not tell them all.

@@ -27,7 +27,7 @@ Variant Converted(const VARIANT& given, VARTYPE type, UINT position) {
   // The headers forget that the source stays as it is.
   const HRESULT copied = VariantCopyInd(value.Put(), const_cast<VARIANT*>(&given));
   if (FAILED(copied)) throw DispatchFailure{copied, position};
-  if (type == VT_VARIANT || (value.type() == type && !HoldsObject(value.get()))) return value;
+  if (type == VT_VARIANT || (value.Type() == type && !HoldsObject(value.get()))) return value;
   if (type == VT_DISPATCH) return AsObject(value.get(), position);
   if (HoldsObject(value.get())) throw DispatchFailure{DISP_E_TYPEMISMATCH, position};
   Variant converted;

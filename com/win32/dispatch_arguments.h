@@ -34,7 +34,7 @@ class DispatchArguments {
 
   std::size_t Count() const { return values_.size(); }
   // Whether an optional argument was given.
-  bool Has(std::size_t index) const { return values_[index].type() != VT_ERROR; }
+  bool Has(std::size_t index) const { return values_[index].Type() != VT_ERROR; }
   // The argument as it is; VT_ERROR when it was left out.
   const VARIANT& Value(std::size_t index) const { return values_[index].get(); }
   // The value of a VT_BSTR parameter as ANSI text; "" when it was left out.

@@ -9,7 +9,7 @@
 namespace scrivo {
 namespace {
 
-// What an object tells of the error that it raises; owns its texts.
+// What an object says about the error that it raises; owns its texts.
 class RaisedError {
  public:
   RaisedError() = default;
@@ -82,7 +82,7 @@ Variant LateBound::Invoke(DISPID id, WORD flags, std::initializer_list<VARIANT> 
 }
 
 void LateBound::Put(const wchar_t* member, const Variant& value) const {
-  const WORD flags = value.type() == VT_DISPATCH ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT;
+  const WORD flags = value.Type() == VT_DISPATCH ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT;
   Invoke(Find(member), flags, {value.get()}, Narrow(member));
 }
 
@@ -98,7 +98,7 @@ LateBound ObjectOf(const Variant& value) {
   Variant direct;
   const HRESULT result = VariantCopyInd(direct.Put(), SourceOf(value));
   if (FAILED(result)) RaiseComError(result, "the value of a member");
-  switch (direct.type()) {
+  switch (direct.Type()) {
     case VT_EMPTY:
     case VT_NULL:
       return LateBound();

@@ -133,7 +133,7 @@ HRESULT DispatchObject::Invoke(DISPID id, REFIID interface_id, LCID locale, WORD
     DISPPARAMS none{};
     Variant value = Run(*member, is_item ? none : *arguments);
     if (is_item) {
-      if (value.type() != VT_DISPATCH || !value.get().pdispVal) return DISP_E_BADPARAMCOUNT;
+      if (value.Type() != VT_DISPATCH || !value.get().pdispVal) return DISP_E_BADPARAMCOUNT;
       const HRESULT code = value.get().pdispVal->Invoke(
           DISPID_VALUE, interface_id, locale, kinds, arguments, result, exception, wrong_argument);
       return code == DISP_E_MEMBERNOTFOUND ? DISP_E_BADPARAMCOUNT : code;

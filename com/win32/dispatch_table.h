@@ -25,7 +25,7 @@ struct DispatchMember {
 // one name and one id.
 class DispatchTable {
  public:
-  const std::vector<DispatchMember>& members() const { return members_; }
+  const std::vector<DispatchMember>& Members() const { return members_; }
   void Add(DispatchMember member) { members_.push_back(std::move(member)); }
   // The member with this id that may be called in one of these ways; null when there is none.
   const DispatchMember* Find(DISPID id, WORD kinds) const;
@@ -48,7 +48,7 @@ class DispatchTableOf : public DispatchTable {
 
   // Takes over the members of a base class.
   DispatchTableOf& Include(const DispatchTable& base) {
-    for (const DispatchMember& member : base.members()) Add(member);
+    for (const DispatchMember& member : base.Members()) Add(member);
     return *this;
   }
   DispatchTableOf& Get(DISPID id, const wchar_t* name, Body body) {

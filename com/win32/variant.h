@@ -60,7 +60,7 @@ class Variant {
   }
 
   const VARIANT& get() const { return value_; }
-  VARTYPE type() const { return value_.vt; }
+  VARTYPE Type() const { return value_.vt; }
   // Where a function writes a new value; what was held before is cleared.
   VARIANT* Put() {
     VariantClear(&value_);

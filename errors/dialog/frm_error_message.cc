@@ -6,7 +6,7 @@
 #include "platform/shell.h"
 #include "site/site.h"
 #include "system/services.h"
-#include "ui/run_view.h"
+#include "ui/form_views.h"
 
 namespace scrivo {
 namespace {

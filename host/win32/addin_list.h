@@ -29,7 +29,7 @@ class AddinList {
   AddinList(const AddinList&) = delete;
   AddinList& operator=(const AddinList&) = delete;
 
-  const std::vector<std::shared_ptr<Addin>>& addins() const { return addins_; }
+  const std::vector<std::shared_ptr<Addin>>& Addins() const { return addins_; }
   // The add-in with this ProgID; null when there is none.
   std::shared_ptr<Addin> Find(const std::string& prog_id) const;
 

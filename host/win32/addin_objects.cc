@@ -74,9 +74,9 @@ class ComAddInsObject : public HostCollection {
 
  private:
   const DispatchTable& Members() const override { return Table(); }
-  std::size_t Count() override { return world_->addins.addins().size(); }
+  std::size_t Count() override { return world_->addins.Addins().size(); }
   Variant ItemAt(std::size_t index) override {
-    return ComAddInOf(world_, world_->addins.addins()[index]);
+    return ComAddInOf(world_, world_->addins.Addins()[index]);
   }
   Variant ItemNamed(const std::string& name) override {
     if (const auto addin = world_->addins.Find(name)) return ComAddInOf(world_, addin);

@@ -36,7 +36,7 @@ class ApplicationObject : public HostObject {
   }
 
   Variant LocatePage(const std::string& url) {
-    for (const auto& web : world_->session.webs()) {
+    for (const auto& web : world_->session.Webs()) {
       if (const auto file = web->FindFile(url))
         return PageWindowOrNone(world_, web, web->Edit(file));
     }
@@ -51,18 +51,18 @@ class ApplicationObject : public HostObject {
             .Include(CommonMembers())
             .Get(1, L"ActiveWeb",
                  [](Self& self, const Arguments&) {
-                   return WebOrNone(self.world_, self.world_->session.active());
+                   return WebOrNone(self.world_, self.world_->session.Active());
                  })
             .Get(2, L"Webs", [](Self& self, const Arguments&) { return WebsOf(self.world_); })
             .Get(3, L"WebWindows",
                  [](Self& self, const Arguments&) { return WebWindowsOf(self.world_, nullptr); })
             .Get(4, L"ActiveWebWindow",
                  [](Self& self, const Arguments&) {
-                   return WebWindowOrNone(self.world_, self.world_->session.active());
+                   return WebWindowOrNone(self.world_, self.world_->session.Active());
                  })
             .Get(5, L"ActivePageWindow",
                  [](Self& self, const Arguments&) {
-                   const auto& web = self.world_->session.active();
+                   const auto& web = self.world_->session.Active();
                    return web ? PageWindowOrNone(self.world_, web, web->active_page)
                               : Variant::Object(nullptr);
                  })

@@ -18,7 +18,7 @@ class FaceImages {
   FaceImages& operator=(const FaceImages&) = delete;
   ~FaceImages();
 
-  int size() const { return size_; }
+  int Size() const { return size_; }
   // A face's picture for a menu, null when there is none for it. It stays ours.
   HBITMAP MenuBitmap(std::int32_t face_id);
   // All pictures in one list, ours as well, and a face's place in it; I_IMAGENONE without one.

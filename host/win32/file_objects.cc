@@ -17,7 +17,7 @@ namespace {
 // An object of an open web: its calls fail once the web is closed.
 class WebPart : public HostObject {
  protected:
-  WebPart(std::shared_ptr<HostWorld> world, const char* class_name, std::shared_ptr<OpenedWeb> web)
+  WebPart(std::shared_ptr<HostWorld> world, const char* class_name, std::shared_ptr<HostedWeb> web)
       : HostObject(std::move(world), class_name), web_(std::move(web)) {}
 
   void Entering(const DispatchMember& member) override {
@@ -35,12 +35,12 @@ class WebPart : public HostObject {
     return table;
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
 };
 
 class FileObject : public WebPart {
  public:
-  FileObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web,
+  FileObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web,
              std::shared_ptr<SiteFile> file)
       : WebPart(std::move(world), "WebFile", std::move(web)), file_(std::move(file)) {}
 
@@ -110,16 +110,16 @@ class FileObject : public WebPart {
 
 class FolderObject : public WebPart {
  public:
-  FolderObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web,
+  FolderObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web,
                std::shared_ptr<SiteFolder> folder)
       : WebPart(std::move(world), "WebFolder", std::move(web)), folder_(std::move(folder)) {}
 
-  Base AsBase() override { return {OpenedWeb::FolderUrl(*folder_), true}; }
+  Base AsBase() override { return {HostedWeb::FolderUrl(*folder_), true}; }
 
  private:
   const DispatchTable& Members() const override { return Table(); }
 
-  std::string Url() { return OpenedWeb::FolderUrl(*folder_); }
+  std::string Url() { return HostedWeb::FolderUrl(*folder_); }
   bool IsRoot() { return IsSameText(Url(), web_->Url()); }
   // The root of a web or of a sub-web: only those keep the extensions' private folder.
   bool IsWeb() {
@@ -161,7 +161,7 @@ class FolderObject : public WebPart {
 
 class FilesObject : public HostCollection {
  public:
-  FilesObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web, SiteFiles files)
+  FilesObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web, SiteFiles files)
       : HostCollection(std::move(world), "WebFiles", 0),
         web_(std::move(web)),
         files_(std::move(files)) {}
@@ -180,13 +180,13 @@ class FilesObject : public HostCollection {
     throw HostError("There is no file " + name + ".", kBadArgument);
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
   const SiteFiles files_;
 };
 
 class FoldersObject : public HostCollection {
  public:
-  FoldersObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web,
+  FoldersObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web,
                 SiteFolders folders)
       : HostCollection(std::move(world), "WebFolders", 0),
         web_(std::move(web)),
@@ -198,7 +198,7 @@ class FoldersObject : public HostCollection {
   Variant ItemAt(std::size_t index) override { return FolderOrNone(world_, web_, folders_[index]); }
   Variant ItemNamed(const std::string& name) override {
     for (const auto& folder : folders_) {
-      const std::string url = OpenedWeb::FolderUrl(*folder);
+      const std::string url = HostedWeb::FolderUrl(*folder);
       if (IsSameText(LastName(url), name) || IsSameText(url, name)) {
         return FolderOrNone(world_, web_, folder);
       }
@@ -206,30 +206,30 @@ class FoldersObject : public HostCollection {
     throw HostError("There is no folder " + name + ".", kBadArgument);
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
   const SiteFolders folders_;
 };
 
 }  // namespace
 
-Variant FileOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
+Variant FileOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web,
                    const std::shared_ptr<SiteFile>& file) {
   return file ? Variant::Object(MakeObject<FileObject>(world, web, file).get())
               : Variant::Object(nullptr);
 }
 
-Variant FilesOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
+Variant FilesOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web,
                 SiteFiles files) {
   return Variant::Object(MakeObject<FilesObject>(world, web, std::move(files)).get());
 }
 
-Variant FolderOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
+Variant FolderOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web,
                      const std::shared_ptr<SiteFolder>& folder) {
   return folder ? Variant::Object(MakeObject<FolderObject>(world, web, folder).get())
                 : Variant::Object(nullptr);
 }
 
-Variant FoldersOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
+Variant FoldersOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web,
                   SiteFolders folders) {
   return Variant::Object(MakeObject<FoldersObject>(world, web, std::move(folders)).get());
 }

@@ -40,7 +40,7 @@ std::string FullPath(const std::string& path) {
 void RunMessages(HostWindow* window) {
   MSG message;
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-    if (window->handle() && window->IsKey(&message)) continue;
+    if (window->Handle() && window->IsKey(&message)) continue;
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
@@ -53,7 +53,7 @@ int Run(const HostArguments& arguments) {
   if (!arguments.web.empty()) {
     const bool is_address = arguments.web.find("://") != std::string::npos;
     window.OpenWeb(is_address ? arguments.web : FullPath(arguments.web));
-    if (arguments.external && !world->session.active()) return 1;  // the user has been told why
+    if (arguments.external && !world->session.Active()) return 1;  // the user has been told why
   }
   window.Start(arguments.external);
   RunMessages(&window);

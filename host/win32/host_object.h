@@ -27,7 +27,7 @@ class HostObject : public DispatchObject {
     std::string address;
     bool is_folder = false;
   };
-  // Throws DispatchFailure (a type mismatch) for an object that is no base; the caller completes
+  // Throws DispatchFailure (a type mismatch) for an object that is not a base; the caller completes
   // which argument is meant.
   virtual Base AsBase() { throw DispatchFailure{DISP_E_TYPEMISMATCH}; }
 

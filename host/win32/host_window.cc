@@ -63,7 +63,7 @@ HostWindow::HostWindow(std::shared_ptr<HostWorld> world) : world_(std::move(worl
   MakeControls();
   MakeFonts();
   const RECT place = StartPlace(Pixels(kWidth), Pixels(kHeight));
-  MoveWindow(handle(), place.left, place.top, place.right - place.left, place.bottom - place.top,
+  MoveWindow(Handle(), place.left, place.top, place.right - place.left, place.bottom - place.top,
              FALSE);
   world_->bars.on_change = [this] {
     bars_changed_ = true;
@@ -74,7 +74,7 @@ HostWindow::HostWindow(std::shared_ptr<HostWorld> world) : world_(std::move(worl
     StateChanged();
   };
   world_->open_document = [this](const std::string& path) { OpenDocument(path); };
-  world_->quit = [this] { PostMessageW(handle(), WM_CLOSE, 0, 0); };
+  world_->quit = [this] { PostMessageW(Handle(), WM_CLOSE, 0, 0); };
   recent_ = RecentWebs::Read();
   bars_changed_ = web_changed_ = true;
   ShowState();
@@ -94,7 +94,7 @@ HostWindow::~HostWindow() {
 void HostWindow::MakeControls() {
   const DWORD view = WS_TABSTOP | WS_BORDER;
   const auto make = [&](const wchar_t* kind, const char* text, DWORD style, int id) {
-    return CreateWideControl(kind, text, style, handle(), id);
+    return CreateWideControl(kind, text, style, Handle(), id);
   };
   toolbar_ =
       make(TOOLBARCLASSNAMEW, "",
@@ -131,7 +131,7 @@ void HostWindow::MakeFonts() {
   TreeView_SetIndent(tree_, Pixels(kIndent));
   HICON icon = MakeIcon(Face::kBook, 2 * Pixels(kFaceSize));
   for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
-    SendMessageW(handle(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
+    SendMessageW(Handle(), WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
   }
   if (icon_) DestroyIcon(icon_);
   icon_ = icon;
@@ -144,7 +144,7 @@ void HostWindow::LayOut() {
   SendMessageW(toolbar_, TB_AUTOSIZE, 0, 0);
   SendMessageW(status_, WM_SIZE, 0, 0);
   RECT client;
-  GetClientRect(handle(), &client);
+  GetClientRect(Handle(), &client);
   const int margin = Pixels(kMargin), gap = Pixels(kGap), line = Pixels(kLineHeight);
   const int label = Pixels(kLabelWidth), width = client.right - 2 * margin;
   const int top = (world_->bars.Find("Standard") ? HeightOf(toolbar_) : 0) + gap;
@@ -175,7 +175,7 @@ void HostWindow::LayOut() {
   SendMessageW(status_, SB_SETPARTS, 3, reinterpret_cast<LPARAM>(parts));
 }
 
-void HostWindow::StateChanged() { PostMessageW(handle(), kChangedMessage, 0, 0); }
+void HostWindow::StateChanged() { PostMessageW(Handle(), kChangedMessage, 0, 0); }
 
 void HostWindow::ShowState() {
   if (in_menu_) return;  // the menus are in use; they are made anew when they close
@@ -188,7 +188,7 @@ void HostWindow::ShowState() {
 }
 
 void HostWindow::ShowWeb() {
-  const auto& web = world_->session.active();
+  const auto& web = world_->session.Active();
   const OutlineRow* before = SelectedRow();
   const std::string selected = before ? before->location : "";
   outline_ = {};
@@ -203,7 +203,7 @@ void HostWindow::ShowWeb() {
   const std::string url = web ? web->Url() : "";
   const bool is_same = url == shown_url_;
   shown_url_ = url;
-  ShowWideText(handle(), web ? web->Title() + " - Scrivo Host" : "Scrivo Host");
+  ShowWideText(Handle(), web ? web->Title() + " - Scrivo Host" : "Scrivo Host");
   FillTree(tree_, outline_.navigation, is_same ? selected : "");
   FillList(list_, outline_.outside, is_same ? selected : "");
   ShowWideText(list_heading_, outline_.outside.empty() ? "&Pages outside the navigation: none"
@@ -213,20 +213,20 @@ void HostWindow::ShowWeb() {
     ShowWindow(control, web ? SW_SHOW : SW_HIDE);
   }
   for (HWND control : {hint_, open_button_}) ShowWindow(control, web ? SW_HIDE : SW_SHOW);
-  if (!is_same && IsWindowVisible(handle()) && GetActiveWindow() == handle()) {
+  if (!is_same && IsWindowVisible(Handle()) && GetActiveWindow() == Handle()) {
     SetFocus(web ? tree_ : open_button_);
   }
   last_view_ = tree_;
   ShowDetails();
   LayOut();
-  InvalidateRect(handle(), nullptr, TRUE);
+  InvalidateRect(Handle(), nullptr, TRUE);
   if (!problem.empty()) Tell("The web cannot be read.\n\n" + problem, MB_ICONEXCLAMATION);
 }
 
 void HostWindow::ShowStatus() {
-  const auto& web = world_->session.active();
+  const auto& web = world_->session.Active();
   const std::string texts[] = {web ? outline_.PageCountText() : "No web is open",
-                               web ? web->path() : "", AddinText()};
+                               web ? web->Path() : "", AddinText()};
   for (WPARAM part = 0; part < 3; ++part) {
     SendMessageW(status_, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(Wide(texts[part]).c_str()));
   }
@@ -250,10 +250,10 @@ void HostWindow::ShowDetails() {
 
 void HostWindow::Start(bool external) {
   external_ = external;
-  ShowWindow(handle(), SW_SHOWDEFAULT);
-  UpdateWindow(handle());
-  SetFocus(world_->session.active() ? tree_ : open_button_);
-  PostMessageW(handle(), kConnectMessage, 0, 0);
+  ShowWindow(Handle(), SW_SHOWDEFAULT);
+  UpdateWindow(Handle());
+  SetFocus(world_->session.Active() ? tree_ : open_button_);
+  PostMessageW(Handle(), kConnectMessage, 0, 0);
 }
 
 void HostWindow::ConnectAddins() {
@@ -264,9 +264,9 @@ void HostWindow::ConnectAddins() {
 }
 
 bool HostWindow::IsKey(MSG* message) {
-  if (!IsWindowEnabled(handle())) return false;
-  return TranslateAcceleratorW(handle(), accelerators_, message) != 0 ||
-         IsDialogMessageW(handle(), message) != FALSE;
+  if (!IsWindowEnabled(Handle())) return false;
+  return TranslateAcceleratorW(Handle(), accelerators_, message) != 0 ||
+         IsDialogMessageW(Handle(), message) != FALSE;
 }
 
 LRESULT HostWindow::OnNotify(NMHDR* header) {
@@ -307,17 +307,17 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_DPICHANGED: {
       const RECT& place = *reinterpret_cast<RECT*>(lparam);
       MakeFonts();
-      MoveWindow(handle(), place.left, place.top, place.right - place.left,
+      MoveWindow(Handle(), place.left, place.top, place.right - place.left,
                  place.bottom - place.top, TRUE);
       ShowState();
       return 0;
     }
     case WM_SETFOCUS:
-      SetFocus(world_->session.active() ? last_view_ : open_button_);
+      SetFocus(world_->session.Active() ? last_view_ : open_button_);
       return 0;
     case WM_NEXTDLGCTL:  // the dialog keys ask whose window it is to move the focus
       SetFocus(LOWORD(lparam) ? reinterpret_cast<HWND>(wparam)
-                              : GetNextDlgTabItem(handle(), GetFocus(), wparam != 0));
+                              : GetNextDlgTabItem(Handle(), GetFocus(), wparam != 0));
       return 0;
     case WM_ENTERMENULOOP:
       in_menu_ = true;
@@ -342,7 +342,7 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_CLOSE:
       world_->ShutDown();
-      DestroyWindow(handle());
+      DestroyWindow(Handle());
       return 0;
     case WM_ENDSESSION:
       if (wparam) world_->ShutDown();

@@ -64,7 +64,7 @@ void AppendMenu(HMENU bar, HMENU menu, const wchar_t* text) {
 }  // namespace
 
 void HostWindow::FillFileMenu(HMENU menu) {
-  const auto& active = world_->session.active();
+  const auto& active = world_->session.Active();
   AppendCommand(menu, kOpenWebId, "&Open Web...\tCtrl+O");
   AppendCommand(menu, kCloseWebId, "&Close Web\tCtrl+W", active != nullptr);
   AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
@@ -91,15 +91,15 @@ void HostWindow::MakeMenu() {
   AppendCommand(help, kAddinsId, "A&dd-ins...");
   AppendCommand(help, kAboutId, "&About Scrivo Host...");
   AppendMenu(bar, help, L"&Help");
-  HMENU before = GetMenu(handle());
-  SetMenu(handle(), bar);
+  HMENU before = GetMenu(Handle());
+  SetMenu(Handle(), bar);
   if (before) DestroyMenu(before);
 }
 
 void HostWindow::MakeToolbar() {
   while (SendMessageW(toolbar_, TB_DELETEBUTTON, 0, 0)) {
   }
-  const int face = images_->size();
+  const int face = images_->Size();
   SendMessageW(toolbar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(face, face));
   const auto standard = world_->bars.Find("Standard");
   const bool is_shown = standard && standard->visible;
@@ -130,16 +130,16 @@ void HostWindow::DropDown(const NMTOOLBARA& button) {
   RECT place = button.rcButton;
   MapWindowPoints(toolbar_, nullptr, reinterpret_cast<POINT*>(&place), 2);
   TPMPARAMS around{sizeof around, place};
-  TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_VERTICAL, place.left, place.bottom, handle(), &around);
+  TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_VERTICAL, place.left, place.bottom, Handle(), &around);
   DestroyMenu(menu);
 }
 
-void HostWindow::Tell(const std::string& text, UINT icon) { TellWide(handle(), text, icon); }
+void HostWindow::Tell(const std::string& text, UINT icon) { TellWide(Handle(), text, icon); }
 
 void HostWindow::OpenWeb(const std::string& path) {
   try {
     const auto web = world_->session.Open(path);
-    RecentWebs::Remember(web->path());
+    RecentWebs::Remember(web->Path());
   } catch (const Error& error) {
     Tell(error.description, MB_ICONEXCLAMATION);
     if (!TheServices().files->FolderExists(path)) RecentWebs::Forget(path);
@@ -150,12 +150,12 @@ void HostWindow::OpenWeb(const std::string& path) {
 }
 
 void HostWindow::ChooseWeb() {
-  const std::string path = ChosenFolder(handle(), L"Choose the folder of the web to open.");
+  const std::string path = ChosenFolder(Handle(), L"Choose the folder of the web to open.");
   if (!path.empty()) OpenWeb(path);
 }
 
 void HostWindow::CloseWeb() {
-  if (const auto web = world_->session.active()) world_->session.Close(web);
+  if (const auto web = world_->session.Active()) world_->session.Close(web);
 }
 
 void HostWindow::OpenSelected() {
@@ -165,7 +165,7 @@ void HostWindow::OpenSelected() {
 
 void HostWindow::OpenDocument(const std::string& path) {
   ShellRequest request;
-  request.owner = reinterpret_cast<WindowHandle>(handle());
+  request.owner = reinterpret_cast<WindowHandle>(Handle());
   request.verb = "open";
   request.file = path;
   request.wide = true;
@@ -175,7 +175,7 @@ void HostWindow::OpenDocument(const std::string& path) {
 }
 
 std::string HostWindow::AddinText() const {
-  const auto& addins = world_->addins.addins();
+  const auto& addins = world_->addins.Addins();
   if (addins.empty()) return "No add-in is registered";
   std::string connected;
   for (const auto& addin : addins) {
@@ -187,7 +187,7 @@ std::string HostWindow::AddinText() const {
 }
 
 void HostWindow::ShowAddins() {
-  const auto& addins = world_->addins.addins();
+  const auto& addins = world_->addins.Addins();
   std::string text;
   for (const auto& addin : addins) {
     if (!text.empty()) text += "\n\n";
@@ -207,7 +207,7 @@ void HostWindow::ShowAddins() {
 
 void HostWindow::OfferRegistration() {
   const auto tools = world_->bars.Find("Tools");
-  if (!tools || !world_->addins.addins().empty() ||
+  if (!tools || !world_->addins.Addins().empty() ||
       !TheServices().files->FileExists(AddinLibrary())) {
     return;
   }
@@ -274,10 +274,10 @@ bool HostWindow::OnCommand(UINT id) {
       CloseWeb();
       return true;
     case kRefreshId:
-      if (const auto web = world_->session.active()) world_->session.Refresh(web.get());
+      if (const auto web = world_->session.Active()) world_->session.Refresh(web.get());
       return true;
     case kExitId:
-      PostMessageW(handle(), WM_CLOSE, 0, 0);
+      PostMessageW(Handle(), WM_CLOSE, 0, 0);
       return true;
     case kAddinsId:
       ShowAddins();

@@ -12,7 +12,7 @@ using Navigation = std::shared_ptr<const NavigationIndex>;
 
 class NodeObject : public HostObject {
  public:
-  NodeObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web,
+  NodeObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web,
              Navigation navigation, std::size_t place)
       : HostObject(std::move(world), "NavigationNode"),
         web_(std::move(web)),
@@ -35,7 +35,7 @@ class NodeObject : public HostObject {
     return FileOrNone(world_, web_, place_ == NavigationIndex::kRoot ? nullptr : node().File());
   }
   Variant Home() {
-    const auto home = web_->web().HomeNode();
+    const auto home = web_->Web().HomeNode();
     return NodeAt(home ? navigation_->Find(home.get()) : NavigationIndex::kNone);
   }
 
@@ -71,14 +71,14 @@ class NodeObject : public HostObject {
     return table;
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
   const Navigation navigation_;
   const std::size_t place_;
 };
 
 class NodesObject : public HostCollection {
  public:
-  NodesObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web,
+  NodesObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web,
               Navigation navigation, std::vector<std::size_t> places)
       : HostCollection(std::move(world), "NavigationNodes", 0),
         web_(std::move(web)),
@@ -92,20 +92,20 @@ class NodesObject : public HostCollection {
     return NodeOrNone(world_, web_, navigation_, places_[index]);
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
   const Navigation navigation_;
   const std::vector<std::size_t> places_;
 };
 
 }  // namespace
 
-Variant NodeOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
+Variant NodeOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web,
                    const std::shared_ptr<const NavigationIndex>& navigation, std::size_t place) {
   if (place == NavigationIndex::kNone) return Variant::Object(nullptr);
   return Variant::Object(MakeObject<NodeObject>(world, web, navigation, place).get());
 }
 
-Variant NodesOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
+Variant NodesOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web,
                 const std::shared_ptr<const NavigationIndex>& navigation,
                 std::vector<std::size_t> places) {
   return Variant::Object(MakeObject<NodesObject>(world, web, navigation, std::move(places)).get());

@@ -13,9 +13,9 @@ class HostWorld;
 // NavigationNode and NavigationNodes of an open web, as its tree was when they were asked for.
 
 // No object for NavigationIndex::kNone.
-Variant NodeOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
+Variant NodeOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web,
                    const std::shared_ptr<const NavigationIndex>& navigation, std::size_t place);
-Variant NodesOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web,
+Variant NodesOf(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web,
                 const std::shared_ptr<const NavigationIndex>& navigation,
                 std::vector<std::size_t> places);
 

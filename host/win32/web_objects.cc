@@ -18,14 +18,14 @@ class WebsObject : public HostCollection {
 
  private:
   const DispatchTable& Members() const override { return Table(); }
-  std::size_t Count() override { return world_->session.webs().size(); }
+  std::size_t Count() override { return world_->session.Webs().size(); }
   Variant ItemAt(std::size_t index) override {
-    return WebOrNone(world_, world_->session.webs()[index]);
+    return WebOrNone(world_, world_->session.Webs()[index]);
   }
   // By the folder's path or address.
   Variant ItemNamed(const std::string& name) override {
-    for (const auto& web : world_->session.webs()) {
-      if (web->FindFolder(name) == web->web().BaseFolder()) return WebOrNone(world_, web);
+    for (const auto& web : world_->session.Webs()) {
+      if (web->FindFolder(name) == web->Web().BaseFolder()) return WebOrNone(world_, web);
     }
     throw HostError("The web " + name + " is not open.", kBadArgument);
   }
@@ -48,7 +48,7 @@ class WebsObject : public HostCollection {
 
 class WebObject : public HostObject {
  public:
-  WebObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web)
+  WebObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web)
       : HostObject(std::move(world), "Web"), web_(std::move(web)) {}
 
   Base AsBase() override { return {web_->Url(), true}; }
@@ -61,7 +61,7 @@ class WebObject : public HostObject {
   }
 
   Variant AllFolders() {
-    SiteFolders folders, waiting{web_->web().BaseFolder()};
+    SiteFolders folders, waiting{web_->Web().BaseFolder()};
     while (!waiting.empty()) {
       const std::shared_ptr<SiteFolder> folder = waiting.back();
       waiting.pop_back();
@@ -73,14 +73,14 @@ class WebObject : public HostObject {
   }
   Variant HomeNode() {
     const auto navigation = web_->Navigation();
-    const auto home = web_->web().HomeNode();
+    const auto home = web_->Web().HomeNode();
     return NodeOrNone(world_, web_, navigation,
                       home ? navigation->Find(home.get()) : NavigationIndex::kNone);
   }
   Variant AllNodes() {
     const auto navigation = web_->Navigation();
     std::vector<std::size_t> places;
-    for (std::size_t i = 1; i < navigation->places().size(); ++i) places.push_back(i);
+    for (std::size_t i = 1; i < navigation->Places().size(); ++i) places.push_back(i);
     return NodesOf(world_, web_, navigation, places);
   }
 
@@ -92,7 +92,7 @@ class WebObject : public HostObject {
             .Include(CommonMembers())
             .Get(1, L"RootFolder",
                  [](Self& self, const Arguments&) {
-                   return FolderOrNone(self.world_, self.web_, self.web_->web().BaseFolder());
+                   return FolderOrNone(self.world_, self.web_, self.web_->Web().BaseFolder());
                  })
             .Get(2, L"RootNavigationNode",
                  [](Self& self, const Arguments&) {
@@ -105,7 +105,7 @@ class WebObject : public HostObject {
                  [](Self& self, const Arguments&) { return self.AllNodes(); })
             .Get(5, L"AllFiles",
                  [](Self& self, const Arguments&) {
-                   return FilesOf(self.world_, self.web_, scrivo::AllFiles(self.web_->web()));
+                   return FilesOf(self.world_, self.web_, scrivo::AllFiles(self.web_->Web()));
                  })
             .Get(6, L"AllFolders", [](Self& self, const Arguments&) { return self.AllFolders(); })
             .Get(7, L"WebWindows",
@@ -144,7 +144,7 @@ class WebObject : public HostObject {
     return table;
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
 };
 
 }  // namespace
@@ -153,12 +153,12 @@ Variant WebsOf(const std::shared_ptr<HostWorld>& world) {
   return Variant::Object(MakeObject<WebsObject>(world).get());
 }
 
-Variant WebOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web) {
+Variant WebOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web) {
   return web ? Variant::Object(MakeObject<WebObject>(world, web).get()) : Variant::Object(nullptr);
 }
 
-void RequireOpen(const OpenedWeb& web) {
-  if (!web.is_open) throw HostError("The web " + web.path() + " has been closed.");
+void RequireOpen(const HostedWeb& web) {
+  if (!web.is_open) throw HostError("The web " + web.Path() + " has been closed.");
 }
 
 }  // namespace scrivo::host

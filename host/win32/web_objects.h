@@ -13,9 +13,9 @@ class HostWorld;
 Variant WebsOf(const std::shared_ptr<HostWorld>& world);
 
 // Web. `web` may be null: then there is no object.
-Variant WebOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<OpenedWeb>& web);
+Variant WebOrNone(const std::shared_ptr<HostWorld>& world, const std::shared_ptr<HostedWeb>& web);
 
 // Lets the call fail when the web has been closed since.
-void RequireOpen(const OpenedWeb& web);
+void RequireOpen(const HostedWeb& web);
 
 }  // namespace scrivo::host

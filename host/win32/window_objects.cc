@@ -13,7 +13,7 @@ namespace {
 
 class PageWindowObject : public HostObject {
  public:
-  PageWindowObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web,
+  PageWindowObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web,
                    std::shared_ptr<EditedPage> page)
       : HostObject(std::move(world), "PageWindow"), web_(std::move(web)), page_(std::move(page)) {}
 
@@ -62,13 +62,13 @@ class PageWindowObject : public HostObject {
     return table;
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
   const std::shared_ptr<EditedPage> page_;
 };
 
 class PageWindowsObject : public HostCollection {
  public:
-  PageWindowsObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web)
+  PageWindowsObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web)
       : HostCollection(std::move(world), "PageWindows", 0), web_(std::move(web)) {}
 
  private:
@@ -105,12 +105,12 @@ class PageWindowsObject : public HostCollection {
     return table;
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
 };
 
 class WebWindowObject : public HostObject {
  public:
-  WebWindowObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web)
+  WebWindowObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web)
       : HostObject(std::move(world), "WebWindow"), web_(std::move(web)) {}
 
  private:
@@ -147,18 +147,18 @@ class WebWindowObject : public HostObject {
     return table;
   }
 
-  const std::shared_ptr<OpenedWeb> web_;
+  const std::shared_ptr<HostedWeb> web_;
 };
 
 class WebWindowsObject : public HostCollection {
  public:
-  WebWindowsObject(std::shared_ptr<HostWorld> world, std::shared_ptr<OpenedWeb> web)
+  WebWindowsObject(std::shared_ptr<HostWorld> world, std::shared_ptr<HostedWeb> web)
       : HostCollection(std::move(world), "WebWindows", 0), web_(std::move(web)) {}
 
  private:
   const DispatchTable& Members() const override { return Table(); }
-  std::vector<std::shared_ptr<OpenedWeb>> Webs() const {
-    if (!web_) return world_->session.webs();
+  std::vector<std::shared_ptr<HostedWeb>> Webs() const {
+    if (!web_) return world_->session.Webs();
     return {web_};
   }
   std::size_t Count() override { return Webs().size(); }
@@ -169,7 +169,7 @@ class WebWindowsObject : public HostCollection {
     auto closing = Webs();
     if (arguments.Has(0)) closing = {closing[IndexOf(arguments.Long(0))]};
     for (const auto& web : closing) world_->session.Close(web);
-    if (world_->session.webs().empty() && world_->quit) world_->quit();
+    if (world_->session.Webs().empty() && world_->quit) world_->quit();
   }
 
   static const DispatchTable& Table() {
@@ -183,24 +183,24 @@ class WebWindowsObject : public HostCollection {
     return table;
   }
 
-  const std::shared_ptr<OpenedWeb> web_;  // null: all webs
+  const std::shared_ptr<HostedWeb> web_;  // null: all webs
 };
 
 }  // namespace
 
 Variant WebWindowsOf(const std::shared_ptr<HostWorld>& world,
-                     const std::shared_ptr<OpenedWeb>& web) {
+                     const std::shared_ptr<HostedWeb>& web) {
   return Variant::Object(MakeObject<WebWindowsObject>(world, web).get());
 }
 
 Variant WebWindowOrNone(const std::shared_ptr<HostWorld>& world,
-                        const std::shared_ptr<OpenedWeb>& web) {
+                        const std::shared_ptr<HostedWeb>& web) {
   return web ? Variant::Object(MakeObject<WebWindowObject>(world, web).get())
              : Variant::Object(nullptr);
 }
 
 Variant PageWindowOrNone(const std::shared_ptr<HostWorld>& world,
-                         const std::shared_ptr<OpenedWeb>& web,
+                         const std::shared_ptr<HostedWeb>& web,
                          const std::shared_ptr<EditedPage>& page) {
   return page ? Variant::Object(MakeObject<PageWindowObject>(world, web, page).get())
               : Variant::Object(nullptr);

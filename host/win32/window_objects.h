@@ -13,13 +13,13 @@ class HostWorld;
 
 // The windows of one web, or of all when `web` is null.
 Variant WebWindowsOf(const std::shared_ptr<HostWorld>& world,
-                     const std::shared_ptr<OpenedWeb>& web);
+                     const std::shared_ptr<HostedWeb>& web);
 // `web` may be null: then there is no object.
 Variant WebWindowOrNone(const std::shared_ptr<HostWorld>& world,
-                        const std::shared_ptr<OpenedWeb>& web);
+                        const std::shared_ptr<HostedWeb>& web);
 // `page` may be null: then there is no object.
 Variant PageWindowOrNone(const std::shared_ptr<HostWorld>& world,
-                         const std::shared_ptr<OpenedWeb>& web,
+                         const std::shared_ptr<HostedWeb>& web,
                          const std::shared_ptr<EditedPage>& page);
 
 }  // namespace scrivo::host

@@ -18,7 +18,7 @@
 namespace scrivo {
 namespace {
 
-// Opens a file, again when a signal came in between that is no interruption.
+// Opens a file, again when a signal came in between that is not an interruption.
 Descriptor Open(const std::string& path, int flags) {
   for (;;) {
     const int number = open(path.c_str(), flags | O_CLOEXEC, 0666);

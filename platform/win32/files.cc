@@ -20,7 +20,7 @@ constexpr std::size_t kLargestTransfer = 1u << 30;
 FileHandle Open(const std::string& path, DWORD access, DWORD sharing, DWORD disposition) {
   FileHandle file(CreateFileW(Wide(path).c_str(), access, sharing, nullptr, disposition,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file.is_valid()) RaiseSystemError(GetLastError(), path);
+  if (!file.IsValid()) RaiseSystemError(GetLastError(), path);
   return file;
 }
 
@@ -66,12 +66,12 @@ class Search {
   Search(const std::string& pattern, WIN32_FIND_DATAW* found)
       : handle_(FindFirstFileW(Wide(pattern).c_str(), found)) {}
   ~Search() {
-    if (is_valid()) FindClose(handle_);
+    if (IsValid()) FindClose(handle_);
   }
   Search(const Search&) = delete;
   Search& operator=(const Search&) = delete;
 
-  bool is_valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+  bool IsValid() const { return handle_ != INVALID_HANDLE_VALUE; }
   bool Next(WIN32_FIND_DATAW* found) { return FindNextFileW(handle_, found) != FALSE; }
 
  private:
@@ -156,7 +156,7 @@ std::vector<FolderEntry> Win32Files::List(const std::string& folder) {
   std::vector<FolderEntry> entries;
   WIN32_FIND_DATAW found;
   Search search(pattern, &found);
-  if (!search.is_valid()) {
+  if (!search.IsValid()) {
     const DWORD code = GetLastError();
     if (!FolderExists(folder)) RaiseSystemError(ERROR_PATH_NOT_FOUND, folder);
     if (code == ERROR_FILE_NOT_FOUND) return entries;  // the root of an empty drive
@@ -189,7 +189,7 @@ std::string Win32Files::RealPath(const std::string& path) {
   const FileHandle opened(CreateFileW(Wide(path).c_str(), 0,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-  if (!opened.is_valid()) return path;
+  if (!opened.IsValid()) return path;
   constexpr DWORD kLimit = 32768;
   std::wstring wide(kLimit, L'\0');
   const DWORD length = GetFinalPathNameByHandleW(opened.get(), wide.data(), kLimit, 0);

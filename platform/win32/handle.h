@@ -21,7 +21,7 @@ class FileHandle {
   FileHandle& operator=(FileHandle&&) = delete;
 
   HANDLE get() const { return handle_; }
-  bool is_valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+  bool IsValid() const { return handle_ != INVALID_HANDLE_VALUE; }
 
  private:
   HANDLE handle_;

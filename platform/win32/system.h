@@ -6,7 +6,7 @@
 
 namespace scrivo {
 
-// What Windows tells of itself, and the module that contains this code: the library, when it is
+// What Windows says about itself, and the module that contains this code: the library, when it is
 // linked into one, whatever program loaded it.
 class Win32System : public SystemServices {
  public:

@@ -358,7 +358,7 @@ class Stumbling : public FakeRunView {
   bool has_output_ = false;
 };
 
-class StumblingViews : public ViewFactory {
+class StumblingViews : public FormViews {
  public:
   StumblingViews(ShownRun& run, const std::string& failing) : run_(run), failing_(failing) {}
 
@@ -392,7 +392,7 @@ TEST_F(FrmHHC, IgnoringAWindowThatCannotBeShownStillLocksItForTheRun) {
     using FakeRunView::FakeRunView;
     void ShowModeless() override { throw Error(kOutOfMemory, "test", "no window"); }
   };
-  class InvisibleViews : public ViewFactory {
+  class InvisibleViews : public FormViews {
    public:
     explicit InvisibleViews(ShownRun& run) : run_(run) {}
     std::unique_ptr<RunView> MakeRunView() override { return std::make_unique<Invisible>(run_); }

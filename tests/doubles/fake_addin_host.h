@@ -38,7 +38,7 @@ class FakeAddinHost : public AddinHost {
   std::string version = "12.0.0.6211";
   int fail_every = 0;  // 0: never
   int calls = 0;
-  bool missing_is_null = false;  // what is missing is no object, instead of failing
+  bool missing_is_null = false;  // what is missing is not an object, instead of failing
   int null_every = 0;            // every n-th object asked for is none; 0: never
   int objects = 0;
   int missing_control = 0;               // the n-th control that is to be added is none; 0: never

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/doubles/fake_main_view.h"
+#include "tests/doubles/fake_parameter_view.h"
 
 namespace scrivo {
 
@@ -65,13 +65,13 @@ class FakeErrorView : public ErrorView {
 // Makes all forms' views.
 class FakeFormViews : public FakeMainViews {
  public:
-  ShownMain decompile;
+  ShownParameters decompile;
   ShownError error;
 
-  std::unique_ptr<MainView> MakeDecompileView(MainViewEvents& events, ItemPanel& panel,
-                                              ButtonStrip& strip) override {
+  std::unique_ptr<ParameterView> MakeDecompileView(ParameterViewEvents& events, ItemPanel& panel,
+                                                   ButtonStrip& strip) override {
     if (!has_windows) return nullptr;
-    return std::make_unique<FakeMainView>(decompile, events, panel, strip);
+    return std::make_unique<FakeParameterView>(decompile, events, panel, strip);
   }
   std::unique_ptr<ErrorView> MakeErrorView(ErrorViewEvents& events, ButtonStrip& strip) override {
     return std::make_unique<FakeErrorView>(error, events, strip);
@@ -79,7 +79,7 @@ class FakeFormViews : public FakeMainViews {
 };
 
 // How often a window was told this, such as "show".
-inline auto CountOf(const ShownMain& shown, const std::string& what) {
+inline auto CountOf(const ShownParameters& shown, const std::string& what) {
   return std::count(shown.log.begin(), shown.log.end(), what);
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/run_view.h"
+#include "ui/form_views.h"
 
 namespace scrivo {
 
@@ -66,7 +66,7 @@ class FakeRunView : public RunView {
 };
 
 // Makes run views that show themselves in `run`.
-class FakeViews : public ViewFactory {
+class FakeViews : public FormViews {
  public:
   ShownRun run;
   std::function<void()> on_make_run;  // runs while a run view is made

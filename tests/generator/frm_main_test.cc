@@ -8,8 +8,8 @@ namespace {
 
 class FrmMainTest : public GeneratorTest {
  protected:
-  ShownMain& Shown() { return views->main; }
-  MainViewEvents& Events() { return *views->main.events; }
+  ShownParameters& Shown() { return views->main; }
+  ParameterViewEvents& Events() { return *views->main.events; }
 };
 
 TEST_F(FrmMainTest, TheInstanceIsMadeOnFirstUseAndNotShown) {

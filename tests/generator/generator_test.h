@@ -8,7 +8,7 @@
 #include "generator/frm_main.h"
 #include "platform/registry.h"
 #include "tests/doubles/fake_error_dialog.h"
-#include "tests/doubles/fake_main_view.h"
+#include "tests/doubles/fake_parameter_view.h"
 #include "tests/doubles/fake_services.h"
 #include "tests/doubles/memory_site.h"
 

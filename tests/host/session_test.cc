@@ -27,15 +27,15 @@ TEST_F(SessionTest, OpensAWebByPathOrAddressOnce) {
   const auto web = session.Open("/web");
   EXPECT_EQ(web->Url(), "file:///web");
   EXPECT_EQ(web->Title(), "web");
-  EXPECT_EQ(session.active(), web);
+  EXPECT_EQ(session.Active(), web);
   EXPECT_EQ(changes, 1);
   EXPECT_EQ(session.Open("/web/"), web);
   disk->folders.insert("/webs/one");
   disk->files["/webs/one/a.htm"] = "";
   EXPECT_EQ(session.Open("/webs//one")->Url(), "file:///webs/one");
-  session.Close(session.active());
+  session.Close(session.Active());
   EXPECT_EQ(session.Open("file:///web"), web);
-  EXPECT_EQ(session.webs().size(), 1u);
+  EXPECT_EQ(session.Webs().size(), 1u);
 }
 
 TEST_F(SessionTest, AFailureChangesNothing) {
@@ -45,7 +45,7 @@ TEST_F(SessionTest, AFailureChangesNothing) {
   EXPECT_THROW(session.Open("/nowhere"), Error);
   EXPECT_THROW(session.Open("/empty"), Error);
   EXPECT_THROW(session.Open("http://server/web"), Error);
-  EXPECT_EQ(session.active(), web);
+  EXPECT_EQ(session.Active(), web);
   EXPECT_EQ(changes, 0);
 }
 
@@ -53,12 +53,12 @@ TEST_F(SessionTest, ClosingAWebMakesAnotherTheActiveOne) {
   disk->folders.insert("/other");
   disk->files["/other/a.htm"] = "<title>A</title>";
   const auto web = session.Open("/web"), other = session.Open("/other");
-  EXPECT_EQ(session.active(), other);
+  EXPECT_EQ(session.Active(), other);
   session.Close(other);
-  EXPECT_EQ(session.active(), web);
+  EXPECT_EQ(session.Active(), web);
   EXPECT_FALSE(other->is_open);
   session.Close(web);
-  EXPECT_EQ(session.active(), nullptr);
+  EXPECT_EQ(session.Active(), nullptr);
 }
 
 TEST_F(SessionTest, FindsFilesAndFoldersByLocationAndAddress) {
@@ -81,13 +81,13 @@ TEST_F(SessionTest, ARefreshListsTheFoldersAnew) {
   PutStructure("1000,new.htm,0,New,0,1,0\n");
   session.Refresh(web.get());
   EXPECT_EQ(web->FindFile("new.htm")->Title(), "New");
-  EXPECT_EQ(web->Navigation()->places().size(), 2u);
-  EXPECT_EQ(before->places().size(), 5u);
+  EXPECT_EQ(web->Navigation()->Places().size(), 2u);
+  EXPECT_EQ(before->Places().size(), 5u);
 }
 
 TEST_F(SessionTest, TheNavigationHasWaysInEveryDirection) {
   const auto navigation = session.Open("/web")->Navigation();
-  ASSERT_EQ(navigation->places().size(), 5u);
+  ASSERT_EQ(navigation->Places().size(), 5u);
   const auto label = [&](std::size_t place) { return navigation->At(place).node->Label(); };
   EXPECT_EQ(label(1) + label(2) + label(3) + label(4), "HomeFirstHeadingAgain");
   EXPECT_EQ(navigation->At(2).parent, 1u);

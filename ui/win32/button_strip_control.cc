@@ -27,18 +27,18 @@ ButtonStripControl::ButtonStripControl(HWND parent, ButtonStrip& strip,
       clicked_(std::move(clicked)) {
   Create("", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, parent, RECT{});
   tips_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0,
-                          0, 0, handle(), nullptr, OwnModule(), nullptr);
+                          0, 0, Handle(), nullptr, OwnModule(), nullptr);
   for (std::size_t i = 0; i < strip_.Items().size(); ++i) {
     StripItem& item = strip_.Items()[i];
     HWND button = nullptr;
     if (!item.caption.empty()) {
       const DWORD kind = item.key == default_key ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
-      button = CreateControl("BUTTON", captions[i], WS_VISIBLE | WS_TABSTOP | kind, 0, handle(),
+      button = CreateControl("BUTTON", captions[i], WS_VISIBLE | WS_TABSTOP | kind, 0, Handle(),
                              kFirstButtonId + static_cast<int>(i), nullptr);
       TOOLINFOA tip{};
       tip.cbSize = TTTOOLINFOA_V2_SIZE;
       tip.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-      tip.hwnd = handle();
+      tip.hwnd = Handle();
       tip.uId = reinterpret_cast<UINT_PTR>(button);
       std::string text = ToAnsi(item.tip);
       tip.lpszText = text.data();
@@ -76,7 +76,7 @@ void ButtonStripControl::SetFont(HFONT font) {
     if (!buttons_[i]) continue;
     StripItem& item = strip_.Items()[i];
     SendMessageA(buttons_[i], WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-    const SIZE caption = TextSize(handle(), font, item.caption);
+    const SIZE caption = TextSize(Handle(), font, item.caption);
     line_height_ = caption.cy;
     const double width = std::max(kButtonWidth, Twips(caption.cx) + kBesideCaption);
     item.width = static_cast<float>(width + kButtonGap);

@@ -22,14 +22,14 @@ ErrorWindow::ErrorWindow(ButtonStrip& strip, ErrorViewEvents& events)
     : buttons_(strip), events_(events) {
   CreateForm(Kind::kModal, "Scrivo", kErrorWidth, kErrorHeight);
   icon_ =
-      CreateControl("STATIC", "", WS_VISIBLE | SS_ICON | SS_CENTERIMAGE, 0, handle(), -1, nullptr);
+      CreateControl("STATIC", "", WS_VISIBLE | SS_ICON | SS_CENTERIMAGE, 0, Handle(), -1, nullptr);
   SendMessageA(icon_, STM_SETICON, reinterpret_cast<WPARAM>(LoadIcon(nullptr, IDI_ERROR)), 0);
-  title_ = CreateControl("STATIC", "", WS_VISIBLE | SS_CENTERIMAGE | SS_NOPREFIX, 0, handle(), -1,
+  title_ = CreateControl("STATIC", "", WS_VISIBLE | SS_CENTERIMAGE | SS_NOPREFIX, 0, Handle(), -1,
                          nullptr);
   message_ = CreateControl("EDIT", "",
                            WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
                                ES_AUTOVSCROLL | ES_WANTRETURN,
-                           0, handle(), kMessageId, nullptr);
+                           0, Handle(), kMessageId, nullptr);
   SetWindowLongPtrA(message_, GWL_EXSTYLE, WS_EX_CLIENTEDGE);
   SendMessageA(message_, EM_SETLIMITTEXT, 0, 0);
   MakeStrip();
@@ -58,7 +58,7 @@ void ErrorWindow::MakeStrip() {
   for (const StripItem& item : buttons_.Items()) captions.push_back(item.caption);
   strip_.reset();
   strip_ = std::make_unique<ButtonStripControl>(
-      handle(), buttons_, WithAccessKeys(captions), kDefaultKey, "",
+      Handle(), buttons_, WithAccessKeys(captions), kDefaultKey, "",
       [this](const std::string& key) { events_.ButtonClicked(key); });
 }
 
@@ -84,7 +84,7 @@ void ErrorWindow::UseFont(HFONT font) {
 
 void ErrorWindow::LayOut() {
   RECT client;
-  GetClientRect(handle(), &client);
+  GetClientRect(Handle(), &client);
   const int margin = Pixels(kFormMargin), title = Pixels(kTitleHeight);
   const int strip = strip_->NeededHeight();
   const int width = std::max<int>(client.right - 2 * margin, 0);
@@ -96,7 +96,7 @@ void ErrorWindow::LayOut() {
              title, TRUE);
   MoveWindow(message_, margin, message_top, width, std::max(strip_top - margin - message_top, 0),
              TRUE);
-  MoveWindow(strip_->handle(), margin, strip_top, width, strip, TRUE);
+  MoveWindow(strip_->Handle(), margin, strip_top, width, strip, TRUE);
   // The spacer takes what the buttons leave, so that they stand at the right.
   StripItem& spacer = buttons_["SPACER"];
   spacer.width = static_cast<float>(

@@ -71,7 +71,7 @@ void FormWindow::BeReady() {
 void FormWindow::DestroyForm() {
   others_.reset();  // or the system would bring another program's window to the front
   // The help viewer's windows run in a thread of its own.
-  EnumWindows(&HandOver, reinterpret_cast<LPARAM>(handle()));
+  EnumWindows(&HandOver, reinterpret_cast<LPARAM>(Handle()));
   Destroy();
 }
 
@@ -79,28 +79,28 @@ void FormWindow::PlaceOnScreen(int width, int height) {
   HWND active = GetActiveWindow();
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
-  GetMonitorInfoA(MonitorFromWindow(active ? active : handle(), MONITOR_DEFAULTTOPRIMARY),
+  GetMonitorInfoA(MonitorFromWindow(active ? active : Handle(), MONITOR_DEFAULTTOPRIMARY),
                   &monitor);
   const RECT& work = monitor.rcWork;
-  MoveWindow(handle(), work.left + (work.right - work.left - width) / 2,
+  MoveWindow(Handle(), work.left + (work.right - work.left - width) / 2,
              work.top + (work.bottom - work.top - height) / 3, width, height, TRUE);
 }
 
 int FormWindow::FrameHeight() const {
   RECT frame{};
-  AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongA(handle(), GWL_STYLE)), FALSE,
-                     static_cast<DWORD>(GetWindowLongA(handle(), GWL_EXSTYLE)));
+  AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongA(Handle(), GWL_STYLE)), FALSE,
+                     static_cast<DWORD>(GetWindowLongA(Handle(), GWL_EXSTYLE)));
   return frame.bottom - frame.top;
 }
 
 void FormWindow::ShowUntilHidden() {
   *done_ = false;
   HWND owner = GetActiveWindow();
-  if (owner == handle()) owner = nullptr;
+  if (owner == Handle()) owner = nullptr;
   BelongTo(owner);
-  others_.emplace(handle());
+  others_.emplace(Handle());
   const std::shared_ptr<bool> is_gone = is_gone_;
-  RunModal(handle(), done_);  // may destroy this object
+  RunModal(Handle(), done_);  // may destroy this object
   if (!*is_gone) others_.reset();
 }
 
@@ -108,12 +108,12 @@ void FormWindow::HideForm() {
   *done_ = true;
   // The window behind can become the active one only while it can be used.
   if (others_) others_->Enable(true);
-  ShowWindow(handle(), SW_HIDE);
+  ShowWindow(Handle(), SW_HIDE);
   if (others_) others_->Enable(false);
 }
 
 void FormWindow::BelongTo(HWND owner) {
-  SetWindowLongPtrA(handle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+  SetWindowLongPtrA(Handle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
 }
 
 void FormWindow::MakeFont() {
@@ -126,11 +126,11 @@ void FormWindow::MakeFont() {
 void FormWindow::KeepFocus(bool is_active) {
   HWND focus = GetFocus();
   if (!is_active) {
-    if (focus && IsChild(handle(), focus)) focus_ = focus;
+    if (focus && IsChild(Handle(), focus)) focus_ = focus;
     return;
   }
-  if (IsIconic(handle()) || (focus && IsChild(handle(), focus))) return;
-  const bool was_here = focus_ && IsChild(handle(), focus_) && IsWindowEnabled(focus_);
+  if (IsIconic(Handle()) || (focus && IsChild(Handle(), focus))) return;
+  const bool was_here = focus_ && IsChild(Handle(), focus_) && IsWindowEnabled(focus_);
   if (was_here) {
     SetFocus(focus_);
   } else {
@@ -139,12 +139,12 @@ void FormWindow::KeepFocus(bool is_active) {
 }
 
 bool FormWindow::OnCommand(WPARAM wparam, HWND control) {
-  if (control && GetParent(control) != handle()) {
+  if (control && GetParent(control) != Handle()) {
     // The dialog keys tell the form; the button's own parent knows what to do.
     SendMessageA(GetParent(control), WM_COMMAND, wparam, reinterpret_cast<LPARAM>(control));
   } else if (!control && wparam == IDOK) {
     HWND focus = GetFocus();
-    if (IsChild(handle(), focus) && IsPushButton(focus)) {
+    if (IsChild(Handle(), focus) && IsPushButton(focus)) {
       SendMessageA(focus, BM_CLICK, 0, 0);
     } else {
       OnEnter();
@@ -171,7 +171,7 @@ LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_DPICHANGED: {
       const RECT& place = *reinterpret_cast<RECT*>(lparam);
       MakeFont();
-      MoveWindow(handle(), place.left, place.top, place.right - place.left,
+      MoveWindow(Handle(), place.left, place.top, place.right - place.left,
                  place.bottom - place.top, TRUE);
       return 0;
     }
@@ -183,7 +183,7 @@ LRESULT FormWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_NEXTDLGCTL:
       GiveFocus(LOWORD(lparam) ? reinterpret_cast<HWND>(wparam)
-                               : GetNextDlgTabItem(handle(), GetFocus(), wparam != 0));
+                               : GetNextDlgTabItem(Handle(), GetFocus(), wparam != 0));
       return 0;
     case WM_COMMAND:
       if (OnCommand(wparam, reinterpret_cast<HWND>(lparam))) return 0;

@@ -23,7 +23,7 @@ class FormWindow : public NativeWindow {
   // Modal: other windows wait for the form, so that it cannot be minimized out of the way.
   enum class Kind { kModal, kModeless };
 
-  // Creates the window, hidden and empty; sizes in twips. It is no form yet: until BeReady, no
+  // Creates the window, hidden and empty; sizes in twips. It is not a form yet: until BeReady, no
   // virtual function below is called.
   void CreateForm(Kind kind, const std::string& title, double width, double height);
   // All controls are there: gives them their font and places.

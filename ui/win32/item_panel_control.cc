@@ -94,7 +94,7 @@ void ItemPanelControl::MakeRow(Item& item, const std::string& caption) {
   Row row{&item};
   const auto make = [&](const char* kind, const std::string& text, DWORD style, DWORD extended,
                         int control_id) {
-    return CreateControl(kind, text, WS_VISIBLE | style, extended, handle(), control_id, font_);
+    return CreateControl(kind, text, WS_VISIBLE | style, extended, Handle(), control_id, font_);
   };
   switch (item.kind) {
     case ItemKind::kSeparator:
@@ -152,7 +152,7 @@ void ItemPanelControl::LayOut() {
 
 int ItemPanelControl::Room() const {
   RECT client;
-  GetClientRect(handle(), &client);
+  GetClientRect(Handle(), &client);
   // Rounded as the presenters' widths are, so that the widest of them fits.
   return Pixels(Twips(client.right) - 2 * kPanelMargin);
 }
@@ -183,7 +183,7 @@ int ItemPanelControl::PlaceEdit(const Row& row, int top, bool move) const {
   width = std::min(width, room);
   // The caption stands beside the edit part where that leaves room for it, else above.
   const int left_over = room - width - (row.button ? EditHeight() : 0);
-  const bool beside = left_over >= TextSize(handle(), font_, row.item->caption).cx;
+  const bool beside = left_over >= TextSize(Handle(), font_, row.item->caption).cx;
   const int left = beside ? margin + room - width : margin;
   if (move) {
     const int caption_top = beside ? top + (EditHeight() - CaptionHeight()) / 2 + 1 : top;
@@ -229,7 +229,7 @@ void ItemPanelControl::Fill(const Row& row) {
 
 void ItemPanelControl::SetFont(HFONT font) {
   font_ = font;
-  line_height_ = TextSize(handle(), font, "Ag").cy;
+  line_height_ = TextSize(Handle(), font, "Ag").cy;
   HFONT old_heading = std::exchange(heading_font_, CreateHeadingFont(font, 100));
   for (const Row& row : rows_) {
     const bool is_group = row.item->kind == ItemKind::kGroup;

@@ -25,7 +25,7 @@ class NativeWindow {
   NativeWindow(const NativeWindow&) = delete;
   NativeWindow& operator=(const NativeWindow&) = delete;
 
-  HWND handle() const { return handle_; }
+  HWND Handle() const { return handle_; }
   // Dots per inch of the monitor that the window is on.
   int Dpi() const;
   int Pixels(double twips) const { return PixelsFromTwips(twips, Dpi()); }
@@ -36,7 +36,7 @@ class NativeWindow {
   // of the parent's client area).
   void Create(const std::string& title, DWORD style, DWORD extended_style, HWND parent,
               const RECT& bounds);
-  // Creates a top-level window that is no form, and so has no dialog keys of its own, hidden and
+  // Creates a top-level window that is not a form, and so has no dialog keys of its own, hidden and
   // without a size. It takes wide text: any letter, whatever the code page.
   void CreateWide(const char* class_name, const std::string& title, DWORD style,
                   DWORD extended_style);

@@ -33,17 +33,17 @@ bool IsFormOfOurs(HWND window) {
 }  // namespace
 
 ParameterWindow::ParameterWindow(const ParameterDesign& design, ItemPanel& panel,
-                                 ButtonStrip& strip, MainViewEvents& events)
+                                 ButtonStrip& strip, ParameterViewEvents& events)
     : design_(design), strip_data_(strip), events_(events) {
   CreateForm(Kind::kModal, design.title, design.width, design.width);
   const std::vector<std::string> captions = MarkedCaptions(panel, strip);
   const auto first_button = captions.begin() + static_cast<std::ptrdiff_t>(panel.Rows().size());
   panel_ = std::make_unique<ItemPanelControl>(
-      handle(), panel, std::vector<std::string>(captions.begin(), first_button),
+      Handle(), panel, std::vector<std::string>(captions.begin(), first_button),
       [this](const std::string& key) { events_.ItemChanged(key); },
       [this](const std::string& key) { events_.ItemButtonClicked(key); });
   strip_ = std::make_unique<ButtonStripControl>(
-      handle(), strip, std::vector<std::string>(first_button, captions.end()), design.default_key,
+      Handle(), strip, std::vector<std::string>(first_button, captions.end()), design.default_key,
       design.cancel_key, [this](const std::string& key) { events_.ButtonClicked(key); });
   BeReady();
   PlaceOnScreen(Pixels(design.width), NeededHeight());
@@ -60,7 +60,7 @@ void ParameterWindow::Hide() { HideForm(); }
 
 void ParameterWindow::Close() { Hide(); }
 
-WindowHandle ParameterWindow::Window() { return reinterpret_cast<WindowHandle>(handle()); }
+WindowHandle ParameterWindow::Window() { return reinterpret_cast<WindowHandle>(Handle()); }
 
 float ParameterWindow::Left() { return static_cast<float>(Twips(Place().left)); }
 
@@ -96,7 +96,7 @@ void ParameterWindow::Height(float twips) {
 
 void ParameterWindow::ShowItem(const std::string& key) { panel_->ShowItem(key); }
 
-void ParameterWindow::Enable(bool enabled) { EnableWindow(handle(), enabled); }
+void ParameterWindow::Enable(bool enabled) { EnableWindow(Handle(), enabled); }
 
 void ParameterWindow::UseFont(HFONT font) {
   panel_->SetFont(font);
@@ -114,12 +114,12 @@ SIZE ParameterWindow::SmallestSize() {
 
 void ParameterWindow::LayOut() {
   RECT client;
-  GetClientRect(handle(), &client);
+  GetClientRect(Handle(), &client);
   const int margin = Pixels(kFormMargin), strip_height = strip_->NeededHeight();
   const int width = std::max<int>(client.right - 2 * margin, 0);
   const int strip_top = client.bottom - margin - strip_height;
-  MoveWindow(panel_->handle(), margin, margin, width, std::max(strip_top - 2 * margin, 0), TRUE);
-  MoveWindow(strip_->handle(), margin, strip_top, width, strip_height, TRUE);
+  MoveWindow(panel_->Handle(), margin, margin, width, std::max(strip_top - 2 * margin, 0), TRUE);
+  MoveWindow(strip_->Handle(), margin, strip_top, width, strip_height, TRUE);
   const auto twips = static_cast<float>(Twips(width));
   events_.Resized(twips, twips);
   panel_->LayOut();
@@ -132,25 +132,25 @@ int ParameterWindow::NeededHeight() {
 }
 
 RECT ParameterWindow::Place() const {
-  if (IsZoomed(handle())) {
+  if (IsZoomed(Handle())) {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
-    GetWindowPlacement(handle(), &placement);
+    GetWindowPlacement(Handle(), &placement);
     return placement.rcNormalPosition;
   }
   RECT place{};
-  GetWindowRect(handle(), &place);
+  GetWindowRect(Handle(), &place);
   return place;
 }
 
 void ParameterWindow::MoveTo(const RECT& place) {
-  MoveWindow(handle(), place.left, place.top, place.right - place.left, place.bottom - place.top,
+  MoveWindow(Handle(), place.left, place.top, place.right - place.left, place.bottom - place.top,
              TRUE);
 }
 
 void ParameterWindow::Activate(HWND other) {
-  // Coming back from another program or a message box is no activation of the form: the user's last
-  // move would be undone.
+  // Coming back from another program or a message box is not an activation of the form: the user's
+  // last move would be undone.
   if (!just_shown_ && !IsFormOfOurs(other)) return;
   just_shown_ = false;
   events_.Activated();

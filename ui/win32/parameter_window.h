@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "ui/main_view.h"
+#include "ui/parameter_view.h"
 #include "ui/win32/button_strip_control.h"
 #include "ui/win32/form_window.h"
 #include "ui/win32/item_panel_control.h"
@@ -20,11 +20,11 @@ struct ParameterDesign {
 };
 
 // A parameter dialog as a real window: a panel of items above a strip of buttons.
-class ParameterWindow : public FormWindow, public MainView {
+class ParameterWindow : public FormWindow, public ParameterView {
  public:
   // The items, the buttons and who hears what the user does to them; not owned, they outlive this.
   ParameterWindow(const ParameterDesign& design, ItemPanel& panel, ButtonStrip& strip,
-                  MainViewEvents& events);
+                  ParameterViewEvents& events);
   ~ParameterWindow() override;
 
   void ShowModal() override;
@@ -62,7 +62,7 @@ class ParameterWindow : public FormWindow, public MainView {
 
   ParameterDesign design_;
   ButtonStrip& strip_data_;
-  MainViewEvents& events_;
+  ParameterViewEvents& events_;
   std::unique_ptr<ItemPanelControl> panel_;
   std::unique_ptr<ButtonStripControl> strip_;
   bool just_shown_ = false;

@@ -13,14 +13,14 @@ bool ProgressPanel::Set(const std::string& caption, int flood_percent) {
   if (caption == caption_ && flood_percent == flood_percent_) return false;
   caption_ = caption;
   flood_percent_ = flood_percent;
-  ShowText(handle(), caption);
-  InvalidateRect(handle(), nullptr, FALSE);
+  ShowText(Handle(), caption);
+  InvalidateRect(Handle(), nullptr, FALSE);
   return true;
 }
 
 void ProgressPanel::SetFont(HFONT font) {
   font_ = font;
-  InvalidateRect(handle(), nullptr, FALSE);
+  InvalidateRect(Handle(), nullptr, FALSE);
 }
 
 LRESULT ProgressPanel::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -34,16 +34,16 @@ LRESULT ProgressPanel::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void ProgressPanel::Paint() {
   PAINTSTRUCT paint;
-  HDC device = BeginPaint(handle(), &paint);
+  HDC device = BeginPaint(Handle(), &paint);
   RECT whole;
-  GetClientRect(handle(), &whole);
+  GetClientRect(Handle(), &whole);
   RECT filled = whole;
   filled.right = MulDiv(whole.right, flood_percent_, 100);
   RECT rest = whole;
   rest.left = filled.right;
   PaintPart(device, filled, whole, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT);
   PaintPart(device, rest, whole, COLOR_WINDOW, COLOR_WINDOWTEXT);
-  EndPaint(handle(), &paint);
+  EndPaint(Handle(), &paint);
 }
 
 void ProgressPanel::PaintPart(HDC device, const RECT& part, const RECT& whole, int background,

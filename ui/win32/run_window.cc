@@ -42,10 +42,10 @@ RunWindow::RunWindow(std::function<void()> on_close) : on_close_(std::move(on_cl
   transcript_ = CreateControl(
       "EDIT", "",
       WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
-      WS_EX_CLIENTEDGE, handle(), kTranscriptId, nullptr);
+      WS_EX_CLIENTEDGE, Handle(), kTranscriptId, nullptr);
   SendMessageA(transcript_, EM_SETLIMITTEXT, 0, 0);  // as much as the control can hold
-  progress_ = std::make_unique<ProgressPanel>(handle());
-  close_ = CreateControl("BUTTON", "&Close", WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 0, handle(),
+  progress_ = std::make_unique<ProgressPanel>(Handle());
+  close_ = CreateControl("BUTTON", "&Close", WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 0, Handle(),
                          IDCANCEL, nullptr);
   BeReady();
 }
@@ -57,9 +57,9 @@ void RunWindow::ShowModeless() {
   HWND active = GetActiveWindow();
   HWND host = active ? GetAncestor(active, GA_ROOTOWNER) : nullptr;
   BelongTo(IsOwnWindow(host) ? nullptr : host);
-  EnableWindow(handle(), TRUE);  // it may have stayed from an earlier run, behind a modal form
-  ShowWindow(handle(), SW_SHOW);
-  UpdateWindow(handle());
+  EnableWindow(Handle(), TRUE);  // it may have stayed from an earlier run, behind a modal form
+  ShowWindow(Handle(), SW_SHOW);
+  UpdateWindow(Handle());
 }
 
 void RunWindow::ShowBusy(bool busy) {
@@ -70,7 +70,7 @@ void RunWindow::ShowBusy(bool busy) {
 void RunWindow::EnableClose(bool enabled) {
   may_close_ = enabled;
   EnableWindow(close_, enabled);
-  EnableMenuItem(GetSystemMenu(handle(), FALSE), SC_CLOSE,
+  EnableMenuItem(GetSystemMenu(Handle(), FALSE), SC_CLOSE,
                  MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
   if (!enabled) return;
   ShowEnd();
@@ -139,15 +139,15 @@ void RunWindow::ShowEnd() {
 void RunWindow::Repaint() {
   if (!std::exchange(has_news_, false)) return;  // asked for each piece of output
   UpdateWindow(transcript_);
-  UpdateWindow(progress_->handle());
-  UpdateWindow(handle());
+  UpdateWindow(progress_->Handle());
+  UpdateWindow(Handle());
 }
 
 void RunWindow::UseFont(HFONT font) {
   SendMessageA(transcript_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   SendMessageA(close_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   progress_->SetFont(font);
-  line_height_ = TextSize(handle(), font, "Ag").cy;
+  line_height_ = TextSize(Handle(), font, "Ag").cy;
 }
 
 SIZE RunWindow::SmallestSize() { return {Pixels(kSmallestRunWidth), Pixels(kSmallestRunHeight)}; }
@@ -156,7 +156,7 @@ HWND RunWindow::FirstFocus() { return may_close_ ? close_ : transcript_; }
 
 void RunWindow::LayOut() {
   RECT client;
-  GetClientRect(handle(), &client);
+  GetClientRect(Handle(), &client);
   const int margin = Pixels(kFormMargin), text = line_height_ + Pixels(kAroundText);
   const int button = std::max(Pixels(kRunButtonHeight), text);
   const int progress = std::max(Pixels(kProgressHeight), text);
@@ -164,7 +164,7 @@ void RunWindow::LayOut() {
   const int button_top = client.bottom - margin - button;
   const int progress_top = button_top - margin - progress;
   MoveWindow(transcript_, margin, margin, width, progress_top - 2 * margin, TRUE);
-  MoveWindow(progress_->handle(), margin, progress_top, width, progress, TRUE);
+  MoveWindow(progress_->Handle(), margin, progress_top, width, progress, TRUE);
   MoveWindow(close_, client.right - margin - Pixels(kRunButtonWidth), button_top,
              Pixels(kRunButtonWidth), button, TRUE);
 }

@@ -26,13 +26,13 @@ std::unique_ptr<RunView> Win32Views::MakeRunView() {
   return std::make_unique<RunWindow>(close_run_);
 }
 
-std::unique_ptr<MainView> Win32Views::MakeMainView(MainViewEvents& events, ItemPanel& panel,
-                                                   ButtonStrip& strip) {
+std::unique_ptr<ParameterView> Win32Views::MakeCompileView(ParameterViewEvents& events,
+                                                           ItemPanel& panel, ButtonStrip& strip) {
   return std::make_unique<ParameterWindow>(kMainDesign, panel, strip, events);
 }
 
-std::unique_ptr<MainView> Win32Views::MakeDecompileView(MainViewEvents& events, ItemPanel& panel,
-                                                        ButtonStrip& strip) {
+std::unique_ptr<ParameterView> Win32Views::MakeDecompileView(ParameterViewEvents& events,
+                                                             ItemPanel& panel, ButtonStrip& strip) {
   return std::make_unique<ParameterWindow>(kDecompileDesign, panel, strip, events);
 }
 

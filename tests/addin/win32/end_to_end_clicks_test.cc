@@ -100,8 +100,8 @@ TEST_P(ClicksTest, TheSampleWebIsOpenedInTheHost) {
   const SampleWeb sample;
   Connect();
   Press("Scrivo Builder Sample Web");
-  ASSERT_TRUE(world->session.active());
-  EXPECT_EQ(fs::path(world->session.active()->path()), fs::path(sample.path()));
+  ASSERT_TRUE(world->session.Active());
+  EXPECT_EQ(fs::path(world->session.Active()->Path()), fs::path(sample.path()));
   EXPECT_EQ(user.Seen(), Seen());
 }
 
@@ -109,7 +109,7 @@ TEST_P(ClicksTest, AMissingSampleWebIsSilent) {
   { const SampleWeb gone; }
   Connect();
   Press("Scrivo Builder Sample Web");
-  EXPECT_FALSE(world->session.active());
+  EXPECT_FALSE(world->session.Active());
   EXPECT_EQ(user.Seen(), Seen());
 }
 

@@ -57,7 +57,7 @@ class CompileTest : public EndToEndTest {
  protected:
   CompileTest() {
     OpenWeb();
-    url = world->session.active()->Url();
+    url = world->session.Active()->Url();
     Choose("OUTPUT", output);
     Choose("TITLE", "Made in a host");
     Choose("VIEWRESULT", "0");
@@ -111,7 +111,7 @@ TEST_F(CompileTest, TheProjectHoldsWhatTheHostTellsOfTheWeb) {
 }
 
 TEST_F(CompileTest, UnsavedPagesAreSavedWhenTheUserAgrees) {
-  const auto& web = world->session.active();
+  const auto& web = world->session.Active();
   const auto changed = web->Edit(web->FindFile("docs/a.htm"));
   changed->dirty = true;
   const auto unchanged = web->Edit(web->FindFile("index.htm"));

@@ -145,7 +145,7 @@ TEST_F(DispatchObjectTest, ReadsAndWritesAProperty) {
       S_OK);
   Call get(shelf.get());
   EXPECT_EQ(get.Run(2, kGetOrCall), S_OK);
-  ASSERT_EQ(get.result.type(), VT_BSTR);
+  ASSERT_EQ(get.result.Type(), VT_BSTR);
   EXPECT_EQ(TextOf(get.result.get().bstrVal), "Oak");
 }
 

@@ -13,7 +13,7 @@ class EnumVariantTest : public ::testing::Test {
     std::vector<Variant> items;
     for (LONG i = 1; i <= 3; ++i) items.push_back(Variant::Long(i * 10));
     const Variant made = EnumeratorOver(std::move(items));
-    EXPECT_EQ(made.type(), VT_UNKNOWN);
+    EXPECT_EQ(made.Type(), VT_UNKNOWN);
     enumerator = ComPtr<IUnknown>::Share(made.get().punkVal).Query<IEnumVARIANT>(IID_IEnumVARIANT);
   }
 

@@ -69,7 +69,7 @@ TEST_F(FormsTest, ALongTranscriptLeavesTheWindowAliveAndSmall) {
     if (printed * 10 >= bytes * tenths.size()) tenths.push_back(ProcessorTime());
     if (++passes % 1024 != 0) return;
     EXPECT_EQ(mailbox.got, posted) << "a message waits at " << printed;
-    PostMessageA(mailbox.handle(), WM_APP, 0, 0);
+    PostMessageA(mailbox.Handle(), WM_APP, 0, 0);
     ++posted;
     longest = std::max(longest, GetWindowTextLengthA(Edit(kRunTitle, 0)));
   };

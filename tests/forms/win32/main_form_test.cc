@@ -268,8 +268,8 @@ class Host : public NativeWindow {
  public:
   Host() {
     CreateWide("HostWindow", "Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0);
-    SetWindowPos(handle(), nullptr, 0, 0, 300, 200, SWP_NOZORDER);
-    SetForegroundWindow(handle());
+    SetWindowPos(Handle(), nullptr, 0, 0, 300, 200, SWP_NOZORDER);
+    SetForegroundWindow(Handle());
   }
 };
 
@@ -283,19 +283,19 @@ TEST_F(MainFormTest, AViewerThatWasOpenedForTheDialogOutlivesIt) {
   });
   ASSERT_EQ(Window(kMainTitle), nullptr);
   EXPECT_TRUE(IsWindowVisible(viewer));
-  EXPECT_EQ(GetWindow(viewer, GW_OWNER), host.handle());
+  EXPECT_EQ(GetWindow(viewer, GW_OWNER), host.Handle());
   DestroyWindow(viewer);
 }
 
 TEST_F(MainFormTest, TheHostWaitsForTheDialogAndIsBackAfterwards) {
   const Host host;
   Open([&] {
-    EXPECT_FALSE(IsWindowEnabled(host.handle()));
-    EXPECT_EQ(GetWindow(Window(kMainTitle), GW_OWNER), host.handle());
+    EXPECT_FALSE(IsWindowEnabled(host.Handle()));
+    EXPECT_EQ(GetWindow(Window(kMainTitle), GW_OWNER), host.Handle());
     CloseBox(kMainTitle);
   });
-  EXPECT_TRUE(IsWindowEnabled(host.handle()));
-  EXPECT_EQ(GetActiveWindow(), host.handle());
+  EXPECT_TRUE(IsWindowEnabled(host.Handle()));
+  EXPECT_EQ(GetActiveWindow(), host.Handle());
 }
 
 }  // namespace

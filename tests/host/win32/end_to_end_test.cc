@@ -180,7 +180,7 @@ TEST_F(EndToEndTest, MakesAHelpFileThroughTheMenuAndTakesItApartAgain) {
   shown_progress.clear();
   const UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, LookAtProgress);
   ChooseCommand("Compile", [&] {
-    EXPECT_FALSE(IsWindowEnabled(window->handle()));
+    EXPECT_FALSE(IsWindowEnabled(window->Handle()));
     SetEdit(kMainTitle, 1, output);
     Uncheck(kMainTitle, "Open CHM after compilation");
     PressIn(kMainTitle, "Generate");
@@ -188,7 +188,7 @@ TEST_F(EndToEndTest, MakesAHelpFileThroughTheMenuAndTakesItApartAgain) {
   KillTimer(nullptr, timer);
   EXPECT_TRUE(IsHelpFile(output));
   EXPECT_EQ(ProjectFiles(), std::vector<std::string>{});
-  EXPECT_TRUE(IsWindowEnabled(window->handle()));
+  EXPECT_TRUE(IsWindowEnabled(window->Handle()));
   EXPECT_EQ(Form(kMainTitle), nullptr);
   ASSERT_NE(Form(kRunTitle), nullptr);
   LookAtProgress(nullptr, 0, 0, 0);
@@ -232,9 +232,9 @@ TEST_F(EndToEndTest, OpensTheSampleWebFromTheUsersDocuments) {
   PumpMessages();
   Choose(SubMenu(Menu("Tools"), "Scrivo"), "Scrivo Builder Sample Web");
   PumpMessages();
-  EXPECT_EQ(TextOf(window->handle()), "Scrivo Builder sample web - Scrivo Host");
+  EXPECT_EQ(TextOf(window->Handle()), "Scrivo Builder sample web - Scrivo Host");
   EXPECT_EQ(StatusText(1), sample);
-  EXPECT_EQ(world->session.webs().size(), 2u);
+  EXPECT_EQ(world->session.Webs().size(), 2u);
   if (is_ours) fs::remove_all(sample);
 }
 
@@ -255,7 +255,7 @@ TEST_F(EndToEndTest, CompileFromTheToolbarAsksForAWebWhenNoneIsOpen) {
 
 TEST_F(EndToEndTest, NothingOfTheAddInIsLeftWhenTheHostCloses) {
   StartHost();
-  SendMessageA(window->handle(), WM_CLOSE, 0, 0);
+  SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(world->bars.Find("Tools")->controls.size(), 1u);
   EXPECT_EQ(world->bars.Find("Standard")->controls.size(), 2u);
   application = LateBound();

@@ -28,7 +28,7 @@ class HostWindowTest : public WindowTest {
 TEST_F(HostWindowTest, WithoutAWebItSaysHowToOpenOne) {
   window->Start(false);
   PumpMessages();
-  EXPECT_EQ(TextOf(window->handle()), "Scrivo Host");
+  EXPECT_EQ(TextOf(window->Handle()), "Scrivo Host");
   EXPECT_TRUE(IsWindowVisible(Control(kOpenButtonId)));
   EXPECT_FALSE(IsWindowVisible(Control(kTreeId)));
   EXPECT_EQ(StatusText(0), "No web is open");
@@ -37,7 +37,7 @@ TEST_F(HostWindowTest, WithoutAWebItSaysHowToOpenOne) {
 
 TEST_F(HostWindowTest, ShowsTheNavigationAndThePagesOutsideIt) {
   window->OpenWeb(web_path);
-  EXPECT_EQ(TextOf(window->handle()), "my web - Scrivo Host");
+  EXPECT_EQ(TextOf(window->Handle()), "my web - Scrivo Host");
   EXPECT_EQ(DrawnTree(), "Home\n-First\n-Second\nHeading\n");
   ASSERT_EQ(SendMessageA(Control(kListId), LVM_GETITEMCOUNT, 0, 0), 2);
   EXPECT_EQ(ListText(0, 0), "Loose");
@@ -66,7 +66,7 @@ TEST_F(HostWindowTest, AWebThatCannotBeOpenedIsNamedAndTheFormerOneStays) {
   std::filesystem::create_directories(InFolder("empty"));
   const std::string text = Told([&] { window->OpenWeb(InFolder("empty")); });
   EXPECT_NE(text.find(InFolder("empty")), std::string::npos) << text;
-  EXPECT_EQ(TextOf(window->handle()), "my web - Scrivo Host");
+  EXPECT_EQ(TextOf(window->Handle()), "my web - Scrivo Host");
   EXPECT_EQ(DrawnTree(), "Home\n-First\n-Second\nHeading\n");
 }
 
@@ -76,14 +76,14 @@ TEST_F(HostWindowTest, RemembersTheWebsThatWereOpened) {
   EXPECT_EQ(CommandIn(Menu("File"), "1 " + ShortenedPath(web_path, 60)), UINT{kFirstRecentId});
   Choose(Menu("File"), "Close Web\tCtrl+W");
   PumpMessages();
-  EXPECT_EQ(TextOf(window->handle()), "Scrivo Host");
-  SendMessageA(window->handle(), WM_COMMAND, kFirstRecentId, 0);
-  EXPECT_EQ(TextOf(window->handle()), "my web - Scrivo Host");
+  EXPECT_EQ(TextOf(window->Handle()), "Scrivo Host");
+  SendMessageA(window->Handle(), WM_COMMAND, kFirstRecentId, 0);
+  EXPECT_EQ(TextOf(window->Handle()), "my web - Scrivo Host");
   // One that is gone is told of and forgotten.
   Choose(Menu("File"), "Close Web\tCtrl+W");
   std::filesystem::remove_all(web_path);
   EXPECT_NE(Told([&] {
-              SendMessageA(window->handle(), WM_COMMAND, kFirstRecentId, 0);
+              SendMessageA(window->Handle(), WM_COMMAND, kFirstRecentId, 0);
             }).find("does not exist"),
             std::string::npos);
   EXPECT_TRUE(RecentWebs::Read().empty());
@@ -168,8 +168,8 @@ TEST_F(HostWindowTest, TabGoesThroughTheViews) {
   window->OpenWeb(web_path);
   window->Start(false);
   PumpMessages();
-  EXPECT_EQ(GetNextDlgTabItem(window->handle(), Control(kTreeId), FALSE), Control(kListId));
-  EXPECT_EQ(GetNextDlgTabItem(window->handle(), Control(kListId), FALSE), Control(kTreeId));
+  EXPECT_EQ(GetNextDlgTabItem(window->Handle(), Control(kTreeId), FALSE), Control(kListId));
+  EXPECT_EQ(GetNextDlgTabItem(window->Handle(), Control(kListId), FALSE), Control(kTreeId));
 }
 
 TEST_F(HostWindowTest, EveryControlStaysInsideAtEverySizeAndResolution) {
@@ -178,7 +178,7 @@ TEST_F(HostWindowTest, EveryControlStaysInsideAtEverySizeAndResolution) {
   PumpMessages();
   const auto expect_inside = [&](const std::string& when) {
     RECT client, common;
-    GetWindowRect(window->handle(), &client);
+    GetWindowRect(window->Handle(), &client);
     for (const int id : {kTreeId, kListId, kTitleId, kLocationId, kStatusId}) {
       RECT place;
       GetWindowRect(Control(id), &place);
@@ -193,12 +193,12 @@ TEST_F(HostWindowTest, EveryControlStaysInsideAtEverySizeAndResolution) {
     EXPECT_LE(tree.bottom, title.top) << when;
   };
   for (const int width : {1, 900, 1270}) {
-    MoveWindow(window->handle(), 0, 0, width, width * 3 / 4, TRUE);
+    MoveWindow(window->Handle(), 0, 0, width, width * 3 / 4, TRUE);
     expect_inside("at width " + std::to_string(width));
   }
   for (const int dpi : {96, 144, 192}) {
     RECT place{0, 0, 1200, 900};
-    SendMessageA(window->handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
+    SendMessageA(window->Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
                  reinterpret_cast<LPARAM>(&place));
     expect_inside("at " + std::to_string(dpi));
   }
@@ -224,8 +224,8 @@ TEST_F(HostWindowTest, AFolderDroppedOnTheWindowIsOpened) {
   files->pFiles = sizeof(DROPFILES);
   std::copy(web_path.begin(), web_path.end(), reinterpret_cast<char*>(files + 1));
   GlobalUnlock(memory);
-  SendMessageA(window->handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
-  EXPECT_EQ(TextOf(window->handle()), "my web - Scrivo Host");
+  SendMessageA(window->Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+  EXPECT_EQ(TextOf(window->Handle()), "my web - Scrivo Host");
 }
 
 // Remembers what the shell was asked to open.
@@ -264,7 +264,7 @@ TEST_F(HostWindowTest, ADoubleClickOpensThePageInItsProgram) {
   TheServices().shell = shell;
   window->OpenWeb(web_path);
   NMHDR header{Control(kTreeId), kTreeId, static_cast<UINT>(NM_DBLCLK)};
-  SendMessageA(window->handle(), WM_NOTIFY, kTreeId, reinterpret_cast<LPARAM>(&header));
+  SendMessageA(window->Handle(), WM_NOTIFY, kTreeId, reinterpret_cast<LPARAM>(&header));
   EXPECT_EQ(shell->opened, "open " + web_path + "\\index.htm");
 }
 
@@ -275,9 +275,9 @@ TEST_F(HostWindowTest, AddInsAreListedWithTheirState) {
 TEST_F(HostWindowTest, ClosingTakesTemporaryControlsAway) {
   const auto tools = world->bars.Find("Tools");
   tools->Add(kBarButton)->temporary = true;
-  SendMessageA(window->handle(), WM_CLOSE, 0, 0);
+  SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(tools->controls.size(), 1u);  // "Refresh", the window's own
-  EXPECT_EQ(window->handle(), nullptr);
+  EXPECT_EQ(window->Handle(), nullptr);
   MSG message;
   EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }

@@ -228,7 +228,7 @@ TEST_F(WebModelTest, AClosedWebRefusesEveryCallOnWhatIsStillHeldOfIt) {
 
 TEST_F(WebModelTest, PagesOpenInTheEditorAreTheWindowsOfTheirWeb) {
   const LateBound web = OpenWeb();
-  const auto page = world->session.active()->Edit(world->session.active()->FindFile("docs/b.htm"));
+  const auto page = world->session.Active()->Edit(world->session.Active()->FindFile("docs/b.htm"));
   page->dirty = true;
   const LateBound window = Object(web, L"ActiveWebWindow");
   const LateBound pages = Object(window, L"PageWindows");
@@ -259,7 +259,7 @@ TEST_F(WebModelTest, EditOpensAPageInItsProgramAndAsAWindow) {
   EXPECT_EQ(opened, web_path + "\\loose.htm");
   EXPECT_EQ(Text(window, L"Caption"), url + "/loose.htm");
   file.Get(L"Edit", Variant::Long(0));
-  EXPECT_EQ(world->session.active()->pages.size(), 1u);
+  EXPECT_EQ(world->session.Active()->pages.size(), 1u);
   world->open_document = nullptr;
 }
 

@@ -55,13 +55,13 @@ class WindowTest : public ModelTest {
     application = LateBound();
   }
 
-  HWND Control(int id) const { return GetDlgItem(window->handle(), id); }
-  HMENU Menu(const std::string& text) const { return SubMenu(GetMenu(window->handle()), text); }
+  HWND Control(int id) const { return GetDlgItem(window->Handle(), id); }
+  HMENU Menu(const std::string& text) const { return SubMenu(GetMenu(window->Handle()), text); }
   // Chooses a menu's item as a click does.
   void Choose(HMENU menu, const std::string& text) const {
     const UINT command = CommandIn(menu, text);
     ASSERT_NE(command, 0u) << text;
-    SendMessageA(window->handle(), WM_COMMAND, command, 0);
+    SendMessageA(window->Handle(), WM_COMMAND, command, 0);
   }
   std::string StatusText(WPARAM part) const {
     std::string text(LOWORD(SendMessageA(Control(kStatusId), SB_GETTEXTLENGTHA, part, 0)), '\0');

@@ -35,7 +35,8 @@ TEST_P(ModuleTest, IsTheLibraryThatHoldsTheCode) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, ModuleTest,
-                         testing::Values("module", "two words", "name.with.points", "caf\xC3\xA9", "\xE7\x9B\xAE"));
+                         testing::Values("module", "two words", "name.with.points", "caf\xC3\xA9",
+                                         "\xE7\x9B\xAE"));
 
 }  // namespace
 }  // namespace scrivo

@@ -1,4 +1,4 @@
-// What Windows tells of itself, and its shell.
+// What Windows says about itself, and its shell.
 
 #include <algorithm>
 #include <functional>

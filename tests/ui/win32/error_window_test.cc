@@ -31,7 +31,7 @@ TEST_F(ErrorWindowTest, ShowsTitleAndReport) {
   window.SetMessage("one\r\n\ttwo");
   EXPECT_EQ(window.Message(), "one\r\n\ttwo");
   // The icon comes first.
-  EXPECT_EQ(TextOf(ControlsOf(window.handle(), "STATIC").at(1)), "An error occurred in Scrivo");
+  EXPECT_EQ(TextOf(ControlsOf(window.Handle(), "STATIC").at(1)), "An error occurred in Scrivo");
 }
 
 TEST_F(ErrorWindowTest, AReportLongerThanTheControlsUsualLimitIsKeptWhole) {
@@ -42,7 +42,7 @@ TEST_F(ErrorWindowTest, AReportLongerThanTheControlsUsualLimitIsKeptWhole) {
 
 TEST_F(ErrorWindowTest, IsActivatedWhenShownAndHearsItsButtons) {
   OnceShown([&] {
-    SendMessageA(ButtonOf(window.handle(), "Abort"), BM_CLICK, 0, 0);
+    SendMessageA(ButtonOf(window.Handle(), "Abort"), BM_CLICK, 0, 0);
     window.Hide();
   });
   window.ShowModal();
@@ -51,17 +51,17 @@ TEST_F(ErrorWindowTest, IsActivatedWhenShownAndHearsItsButtons) {
 }
 
 TEST_F(ErrorWindowTest, ARemovedButtonIsGone) {
-  EXPECT_NE(ButtonOf(window.handle(), "Send to support"), nullptr);
+  EXPECT_NE(ButtonOf(window.Handle(), "Send to support"), nullptr);
   strip.Remove("MAIL");
   window.ShowButtons();
-  EXPECT_EQ(ButtonOf(window.handle(), "Send to support"), nullptr);
-  EXPECT_NE(ButtonOf(window.handle(), "Abort"), nullptr);
+  EXPECT_EQ(ButtonOf(window.Handle(), "Send to support"), nullptr);
+  EXPECT_NE(ButtonOf(window.Handle(), "Abort"), nullptr);
 }
 
 TEST_F(ErrorWindowTest, ClosingItOtherwisePressesNoButton) {
-  OnceShown([&] { SendMessageA(window.handle(), WM_CLOSE, 0, 0); });
+  OnceShown([&] { SendMessageA(window.Handle(), WM_CLOSE, 0, 0); });
   window.ShowModal();
-  OnceShown([&] { PostMessageA(window.handle(), WM_KEYDOWN, VK_ESCAPE, 0); });
+  OnceShown([&] { PostMessageA(window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0); });
   window.ShowModal();
   EXPECT_TRUE(listener.clicked.empty());
 }

@@ -17,7 +17,7 @@ Item MakeItem(const std::string& key, const std::string& caption, ItemKind kind)
 }
 
 // Hears what the user does, and lays the form out as a presenter would.
-class ParameterListener : public MainViewEvents {
+class ParameterListener : public ParameterViewEvents {
  public:
   explicit ParameterListener(ItemPanel& panel) : panel_(panel) {}
 
@@ -48,10 +48,10 @@ class ParameterWindowTest : public WithRealServices {
                                                panel, strip, listener);
   }
 
-  HWND Edit() { return ControlsOf(window->handle(), "EDIT").at(0); }
-  HWND List() { return ControlsOf(window->handle(), "COMBOBOX").at(0); }
-  HWND Box() { return ButtonOf(window->handle(), "Keep it"); }
-  HWND Button(const std::string& text) { return ButtonOf(window->handle(), text); }
+  HWND Edit() { return ControlsOf(window->Handle(), "EDIT").at(0); }
+  HWND List() { return ControlsOf(window->Handle(), "COMBOBOX").at(0); }
+  HWND Box() { return ButtonOf(window->Handle(), "Keep it"); }
+  HWND Button(const std::string& text) { return ButtonOf(window->Handle(), text); }
   // Presses a key while the window is shown, then ends the display.
   void ShowAndPress(WPARAM key) {
     OnceShown([&, key] {
@@ -127,17 +127,17 @@ TEST_F(ParameterWindowTest, ButtonsAreTold) {
 }
 
 TEST_F(ParameterWindowTest, TheCloseBoxIsTold) {
-  SendMessageA(window->handle(), WM_CLOSE, 0, 0);
+  SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(listener.log, std::vector<std::string>{"close"});
 }
 
 TEST_F(ParameterWindowTest, ShownModallyItIsActivatedOnceAndEndsWhenHidden) {
   OnceShown([&] {
-    EXPECT_TRUE(IsWindowVisible(window->handle()));
+    EXPECT_TRUE(IsWindowVisible(window->Handle()));
     window->Hide();
   });
   window->ShowModal();
-  EXPECT_FALSE(IsWindowVisible(window->handle()));
+  EXPECT_FALSE(IsWindowVisible(window->Handle()));
   EXPECT_EQ(std::count(listener.log.begin(), listener.log.end(), "activated"), 1);
 }
 
@@ -146,7 +146,7 @@ class HostWindow : public NativeWindow {
  public:
   HostWindow() {
     Create("Host", WS_OVERLAPPEDWINDOW, 0, nullptr, RECT{0, 0, 300, 200});
-    ShowWindow(handle(), SW_SHOWNOACTIVATE);
+    ShowWindow(Handle(), SW_SHOWNOACTIVATE);
   }
 };
 
@@ -157,7 +157,7 @@ TEST_F(ParameterWindowTest, OnlyAShowingAndAnotherFormOfOursActivateIt) {
                            nullptr, nullptr);
   const auto activated_by = [&](HWND other) {
     listener.log.clear();
-    SendMessageA(window->handle(), WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(other));
+    SendMessageA(window->Handle(), WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(other));
     return std::count(listener.log.begin(), listener.log.end(), "activated");
   };
   for (const char* showing : {"first", "second"}) {
@@ -165,8 +165,8 @@ TEST_F(ParameterWindowTest, OnlyAShowingAndAnotherFormOfOursActivateIt) {
       EXPECT_EQ(std::count(listener.log.begin(), listener.log.end(), "activated"), 1) << showing;
       EXPECT_EQ(activated_by(nullptr), 0) << "another program, " << showing;
       EXPECT_EQ(activated_by(box), 0) << showing;
-      EXPECT_EQ(activated_by(form_of_ours.handle()), 1) << showing;
-      EXPECT_EQ(activated_by(form_of_ours.handle()), 1) << showing;
+      EXPECT_EQ(activated_by(form_of_ours.Handle()), 1) << showing;
+      EXPECT_EQ(activated_by(form_of_ours.Handle()), 1) << showing;
       window->Hide();
     });
     listener.log.clear();
@@ -177,41 +177,41 @@ TEST_F(ParameterWindowTest, OnlyAShowingAndAnotherFormOfOursActivateIt) {
 
 TEST_F(ParameterWindowTest, NoOtherWindowOfTheThreadCanBeUsedWhileItIsShown) {
   const HostWindow first, second, out_of_use;
-  EnableWindow(out_of_use.handle(), FALSE);
+  EnableWindow(out_of_use.Handle(), FALSE);
   SetActiveWindow(nullptr);
   OnceShown([&] {
-    EXPECT_FALSE(IsWindowEnabled(first.handle()));
-    EXPECT_FALSE(IsWindowEnabled(second.handle()));
-    EXPECT_TRUE(IsWindowEnabled(window->handle()));
+    EXPECT_FALSE(IsWindowEnabled(first.Handle()));
+    EXPECT_FALSE(IsWindowEnabled(second.Handle()));
+    EXPECT_TRUE(IsWindowEnabled(window->Handle()));
     window->Hide();
-    EXPECT_FALSE(IsWindowEnabled(first.handle())) << "what has hidden it is not done yet";
+    EXPECT_FALSE(IsWindowEnabled(first.Handle())) << "what has hidden it is not done yet";
   });
   window->ShowModal();
-  EXPECT_TRUE(IsWindowEnabled(first.handle()));
-  EXPECT_TRUE(IsWindowEnabled(second.handle()));
-  EXPECT_FALSE(IsWindowEnabled(out_of_use.handle())) << "it was so before";
+  EXPECT_TRUE(IsWindowEnabled(first.Handle()));
+  EXPECT_TRUE(IsWindowEnabled(second.Handle()));
+  EXPECT_FALSE(IsWindowEnabled(out_of_use.Handle())) << "it was so before";
 }
 
 TEST_F(ParameterWindowTest, DestroyedWhileItIsShownItLeavesTheOtherWindowsInUse) {
   const HostWindow host;
   OnceShown([&] { window.reset(); });
   window->ShowModal();
-  EXPECT_TRUE(IsWindowEnabled(host.handle()));
+  EXPECT_TRUE(IsWindowEnabled(host.Handle()));
 }
 
 TEST_F(ParameterWindowTest, HiddenItLeavesTheFrontToTheWindowBehindIt) {
   const HostWindow host;
-  SetForegroundWindow(host.handle());
+  SetForegroundWindow(host.Handle());
   OnceShown([&] { window->Hide(); });
   window->ShowModal();
-  EXPECT_EQ(GetActiveWindow(), host.handle());
+  EXPECT_EQ(GetActiveWindow(), host.Handle());
 }
 
 TEST_F(ParameterWindowTest, OnlyKeysAreTakenFromAMessageLoopOfTheHosts) {
   const FormKeys keys;
   MSG message;
-  PostMessageA(window->handle(), WM_APP, 1, 2);
-  ASSERT_TRUE(PeekMessageA(&message, window->handle(), WM_APP, WM_APP, PM_REMOVE));
+  PostMessageA(window->Handle(), WM_APP, 1, 2);
+  ASSERT_TRUE(PeekMessageA(&message, window->Handle(), WM_APP, WM_APP, PM_REMOVE));
   EXPECT_EQ(message.message, static_cast<UINT>(WM_APP));
 }
 
@@ -225,7 +225,7 @@ TEST_F(ParameterWindowTest, EnterPressesTheDefaultButtonAndEscapeTheCancelButton
 TEST_F(ParameterWindowTest, TabGoesFromRowToRowAndOnToTheButtons) {
   std::vector<HWND> order = {Edit(), Button("..."), List(), Box(), Button("Go"), Button("Close")};
   for (std::size_t i = 0; i + 1 < order.size(); ++i) {
-    EXPECT_EQ(GetNextDlgTabItem(window->handle(), order[i], FALSE), order[i + 1]) << i;
+    EXPECT_EQ(GetNextDlgTabItem(window->Handle(), order[i], FALSE), order[i + 1]) << i;
   }
 }
 
@@ -244,7 +244,7 @@ TEST_F(ParameterWindowTest, PlaceAndSizeAreInTwips) {
   window->Height(6480);
   const int dpi = window->Dpi();
   RECT place;
-  GetWindowRect(window->handle(), &place);
+  GetWindowRect(window->Handle(), &place);
   EXPECT_EQ(place.left, dpi);
   EXPECT_EQ(place.top, dpi / 2);
   EXPECT_EQ(place.right - place.left, 5 * dpi);
@@ -260,7 +260,7 @@ TEST_F(ParameterWindowTest, APlaceThatNoMonitorShowsIsPulledBackIntoView) {
   window->Top(900000);
   OnceShown([&] {
     RECT place;
-    GetWindowRect(window->handle(), &place);
+    GetWindowRect(window->Handle(), &place);
     EXPECT_NE(MonitorFromRect(&place, MONITOR_DEFAULTTONULL), nullptr);
     window->Hide();
   });
@@ -274,7 +274,7 @@ TEST_F(ParameterWindowTest, APlaceThatLeavesNothingToTakeHoldOfIsPulledBackIntoV
   window->Top(static_cast<float>(TwipsFromPixels(work.bottom - 2, window->Dpi())));
   OnceShown([&] {
     RECT place;
-    GetWindowRect(window->handle(), &place);
+    GetWindowRect(window->Handle(), &place);
     EXPECT_LE(place.right, work.right);
     EXPECT_LE(place.bottom, work.bottom);
     window->Hide();
@@ -295,7 +295,7 @@ TEST_F(ParameterWindowTest, TheBrowseButtonStaysInsideAtEverySize) {
     window->Width(twips);
     RECT button, outer;
     GetWindowRect(Button("..."), &button);
-    GetWindowRect(window->handle(), &outer);
+    GetWindowRect(window->Handle(), &outer);
     EXPECT_LE(button.right, outer.right);
     EXPECT_GT(button.right, button.left);
   }

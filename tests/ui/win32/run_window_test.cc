@@ -10,8 +10,8 @@ namespace {
 
 class RunWindowTest : public WithRealServices {
  protected:
-  std::string Transcript() { return TextOf(ControlsOf(window.handle(), "EDIT").at(0)); }
-  HWND Close() { return ButtonOf(window.handle(), "Close"); }
+  std::string Transcript() { return TextOf(ControlsOf(window.Handle(), "EDIT").at(0)); }
+  HWND Close() { return ButtonOf(window.Handle(), "Close"); }
 
   int closes = 0;
   RunWindow window{[this] { ++closes; }};
@@ -19,7 +19,7 @@ class RunWindowTest : public WithRealServices {
 
 TEST_F(RunWindowTest, ShowsTheTranscriptAsItGrows) {
   window.ShowModeless();
-  EXPECT_TRUE(IsWindowVisible(window.handle()));
+  EXPECT_TRUE(IsWindowVisible(window.Handle()));
   window.ReplaceTranscript("Starting\r\n");
   window.AppendTranscript("a.htm\r\nb.h");
   window.AppendTranscript("tm\r\n");
@@ -28,7 +28,7 @@ TEST_F(RunWindowTest, ShowsTheTranscriptAsItGrows) {
 }
 
 TEST_F(RunWindowTest, TheTranscriptCannotBeTypedInto) {
-  HWND edit = ControlsOf(window.handle(), "EDIT").at(0);
+  HWND edit = ControlsOf(window.Handle(), "EDIT").at(0);
   EXPECT_TRUE(GetWindowLongA(edit, GWL_STYLE) & ES_READONLY);
   EXPECT_TRUE(GetWindowLongA(edit, GWL_STYLE) & ES_MULTILINE);
 }
@@ -91,13 +91,13 @@ TEST_F(RunWindowTest, TheWindowCannotBeClosedWhileARunLasts) {
   window.ShowModeless();
   window.EnableClose(false);
   EXPECT_FALSE(IsWindowEnabled(Close()));
-  EXPECT_TRUE(GetMenuState(GetSystemMenu(window.handle(), FALSE), SC_CLOSE, MF_BYCOMMAND) &
+  EXPECT_TRUE(GetMenuState(GetSystemMenu(window.Handle(), FALSE), SC_CLOSE, MF_BYCOMMAND) &
               MF_GRAYED);
-  SendMessageA(window.handle(), WM_CLOSE, 0, 0);
+  SendMessageA(window.Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(closes, 0);
   window.EnableClose(true);
   EXPECT_TRUE(IsWindowEnabled(Close()));
-  SendMessageA(window.handle(), WM_CLOSE, 0, 0);
+  SendMessageA(window.Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(closes, 1);
 }
 
@@ -105,7 +105,7 @@ TEST_F(RunWindowTest, TheCloseButtonAndEscapeClose) {
   window.ShowModeless();
   SendMessageA(Close(), BM_CLICK, 0, 0);
   EXPECT_EQ(closes, 1);
-  PostMessageA(window.handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+  PostMessageA(window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
   PumpMessages();
   EXPECT_EQ(closes, 2);
 }
@@ -113,7 +113,7 @@ TEST_F(RunWindowTest, TheCloseButtonAndEscapeClose) {
 TEST_F(RunWindowTest, TheProgressPanelShowsTheCaption) {
   window.SetProgress("37 %", 37);
   bool found = false;
-  for (HWND panel : ControlsOf(window.handle(), "ScrivoWindow")) found |= TextOf(panel) == "37 %";
+  for (HWND panel : ControlsOf(window.Handle(), "ScrivoWindow")) found |= TextOf(panel) == "37 %";
   EXPECT_TRUE(found);
 }
 
@@ -121,7 +121,7 @@ TEST_F(RunWindowTest, TheProgressPanelIsFilledFromTheLeft) {
   window.ShowModeless();
   window.SetProgress("", 50);
   window.Repaint();
-  HWND panel = ControlsOf(window.handle(), "ScrivoWindow").at(0);
+  HWND panel = ControlsOf(window.Handle(), "ScrivoWindow").at(0);
   RECT client;
   GetClientRect(panel, &client);
   HDC device = GetDC(panel);
@@ -135,11 +135,11 @@ TEST_F(RunWindowTest, TheProgressPanelIsFilledFromTheLeft) {
 TEST_F(RunWindowTest, EveryControlStaysInsideAtItsSmallestAndAtALargeSize) {
   window.ShowModeless();
   for (const SIZE size : {SIZE{1, 1}, SIZE{1000, 700}}) {
-    MoveWindow(window.handle(), 0, 0, size.cx, size.cy, TRUE);
+    MoveWindow(window.Handle(), 0, 0, size.cx, size.cy, TRUE);
     RECT outer;
-    GetWindowRect(window.handle(), &outer);
+    GetWindowRect(window.Handle(), &outer);
     for (const char* kind : {"EDIT", "BUTTON", "ScrivoWindow"}) {
-      for (HWND control : ControlsOf(window.handle(), kind)) {
+      for (HWND control : ControlsOf(window.Handle(), kind)) {
         RECT place;
         GetWindowRect(control, &place);
         EXPECT_GE(place.left, outer.left);

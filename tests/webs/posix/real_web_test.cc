@@ -76,7 +76,7 @@ TEST_F(RealWebTest, FolderLinksThatLeadInCirclesAreLeftOut) {
   fs::create_directory_symlink(".", folder + "/here");
   fs::create_directory_symlink("loop", folder + "/loop");
   const auto web = Open();
-  // A link to itself is no folder to the system; it stays a name.
+  // A link to itself is not a folder to the system; it stays a name.
   EXPECT_EQ(Locations(AllFiles(*web), *web), "a.htm\nloop\ndocs/b.htm\n");
   EXPECT_EQ(report.problems.size(), 2u);
 }

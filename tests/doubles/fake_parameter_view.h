@@ -7,14 +7,14 @@
 
 #include "system/error.h"
 #include "tests/doubles/fake_run_view.h"
-#include "ui/main_view.h"
+#include "ui/parameter_view.h"
 
 namespace scrivo {
 
 // What the compile dialog's window shows, and the order in which it was told so. It outlives the
 // window.
-struct ShownMain {
-  MainViewEvents* events = nullptr;  // null once the window is gone
+struct ShownParameters {
+  ParameterViewEvents* events = nullptr;  // null once the window is gone
   ItemPanel* panel = nullptr;
   ButtonStrip* strip = nullptr;
   float left = 100, top = 200, width = 5000, height = 6000.5F;
@@ -26,15 +26,16 @@ struct ShownMain {
   std::vector<std::string> log;  // "show", "hide", "close", "left 5", "item OUTPUT", …
 };
 
-class FakeMainView : public MainView {
+class FakeParameterView : public ParameterView {
  public:
-  FakeMainView(ShownMain& shown, MainViewEvents& events, ItemPanel& panel, ButtonStrip& strip)
+  FakeParameterView(ShownParameters& shown, ParameterViewEvents& events, ItemPanel& panel,
+                    ButtonStrip& strip)
       : shown_(shown) {
     shown_.events = &events;
     shown_.panel = &panel;
     shown_.strip = &strip;
   }
-  ~FakeMainView() override { shown_.events = nullptr; }
+  ~FakeParameterView() override { shown_.events = nullptr; }
 
   void ShowModal() override {
     shown_.log.push_back("show");
@@ -66,7 +67,7 @@ class FakeMainView : public MainView {
 
  private:
   static void FailIf(bool fails) {
-    if (fails) throw Error(kInternalError, "FakeMainView", "The window is in a bad way");
+    if (fails) throw Error(kInternalError, "FakeParameterView", "The window is in a bad way");
   }
   float Get(float value) const {
     FailIf(shown_.fails);
@@ -77,21 +78,21 @@ class FakeMainView : public MainView {
     shown_.log.push_back(std::string(what) + " " + std::to_string(static_cast<int>(twips)));
   }
 
-  ShownMain& shown_;
+  ShownParameters& shown_;
 };
 
 // Makes run windows that show themselves in `run` and a compile dialog that does in `main`.
 class FakeMainViews : public FakeViews {
  public:
-  ShownMain main;
+  ShownParameters main;
   bool has_windows = true;
   bool main_fails = false;  // no window can be made for the compile dialog
 
-  std::unique_ptr<MainView> MakeMainView(MainViewEvents& events, ItemPanel& panel,
-                                         ButtonStrip& strip) override {
+  std::unique_ptr<ParameterView> MakeCompileView(ParameterViewEvents& events, ItemPanel& panel,
+                                                 ButtonStrip& strip) override {
     if (!has_windows) return nullptr;
     if (main_fails) throw Error(kOutOfMemory, "FakeMainViews", "There is no window left");
-    return std::make_unique<FakeMainView>(main, events, panel, strip);
+    return std::make_unique<FakeParameterView>(main, events, panel, strip);
   }
 };
 

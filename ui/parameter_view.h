@@ -8,10 +8,10 @@
 
 namespace scrivo {
 
-// What the user does to the compile dialog, as its presenter hears it. No member throws.
-class MainViewEvents {
+// What the user does to a dialog of parameters, as its presenter hears it. No member throws.
+class ParameterViewEvents {
  public:
-  virtual ~MainViewEvents() = default;
+  virtual ~ParameterViewEvents() = default;
 
   // The dialog has become the active window; told on every activation.
   virtual void Activated() = 0;
@@ -27,12 +27,12 @@ class MainViewEvents {
   virtual void CloseRequested() = 0;
 };
 
-// What the compile dialog shows itself through: a window or a test. It shows the rows of an
-// ItemPanel and a ButtonStrip that belong to the presenter and outlive it. Measures are in twips
-// (1440 to the inch), places relative to the screen.
-class MainView {
+// What the compile and the decompile dialog are shown through: a window or a test. It shows the
+// rows of an ItemPanel and a ButtonStrip that belong to the presenter and outlive it. Measures are
+// in twips (1440 to the inch), places relative to the screen.
+class ParameterView {
  public:
-  virtual ~MainView() = default;
+  virtual ~ParameterView() = default;
 
   // Shows the dialog and returns when it was hidden or closed.
   virtual void ShowModal() = 0;
