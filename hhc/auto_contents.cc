@@ -33,7 +33,7 @@ std::string AsValue(std::string_view utf8, int code_page, std::size_t* all_lost)
     const std::string_view bytes = utf8.substr(0, utf8.size() - rest.size());
     utf8 = rest;
     std::size_t lost = 0;
-    const std::string encoded = FromUtf8(bytes, code_page, &lost);
+    const std::string encoded = FromUtf8(bytes, code_page, &lost, Undefined::kKept);
     *all_lost += lost;
     if (character == '&') {
       value += "&amp;";

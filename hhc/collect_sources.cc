@@ -207,7 +207,7 @@ void SourceCollector::AddSitemapTargets(std::size_t file, Sitemap* sitemap) {
   std::error_code error;
   const auto source = context_.files.Open(place.disk_path, &error);
   if (source == nullptr || !ReadText(*source, &text)) return;  // reported when it is stored
-  *sitemap = ReadSitemap(text, context_.code_page);
+  *sitemap = ReadSitemap(text, context_.code_page, Undefined::kKept);
   const std::string folder = FolderOf(place.tree_path);
   for (const SitemapItem& item : sitemap->items) {
     for (const SitemapTarget& target : item.targets) {

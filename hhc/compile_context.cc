@@ -25,7 +25,8 @@ bool CompileContext::Stops() {
 }
 
 void CompileContext::Report(MessageCode code, std::initializer_list<std::string_view> arguments) {
-  const CompileMessage message = MakeMessage(code, arguments);
+  CompileMessage message = MakeMessage(code, arguments);
+  message.text = WithoutKeptBytes(message.text);
   if (message.severity == Severity::kWarning) ++result.warnings;
   if (message.severity == Severity::kError) ++result.errors;
   if (message.severity == Severity::kNote && !project.display_notes) return;
@@ -38,16 +39,16 @@ void CompileContext::ReportNotCompiled(std::string path) {
 }
 
 std::string CompileContext::Text(std::string_view bytes) const {
-  return DecodeGuessing(bytes, code_page);
+  return DecodeGuessing(bytes, code_page, Undefined::kKept);
 }
 
 std::string CompileContext::Encoded(std::string_view utf8) {
-  return FromUtf8(utf8, code_page, &lost_characters);
+  return FromUtf8(utf8, code_page, &lost_characters, Undefined::kKept);
 }
 
 std::string CompileContext::Address(std::string_view utf8) const {
   std::size_t lost = 0;
-  std::string encoded = FromUtf8(utf8, code_page, &lost);
+  std::string encoded = FromUtf8(utf8, code_page, &lost, Undefined::kKept);
   return lost == 0 ? encoded : std::string(utf8);
 }
 

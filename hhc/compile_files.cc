@@ -204,7 +204,7 @@ void FileCompiler::StoreAutoContents() {
   }
   while (sources_.list.Find(name) != SourceList::kNone) name = std::string("_").append(name);
   const std::string text = auto_contents_->Write(context_.code_page, &context_.lost_characters);
-  sources_.contents_map = ReadSitemap(text, context_.code_page);
+  sources_.contents_map = ReadSitemap(text, context_.code_page, Undefined::kKept);
   FoundFile made;
   made.archive_path = made.address = made.tree_path = name;
   sources_.contents = sources_.list.AddNamed(made);

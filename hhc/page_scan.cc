@@ -24,9 +24,10 @@ class Scanner {
   Scanner(std::string_view html, int page_code_page, int code_page, WordCollector* words)
       : code_page_(page_code_page),
         tokens_(html),
-        title_(page_code_page),
+        undefined_(page_code_page == code_page ? Undefined::kKept : Undefined::kReplaced),
+        title_(page_code_page, undefined_),
         links_(page_code_page),
-        headings_(page_code_page, kDeepestHeading),
+        headings_(page_code_page, kDeepestHeading, undefined_),
         bad_tags_(html) {
     if (html.starts_with(kUtf8Mark)) tokens_.SetPosition(kUtf8Mark.size());
     if (words != nullptr) text_.emplace(page_code_page, code_page, words);
@@ -40,11 +41,13 @@ class Scanner {
   void IndexObject(const HtmlToken& token);
   void Param(const HtmlToken& token);
   std::string Value(std::string_view value) const {
-    return DecodeEntities(ToUtf8(value, code_page_), EntityPlace::kAttribute);
+    return DecodeEntities(ToUtf8(value, code_page_, undefined_), EntityPlace::kAttribute);
   }
 
   const int code_page_;  // of the page
   HtmlTokenizer tokens_;
+  // A byte that has no meaning is kept where it goes back into the code page that it came from.
+  const Undefined undefined_;
   TitleFinder title_;
   LinkFinder links_;
   HeadingFinder headings_;

@@ -138,9 +138,9 @@ std::optional<std::string> Utf16AsUtf8(std::string_view bytes) {
   return utf8;
 }
 
-std::string DecodeGuessing(std::string_view bytes, int code_page) {
+std::string DecodeGuessing(std::string_view bytes, int code_page, Undefined undefined) {
   if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
-  return IsUtf8(bytes) ? std::string(bytes) : ToUtf8(bytes, code_page);
+  return IsUtf8(bytes) ? std::string(bytes) : ToUtf8(bytes, code_page, undefined);
 }
 
 }  // namespace scrivo

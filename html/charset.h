@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/code_page.h"
+
 namespace scrivo {
 
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
@@ -32,6 +34,7 @@ std::optional<std::string> Utf16AsUtf8(std::string_view bytes);
 
 // A short text such as a project line: UTF-8 when it is well-formed UTF-8 with a character past
 // ASCII, else `code_page`. Gives UTF-8.
-std::string DecodeGuessing(std::string_view bytes, int code_page);
+std::string DecodeGuessing(std::string_view bytes, int code_page,
+                           Undefined undefined = Undefined::kReplaced);
 
 }  // namespace scrivo

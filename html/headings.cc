@@ -81,7 +81,7 @@ void HeadingFinder::TakeAnchor(const HtmlToken& token, bool by_name) {
 
 void HeadingFinder::Close() {
   is_open_ = false;
-  heading_.text = OnOneLine(ShownText(text_, code_page_, kLongest));
+  heading_.text = OnOneLine(ShownText(text_, code_page_, kLongest, undefined_));
   if (!IsBlankText(heading_.text)) found_.push_back(std::move(heading_));
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "html/tokenizer.h"
+#include "text/code_page.h"
 
 namespace scrivo {
 
@@ -23,7 +24,8 @@ class HeadingFinder {
   static constexpr std::size_t kLongest = 4096;
 
   // `code_page`: of the page's bytes. Headings up to level `deepest` count.
-  HeadingFinder(int code_page, int deepest) : code_page_(code_page), deepest_(deepest) {}
+  HeadingFinder(int code_page, int deepest, Undefined undefined = Undefined::kReplaced)
+      : code_page_(code_page), deepest_(deepest), undefined_(undefined) {}
 
   // Takes the next token of the page.
   void See(const HtmlToken& token);
@@ -37,6 +39,7 @@ class HeadingFinder {
   void Close();
 
   int code_page_, deepest_;
+  Undefined undefined_;
   bool is_open_ = false;
   PageHeading heading_;  // while one is open
   std::string text_;     // its bytes so far

@@ -6,8 +6,9 @@
 
 namespace scrivo {
 
-std::string ShownText(std::string_view bytes, int code_page, std::size_t longest) {
-  std::string text = DecodeEntities(ToUtf8(bytes, code_page));
+std::string ShownText(std::string_view bytes, int code_page, std::size_t longest,
+                      Undefined undefined) {
+  std::string text = DecodeEntities(ToUtf8(bytes, code_page, undefined));
   if (text.size() <= longest) return text;
   while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0) == 0x80) --longest;
   text.resize(longest);

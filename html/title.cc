@@ -9,7 +9,7 @@ bool TitleFinder::See(const HtmlToken& token) {
   if (token.Ends("svg")) in_drawing_ = false;
   if (token.kind != HtmlToken::Kind::kRaw || !token.Is("title")) return false;
   if (in_drawing_ || !title_.empty()) return false;
-  title_ = ShownText(token.content, code_page_, kLongest);
+  title_ = ShownText(token.content, code_page_, kLongest, undefined_);
   if (IsBlankText(title_)) title_.clear();
   return !title_.empty();
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "html/tokenizer.h"
+#include "text/code_page.h"
 
 namespace scrivo {
 
@@ -15,7 +16,8 @@ class TitleFinder {
   static constexpr std::size_t kLongest = 4096;
 
   // `code_page`: of the page's bytes.
-  explicit TitleFinder(int code_page) : code_page_(code_page) {}
+  explicit TitleFinder(int code_page, Undefined undefined = Undefined::kReplaced)
+      : code_page_(code_page), undefined_(undefined) {}
 
   // Takes the next token of the page. True when it is the title's text.
   bool See(const HtmlToken& token);
@@ -26,6 +28,7 @@ class TitleFinder {
 
  private:
   int code_page_;
+  Undefined undefined_;
   bool in_drawing_ = false;
   std::string title_;
 };

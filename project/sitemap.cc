@@ -15,8 +15,9 @@ namespace {
 // Turns the bytes of a value into text.
 class ValueDecoder {
  public:
-  explicit ValueDecoder(int code_page)
+  ValueDecoder(int code_page, Undefined undefined)
       : code_page_(code_page),
+        undefined_(undefined),
         references_are_bytes_(code_page != kUtf8CodePage && !IsDoubleByte(code_page)) {}
 
   // The value with its references replaced, still in the sitemap's code page.
@@ -39,7 +40,9 @@ class ValueDecoder {
     }
   }
 
-  std::string Text(std::string_view value) const { return ToUtf8(Bytes(value), code_page_); }
+  std::string Text(std::string_view value) const {
+    return ToUtf8(Bytes(value), code_page_, undefined_);
+  }
 
  private:
   static char32_t ReadReference(std::string_view text, std::size_t* length) {
@@ -63,6 +66,7 @@ class ValueDecoder {
   }
 
   int code_page_;
+  Undefined undefined_;
   bool references_are_bytes_;
 };
 
@@ -72,9 +76,9 @@ struct Param {
 
 class SitemapReader {
  public:
-  SitemapReader(std::string_view bytes, int code_page)
+  SitemapReader(std::string_view bytes, int code_page, Undefined undefined)
       : bytes_(bytes),
-        decoder_(code_page),
+        decoder_(code_page, undefined),
         value_ends_(bytes),
         tokens_(bytes, "param"),
         bad_tags_(bytes) {}
@@ -285,9 +289,11 @@ std::size_t SitemapReader::LineAt(std::size_t offset) {
 
 }  // namespace
 
-Sitemap ReadSitemap(std::string_view bytes, int code_page) {
+Sitemap ReadSitemap(std::string_view bytes, int code_page, Undefined undefined) {
   const int actual = CodePageOfPage(bytes).value_or(code_page);
-  Sitemap sitemap = SitemapReader(bytes, actual).Read();
+  // A byte can only be kept for the code page that it came from.
+  if (actual != code_page) undefined = Undefined::kReplaced;
+  Sitemap sitemap = SitemapReader(bytes, actual, undefined).Read();
   sitemap.code_page = actual;
   return sitemap;
 }

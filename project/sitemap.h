@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "html/bad_tags.h"
+#include "text/code_page.h"
 
 namespace scrivo {
 
@@ -52,6 +53,8 @@ struct Sitemap {
 // Reads a sitemap. `code_page` is the project's; a byte order mark, a charset in a META element, or
 // being well-formed UTF-8 overrides it. In a single-byte code page a reference to a character from
 // 128 to 255 means that byte of the code page, as the usual editors of these files write it.
-Sitemap ReadSitemap(std::string_view bytes, int code_page);
+// `undefined`: what becomes of names' bytes that have no meaning in the project's code page.
+Sitemap ReadSitemap(std::string_view bytes, int code_page,
+                    Undefined undefined = Undefined::kReplaced);
 
 }  // namespace scrivo

@@ -30,13 +30,29 @@ int CodePageOfLanguage(unsigned lcid);
 // True for the code pages in which a byte from 0x80 up may be the first of two.
 bool IsDoubleByte(int code_page);
 
-// `bytes` as UTF-8. Never fails: what has no meaning in the code page becomes U+FFFD. From 65001
-// the text comes back as it is, malformed sequences replaced.
-std::string ToUtf8(std::string_view bytes, int code_page);
+// What becomes of a byte that has no meaning in its code page: U+FFFD, or a character for private
+// use that stands for this very byte, for text that goes back into the same code page.
+enum class Undefined { kReplaced, kKept };
+
+// `bytes` as UTF-8. Never fails: what has no meaning in the code page becomes U+FFFD, or is kept.
+// From 65001 the text comes back as it is, malformed sequences replaced.
+std::string ToUtf8(std::string_view bytes, int code_page,
+                   Undefined undefined = Undefined::kReplaced);
 
 // UTF-8 text in `code_page`. A character that the code page lacks becomes '?', and so does each
-// malformed sequence; `lost`, unless null, is increased by their number.
-std::string FromUtf8(std::string_view utf8, int code_page, std::size_t* lost = nullptr);
+// malformed sequence; `lost`, unless null, is increased by their number. With kKept, characters
+// that stand for bytes become these bytes.
+std::string FromUtf8(std::string_view utf8, int code_page, std::size_t* lost = nullptr,
+                     Undefined undefined = Undefined::kReplaced);
+
+// The byte that a character of kept text stands for; nothing for any other character.
+std::optional<char> KeptByte(char32_t character);
+
+// Appends what stands for a byte that has no meaning.
+void AppendUndefined(char byte, Undefined undefined, std::string* utf8);
+
+// `utf8` for people: U+FFFD where a character stands for a byte.
+std::string WithoutKeptBytes(std::string_view utf8);
 
 // Whether `bytes` is well-formed UTF-8 (plain ASCII is).
 bool IsUtf8(std::string_view bytes);
@@ -51,7 +67,8 @@ void AppendUtf8(char32_t character, std::string* out);
 // the bytes that were wrong (at least one). `*utf8` must not be empty.
 char32_t NextUtf8(std::string_view* utf8);
 
-// UTF-8 as UTF-16, for the structures that store wide text.
+// UTF-8 as UTF-16, for the structures that store wide text. A character that stands for a byte
+// becomes the one with the byte's number.
 std::u16string ToUtf16(std::string_view utf8);
 
 }  // namespace scrivo

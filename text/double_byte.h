@@ -4,12 +4,15 @@
 #include <string>
 #include <string_view>
 
+#include "text/code_page.h"
+
 namespace scrivo {
 
 // The double-byte code pages, converted by the system: the tables are large, and every system has
 // them. The contract is that of ToUtf8 and FromUtf8 in code_page.h; `code_page` is one for which
 // IsDoubleByte is true. A system without the table treats each byte from 0x80 up as unknown.
-std::string DoubleByteToUtf8(std::string_view bytes, int code_page);
-std::string DoubleByteFromUtf8(std::string_view utf8, int code_page, std::size_t* lost);
+std::string DoubleByteToUtf8(std::string_view bytes, int code_page, Undefined undefined);
+std::string DoubleByteFromUtf8(std::string_view utf8, int code_page, std::size_t* lost,
+                               Undefined undefined);
 
 }  // namespace scrivo

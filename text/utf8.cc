@@ -99,7 +99,9 @@ std::u16string ToUtf16(std::string_view utf8) {
   wide.reserve(utf8.size());
   while (!utf8.empty()) {
     const char32_t c = NextUtf8(&utf8);
-    if (c < 0x10000) {
+    if (const auto byte = KeptByte(c)) {  // as Windows does with most such bytes
+      wide.push_back(static_cast<unsigned char>(*byte));
+    } else if (c < 0x10000) {
       wide.push_back(static_cast<char16_t>(c));
     } else {
       wide.push_back(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)));

@@ -597,5 +597,34 @@ TEST_F(CompilerTest, StopsAtAnyMomentAndLeavesTheEarlierFile) {
   EXPECT_GT(questions, 12);
 }
 
+// 0xD2 is no character of the Greek code page, 0xFF none of the Chinese one.
+TEST_F(CompilerTest, PassesBytesThatHaveNoMeaningInTheCodePageThrough) {
+  const struct {
+    std::string language, text;
+  } projects[] = {{"0x408", "\xC1\xD2 \xFFz"}, {"0x804", "\xD6\xD0\xFF"}};
+  for (const auto& [language, text] : projects) {
+    const ProjectFolder folder;
+    folder.Write("help.hhp",
+                 "[OPTIONS]\r\nCompiled file=help.chm\r\nContents file=a.hhc\r\n"
+                 "Index file=a.hhk\r\nBinary Index=Yes\r\nLanguage=" +
+                     language + "\r\nTitle=T" + text + "\r\n[FILES]\r\nindex.htm\r\nb.htm\r\n");
+    folder.Write("index.htm", Page("I", ""));
+    folder.Write("b.htm", Page("P" + text, ""));
+    folder.Write("a.hhc", "<UL>" + Item("C" + text, "") + "</UL>");
+    folder.Write("a.hhk", "<UL>" + Item("K" + text, "index.htm") + "</UL>");
+    CompileRecorder recorder;
+    ASSERT_TRUE(folder.Compile(&recorder).made);
+    EXPECT_TRUE(recorder.messages.empty()) << recorder.messages[0];
+    const auto help = InternalStreams::Open(folder.Path("help.chm"));
+    ASSERT_NE(help, nullptr);
+    const auto holds = [&](const char* stream, const std::string& wanted) {
+      return help->Bytes(stream).value_or("").find(wanted + '\0') != std::string::npos;
+    };
+    EXPECT_TRUE(holds("/#SYSTEM", std::string("T") + text)) << language;
+    EXPECT_TRUE(holds("/#STRINGS", std::string("C") + text)) << language;
+    EXPECT_TRUE(holds("/#STRINGS", std::string("P") + text)) << language;
+  }
+}
+
 }  // namespace
 }  // namespace scrivo

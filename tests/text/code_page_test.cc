@@ -8,6 +8,7 @@ namespace {
 TEST(CodePageFromName, KnowsTheNamesThatPagesWrite) {
   EXPECT_EQ(CodePageFromName("utf-8"), 65001);
   EXPECT_EQ(CodePageFromName("UTF8"), 65001);
+  EXPECT_EQ(CodePageFromName("cp65001"), 65001);
   EXPECT_EQ(CodePageFromName("windows-1251"), 1251);
   EXPECT_EQ(CodePageFromName("Windows-874"), 874);
   EXPECT_EQ(CodePageFromName("cp866"), 866);
@@ -158,6 +159,27 @@ TEST(ToUtf8, KeepsGoodUtf8AndRepairsBad) {
   EXPECT_EQ(ToUtf8("\xC0\xAF", 65001), "\uFFFD\uFFFD");                      // overlong
   EXPECT_EQ(ToUtf8("\xED\xA0\x80", 65001), "\uFFFD\uFFFD\uFFFD");            // surrogate
   EXPECT_EQ(ToUtf8("\xF4\x90\x80\x80", 65001), "\uFFFD\uFFFD\uFFFD\uFFFD");  // past the end
+}
+
+TEST(ToUtf8, CanKeepTheBytesThatHaveNoMeaning) {
+  struct {
+    std::string bytes;
+    int code_page;
+  } const texts[] = {{"a\xD2z\xE1", 1253},       {"\xDB\xDC", 874}, {"a\x82", 932},
+                     {"\xFF\xD6\xD0\x80z", 936}, {"\x81 ", 950},    {"\xFF", 949}};
+  for (const auto& [bytes, code_page] : texts) {
+    const std::string utf8 = ToUtf8(bytes, code_page, Undefined::kKept);
+    EXPECT_TRUE(IsUtf8(utf8));
+    std::size_t lost = 0;
+    EXPECT_EQ(FromUtf8(utf8, code_page, &lost, Undefined::kKept), bytes) << code_page;
+    EXPECT_EQ(lost, 0u) << code_page;
+    FromUtf8(utf8, code_page, &lost);
+    EXPECT_GT(lost, 0u) << "not asked to keep any: " << code_page;
+    EXPECT_EQ(WithoutKeptBytes(utf8), ToUtf8(bytes, code_page));
+  }
+  EXPECT_EQ(WithoutKeptBytes("\xE4 \xF4\x8F\x9E\x80 \U0010F77F"), "\xE4 \uFFFD \U0010F77F")
+      << "what is no UTF-8 stays";
+  EXPECT_EQ(ToUtf16(ToUtf8("\xD2", 1253, Undefined::kKept)), u"\u00D2");
 }
 
 TEST(FromUtf8, ComesBackFromEachPage) {

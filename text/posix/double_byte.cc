@@ -77,7 +77,7 @@ void TakeAscii(std::string_view* in, std::string* out) {
 
 }  // namespace
 
-std::string DoubleByteToUtf8(std::string_view bytes, int code_page) {
+std::string DoubleByteToUtf8(std::string_view bytes, int code_page, Undefined undefined) {
   Converter& converter = ConverterFor(code_page, true);
   std::string out;
   out.reserve(bytes.size() * 2);
@@ -88,13 +88,14 @@ std::string DoubleByteToUtf8(std::string_view bytes, int code_page) {
       TakeAscii(&bytes, &out);
     }
     if (bytes.empty()) break;
-    AppendUtf8(0xFFFD, &out);
+    AppendUndefined(bytes[0], undefined, &out);
     bytes.remove_prefix(1);
   }
   return out;
 }
 
-std::string DoubleByteFromUtf8(std::string_view utf8, int code_page, std::size_t* lost) {
+std::string DoubleByteFromUtf8(std::string_view utf8, int code_page, std::size_t* lost,
+                               Undefined undefined) {
   Converter& converter = ConverterFor(code_page, false);
   std::string out;
   out.reserve(utf8.size());
@@ -105,7 +106,11 @@ std::string DoubleByteFromUtf8(std::string_view utf8, int code_page, std::size_t
       TakeAscii(&utf8, &out);
     }
     if (utf8.empty()) break;
-    NextUtf8(&utf8);
+    const auto byte = KeptByte(NextUtf8(&utf8));
+    if (byte && undefined == Undefined::kKept) {
+      out.push_back(*byte);
+      continue;
+    }
     out.push_back('?');
     if (lost != nullptr) ++*lost;
   }

@@ -27,7 +27,7 @@ char32_t Joined(const wchar_t* wide, int count) {
 
 }  // namespace
 
-std::string DoubleByteToUtf8(std::string_view bytes, int code_page) {
+std::string DoubleByteToUtf8(std::string_view bytes, int code_page, Undefined undefined) {
   std::string out;
   out.reserve(bytes.size() * 2);
   while (!bytes.empty()) {
@@ -41,19 +41,28 @@ std::string DoubleByteToUtf8(std::string_view bytes, int code_page) {
     const int count = MultiByteToWideChar(static_cast<UINT>(code_page), MB_ERR_INVALID_CHARS,
                                           bytes.data(), static_cast<int>(length), wide, 4);
     const bool known = count == 1 || count == 2;
-    AppendUtf8(known ? Joined(wide, count) : 0xFFFD, &out);
+    if (known) {
+      AppendUtf8(Joined(wide, count), &out);
+    } else {
+      AppendUndefined(bytes[0], undefined, &out);
+    }
     bytes.remove_prefix(known ? length : 1);
   }
   return out;
 }
 
-std::string DoubleByteFromUtf8(std::string_view utf8, int code_page, std::size_t* lost) {
+std::string DoubleByteFromUtf8(std::string_view utf8, int code_page, std::size_t* lost,
+                               Undefined undefined) {
   std::string out;
   out.reserve(utf8.size());
   while (!utf8.empty()) {
     const char32_t character = NextUtf8(&utf8);
     if (character < 0x80) {
       out.push_back(static_cast<char>(character));
+      continue;
+    }
+    if (const auto byte = KeptByte(character); byte && undefined == Undefined::kKept) {
+      out.push_back(*byte);
       continue;
     }
     wchar_t wide[2] = {static_cast<wchar_t>(character), 0};
