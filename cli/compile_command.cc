@@ -27,9 +27,9 @@ constexpr std::int32_t kLastShellFailure = 32;
 // An opened web and what is to become of it.
 struct WebToCompile {
   WebToCompile(const CompileOptions& options, Console& console)
-      : warnings(console), web(OpenWebOf(options, warnings)), locate(LocatorFor(web)) {
+      : warnings(console), web(OpenWebOf(options, warnings, &language)), locate(LocatorFor(web)) {
     TellContentsUsed(options, *web, console);
-    job = JobFor(options, *web, locate);
+    job = JobFor(options, language, *web, locate);
     counts = CountWeb(*web, options.use_index, [&](std::size_t done, std::size_t all) {
       console.ShowProgress(std::to_string(100 * done / all) + " %", "");
     });
@@ -40,13 +40,15 @@ struct WebToCompile {
     StopIfInterrupted();
   }
 
-  // Tells what reading the web has shown.
-  void TellWarnings() {
-    web->ReportLostCharacters();
+  // Tells what reading the web has shown, and of characters that are lost also what the compiler
+  // has found, where the web's own account does not say more. `report` may be null.
+  void TellWarnings(CompileReport* report) {
+    if (!web->ReportLostCharacters() && report != nullptr) report->TellLost();
     warnings.Sum();
   }
 
   WebWarnings warnings;
+  WebLanguage language;
   std::shared_ptr<DiskWeb> web;
   Locator locate;
   CompileJob job;
@@ -141,7 +143,7 @@ int CompileTelling(const CompileOptions& options, bool tell_result, Console& con
   CompileReport report(console, web.counts.files);
   const bool made = Compile(options, &web, &report, console);
   console.EndSteps();
-  web.TellWarnings();
+  web.TellWarnings(&report);
   if (!made) {
     console.Fail(output + ": no help file was made" +
                  (had_earlier ? "; the earlier file is kept" : ""));
@@ -184,7 +186,7 @@ int WriteProjectOf(const CompileOptions& options, Console& console) {
         "out");
   }
   console.EndSteps();
-  web.TellWarnings();
+  web.TellWarnings(nullptr);
   for (const std::string& path : written.Paths()) console.Print(path);
   return 0;
 }

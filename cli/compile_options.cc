@@ -1,11 +1,13 @@
 #include "cli/compile_options.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 
 #include "cli/control_characters.h"
 #include "cli/suggestion.h"
 #include "text/code_page.h"
+#include "text/languages.h"
 
 namespace scrivo {
 namespace {
@@ -48,6 +50,22 @@ int CodePageFrom(const std::string& value) {
                      "\"; give a number such as 1251 or a name such as koi8-r");
   }
   return *code_page;
+}
+
+// A tag, or the number as a project has it.
+std::uint32_t LanguageFrom(const std::string& value) {
+  std::uint32_t language = LanguageFromTag(value);
+  if (language == 0 && !value.empty() && value[0] >= '0' && value[0] <= '9') {
+    char* end = nullptr;
+    const unsigned long number = std::strtoul(value.c_str(), &end, 0);
+    if (*end == '\0' && number <= 0xFFFF) language = static_cast<std::uint32_t>(number);
+    if (LanguageName(language).empty()) language = 0;
+  }
+  if (language == 0) {
+    throw UsageError("--language: unknown language \"" + value +
+                     "\"; give a tag such as de or zh-TW, or a number such as 0x407");
+  }
+  return language;
 }
 
 Option Switch(const std::string& name, const std::string& help, bool* target, bool value) {
@@ -99,10 +117,18 @@ std::string NoIndexHint(const std::vector<IndexSource>& sources) {
 }
 
 void ThrowIfContradicting(const CompileOptions& options) {
-  if (!options.reading.without_bars || options.compiler.empty()) return;
-  throw UsageError(
-      "--without-bars: another compiler reads the pages on disk, bars and all; leave out "
-      "--compiler or --without-bars");
+  if (options.reading.without_bars && !options.compiler.empty()) {
+    throw UsageError(
+        "--without-bars: another compiler reads the pages on disk, bars and all; leave out "
+        "--compiler or --without-bars");
+  }
+  // Through UTF-8 every language goes.
+  if (options.language == 0 || options.code_page == 0 || options.code_page == kUtf8CodePage) return;
+  const int of_language = CodePageOfLanguage(options.language);
+  if (AnsiCodePageFor(options.code_page) == of_language) return;
+  throw UsageError("--language: " + std::string(LanguageName(options.language)) +
+                   " is written in code page " + std::to_string(of_language) + ", not in " +
+                   std::to_string(options.code_page) + "; leave out --code-page or --language");
 }
 
 Syntax::Operand WebOperand(CompileOptions* options) {
@@ -115,8 +141,12 @@ std::vector<Option> ReadingOptions(CompileOptions* options) {
        [=](const std::string& value) {
          options->reading.contents = kContentsChoices[OneOf("--contents", kContentsNames, value)];
        }},
-      {"--code-page", "", "CP", "code page of labels, titles and keywords\n(default: the system's)",
+      {"--code-page", "", "CP",
+       "code page of labels, titles and keywords\n(default: what the web says)",
        [=](const std::string& value) { options->code_page = CodePageFrom(value); }},
+      {"--language", "", "TAG",
+       "language of the help file, such as de or zh-TW\n(default: what the web says)",
+       [=](const std::string& value) { options->language = LanguageFrom(value); }},
       {"--quiet", "-q", "", "print errors only",
        [=](const std::string&) { options->quiet = true; }},
   };

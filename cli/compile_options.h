@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ struct CompileOptions {
   std::string compiler;  // "" for this program's own
   bool view = false;
   bool strict = false;
-  int code_page = 0;  // 0 for the system's
+  int code_page = 0;           // 0 for the web's
+  std::uint32_t language = 0;  // LCID; 0 for the web's
   bool quiet = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "hhc/messages.h"
 #include "platform/ansi_names.h"
 #include "system/error.h"
 #include "system/interruption.h"
@@ -25,7 +26,11 @@ void CompileReport::Message(const CompileMessage& message) {
     case Severity::kNote:
       return console_.Remark(text);
     case Severity::kWarning:
-      console_.Warn(text);
+      if (message.code == static_cast<int>(MessageCode::kCharactersLost)) {
+        lost_ = text;
+      } else {
+        console_.Warn(text);
+      }
       texts_.push_back("Warning: " + text);
       return;
     case Severity::kError:
@@ -33,6 +38,10 @@ void CompileReport::Message(const CompileMessage& message) {
       texts_.push_back("Error: " + text);
       ++errors_;
   }
+}
+
+void CompileReport::TellLost() {
+  if (!lost_.empty()) console_.Warn(lost_);
 }
 
 void CompileReport::Line(const std::string& line) {

@@ -30,6 +30,8 @@ class CompileReport : public CompileListener {
   // How many warnings and errors there were.
   std::size_t Messages() const { return texts_.size(); }
   std::size_t Errors() const { return errors_; }
+  // How many characters the compiler replaced is told by TellLost, if at all.
+  void TellLost();
   // They all, each on a line that says which it is.
   const std::vector<std::string>& Texts() const { return texts_; }
 
@@ -38,6 +40,7 @@ class CompileReport : public CompileListener {
   const std::size_t files_;
   std::size_t done_ = 0;
   std::size_t errors_ = 0;
+  std::string lost_;  // the message about replaced characters, until it is told
   std::vector<std::string> texts_;
 };
 

@@ -59,6 +59,7 @@ bool CompileProjectInto(const fs::path& project_file, const fs::path& output, Co
   const DiskFiles files;
   const CompileResult result = CompileProject(request, files, &report);
   console.EndSteps();
+  report.TellLost();
   std::error_code error;
   std::string text;
   const auto source = OpenFileSource(project_file, &error);

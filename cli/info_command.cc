@@ -4,14 +4,13 @@
 #include <cstddef>
 #include <iomanip>
 #include <ostream>
-#include <sstream>
 #include <string_view>
 
 #include "chm/problem.h"
 #include "chm/system_info.h"
 #include "cli/help_file.h"
-#include "cli/language_name.h"
 #include "project/sitemap.h"
+#include "text/languages.h"
 
 namespace scrivo {
 namespace {
@@ -26,13 +25,7 @@ void PrintField(std::string_view label, const std::string& value, std::ostream& 
 
 std::string LanguageText(const SystemInfo& info) {
   if (!info.language) return {};
-  std::ostringstream text;
-  text << "0x" << std::hex << *info.language << std::dec;
-  if (const std::string_view name = LanguageName(*info.language); !name.empty()) {
-    text << ' ' << name;
-  }
-  text << ", code page " << info.code_page;
-  return text.str();
+  return LanguageOption(*info.language) + ", code page " + std::to_string(info.code_page);
 }
 
 void PrintContents(const Sitemap& contents, std::ostream& out) {

@@ -35,11 +35,16 @@ void WebWarnings::Sum() {
   console_.Warn("and " + std::to_string(problems_ - kMostShown) + " more problems in this web");
 }
 
-std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings) {
-  SystemServices& system = *TheServices().system;
-  // Chosen either way, so that a character which the code page lacks is "?" on every system.
-  system.SetAnsiCodePage(options.code_page != 0 ? options.code_page : system.AnsiCodePage());
-  return OpenDiskWeb(AbsolutePath(options.web), options.reading, warnings);
+std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings,
+                                   WebLanguage* language) {
+  const std::string path = AbsolutePath(options.web);
+  const WebLanguage web = LanguageOfWeb(options, path);
+  TheServices().system->SetAnsiCodePage(web.written_code_page);
+  DiskWebOptions reading = options.reading;
+  reading.undeclared_code_page = web.undeclared_code_page;
+  reading.help_code_page = web.help_code_page;
+  if (language != nullptr) *language = web;
+  return OpenDiskWeb(path, reading, warnings);
 }
 
 Locator LocatorFor(const std::shared_ptr<DiskWeb>& web) {

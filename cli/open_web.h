@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "cli/compile_options.h"
+#include "cli/web_language.h"
 #include "ui/console/console.h"
 #include "webs/disk_web.h"
 #include "writers/compile_job.h"
@@ -24,9 +25,11 @@ class WebWarnings : public WebReport {
   int problems_ = 0;
 };
 
-// Opens the web that the options name. The warnings must outlive the web. Throws Error with a text
-// for the user.
-std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings);
+// Opens the web that the options name, and chooses the code page of ANSI text for it. The warnings
+// must outlive the web. `language`, unless null, tells what the help file's texts are to be in.
+// Throws Error with a text for the user.
+std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings,
+                                   WebLanguage* language = nullptr);
 
 // Tells where the pages of the web lie in it.
 Locator LocatorFor(const std::shared_ptr<DiskWeb>& web);

@@ -18,14 +18,15 @@
 #include "system/error.h"
 #include "system/services.h"
 #include "text/code_page.h"
+#include "text/languages.h"
 
 namespace scrivo {
 namespace {
 
-std::string TitleFor(const CompileOptions& options, DiskWeb& web) {
+std::string TitleFor(const CompileOptions& options, int code_page, DiskWeb& web) {
   if (options.title.empty()) return WithoutControlCharacters(DefaultTitle(web));
   std::size_t lost = 0;
-  FromUtf8(options.title, TheServices().system->AnsiCodePage(), &lost);
+  FromUtf8(options.title, code_page, &lost);
   if (lost == 0) return options.title;
   throw Error(kInvalidProcedureCall, "scrivo",
               "--title: \"" + options.title +
@@ -130,11 +131,13 @@ std::string DefaultPageFor(const CompileOptions& options, DiskWeb& web, const Lo
 
 }  // namespace
 
-CompileJob JobFor(const CompileOptions& options, DiskWeb& web, const Locator& locate) {
+CompileJob JobFor(const CompileOptions& options, const WebLanguage& language, DiskWeb& web,
+                  const Locator& locate) {
   CompileJob job;
-  job.title = TitleFor(options, web);
+  job.title = TitleFor(options, language.help_code_page, web);
   job.output = OutputFor(options, job.title);
   ThrowUnlessFileCanBe(job.output, options.output, web, locate);
+  job.language = LanguageOption(language.language);
   job.default_page = DefaultPageFor(options, web, locate);
   job.use_index = options.use_index;
   job.favorites = options.favorites;

@@ -84,6 +84,7 @@ std::optional<int> NumberAfter(std::string_view name, std::string_view prefix) {
     if (c < '0' || c > '9') return std::nullopt;
     number = number * 10 + (c - '0');
   }
+  if (number == kUtf8CodePage) return number;
   return IsKnown(number) ? std::optional<int>(number) : std::nullopt;
 }
 

@@ -1,11 +1,16 @@
 #include "webs/disk_web.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
+#include "html/charset.h"
 #include "html/page_kind.h"
 #include "system/error.h"
 #include "system/services.h"
+#include "text/code_page.h"
 #include "webs/contents_tree.h"
+#include "webs/page_head.h"
 #include "webs/web_snapshot.h"
 
 namespace scrivo {
@@ -70,7 +75,8 @@ class OpenedDiskWeb : public DiskWeb {
 
   ContentsChoice ContentsUsed() override { return Now().TreeUsed(); }
   SiteFiles PagesOutsideContents() override;
-  void ReportLostCharacters() override;
+  bool ReportLostCharacters() override;
+  std::optional<int> CodePageOfPages() override;
 
  private:
   WebSnapshot& Now() {
@@ -92,20 +98,51 @@ SiteFiles OpenedDiskWeb::PagesOutsideContents() {
   return pages;
 }
 
-void OpenedDiskWeb::ReportLostCharacters() {
+bool OpenedDiskWeb::ReportLostCharacters() {
   const WebText& text = source_->text;
   const std::size_t lost = text.Lost();
-  if (lost == 0 || has_reported_losses_) return;
-  has_reported_losses_ = true;
-  std::string reason = std::to_string(lost) + (lost == 1 ? " character" : " characters") +
-                       " replaced by \"?\": not in code page " + std::to_string(text.CodePage()) +
-                       "; ";
-  if (const auto code_page = text.CodePageForAll()) {
-    reason += "code page " + std::to_string(*code_page) + " has them all";
+  if (lost == 0) return false;
+  if (std::exchange(has_reported_losses_, true)) return true;
+  std::string reason = std::to_string(lost) +
+                       (lost == 1 ? " character of titles, labels and keywords is"
+                                  : " characters of titles, labels and keywords are") +
+                       " not in code page " + std::to_string(text.HelpCodePage()) +
+                       " and will be \"?\" in the help file; the first is in \"" +
+                       text.FirstLost() + "\" in " + text.PlaceOfFirstLost();
+  const int better = text.CodePageOfScript();
+  const std::size_t still_lost = text.LostIn(better);
+  if (still_lost < lost) {
+    reason += "; --code-page " + std::to_string(better) + " keeps ";
+    reason += still_lost == 0 ? "them all" : "all but " + std::to_string(still_lost);
   } else {
-    reason += "no code page has them all";
+    reason += "; no other code page keeps more of them";
   }
   source_->report.Problem({source_->path, 0, std::move(reason)});
+  return true;
+}
+
+std::optional<int> OpenedDiskWeb::CodePageOfPages() {
+  constexpr std::size_t kStart = 64 * 1024;
+  std::map<int, std::size_t> of_all, of_telling;
+  const WebListing& listing = Now().Listing();
+  for (WebListing::Index file = 0; file < listing.FileCount(); ++file) {
+    if (!IsHelpPage(listing, file)) continue;
+    try {
+      const std::string start =
+          ReadWhole(*source_->files->OpenForReading(listing.FilePath(file)), kStart);
+      const std::optional<int> declared = DeclaredCodePage(start);
+      if (!declared || *declared == kUtf8CodePage) continue;
+      ++of_all[*declared];
+      if (AsciiPrefix(start) < start.size()) ++of_telling[*declared];
+    } catch (const Error& error) {  // reported when the page is read
+      if (error.number == kUserInterrupt) throw;
+    }
+  }
+  const std::map<int, std::size_t>& counts = of_telling.empty() ? of_all : of_telling;
+  const auto most =
+      std::max_element(counts.begin(), counts.end(),
+                       [](const auto& a, const auto& b) { return a.second < b.second; });
+  return most == counts.end() ? std::nullopt : std::optional<int>(most->first);
 }
 
 }  // namespace
@@ -123,9 +160,12 @@ std::shared_ptr<DiskWeb> OpenDiskWeb(const std::string& path, const DiskWebOptio
     throw Error(kPathNotFound, "DiskWeb",
                 folder + ": the web does not exist. Check the spelling of the path.");
   }
+  const int ansi = services.system->AnsiCodePage();
   const auto source = std::make_shared<WebSource>(
       WebSource{services.files, folder, UrlOf(folder, style), style, options,
-                WebText(services.system->AnsiCodePage()), report});
+                WebText(options.undeclared_code_page != 0 ? options.undeclared_code_page : ansi,
+                        options.help_code_page != 0 ? options.help_code_page : ansi),
+                report});
   std::shared_ptr<OpenedDiskWeb> web;
   try {
     web = std::make_shared<OpenedDiskWeb>(source);

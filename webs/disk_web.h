@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,10 @@ struct DiskWebOptions {
   std::vector<IndexSource> index = {IndexSource::kKeywords};
   // Whether pages are read without the navigation that the host generated into them.
   bool without_bars = false;
+  // The code page of texts of which nobody says what they are, and the one that the texts of the
+  // help file will be in. 0 for the ANSI code page.
+  int undeclared_code_page = 0;
+  int help_code_page = 0;
 };
 
 // A FrontPage web in a folder on disk, as the site model sees it.
@@ -41,10 +46,13 @@ class DiskWeb : public SiteWeb {
   virtual ContentsChoice ContentsUsed() = 0;
   // The pages (.htm and .html) that no node of the tree shows, in the order of AllFiles.
   virtual SiteFiles PagesOutsideContents() = 0;
-  // Reports, once, how many characters of the labels, titles and properties handed out so far the
-  // ANSI code page lacks (in a help file "?" stands for them), and the code page that has them all,
-  // if one does.
-  virtual void ReportLostCharacters() = 0;
+  // Reports, once, how many characters of the labels, titles and keywords handed out so far the
+  // help file's code page lacks ("?" stands for them there), the first text concerned, and the code
+  // page to choose instead. False when none is lost.
+  virtual bool ReportLostCharacters() = 0;
+  // The code page, not UTF-8, that most of the pages declare; of those that hold more than ASCII,
+  // if any do. Nothing when no page declares one.
+  virtual std::optional<int> CodePageOfPages() = 0;
 };
 
 // Opens the web in the folder `path` (absolute, in `style`) through TheServices(). `report` must

@@ -95,7 +95,7 @@ class FolderTreeBuilder {
       entry = PageEntry(target);
     } else {
       const std::string name = GuessedUtf8(listing_.FolderName(folder), web_text_.CodePage());
-      entry.node.label = web_text_.HandOut(name);
+      entry.node.label = web_text_.HandOut(name, listing_.FolderPath(folder));
       entry.key = PersonOrderKey(name);
     }
     entry.folder = folder;

@@ -132,7 +132,7 @@ class NavigationBuilder {
       }
     }
     if (made.file == WebListing::kNone) made.page = std::move(node->page);
-    made.label = web_text_.HandOut(GuessedUtf8(node->label, web_text_.CodePage()));
+    made.label = web_text_.HandOut(GuessedUtf8(node->label, web_text_.CodePage()), file_);
     return made;
   }
 

@@ -147,8 +147,7 @@ PageFacts PageReader::Read(const std::string& path, const std::string& notes_pat
   for (const MetaTag& meta : head.metas) {
     std::string content = WithoutLineEnds(meta.content);
     if (meta.name != "keywords") {
-      facts.metas.emplace_back(web_text_.HandOut(WithoutLineEnds(meta.name)),
-                               web_text_.HandOut(content));
+      facts.metas.emplace_back(WithoutLineEnds(meta.name), content);
     } else if (!content.empty()) {
       keywords += keywords.empty() ? content : ";" + content;
     }
@@ -158,8 +157,8 @@ PageFacts PageReader::Read(const std::string& path, const std::string& notes_pat
   }
   std::vector<std::string> headings;
   for (const std::string& heading : head.headings) headings.push_back(OneLine(heading));
-  facts.keywords = web_text_.HandOut(IndexEntries(keywords, title, headings));
-  facts.title = web_text_.HandOut(title);
+  facts.keywords = web_text_.HandOut(IndexEntries(keywords, title, headings), path);
+  facts.title = web_text_.HandOut(title, path);
   return facts;
 }
 

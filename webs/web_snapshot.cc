@@ -45,7 +45,8 @@ class WebSnapshot::DiskFile : public SiteFile {
     const std::string& title = web_.Facts(index_).title;
     if (!title.empty()) return title;
     WebText& text = web_.Source().text;
-    return text.HandOut(GuessedUtf8(web_.Listing().FileName(index_), text.CodePage()));
+    return text.HandOut(GuessedUtf8(web_.Listing().FileName(index_), text.CodePage()),
+                        web_.Listing().FilePath(index_));
   }
 
  private:

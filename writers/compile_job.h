@@ -10,7 +10,10 @@ namespace scrivo {
 // What one compile of a web is to be. Texts are UTF-8.
 struct CompileJob {
   std::string title;
-  std::string output;         // the help file's full path
+  std::string output;  // the help file's full path
+  // The value of the project's Language option: the compiler reads its texts in the code page of
+  // this language.
+  std::string language = "0x409 English (United States)";
   std::string default_page;   // the address of the page that opens first, "" for none
   bool use_index = true;      // whether the pages' keywords make an index
   bool favorites = true;      // whether the viewer has a Favorites tab

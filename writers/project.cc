@@ -15,8 +15,7 @@ constexpr char kFixedOptions[] =
     "Compatibility = 1.1 Or later\r\n";
 constexpr char kFixedOptionsBeforeTitle[] =
     "Display compile progress=Yes\r\n"
-    "Full-text search=Yes\r\n"
-    "Language=0x409 English (United States)\r\n";
+    "Full-text search=Yes\r\n";
 
 // The window's navigation-pane style; the two differ in the flag of the favourites tab, 0x1000.
 constexpr char kStyleWithFavorites[] = "0x23520";
@@ -46,6 +45,7 @@ std::string ProjectSettings(const CompileJob& job, const SitemapPaths& paths, co
   text += "Default window=default\r\n";
   run([&] { text += "Default topic=" + NameToAnsi(StartPageLocation(job, locate)) + "\r\n"; });
   text += kFixedOptionsBeforeTitle;
+  text += "Language=" + job.language + "\r\n";
   text += "Title=" + ToAnsi(job.title) + "\r\n";
   if (job.use_index) text += "Index File = " + NameToAnsi(paths.index) + "\r\n";
   text += "\r\n[WINDOWS]\r\n\r\n";

@@ -155,7 +155,7 @@ TEST_F(HelpCommandsTest, InfoTellsWhatTheFileSaysOfItself) {
   EXPECT_EQ(out_.str(),
             "Title:          A tiny help file\n"
             "Default topic:  index.htm\n"
-            "Language:       0x409 English, code page 1252\n"
+            "Language:       0x409 English (United States), code page 1252\n"
             "Window:         main\n"
             "Window title:   Tiny window\n"
             "Compiler:       HHA Version 4.74.8702\n"

@@ -212,19 +212,23 @@ TEST_F(NavigationTest, CharactersThatTheCodePageLacksAreReportedOnceWithTheCodeP
   EXPECT_EQ(Drawn(*web), "\xD0\x94\xD0\xBE\xD0\xBC: a.htm\n\xD0\xAF: b.htm\n");
   web->ReportLostCharacters();
   web->ReportLostCharacters();
-  EXPECT_EQ(Reported(),
-            "/web:0: 4 characters replaced by \"?\": not in code page 1252; code "
-            "page 1251 has them all\n");
+  EXPECT_EQ(
+      Reported(),
+      "/web:0: 4 characters of titles, labels and keywords are not in code page 1252 and will "
+      "be \"?\" in the help file; the first is in \"\xD0\x94\xD0\xBE\xD0\xBC\" in " +
+          kFile + "; --code-page 1251 keeps them all\n");
 }
 
 TEST_F(NavigationTest, CharactersThatNoCodePageHasTogetherAreReportedAsSuch) {
-  PutStructure("1000,a.htm,0,\xD0\x94 \xD7\x90,0,1,0\n");
+  PutStructure("1000,a.htm,0,\xD0\x94\xD0\x94 \xD7\x90,0,1,0\n");
   const auto web = Open(ContentsChoice::kNavigation);
   Drawn(*web);
   web->ReportLostCharacters();
-  EXPECT_EQ(Reported(),
-            "/web:0: 2 characters replaced by \"?\": not in code page 1252; no "
-            "code page has them all\n");
+  EXPECT_EQ(
+      Reported(),
+      "/web:0: 3 characters of titles, labels and keywords are not in code page 1252 and will "
+      "be \"?\" in the help file; the first is in \"\xD0\x94\xD0\x94 \xD7\x90\" in " +
+          kFile + "; --code-page 1251 keeps all but 1\n");
 }
 
 TEST_F(NavigationTest, NothingLostIsNotReported) {

@@ -1,0 +1,45 @@
+#include "webs/service_notes.h"
+
+#include "system/error.h"
+#include "text/ascii_text.h"
+#include "webs/page_head.h"
+
+namespace scrivo {
+namespace {
+
+// The file takes a few kilobytes; what is larger was not written by the host.
+constexpr std::size_t kLongest = 256 * 1024;
+
+}  // namespace
+
+ServiceNotes ParseServiceNotes(std::string_view text) {
+  ServiceNotes notes;
+  while (!text.empty()) {
+    const std::size_t end = text.find('\n');
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    const std::size_t colon = line.find(':');
+    if (colon == std::string_view::npos || line.size() < colon + 4 || line[colon + 3] != '|') {
+      continue;
+    }
+    const std::string_view name = line.substr(0, colon);
+    const std::string_view value = Trimmed(line.substr(colon + 4));
+    if (name == "vti_defaultcharset") notes.charset = value;
+    if (name == "vti_defaultlanguage") notes.language = value;
+  }
+  return notes;
+}
+
+ServiceNotes ReadServiceNotes(Files& files, const std::string& path, PathStyle style) {
+  const char separator = Separator(style);
+  const std::string file = path + separator + "_vti_pvt" + separator + "service.cnf";
+  try {
+    if (!files.FileExists(file)) return {};
+    return ParseServiceNotes(ReadWhole(*files.OpenForReading(file), kLongest));
+  } catch (const Error& error) {
+    if (error.number == kUserInterrupt) throw;
+    return {};
+  }
+}
+
+}  // namespace scrivo
