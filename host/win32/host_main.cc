@@ -13,10 +13,8 @@
 // After windows.h, on which it stands.
 #include <ole2.h>
 
+namespace scrivo::host {
 namespace {
-
-using namespace scrivo;
-using namespace scrivo::host;
 
 // Says how to call the program, on the console that it was started from too if there is one.
 void TellUsage(const std::string& problem) {
@@ -61,8 +59,11 @@ int Run(const HostArguments& arguments) {
 }
 
 }  // namespace
+}  // namespace scrivo::host
 
 int main(int argc, char** argv) {
+  using namespace scrivo;
+  using namespace scrivo::host;
   const HostArguments arguments = ParseArguments(ProgramArguments(argc, argv));
   if (arguments.help || !arguments.problem.empty()) {
     TellUsage(arguments.problem);

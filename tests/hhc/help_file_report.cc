@@ -9,9 +9,8 @@
 #include "tests/hhc/project_check.h"
 #include "tests/hhc/stream_comparison.h"
 
+namespace scrivo {
 namespace {
-
-using namespace scrivo;
 
 int Compare(const std::string& first_path, const std::string& second_path) {
   const auto first = InternalStreams::Open(first_path), second = InternalStreams::Open(second_path);
@@ -39,11 +38,12 @@ int Check(const std::string& project, const std::string& help) {
 }
 
 }  // namespace
+}  // namespace scrivo
 
 int main(int argc, char** argv) {
   const std::string mode = argc == 4 ? argv[1] : "";
-  if (mode == "compare") return Compare(argv[2], argv[3]);
-  if (mode == "check") return Check(argv[2], argv[3]);
+  if (mode == "compare") return scrivo::Compare(argv[2], argv[3]);
+  if (mode == "check") return scrivo::Check(argv[2], argv[3]);
   std::fprintf(stderr,
                "Usage: help_file_report compare OURS THEIRS\n"
                "       help_file_report check PROJECT FILE\n");

@@ -21,8 +21,7 @@
 #include "webs/page_head.h"
 #include "webs/vti_cnf.h"
 
-using namespace scrivo;
-
+namespace scrivo {
 namespace {
 
 void Require(bool condition) {
@@ -71,8 +70,10 @@ void CheckBars(std::string_view page) {
 }
 
 }  // namespace
+}  // namespace scrivo
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace scrivo;
   constexpr int kCodePages[] = {1252, 1251, 932, 950};
   const int code_page = kCodePages[size % 4];
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);

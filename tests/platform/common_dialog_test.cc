@@ -8,7 +8,7 @@
 namespace scrivo {
 namespace {
 
-using namespace std::string_literals;
+using std::string_literals::operator""s;
 
 // A desktop whose file dialogs and folder browser fail before they show anything.
 class BrokenDesktop : public FakeDesktop {

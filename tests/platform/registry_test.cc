@@ -9,7 +9,7 @@
 namespace scrivo {
 namespace {
 
-using namespace std::string_literals;
+using std::string_literals::operator""s;
 
 // The class over each kind of registry, below a key of its own that is emptied before and after.
 class Registry : public WithFakeServices, public testing::WithParamInterface<RegistryStoreKind> {

@@ -13,7 +13,7 @@
 namespace scrivo {
 namespace {
 
-using namespace std::string_literals;
+using std::string_literals::operator""s;
 namespace fs = std::filesystem;
 
 class SystemFiles : public WithRealServices {

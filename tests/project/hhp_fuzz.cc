@@ -9,9 +9,8 @@
 #include "project/project.h"
 #include "project/project_lines.h"
 
-using namespace scrivo;
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace scrivo;
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   const Project project = ReadProject(text);
   StringsTable strings;

@@ -10,10 +10,8 @@
 #include "project/sitemap.h"
 #include "text/code_page.h"
 
-using namespace scrivo;
-using namespace scrivo;
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace scrivo;
   if (size == 0) return 0;
   constexpr int kCodePages[] = {1252, 1251, 932, kUtf8CodePage};
   const int code_page = kCodePages[data[0] % 4];

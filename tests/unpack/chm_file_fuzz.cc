@@ -13,9 +13,8 @@
 #include "chm/system_info.h"
 #include "unpack/unpack.h"
 
+namespace scrivo {
 namespace {
-
-using namespace scrivo;
 
 // Keeps nothing, and holds the paths to what is promised about them.
 class CheckingFolder : public OutputFolder {
@@ -67,8 +66,10 @@ class Counter : public UnpackListener {
 };
 
 }  // namespace
+}  // namespace scrivo
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace scrivo;
   Problems problems;
   const auto reader = ChmReader::Open(
       std::make_unique<MemorySource>(std::vector<std::uint8_t>(data, data + size)), &problems);

@@ -14,7 +14,7 @@
 namespace scrivo {
 namespace {
 
-using namespace std::string_literals;
+using std::string_literals::operator""s;
 
 constexpr int kFileNameEdit = 0x480;   // edt1
 constexpr int kFileNameCombo = 0x47C;  // cmb13
