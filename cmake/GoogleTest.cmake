@@ -1,12 +1,15 @@
 # GoogleTest from Debian's source package, built with the flags of the preset: the packaged library fits neither the
 # Windows compilers nor the sanitizers.
 set(gtest_source /usr/src/googletest/googletest)
+if(NOT EXISTS ${gtest_source}/src/gtest-all.cc)
+  message(FATAL_ERROR "SCRIVO_TESTS needs GoogleTest's sources in ${gtest_source}: install Debian's package googletest")
+endif()
 add_library(scrivo_gtest STATIC EXCLUDE_FROM_ALL ${gtest_source}/src/gtest-all.cc)
 target_include_directories(scrivo_gtest PRIVATE ${gtest_source})
 target_include_directories(scrivo_gtest SYSTEM PUBLIC ${gtest_source}/include)
 target_compile_options(scrivo_gtest PRIVATE -O1)
 if(SCRIVO_SANITIZE)
-  target_compile_options(scrivo_gtest PRIVATE -fsanitize=address,undefined)
+  target_compile_options(scrivo_gtest PRIVATE -fsanitize=${SCRIVO_SANITIZE})
 endif()
 if(NOT WIN32)
   target_link_libraries(scrivo_gtest PUBLIC Threads::Threads)

@@ -6,12 +6,15 @@
 
 add_library(scrivo_options INTERFACE)
 target_include_directories(scrivo_options INTERFACE "${PROJECT_SOURCE_DIR}")
-target_compile_options(scrivo_options INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_compile_options(scrivo_options INTERFACE -Wall -Wextra -Wpedantic)
+if(SCRIVO_WARNINGS_AS_ERRORS)
+  target_compile_options(scrivo_options INTERFACE -Werror)
+endif()
 target_compile_definitions(scrivo_options INTERFACE SCRIVO_VERSION="${PROJECT_VERSION}")
 if(SCRIVO_SANITIZE)
   target_compile_options(scrivo_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(scrivo_options INTERFACE -fsanitize=address,undefined)
+    -fsanitize=${SCRIVO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(scrivo_options INTERFACE -fsanitize=${SCRIVO_SANITIZE})
 endif()
 if(NOT WIN32)
   find_package(Threads REQUIRED)

@@ -28,4 +28,5 @@ install_missing() {
   rm -f "$log"
 }
 
-build_packages=(cmake ninja-build g++ googletest libbenchmark-dev)
+build_packages=(cmake ninja-build g++)
+test_packages=(googletest libbenchmark-dev)

@@ -10,7 +10,8 @@ cd "$(dirname "$(readlink -f "$0")")/.." || exit 1
 
 folder=${1:-docs/images} dpi=${2:-96}
 work=$PWD/build/wine/screenshots
-install_missing "what the pictures need" "${build_packages[@]}" g++-mingw-w64-x86-64-posix fonts-wine fonts-liberation2 || exit 1
+install_missing "what the pictures need" "${build_packages[@]}" "${test_packages[@]}" \
+  g++-mingw-w64-x86-64-posix fonts-wine fonts-liberation2 || exit 1
 (cmake --preset win-x64 && cmake --build --preset win-x64 --target show_windows) >"build/screenshots.log" 2>&1 ||
   { echo "The program that shows the dialogs does not build; the record is in build/screenshots.log" >&2; exit 1; }
 
