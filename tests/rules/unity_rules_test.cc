@@ -1,4 +1,5 @@
-// The files of a folder are compiled together, so what one says outside a function holds in the next.
+// The files of a folder are compiled together, so what one says outside a function holds in the
+// next.
 
 #include <gtest/gtest.h>
 
