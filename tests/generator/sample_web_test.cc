@@ -6,9 +6,11 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 
 #include "generator/frm_main.h"
 #include "tests/doubles/fake_services.h"
+#include "tests/doubles/temp_folder.h"
 #include "webs/disk_host.h"
 #include "webs/disk_web.h"
 
@@ -71,6 +73,23 @@ TEST_F(SampleWebTest, TheProjectIsThatOfTheIndependentScript) {
   Expect(form->IndexPath(), ".hhk");
   Expect(form->DerivedPath(), ".htm");
   Expect(form->ProjectPath(), ".hhp");
+}
+
+TEST(SampleWebCopy, LeavesOutWhatACompileHasLeftInTheSample) {
+  const TempFolder folder;
+  const std::filesystem::path sample = std::filesystem::path(folder.path()) / "sample";
+  const std::filesystem::path copy = std::filesystem::path(folder.path()) / "copy";
+  std::filesystem::create_directories(sample / "sub");
+  for (const char* name : {"Sample.CHM", "sub/b.chm", "Scr1A2.hhc", "Scr1A3.HHK", "Scrivo.hhp",
+                           "Scr1A4.tmp.htm", "index.htm", "sub/tmp.htm", "scrivo.css"}) {
+    std::ofstream(sample / name) << name;
+  }
+  CopySampleWeb(sample, copy);
+  std::set<std::string> copied;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(copy)) {
+    copied.insert(entry.path().lexically_relative(copy).generic_string());
+  }
+  EXPECT_EQ(copied, (std::set<std::string>{"index.htm", "scrivo.css", "sub", "sub/tmp.htm"}));
 }
 
 }  // namespace

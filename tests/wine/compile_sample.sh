@@ -3,11 +3,12 @@
 
 # compile_sample PRESET WORK: says "ok" or what went wrong, one line a check.
 compile_sample() {
-  local bin=build/$1/bin site="$2/sample web" drive=$WINEPREFIX/drive_c out=$2/compile_sample.log
-  # Each program in a folder of its own, so that nothing leads from one to the other.
-  rm -rf "$site" && cp -r "samples/Scrivo Builder sample web" "$site"
+  local bin=build/$1/bin site="$2/sample web" shipped=$2/shipped drive=$WINEPREFIX/drive_c out=$2/compile_sample.log
+  rm -rf "$site" "$shipped" && cp -r "samples/Scrivo Builder sample web" "$shipped"
   # People compile the sample where it lies; what that has left there is no part of it.
-  find "$site" -type f \( -iname '*.chm' -o -iname '*.hh[ckp]' -o -name '*.tmp.htm' \) -delete
+  find "$shipped" -type f \( -iname '*.chm' -o -iname '*.hh[ckp]' -o -name '*.tmp.htm' \) -delete
+  cp -r "$shipped" "$site"
+  # Each program in a folder of its own, so that nothing leads from one to the other.
   mkdir -p "$drive/Tools" "$drive/Help Workshop"
   cp "$bin/scrivo.exe" "$drive/Tools/" && cp "$bin/hhc.exe" "$drive/Help Workshop/"
   local scrivo=$drive/Tools/scrivo.exe
@@ -32,6 +33,6 @@ compile_sample() {
     echo "does not list the pages of the sample's help file: $(tail -n 3 "$out")"
   fi
   local left
-  left=$(diff -r -q "samples/Scrivo Builder sample web" "$site")
-  if [ -z "$left" ]; then echo ok; else echo "does not leave the web as it was: $left"; fi
+  left=$(diff -r -q "$shipped" "$site")
+  if [ -z "$left" ]; then echo ok; else echo "does not leave the web as it was: ${left//$'\n'/; }"; fi
 }
