@@ -3,14 +3,18 @@
 #include <algorithm>
 
 #include "platform/ansi_names.h"
+#include "text/fold_case.h"
 
 namespace scrivo {
 namespace {
 
-std::string UpperCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
+// What a name is sorted by: without regard to case, and in capitals where other characters stand
+// between capital and small letters.
+std::string OrderKey(const std::string& name) {
+  std::string key = FoldCase(name);
+  std::transform(key.begin(), key.end(), key.begin(),
                  [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
-  return text;
+  return key;
 }
 
 }  // namespace
@@ -18,7 +22,7 @@ std::string UpperCase(std::string text) {
 std::vector<std::string> DerivedImageNames(Files& files, const std::string& folder) {
   std::vector<std::pair<std::string, std::string>> sorted;
   for (const FolderEntry& entry : files.List(folder)) {
-    if (!entry.is_folder) sorted.emplace_back(UpperCase(entry.name), entry.name);
+    if (!entry.is_folder) sorted.emplace_back(OrderKey(entry.name), entry.name);
   }
   std::sort(sorted.begin(), sorted.end());
   std::vector<std::string> names;

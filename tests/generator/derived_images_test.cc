@@ -1,3 +1,4 @@
+#include "system/ansi_text.h"
 #include "tests/generator/generator_test.h"
 
 namespace scrivo {
@@ -47,12 +48,14 @@ TEST_F(DerivedImagesTest, NamesAreWrittenAsTheyAreWhateverTheirType) {
 }
 
 TEST_F(DerivedImagesTest, NamesComeInTheOrderOfAFolderOnWindows) {
-  const char* const ordered[] = {"A",       "a", "a.gif", "A1", "aa.gif", "AB", "az",
-                                 "a_b.gif", "b", "C",     "Z",  "_a",     "{a}"};
+  // The last three are a, O and u with two dots.
+  const char* const ordered[] = {"A",   "a",        "a.gif",    "A1",      "aa.gif", "AB",
+                                 "az",  "a_b.gif",  "b",        "C",       "Z",      "_a",
+                                 "{a}", "\xC3\xA4", "\xC3\x96", "\xC3\xBC"};
   std::string expected = kPageStart;
   for (const char* name : ordered) {
     AddDerived(name);
-    expected += "<img src=\"_derived/" + std::string(name) + "\">\r\n";
+    expected += "<img src=\"_derived/" + ToAnsi(name) + "\">\r\n";
   }
   EXPECT_EQ(Page(), expected + kPageEnd);
 }
