@@ -68,7 +68,7 @@ std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::str
                                            kOkOnly, kComponentTitle);
       });
     } else {
-      const std::string tool = ToolPath(folder);
+      const std::string tool = step([&] { return ToolPath(folder); });
       RunTool("\"" + tool + "\" " + Arguments, WorkingDirectory, &result);
       step([&] { AppendToTranscript(std::string(kLineBreak) + "Done!"); });
       const auto messages = step([&] { return ScanForMessages(transcript_); });

@@ -262,6 +262,20 @@ TEST_F(FrmHHC, AMessageThatNoCompilerIsInstalledMayFailAndBeIgnored) {
   ErrorHandler().Dialog(nullptr);
 }
 
+TEST_F(FrmHHC, AMessageThatNoCompilerIsInstalledIsShownAgainOnRetry) {
+  const auto dialog = std::make_shared<FakeErrorDialog>();
+  dialog->answers = {"RETRY"};
+  ErrorHandler().ErrorHandlerActions(ehaErrorDialog);
+  ErrorHandler().Dialog(dialog);
+  desktop->on_message = [&] {
+    if (desktop->messages.size() == 1) throw Error(kOutOfMemory, "test", "no box");
+  };
+  EXPECT_EQ(frmHHC::Load().Execute("C:\\", "a.hhp"), 0);
+  EXPECT_EQ(dialog->reports.size(), 1u);
+  EXPECT_EQ(desktop->messages.size(), 2u);
+  ErrorHandler().Dialog(nullptr);
+}
+
 TEST_F(FrmHHC, TakesAFolderThatIsNoTextForNone) {
   CRegistry keys;
   keys.Init(kHkeyCurrentUser);
