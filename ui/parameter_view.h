@@ -13,7 +13,8 @@ class ParameterViewEvents {
  public:
   virtual ~ParameterViewEvents() = default;
 
-  // The dialog has become the active window; told on every activation.
+  // The dialog has been shown, or is active again after another form of the add-in. A return from
+  // another program or a message box is not told: restoring the place would undo the user's move.
   virtual void Activated() = 0;
   // The dialog's sizing container has a new size; widths of its parts in twips. The view then
   // takes the widths of the panel's edit parts and of the strip's spacer from their data.
