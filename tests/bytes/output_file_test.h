@@ -12,22 +12,13 @@
 #include <string>
 
 #include "bytes/output_file.h"
+#include "tests/doubles/temp_folder.h"
 #include "tests/lzx/sample_data.h"
 
 namespace scrivo {
 
 class OutputFileTest : public testing::Test {
  protected:
-  OutputFileTest()
-      : folder_(std::filesystem::path(testing::TempDir()) /
-                ("output_file_" +
-                 std::string(testing::UnitTest::GetInstance()->current_test_info()->name()))),
-        target_(folder_ / std::filesystem::path(u8"h\u00e9lp.chm")) {
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
-  }
-  ~OutputFileTest() override { std::filesystem::remove_all(folder_); }
-
   std::unique_ptr<OutputFile> Create() const { return Create(target_); }
 
   static std::unique_ptr<OutputFile> Create(const std::filesystem::path& target) {
@@ -58,8 +49,9 @@ class OutputFileTest : public testing::Test {
                                                   std::filesystem::directory_iterator()));
   }
 
-  std::filesystem::path folder_;
-  std::filesystem::path target_;
+  const TempFolder temporary_;
+  const std::filesystem::path folder_ = temporary_.path();
+  const std::filesystem::path target_ = folder_ / std::filesystem::path(u8"h\u00e9lp.chm");
 };
 
 }  // namespace scrivo

@@ -13,6 +13,7 @@
 #include "cli/hh_command.h"
 #include "cli/info_command.h"
 #include "cli/list_command.h"
+#include "tests/doubles/temp_folder.h"
 
 namespace scrivo {
 namespace {
@@ -31,13 +32,6 @@ std::string Utf8(const fs::path& path) {
 
 class HelpCommandsTest : public testing::Test {
  protected:
-  void SetUp() override {
-    root_ = fs::temp_directory_path() / "scrivo help commands";
-    fs::remove_all(root_);
-    fs::create_directories(root_);
-  }
-  void TearDown() override { fs::remove_all(root_); }
-
   int Hh(const std::vector<std::string>& arguments) { return RunHh(arguments, out_, err_); }
 
   // A copy of a help file in which `at` from the end on is cut off.
@@ -49,7 +43,8 @@ class HelpCommandsTest : public testing::Test {
   }
 
   const fs::path kData = fs::path(SCRIVO_SOURCE_DIR) / "tests/data/chm";
-  fs::path root_;
+  const TempFolder temporary_;
+  const fs::path root_ = temporary_.path();
   std::ostringstream out_, err_;
 };
 

@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "bytes/byte_source.h"
+#include "tests/doubles/temp_folder.h"
 
 namespace scrivo {
 namespace {
@@ -30,18 +31,10 @@ std::string ReadFileText(const fs::path& path) {
 class OutputFolderTest : public testing::Test {
  protected:
   void SetUp() override {
-    const auto* info = testing::UnitTest::GetInstance()->current_test_info();
-    root_ = fs::temp_directory_path() / (std::string("scrivo output ") + info->name());
-    fs::remove_all(root_);
     std::error_code error;
     folder_ = OpenOutputFolder(root_ / "new" / "folder", &error);
     ASSERT_NE(folder_, nullptr) << error.message();
   }
-  void TearDown() override {
-    folder_.reset();
-    fs::remove_all(root_);
-  }
-
   WriteOutcome Create(const std::string& path, const std::string& content) {
     return folder_->Create(path, AsBytes(content)).outcome;
   }
@@ -53,7 +46,8 @@ class OutputFolderTest : public testing::Test {
     return std::distance(fs::directory_iterator(At(folder)), {});
   }
 
-  fs::path root_;
+  const TempFolder temporary_;
+  const fs::path root_ = temporary_.path();
   std::unique_ptr<OutputFolder> folder_;
 };
 

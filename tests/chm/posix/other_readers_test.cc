@@ -12,6 +12,7 @@
 
 #include "bytes/output_file.h"
 #include "chm/container_writer.h"
+#include "tests/doubles/temp_folder.h"
 #include "tests/lzx/sample_data.h"
 
 namespace scrivo {
@@ -62,13 +63,13 @@ Bytes Content(const fs::path& path) {
 
 // `extract` is called with a help file and an empty folder, and gives the exit code.
 template <typename Extract>
-void CheckSamples(const std::string& reader, Extract extract) {
-  const fs::path folder = fs::path(testing::TempDir()) / ("other_readers_" + reader);
+void CheckSamples(Extract extract) {
   int number = 0;
   for (const std::vector<Page>& pages : Samples()) {
     for (const std::size_t factor : {1, 8}) {
       SCOPED_TRACE(++number);
-      fs::remove_all(folder);
+      const TempFolder temporary;
+      const fs::path folder = temporary.path();
       fs::create_directories(folder / "out");
       const fs::path file = folder / "sample.chm";
       std::error_code error;
@@ -86,19 +87,18 @@ void CheckSamples(const std::string& reader, Extract extract) {
       }
     }
   }
-  fs::remove_all(folder);
 }
 
 TEST(OtherReadersTest, SevenZipExtractsEveryByte) {
   if (!IsInstalled("7z")) GTEST_SKIP() << "7z is not installed";
-  CheckSamples("7z", [](const std::string& file, const std::string& folder) {
+  CheckSamples([](const std::string& file, const std::string& folder) {
     return RunQuietly("7z x -y", "-o'" + folder + "' '" + file + "'");
   });
 }
 
 TEST(OtherReadersTest, ChmLibExtractsEveryByte) {
   if (!IsInstalled("extract_chmLib")) GTEST_SKIP() << "extract_chmLib is not installed";
-  CheckSamples("chmlib", [](const std::string& file, const std::string& folder) {
+  CheckSamples([](const std::string& file, const std::string& folder) {
     return RunQuietly("extract_chmLib", "'" + file + "' '" + folder + "'");
   });
 }

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "bytes/byte_source.h"
+#include "tests/doubles/temp_folder.h"
 #include "unpack/output_folder.h"
 
 namespace scrivo {
@@ -21,24 +22,18 @@ namespace fs = std::filesystem;
 class OutputLinksTest : public testing::Test {
  protected:
   void SetUp() override {
-    root_ = fs::temp_directory_path() / "scrivo output links";
-    fs::remove_all(root_);
     fs::create_directories(root_ / "outside");
     std::error_code error;
     folder_ = OpenOutputFolder(root_ / "folder", &error);
     ASSERT_NE(folder_, nullptr) << error.message();
   }
-  void TearDown() override {
-    folder_.reset();
-    fs::remove_all(root_);
-  }
-
   WriteOutcome Create(const std::string& path) {
     const std::uint8_t content[] = {'n', 'e', 'w'};
     return folder_->Create(path, content).outcome;
   }
 
-  fs::path root_;
+  const TempFolder temporary_;
+  const fs::path root_ = temporary_.path();
   std::unique_ptr<OutputFolder> folder_;
 };
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "bytes/win32/windows_api.h"
+#include "tests/doubles/temp_folder.h"
 #include "tests/platform/win32/eventually.h"
 #include "unpack/output_folder.h"
 
@@ -115,16 +116,10 @@ class FolderLink {
 class OutputJunctionsTest : public testing::Test {
  protected:
   void SetUp() override {
-    fs::remove_all(root_);
     fs::create_directories(outside_);
     folder_ = Open(root_ / "folder");
     ASSERT_NE(folder_, nullptr);
   }
-  void TearDown() override {
-    folder_.reset();
-    fs::remove_all(root_);
-  }
-
   static std::unique_ptr<OutputFolder> Open(const fs::path& path) {
     std::error_code error;
     return OpenOutputFolder(path, &error);
@@ -134,7 +129,8 @@ class OutputJunctionsTest : public testing::Test {
     return folder_->Create(path, content).outcome;
   }
 
-  const fs::path root_ = fs::temp_directory_path() / "scrivo output junctions";
+  const TempFolder temporary_;
+  const fs::path root_ = temporary_.path();
   const fs::path outside_ = root_ / "outside";
   std::unique_ptr<OutputFolder> folder_;
 };
