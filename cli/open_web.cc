@@ -35,7 +35,7 @@ void WebWarnings::Sum() {
   console_.Warn("and " + std::to_string(problems_ - kMostShown) + " more problems in this web");
 }
 
-std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings,
+std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebReport& warnings,
                                    WebLanguage* language) {
   const std::string path = AbsolutePath(options.web);
   const WebLanguage web = LanguageOfWeb(options, path);

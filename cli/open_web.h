@@ -28,7 +28,7 @@ class WebWarnings : public WebReport {
 // Opens the web that the options name, and chooses the code page of ANSI text for it. The warnings
 // must outlive the web. `language`, unless null, tells what the help file's texts are to be in.
 // Throws Error with a text for the user.
-std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebWarnings& warnings,
+std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebReport& warnings,
                                    WebLanguage* language = nullptr);
 
 // Tells where the pages of the web lie in it.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/check_command.h"
 #include "cli/compile_command.h"
 #include "cli/decompile_command.h"
 #include "cli/error_text.h"
@@ -73,8 +74,19 @@ std::vector<Option> TextOptions(ExportOptionsGiven* site) {
       site);
 }
 
+std::vector<Option> CheckingOptions(CheckOptionsGiven* check) {
+  std::vector<Option> options = {
+      {"--json", "", "", "print the findings as JSON",
+       [=](const std::string&) { check->json = true; }},
+      {"--all-messages", "", "", "print all findings, not only 20 of a kind",
+       [=](const std::string&) { check->all_messages = true; }},
+  };
+  for (Option& option : ReadingOptions(&check->web)) options.push_back(std::move(option));
+  return options;
+}
+
 std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_file,
-                                  ExportOptionsGiven* site) {
+                                  ExportOptionsGiven* site, CheckOptionsGiven* check) {
   const auto on_web = [web](int (*command)(const CompileOptions&, Console&)) {
     return [=](const Streams& streams) {
       const auto work = [=](Console& console) { return command(*web, console); };
@@ -112,6 +124,16 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
         {WebOperand(web)},
         ReadingOptions(web)},
        on_web(PrintTree)},
+      {{"check",
+        "Finds what is wrong with a web before its readers do.",
+        {WebOperand(&check->web)},
+        CheckingOptions(check),
+        "The exit status is 0 if nothing was found, 1 if something was or the web cannot\nbe read, "
+        "and 2 if the command line is wrong."},
+       [=](const Streams& streams) {
+         const auto work = [=](Console& console) { return CheckWebOf(*check, console); };
+         return RunOnConsole(work, check->web.quiet, streams);
+       }},
       {{"decompile", "Unpacks a help file into a folder.", {file, folder}, {quiet}},
        [=](const Streams& streams) {
          const auto work = [=](Console& console) { return UnpackFile(*help_file, console); };
@@ -205,7 +227,8 @@ int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams)
   CompileOptions web;
   HelpFileOptions help_file;
   ExportOptionsGiven site;
-  const std::vector<Command> commands = MakeCommands(&web, &help_file, &site);
+  CheckOptionsGiven check;
+  const std::vector<Command> commands = MakeCommands(&web, &help_file, &site, &check);
   try {
     if (arguments.empty()) {
       streams.err << Overview(commands);

@@ -1,0 +1,45 @@
+#include "cli/check_command.h"
+
+#include <limits>
+
+#include "checker/web_check.h"
+#include "cli/check_report.h"
+#include "cli/compile_report.h"
+#include "cli/disk_path.h"
+#include "cli/open_web.h"
+#include "project/source_files.h"
+
+namespace scrivo {
+namespace {
+
+constexpr std::size_t kMostShown = 20;  // of a kind
+
+}  // namespace
+
+int CheckWebOf(const CheckOptionsGiven& given, Console& console) {
+  console.BeginStep("Checking " + given.web.web);
+  WebProblemList problems;
+  WebLanguage language;
+  const std::shared_ptr<DiskWeb> web = OpenWebOf(given.web, problems, &language);
+  CheckOptions options;
+  options.help_code_page = language.help_code_page;
+  options.page_code_page = language.undeclared_code_page;
+  options.on_page = [&](std::size_t done, std::size_t all) {
+    StopIfInterrupted();
+    console.ShowProgress(std::to_string(100 * done / all) + " %", "");
+  };
+  const std::string folder = web->BaseFolder()->LocalPath();
+  const DiskFiles files;
+  const WebFindings found = CheckWeb(*web, files, PortablePathOf(folder), problems, options);
+  console.EndSteps();
+  if (given.json) {
+    console.Print(CheckReportJson(found, folder));
+  } else {
+    const std::size_t most =
+        given.all_messages ? std::numeric_limits<std::size_t>::max() : kMostShown;
+    for (const std::string& line : CheckReportLines(found, most)) console.Print(line);
+  }
+  return found.findings.empty() ? 0 : 1;
+}
+
+}  // namespace scrivo
