@@ -7,8 +7,7 @@
 #include "checker/page_check.h"
 #include "text/code_page.h"
 
-using namespace scrivo;
-
+namespace scrivo {
 namespace {
 
 void Require(bool condition) {
@@ -30,8 +29,10 @@ class TwoFiles : public SourceFiles {
 };
 
 }  // namespace
+}  // namespace scrivo
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace scrivo;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   const TwoFiles files;
   ProjectTree web(files, "web", 1252, false);
