@@ -3,25 +3,12 @@
 #include <cstddef>
 #include <utility>
 
-#include "text/code_page.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 namespace {
 
 constexpr std::size_t kMostProblems = 100;
-
-void AppendHex(unsigned char byte, std::string* out) {
-  static constexpr std::string_view kDigits = "0123456789ABCDEF";
-  *out += "\\x";
-  *out += kDigits[byte >> 4];
-  *out += kDigits[byte & 15];
-}
-
-// Control characters, and those that turn the direction of writing round.
-bool IsTricky(char32_t c) {
-  return c < 0x20 || (c >= 0x7F && c < 0xA0) || (c >= 0x200B && c <= 0x200F) ||
-         (c >= 0x2028 && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) || c == 0xFEFF;
-}
 
 // Fills `pattern`: %n is number, %o is other, %e the name, %d the detail.
 std::string Fill(std::string_view pattern, const Problem& problem) {
@@ -138,21 +125,6 @@ void AddProblem(Problems* problems, Problem problem) {
   } else {
     problems->push_back({ProblemKind::kMoreProblems, 1});
   }
-}
-
-std::string PrintableName(std::string_view name) {
-  std::string printable;
-  while (!name.empty()) {
-    const std::string_view before = name;
-    const char32_t character = NextUtf8(&name);
-    const std::string_view taken = before.substr(0, before.size() - name.size());
-    if (IsTricky(character) || !IsUtf8(taken)) {
-      for (const char c : taken) AppendHex(static_cast<unsigned char>(c), &printable);
-    } else {
-      printable += taken;
-    }
-  }
-  return printable;
 }
 
 std::string Describe(const Problem& problem) { return Fill(Pattern(problem.kind), problem); }

@@ -75,11 +75,8 @@ using Problems = std::vector<Problem>;
 // so that a large file in which all is wrong does not fill memory with complaints.
 void AddProblem(Problems* problems, Problem problem);
 
-// One English line without an end, for people: what is wrong, and what was done about it. Bytes of
-// names that could play tricks on a terminal are shown as \xNN.
+// One English line without an end, for people: what is wrong, and what was done about it. Names
+// are as PrintableName() gives them.
 std::string Describe(const Problem& problem);
-
-// `name` as Describe() shows it.
-std::string PrintableName(std::string_view name);
 
 }  // namespace scrivo

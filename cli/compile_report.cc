@@ -6,6 +6,7 @@
 #include "platform/ansi_names.h"
 #include "system/error.h"
 #include "system/interruption.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 
@@ -21,7 +22,7 @@ void CompileReport::File(std::string_view path) { Line(NameText(std::string(path
 bool CompileReport::StopWanted() const { return Interrupted(); }
 
 void CompileReport::Message(const CompileMessage& message) {
-  const std::string& text = message.text;
+  const std::string text = VisibleLine(message.text);
   switch (message.severity) {
     case Severity::kNote:
       return console_.Remark(text);

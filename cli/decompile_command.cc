@@ -9,6 +9,7 @@
 #include "system/error.h"
 #include "system/interruption.h"
 #include "system/services.h"
+#include "text/visible_text.h"
 #include "unpack/output_folder.h"
 #include "unpack/unpack.h"
 

@@ -6,6 +6,7 @@
 #include "bytes/byte_source.h"
 #include "chm/problem.h"
 #include "project/source_files.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 

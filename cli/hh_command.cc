@@ -10,6 +10,7 @@
 #include "cli/help_file.h"
 #include "project/source_files.h"
 #include "system/interruption.h"
+#include "text/visible_text.h"
 #include "unpack/output_folder.h"
 #include "unpack/unpack.h"
 

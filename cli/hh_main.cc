@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/code_page_stream.h"
 #include "cli/hh_command.h"
+#include "cli/terminal_stream.h"
 #include "system/interruption.h"
 #include "system/program_arguments.h"
 #include "system/terminal.h"
@@ -14,13 +14,13 @@
 int main(int argc, char** argv) {
   scrivo::CatchInterruptions();
   const int code_page = scrivo::TerminalCodePage();
+  scrivo::TerminalStream out(std::cout, code_page);
+  scrivo::TerminalStream err(std::cerr, code_page);
   try {
     const std::vector<std::string> arguments = scrivo::ProgramArguments(argc, argv);
-    scrivo::CodePageStream out(std::cout, code_page);
-    scrivo::CodePageStream err(std::cerr, code_page);
     return scrivo::RunHh(arguments, out, err);
   } catch (const std::exception& exception) {
-    std::cerr << "hh: error: " << exception.what() << '\n';
+    err << "hh: error: " << exception.what() << '\n';
     return 1;
   }
 }

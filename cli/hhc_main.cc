@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/code_page_stream.h"
 #include "cli/hhc_command.h"
+#include "cli/terminal_stream.h"
 #include "project/source_files.h"
 #include "system/interruption.h"
 #include "system/program_arguments.h"
@@ -18,6 +18,8 @@
 int main(int argc, char** argv) {
   scrivo::CatchInterruptions();
   const int code_page = scrivo::TerminalCodePage();
+  scrivo::TerminalStream out(std::cout, code_page);
+  scrivo::TerminalStream err(std::cerr, code_page);
   try {
     const std::vector<std::string> arguments = scrivo::ProgramArguments(argc, argv);
     scrivo::HhcSurroundings surroundings;
@@ -26,11 +28,9 @@ int main(int argc, char** argv) {
     if (const char* epoch = std::getenv("SOURCE_DATE_EPOCH")) {
       surroundings.source_date_epoch = epoch;
     }
-    scrivo::CodePageStream out(std::cout, code_page);
-    scrivo::CodePageStream err(std::cerr, code_page);
     return scrivo::RunHhc(arguments, surroundings, out, err);
   } catch (const std::exception& exception) {
-    std::cerr << "hhc: error: " << exception.what() << '\n';
+    err << "hhc: error: " << exception.what() << '\n';
     // Told apart without memory, which may be what is missing.
     bool gnu = std::getenv("HHC_GNU") != nullptr;
     for (int i = 1; i < argc; ++i) gnu = gnu || std::strcmp(argv[i], "--gnu") == 0;

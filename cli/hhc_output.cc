@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "system/interruption.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 namespace {
@@ -31,7 +32,8 @@ std::string WithThousands(std::uint64_t number) {
 HhcOutput::HhcOutput(std::ostream& stream, std::string name)
     : stream_(stream), name_(std::move(name)) {}
 
-void HhcOutput::Line(std::string_view line) {
+void HhcOutput::Line(std::string_view raw) {
+  const std::string line = VisibleLine(raw);
   stream_ << line << '\n' << std::flush;
   text_.append(line).append("\r\n");
 }

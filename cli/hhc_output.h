@@ -32,7 +32,7 @@ class HhcOutput : public CompileListener {
   const std::string& Text() const { return text_; }
 
  private:
-  void Line(std::string_view line);
+  void Line(std::string_view raw);
 
   std::ostream& stream_;
   std::string name_;

@@ -6,11 +6,11 @@
 #include <ostream>
 #include <string_view>
 
-#include "chm/problem.h"
 #include "chm/system_info.h"
 #include "cli/help_file.h"
 #include "project/sitemap.h"
 #include "text/languages.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 namespace {

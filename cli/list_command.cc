@@ -7,6 +7,7 @@
 
 #include "chm/problem.h"
 #include "cli/help_file.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 

@@ -7,6 +7,7 @@
 #include "platform/globals.h"
 #include "project/source_files.h"
 #include "system/services.h"
+#include "text/visible_text.h"
 #include "webs/disk_host.h"
 
 namespace scrivo {
@@ -27,7 +28,7 @@ void WebWarnings::Problem(const WebProblem& problem) {
   if (++problems_ > kMostShown) return;
   std::string place = problem.file;
   if (problem.line != 0) place.append(":").append(std::to_string(problem.line));
-  console_.Warn(place + ": " + problem.reason);
+  console_.Warn(VisibleLine(place + ": " + problem.reason));
 }
 
 void WebWarnings::Sum() {

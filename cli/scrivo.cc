@@ -14,6 +14,7 @@
 #include "cli/tree_command.h"
 #include "cli/view_command.h"
 #include "system/interruption.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 namespace {
@@ -216,7 +217,7 @@ int RunOnConsole(const Work& work, bool quiet, const Streams& streams) {
   } catch (...) {
     const Error error = ErrorFrom(std::current_exception());
     console.EndSteps();
-    if (error.number != kUserInterrupt) console.Fail(ErrorText(error));
+    if (error.number != kUserInterrupt) console.Fail(VisibleLine(ErrorText(error)));
   }
   return Interrupted() ? kInterrupted : status;
 }

@@ -5,10 +5,12 @@
 #include <string>
 
 #include "cli/scrivo.h"
+#include "cli/terminal_stream.h"
 #include "system/interruption.h"
 #include "system/program_arguments.h"
 #include "system/services.h"
 #include "system/terminal.h"
+#include "text/code_page.h"
 
 namespace {
 
@@ -20,22 +22,24 @@ double SecondsNow() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const bool live = scrivo::IsTerminal(scrivo::StandardStream::kError);
+  scrivo::TerminalStream out(std::cout, scrivo::kUtf8CodePage);
+  scrivo::TerminalStream err(std::cerr, scrivo::kUtf8CodePage, live);
   try {
     scrivo::ShowUtf8OnTerminal();
     scrivo::CatchInterruptions();
     scrivo::TheServices() = scrivo::CreateSystemServices();
     const scrivo::Streams streams = {
-        std::cout, std::cerr, scrivo::IsTerminal(scrivo::StandardStream::kError),
-        scrivo::TerminalColumns(scrivo::StandardStream::kError), SecondsNow};
+        out, err, live, scrivo::TerminalColumns(scrivo::StandardStream::kError), SecondsNow};
     const int status = scrivo::RunScrivo(scrivo::ProgramArguments(argc, argv), streams);
-    std::cout.flush();
-    if (!std::cout && status == 0) {
-      std::cerr << "scrivo: error: the results could not be written to the output\n";
+    out.flush();
+    if (!out && status == 0) {
+      err << "scrivo: error: the results could not be written to the output\n";
       return 1;
     }
     return status;
   } catch (const std::exception& exception) {
-    std::cerr << "scrivo: error: " << exception.what() << "\n";
+    err << "scrivo: error: " << exception.what() << "\n";
     return 1;
   }
 }

@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/code_page_stream.h"
 #include "cli/hh_command.h"
 #include "cli/info_command.h"
 #include "cli/list_command.h"
@@ -172,27 +171,6 @@ TEST_F(HelpCommandsTest, InfoFailsWithoutTheSystemStream) {
   std::ofstream(root_ / "broken.chm", std::ios::binary) << bytes;
   EXPECT_EQ(RunInfo(Utf8(root_ / "broken.chm"), out_, err_), 1);
   EXPECT_NE(err_.str().find("/#SYSTEM is missing or damaged"), std::string::npos) << err_.str();
-}
-
-TEST(CodePageStreamTest, HandsOnLinesInTheCodePage) {
-  std::ostringstream target;
-  CodePageStream stream(target, 1252);
-  stream << "\u00E4";
-  EXPECT_EQ(target.str(), "");
-  stream << "b\nc";
-  EXPECT_EQ(target.str(),
-            "\xE4"
-            "b\n");
-  stream << std::flush;
-  EXPECT_EQ(target.str(),
-            "\xE4"
-            "b\nc");
-}
-
-TEST(CodePageStreamTest, HandsOnTheRestAtTheEnd) {
-  std::ostringstream target;
-  { CodePageStream(target, 65001) << "rest"; }
-  EXPECT_EQ(target.str(), "rest");
 }
 
 }  // namespace

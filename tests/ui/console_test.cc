@@ -147,7 +147,7 @@ TEST_F(ConsoleTest, KeepsControlCharactersOutOfTheStatusLine) {
   console.BeginStep("Step");
   TakeError();
   console.ShowProgress("", "a\tb\x1B[2Jc");
-  EXPECT_EQ(TakeError(), "\rStep  a b [2Jc  0:00");
+  EXPECT_EQ(TakeError(), "\rStep  a b\\x1B[2Jc  0:00");
 }
 
 TEST_F(ConsoleTest, ContinuesATextOfSeveralLinesIndented) {

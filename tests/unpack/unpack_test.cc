@@ -12,6 +12,7 @@
 #include "tests/chm/chm_image.h"
 #include "tests/unpack/memory_output_folder.h"
 #include "tests/unpack/recording_listener.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 namespace {

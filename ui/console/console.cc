@@ -1,7 +1,10 @@
 #include "ui/console/console.h"
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
+
+#include "text/visible_text.h"
 
 namespace scrivo {
 namespace {
@@ -18,12 +21,11 @@ std::vector<std::size_t> CharacterStarts(const std::string& text) {
 
 std::size_t Width(const std::string& text) { return CharacterStarts(text).size() - 1; }
 
-// `text` without control characters, which would move the cursor.
-std::string OnOneLine(std::string text) {
-  for (char& c : text) {
-    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
-  }
-  return text;
+// `text` with columns that can be counted.
+std::string OnOneLine(const std::string& text) {
+  std::string line = VisibleLine(text);
+  std::replace(line.begin(), line.end(), '\t', ' ');
+  return line;
 }
 
 std::string TwoDigits(long number) {
@@ -39,7 +41,7 @@ Console::~Console() { Erase(); }
 
 void Console::Print(const std::string& line) {
   Erase();
-  out_ << line << "\n" << std::flush;
+  out_ << VisibleLine(line) << "\n" << std::flush;
   Draw();
 }
 
@@ -53,7 +55,7 @@ void Console::Note(const std::string& line) {
 void Console::Remark(const std::string& line) {
   if (options_.quiet) return;
   Erase();
-  err_ << line << "\n" << std::flush;
+  err_ << VisibleLine(line) << "\n" << std::flush;
   Draw();
 }
 
@@ -69,12 +71,17 @@ void Console::Fail(const std::string& text) {
 void Console::WriteError(const std::string& kind, const std::string& text) {
   Erase();
   err_ << "scrivo: " << kind;
-  for (const char c : text) {
-    if (c == '\r') continue;
-    err_ << c;
-    if (c == '\n') err_ << "  ";
+  std::string_view rest = text;
+  while (true) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    err_ << VisibleLine(line) << "\n";
+    if (end == rest.size()) break;
+    rest.remove_prefix(end + 1);
+    err_ << "  ";
   }
-  err_ << "\n" << std::flush;
+  err_ << std::flush;
   Draw();
 }
 
@@ -82,7 +89,7 @@ void Console::BeginStep(const std::string& what) {
   step_ = what;
   percentage_.clear();
   detail_.clear();
-  if (!options_.live && !options_.quiet) err_ << what << "\n" << std::flush;
+  if (!options_.live && !options_.quiet) err_ << VisibleLine(what) << "\n" << std::flush;
   Draw();
 }
 

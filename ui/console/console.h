@@ -18,7 +18,8 @@ struct ConsoleOptions {
 // A terminal, or the two streams of a program whose output goes elsewhere. Results and notes go to
 // the output stream; warnings, errors and the steps of a run go to the error stream: where
 // somebody looks, as one status line that is rewritten in place. Whatever else is printed stands
-// above that line.
+// above that line. Names and titles may come from anybody: what a terminal must not get raw is
+// shown as text/visible_text.h has it.
 class Console {
  public:
   // Both streams must outlive the console.
