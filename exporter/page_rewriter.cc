@@ -115,9 +115,10 @@ void Rewriter::Text(std::string_view text, std::string* out) {
 RewrittenPage Rewriter::Rewrite() {
   page_.html.reserve(html_.size() + html_.size() / 16 + 512);
   HtmlTokenizer tokens(html_);
-  if (html_.starts_with(kUtf8Mark)) {
-    tokens.SetPosition(kUtf8Mark.size());
-    copied_ = kUtf8Mark.size();
+  // A mark in front would be another page's, put together with this one.
+  while (html_.substr(copied_).starts_with(kUtf8Mark)) {
+    copied_ += kUtf8Mark.size();
+    tokens.SetPosition(copied_);
   }
   CollectObjects();
   TitleFinder title(kUtf8CodePage);

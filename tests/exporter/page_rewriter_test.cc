@@ -30,6 +30,12 @@ TEST_F(PageRewriter, PutsItsLineAtTheStartOfTheHead) {
   EXPECT_EQ(Rewrite("text only"), "text only[../HEAD]");
 }
 
+TEST_F(PageRewriter, TakesEveryMarkOfUtf8AwayThatStandsInFront) {
+  rules.head = "";
+  EXPECT_EQ(Rewrite("\xEF\xBB\xBF\xEF\xBB\xBF<p>x"), "<p>x");
+  EXPECT_EQ(Rewrite("<p>\xEF\xBB\xBFx"), "<p>\xEF\xBB\xBFx");
+}
+
 TEST_F(PageRewriter, LeavesBytesAndGoodLinksAlone) {
   rules.head = "";
   const std::string html =
