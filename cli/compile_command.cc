@@ -13,6 +13,7 @@
 #include "cli/overlay_files.h"
 #include "cli/run_summary.h"
 #include "cli/web_job.h"
+#include "errors/frame.h"
 #include "hhc/compiler.h"
 #include "system/error.h"
 #include "system/interruption.h"
@@ -85,6 +86,7 @@ bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileR
   request.working_folder = PortablePathOf(project.folder);
   request.project_path = project.name;
   request.output = PortablePathOf(job.output);
+  request.more_files = project.unlisted;
   request.compiler_name = kCompilerName;
   request.time = TimeToRecord();
   request.threads = CompilerThreads();
@@ -106,14 +108,19 @@ bool Compile(const CompileOptions& options, WebToCompile* web, CompileReport* re
     return CompileWithForeign(compiler, *web->web, job, web->locate, report, &console);
   }
   if (!job.keep_project) {
-    return CompileInMemory(MakeHelpProject(*web->web, job, web->locate, kProjectBaseName), job,
-                           report, console);
+    return CompileInMemory(
+        MakeHelpProject(*web->web, job, web->locate, kProjectBaseName, ProjectUse::kInProcess), job,
+        report, console);
   }
   const std::string folder = web->web->BaseFolder()->LocalPath();
-  const HelpProject project =
-      MakeHelpProject(*web->web, job, web->locate, FreeProjectBaseName(folder));
-  WrittenProject(project).Keep();
-  return CompileInMemory(project, job, report, console);
+  const std::string base_name = FreeProjectBaseName(folder);
+  const auto make = [&](ProjectUse use) {
+    return MakeHelpProject(*web->web, job, web->locate, base_name, use);
+  };
+  const HelpProject kept = make(ProjectUse::kAnywhere);
+  TellUnlisted(kept, console);
+  WrittenProject(kept).Keep();
+  return CompileInMemory(make(ProjectUse::kInProcess), job, report, console);
 }
 
 // A quiet run has not told the warnings, which are now what it fails for.
@@ -133,6 +140,12 @@ void Show(const std::string& help_file, Console& console) {
   console.Warn(help_file + ": no program could be started to open it");
 }
 
+void TellMade(const std::string& output, const WebCounts& counts, Console& console) {
+  console.Note("Made " + output + ": " + CountsText(counts) + ", " +
+               SizeText(TheServices().files->Size(output)) + ", " +
+               DurationText(console.Seconds()));
+}
+
 int CompileTelling(const CompileOptions& options, bool tell_result, Console& console) {
   console.BeginStep("Reading " + options.web);
   WebToCompile web(options, console);
@@ -143,16 +156,22 @@ int CompileTelling(const CompileOptions& options, bool tell_result, Console& con
   CompileReport report(console, web.counts.files);
   const bool made = Compile(options, &web, &report, console);
   console.EndSteps();
-  web.TellWarnings(&report);
   if (!made) {
-    console.Fail(output + ": no help file was made" +
-                 (had_earlier ? "; the earlier file is kept" : ""));
+    web.TellWarnings(&report);
+    const std::string outcome =
+        output + ": no help file was made" + (had_earlier ? "; the earlier file is kept" : "");
+    // What is an error is told once; the outcome stands behind it.
+    if (console.Failures() > 0) {
+      console.Remark(outcome);
+    } else {
+      console.Fail(outcome);
+    }
     return 1;
   }
+  // The file is there: that memory or the output ends in telling so is no failure.
+  IgnoringErrors([&] { web.TellWarnings(&report); });
   if (tell_result) {
-    console.Note("Made " + output + ": " + CountsText(web.counts) + ", " +
-                 SizeText(TheServices().files->Size(output)) + ", " +
-                 DurationText(console.Seconds()));
+    IgnoringErrors([&] { TellMade(output, web.counts, console); });
   }
   if (options.view) Show(output, console);
   if (!options.strict || report.Messages() == 0) return 0;
@@ -175,8 +194,9 @@ int WriteProjectOf(const CompileOptions& options, Console& console) {
   WebToCompile web(options, console);
   web.job.without_bars = false;  // nothing takes them out of the pages that the project names
   const std::string folder = web.web->BaseFolder()->LocalPath();
-  const HelpProject project =
-      MakeHelpProject(*web.web, web.job, web.locate, FreeProjectBaseName(folder));
+  const HelpProject project = MakeHelpProject(*web.web, web.job, web.locate,
+                                              FreeProjectBaseName(folder), ProjectUse::kAnywhere);
+  TellUnlisted(project, console);
   StopIfInterrupted();
   WrittenProject written(project);
   written.Keep();

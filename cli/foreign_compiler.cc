@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "bytes/byte_source.h"
+#include "bytes/folder_items.h"
 #include "bytes/little_endian.h"
 #include "bytes/output_file.h"
 #include "chm/container_format.h"
@@ -46,8 +47,7 @@ class WorkFolder {
     Disk().MakeFolder(path_);
   }
   ~WorkFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(DiskPathOf(path_), ignored);
+    IgnoringErrors([&] { RemoveFolder(DiskPathOf(path_)); });
   }
   WorkFolder(const WorkFolder&) = delete;
   WorkFolder& operator=(const WorkFolder&) = delete;
@@ -224,13 +224,14 @@ bool CompileWithForeign(const std::string& compiler, SiteWeb& web, const Compile
   const std::string base_name = FreeProjectBaseName(folder);
   CompileJob inner = job;
   inner.output = work.PathOf(GetFileName(job.output));
-  const HelpProject project = MakeHelpProject(web, inner, locate, base_name);
+  const HelpProject project = MakeHelpProject(web, inner, locate, base_name, ProjectUse::kAnywhere);
+  TellUnlisted(project, *console);
   WrittenProject written(project);
   Run run(report);
   run.Do(compiler, folder, project.name);
   if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
   if (job.keep_project) {
-    const HelpProject kept = MakeHelpProject(web, job, locate, base_name);
+    const HelpProject kept = MakeHelpProject(web, job, locate, base_name, ProjectUse::kAnywhere);
     Disk().WriteWhole(JoinPath(folder, kept.name), kept.files.at(kept.name));
     written.Keep();
   }

@@ -1,12 +1,18 @@
 #include "cli/help_project.h"
 
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "errors/frame.h"
+#include "platform/ansi_names.h"
 #include "platform/paths.h"
 #include "platform/text_file.h"
+#include "project/project_lines.h"
 #include "system/error.h"
 #include "system/services.h"
+#include "text/visible_text.h"
 #include "writers/contents.h"
 #include "writers/derived_images.h"
 #include "writers/index.h"
@@ -46,29 +52,88 @@ std::string DerivedPageOf(const std::string& web_folder, bool without_bars) {
   return DerivedImagesPage(names);
 }
 
+// A location as an address in contents and index, where some characters would part it or be cut
+// off.
+std::string AsAddress(const std::string& location) {
+  constexpr std::string_view kParting = "#?:\\\"";
+  const bool is_plain = location.find_first_of(kParting) == std::string::npos &&
+                        !location.starts_with(' ') && !location.ends_with(' ');
+  if (is_plain) return location;
+  static constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string address;
+  for (const char c : location) {
+    if (c != '%' && c != ' ' && kParting.find(c) == std::string_view::npos) {
+      address += c;
+    } else {
+      const auto byte = static_cast<unsigned char>(c);
+      address.append({'%', kDigits[byte >> 4], kDigits[byte & 15]});
+    }
+  }
+  return address;
+}
+
+// Gives the files of the web that need it such an address instead of their location.
+Locator AddressesOf(const SiteFiles& files, const Locator& locate) {
+  std::unordered_map<std::string, std::string> addresses;
+  for (const std::shared_ptr<SiteFile>& file : files) {
+    const std::string location = locate(file->Url());
+    std::string address = AsAddress(location);
+    if (address != location) addresses.emplace(file->Url(), std::move(address));
+  }
+  return [=](const std::string& url) {
+    const auto found = addresses.find(url);
+    return found == addresses.end() ? locate(url) : found->second;
+  };
+}
+
+// Takes the pages out of `files` that no line of a project can name; their locations.
+std::vector<std::string> TakeUnlisted(SiteFiles* files, const Locator& locate) {
+  std::vector<std::string> unlisted;
+  std::erase_if(*files, [&](const std::shared_ptr<SiteFile>& file) {
+    if (!IsProjectPage(*file)) return false;
+    std::string location = locate(file->Url());
+    if (FitsFileLine(location)) return false;
+    unlisted.push_back(std::move(location));
+    return true;
+  });
+  return unlisted;
+}
+
 }  // namespace
 
 HelpProject MakeHelpProject(SiteWeb& web, CompileJob job, const Locator& locate,
-                            const std::string& base_name) {
+                            const std::string& base_name, ProjectUse use) {
   HelpProject project;
   project.folder = web.BaseFolder()->LocalPath();
   project.name = base_name + kProjectExtension;
   const SiteFiles files = AllFiles(web);
+  SiteFiles listed = files;
+  project.unlisted = TakeUnlisted(&listed, locate);
+  // Of other readers it is not known which addresses they take apart.
+  const bool in_process = use == ProjectUse::kInProcess;
+  const Locator address = in_process ? AddressesOf(files, locate) : locate;
   const auto add = [&](const std::string& name, const std::string& text) {
     project.files[name] = text + "\r\n";
   };
   const SitemapPaths sitemaps = {base_name + kContentsExtension, base_name + kIndexExtension};
   const std::string derived = base_name + kDerivedExtension;
   if (job.use_index) {
-    const std::string keywords = KeywordList(files, locate);
+    const std::string keywords = KeywordList(in_process ? files : listed, address);
     project.has_index = job.use_index = !keywords.empty();
     if (job.use_index) add(sitemaps.index, IndexFile(keywords));
   }
-  add(sitemaps.contents, ContentsFile(ContentsList(web.NavigationRoot(), locate)));
+  add(sitemaps.contents, ContentsFile(ContentsList(web.NavigationRoot(), address)));
   add(derived, DerivedPageOf(project.folder, job.without_bars));
-  add(project.name, ProjectSettings(job, sitemaps, locate) + ProjectPages(job, files, locate) +
+  add(project.name, ProjectSettings(job, sitemaps, address) + ProjectPages(job, listed, locate) +
                         ProjectDerivedPage(derived));
   return project;
+}
+
+void TellUnlisted(const HelpProject& project, Console& console) {
+  for (const std::string& location : project.unlisted) {
+    console.Warn(VisibleLine(NameText(location)) +
+                 ": left out of the project, where a line of this name would mean something else");
+  }
 }
 
 std::string FreeProjectBaseName(const std::string& folder) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "site/site.h"
+#include "ui/console/console.h"
 #include "writers/compile_job.h"
 
 namespace scrivo {
@@ -15,13 +16,23 @@ struct HelpProject {
   std::string name;                          // of the project file itself
   std::map<std::string, std::string> files;  // whole texts by name
   bool has_index = false;                    // whether any keywords were found
+  // Pages that the project does not list, since a line with such a name would mean something else:
+  // "[OPTIONS].htm", "what?.htm". Their locations.
+  std::vector<std::string> unlisted;
 };
+
+// What a project is for: to be compiled in this process, which takes the unlisted pages besides, or
+// by anybody who reads it.
+enum class ProjectUse { kInProcess, kAnywhere };
 
 // Writes the project of a web, in memory. Its files are called `base_name` and their extensions,
 // and name one another without a folder, so that a project may be moved with its web. A job whose
 // index is to be made gets none when no page has a keyword. Throws Error.
 HelpProject MakeHelpProject(SiteWeb& web, CompileJob job, const Locator& locate,
-                            const std::string& base_name);
+                            const std::string& base_name, ProjectUse use);
+
+// Names the pages that a project which is written leaves out, one warning for each.
+void TellUnlisted(const HelpProject& project, Console& console);
 
 // The base name of projects that are not kept: the same in each run, as it stands in the help file.
 inline constexpr char kProjectBaseName[] = "Scrivo";

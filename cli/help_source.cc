@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "bytes/byte_source.h"
+#include "bytes/folder_items.h"
 #include "cli/compile_command.h"
 #include "cli/compile_report.h"
 #include "cli/disk_path.h"
@@ -102,10 +103,7 @@ ScratchFolder::ScratchFolder() {
   throw std::runtime_error("no folder can be made in " + Utf8(fs::temp_directory_path()));
 }
 
-ScratchFolder::~ScratchFolder() {
-  std::error_code error;
-  fs::remove_all(path_, error);
-}
+ScratchFolder::~ScratchFolder() { RemoveFolder(path_); }
 
 HelpSource OpenHelpSource(const CompileOptions& web, Console& console) {
   HelpSource source;

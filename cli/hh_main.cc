@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <iostream>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ int main(int argc, char** argv) {
   try {
     const std::vector<std::string> arguments = scrivo::ProgramArguments(argc, argv);
     return scrivo::RunHh(arguments, out, err);
+  } catch (const std::bad_alloc&) {
+    err << "hh: error: out of memory\n";
+    return 1;
   } catch (const std::exception& exception) {
     err << "hh: error: " << exception.what() << '\n';
     return 1;

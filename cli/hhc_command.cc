@@ -163,12 +163,13 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
     return options.gnu ? 2 : 0;
   }
   int status = options.gnu ? 1 : 0;  // until it is made
+  const int not_made = status;
   try {
     Compile(options, surroundings.working_folder, time, out, err, &status);
   } catch (const std::bad_alloc&) {
-    err << "hhc: error: out of memory\n";
+    if (status == not_made) err << "hhc: error: out of memory\n";
   } catch (const std::exception& exception) {
-    err << "hhc: error: " << exception.what() << '\n';
+    if (status == not_made) err << "hhc: error: " << exception.what() << '\n';
   }
   return status;
 }

@@ -5,6 +5,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,17 @@
 #include "system/interruption.h"
 #include "system/program_arguments.h"
 #include "system/terminal.h"
+
+namespace {
+
+// The status for a help file that was not made, told without memory, which may be what is missing.
+int NotMade(int argc, char** argv) {
+  bool gnu = std::getenv("HHC_GNU") != nullptr;
+  for (int i = 1; i < argc; ++i) gnu = gnu || std::strcmp(argv[i], "--gnu") == 0;
+  return gnu ? 1 : 0;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   scrivo::CatchInterruptions();
@@ -29,11 +41,11 @@ int main(int argc, char** argv) {
       surroundings.source_date_epoch = epoch;
     }
     return scrivo::RunHhc(arguments, surroundings, out, err);
+  } catch (const std::bad_alloc&) {
+    err << "hhc: error: out of memory\n";
+    return NotMade(argc, argv);
   } catch (const std::exception& exception) {
     err << "hhc: error: " << exception.what() << '\n';
-    // Told apart without memory, which may be what is missing.
-    bool gnu = std::getenv("HHC_GNU") != nullptr;
-    for (int i = 1; i < argc; ++i) gnu = gnu || std::strcmp(argv[i], "--gnu") == 0;
-    return gnu ? 1 : 0;
+    return NotMade(argc, argv);
   }
 }

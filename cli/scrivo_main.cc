@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <iostream>
+#include <new>
 #include <string>
 
 #include "cli/scrivo.h"
@@ -38,6 +39,9 @@ int main(int argc, char** argv) {
       return 1;
     }
     return status;
+  } catch (const std::bad_alloc&) {
+    err << "scrivo: error: out of memory\n";
+    return 1;
   } catch (const std::exception& exception) {
     err << "scrivo: error: " << exception.what() << "\n";
     return 1;

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "bytes/folder_items.h"
 #include "cli/help_source.h"
 #include "exporter/digest.h"
 #include "exporter/view_folder.h"
@@ -56,7 +57,7 @@ int ViewAsSite(const ExportOptionsGiven& given, Console& console) {
     status = MakeSite(source, given.scripts, half, false, console).status;
     fs::rename(half, place, error);
     if (error) {
-      fs::remove_all(half, error);
+      RemoveFolder(half);
       if (!fs::exists(place / "index.html", error)) {
         throw std::runtime_error(place.string() + ": the site cannot be put there");
       }

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "bytes/folder_items.h"
+
 namespace scrivo {
 namespace {
 
@@ -25,7 +27,8 @@ std::filesystem::path Below(const std::filesystem::path& folder, std::string_vie
 
 SiteOutput::SiteOutput(const std::filesystem::path& path, bool force) : path_(path) {
   std::error_code error;
-  is_new_ = !std::filesystem::exists(path, error) || std::filesystem::is_empty(path, error);
+  is_new_ = !std::filesystem::exists(path, error) ||
+            (std::filesystem::is_directory(path, error) && ItemsOfFolder(path, &error).empty());
   if (!is_new_ && std::filesystem::exists(path, error) &&
       !std::filesystem::is_directory(path, error)) {
     throw std::runtime_error(Shown(path) + ": there is a file of that name; a site needs a folder");

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "bytes/folder_items.h"
+
 namespace scrivo {
 namespace {
 
@@ -138,14 +140,15 @@ std::string MakeViewName(const std::string& digest) { return digest.substr(0, kN
 void ClearOldViews(const fs::path& folder, const std::string& kept) {
   std::error_code error;
   std::vector<std::pair<fs::file_time_type, fs::path>> views;
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+  for (const FolderItem& item : ItemsOfFolder(folder, &error)) {
     // What is half made carries a number behind its name.
-    const std::string name = entry.path().filename().string();
-    const bool is_view = name.size() >= kNameLength && !entry.is_symlink(error) &&
-                         entry.is_directory(error) &&
+    const std::string name = item.name.string();
+    const fs::path path = folder / item.name;
+    const bool is_view = name.size() >= kNameLength && item.is_folder &&
+                         !fs::is_symlink(fs::symlink_status(path, error)) &&
                          name.find_first_not_of("0123456789abcdef") >= kNameLength &&
                          (name.size() == kNameLength || name[kNameLength] == '.');
-    if (is_view && name != kept) views.emplace_back(entry.last_write_time(error), entry.path());
+    if (is_view && name != kept) views.emplace_back(fs::last_write_time(path, error), path);
   }
   std::sort(views.rbegin(), views.rend());
   const fs::file_time_type now = fs::file_time_type::clock::now();
@@ -153,7 +156,7 @@ void ClearOldViews(const fs::path& folder, const std::string& kept) {
     const bool is_half = views[i].second.filename().string().size() > kNameLength;
     const auto age = now - views[i].first;
     if (i + 1 < kMostViews && age < (is_half ? std::chrono::hours(24) : kLongest)) continue;
-    fs::remove_all(views[i].second, error);
+    RemoveFolder(views[i].second);
   }
 }
 

@@ -82,6 +82,13 @@ void SourceCollector::AddListedFiles() {
       listed_.insert(sources_.list.AddNamed(found));
     }
   }
+  for (const std::string& path : context_.request.more_files) {
+    if (const auto found = context_.tree.FindExact(path)) {
+      sources_.list.AddNamed(*found);
+    } else {
+      context_.ReportNotCompiled(path);
+    }
+  }
 }
 
 void SourceCollector::AddListedFile(const ProjectLine& line) {

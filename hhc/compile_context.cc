@@ -38,6 +38,11 @@ void CompileContext::ReportNotCompiled(std::string path) {
   result.not_compiled.push_back(WithBackslashes(std::move(path)));
 }
 
+void CompileContext::ReportTooLong(std::string path) {
+  Report(MessageCode::kPathTooLong, {path});
+  result.not_compiled.push_back(WithBackslashes(std::move(path)));
+}
+
 std::string CompileContext::Text(std::string_view bytes) const {
   return DecodeGuessing(bytes, code_page, Undefined::kKept);
 }

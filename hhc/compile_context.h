@@ -28,6 +28,9 @@ struct CompileContext {
   // Reports that the file `path` could not be compiled, and lists it in the result.
   void ReportNotCompiled(std::string path);
 
+  // The same for a file whose path is longer than a help file can hold.
+  void ReportTooLong(std::string path);
+
   // UTF-8 of bytes from the project or a sitemap.
   std::string Text(std::string_view bytes) const;
 

@@ -100,6 +100,7 @@ void FileCompiler::Compile() {
 void FileCompiler::Store(std::size_t number, const LoadedFile& file) {
   const SourceList::File source = sources_.list.At(number);  // a copy: links add to the list
   const FoundFile& found = source.found;
+  if (found.archive_path.size() >= kMaxEntryName) return context_.ReportTooLong(found.address);
   if (file.readable && project_.display_progress) {
     context_.listener.File(WithBackslashes(found.address));
   }

@@ -46,9 +46,12 @@ struct CompileRequest {
   std::string project_path;    // UTF-8, "/" separators; relative to `working_folder`
   std::string working_folder;  // full path, UTF-8, "/" separators
   std::string output;          // full path of the help file; "" for what the project says
-  std::string compiler_name;   // name and version, for #SYSTEM
-  std::int64_t time = 0;       // seconds since 1970 that the file says it was made at; 0: none
-  int threads = 1;             // for compression; scanning has as many of its own
+  // Files of the project's folder whose names no line of [FILES] can carry: their paths in it, with
+  // "/" separators, which go into the help file behind the project's own.
+  std::vector<std::string> more_files;
+  std::string compiler_name;  // name and version, for #SYSTEM
+  std::int64_t time = 0;      // seconds since 1970 that the file says it was made at; 0: none
+  int threads = 1;            // for compression; scanning has as many of its own
   // Bytes of words for the search index that may be in memory, about; more go to a file beside the
   // output. The result does not depend on it.
   std::size_t word_memory = std::size_t{128} << 20;

@@ -76,6 +76,11 @@ constexpr MessageEntry kMessages[] = {
      "The reason in parentheses comes from the system. Usually the disk is full, the folder does "
      "not exist or is write-protected, or the help file is open in a viewer. An earlier help file "
      "of that name is left unchanged."},
+    {MessageCode::kPathTooLong, Severity::kError,
+     "The path \"%1\" is too long for a help file and was left out.",
+     "A help file holds paths of up to 2,000 bytes, counted from the project's folder. Move the "
+     "file "
+     "up, or shorten the names of its folders."},
     {MessageCode::kContentsLinkBroken, Severity::kError,
      "URL reference in the TOC cannot be resolved: \"%1\".",
      "Correct the entry's \"Local\" in the contents file (.hhc), or add the page. The help file "

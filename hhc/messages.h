@@ -30,6 +30,7 @@ enum class MessageCode {
   kContentsExist = 4008,
   kNotCompiled = 5003,
   kOutputFailed = 5010,
+  kPathTooLong = 5012,
   kContentsLinkBroken = 5013,
   kSearchIndexTooLarge = 5014,
   kNoTopics = 6000,

@@ -66,6 +66,15 @@ std::vector<std::string> SplitQuoted(std::string_view text) {
   }
 }
 
+bool FitsFileLine(std::string_view path) {
+  ProjectLines lines(path);
+  ProjectLine line;
+  if (!lines.Next(&line) || line.text != path) return false;
+  if (path[0] == '[' && path.find(']') != std::string_view::npos) return false;
+  if (IncludedFile(path) || path.starts_with('/')) return false;
+  return path.find_first_of("*?\":\\\r\n") == std::string_view::npos;
+}
+
 std::optional<std::string> IncludedFile(std::string_view line) {
   if (TakeWord(&line) != "#include") return std::nullopt;
   line = Trimmed(line);

@@ -29,6 +29,11 @@ class ProjectLines {
 // brackets, which keep the brackets. Blanks around parts are dropped.
 std::vector<std::string> SplitQuoted(std::string_view text);
 
+// Whether a line of [FILES] with this text means the one file of that very name in the project's
+// folder: no comment, section, pattern, address or path elsewhere, and nothing that a reader cuts
+// off. `path` has "/" between its names.
+bool FitsFileLine(std::string_view path);
+
 // The file of an "#include" line, without quotes or angle brackets.
 std::optional<std::string> IncludedFile(std::string_view line);
 

@@ -123,15 +123,22 @@ ProjectTree::ProjectTree(const SourceFiles& files, std::string folder, int code_
 // The texts that the bytes of a name may mean, the likeliest first.
 std::vector<std::string> ProjectTree::Spellings(std::string_view name, int code_page) const {
   std::vector<std::string> spellings;
+  const auto add_either = [&](std::string text) {
+    // On POSIX a name may hold a backslash.
+    const bool has_backslash = text.find('\\') != std::string::npos;
+    std::string other = has_backslash ? WithSlashes(text) : std::string();
+    spellings.push_back(std::move(text));
+    if (has_backslash) spellings.push_back(std::move(other));
+  };
   const auto add = [&](std::string_view bytes) {
     if (IsUtf8(bytes)) {
-      spellings.emplace_back(bytes);
+      add_either(std::string(bytes));
       // Double-byte text may look like UTF-8.
-      const std::string other = ToUtf8(bytes, code_page);
-      if (other != bytes) spellings.push_back(other);
+      std::string other = ToUtf8(bytes, code_page);
+      if (other != bytes) add_either(std::move(other));
     } else {
-      spellings.push_back(ToUtf8(bytes, code_page));
-      spellings.emplace_back(bytes);
+      add_either(ToUtf8(bytes, code_page));
+      add_either(std::string(bytes));
     }
   };
   add(name);
@@ -142,22 +149,21 @@ std::vector<std::string> ProjectTree::Spellings(std::string_view name, int code_
 std::optional<FoundFile> ProjectTree::Find(std::string_view name, std::string_view from,
                                            int code_page) {
   for (const std::string& spelling : Spellings(name, code_page)) {
-    std::string path = WithSlashes(spelling);
+    std::string path = spelling;
     if (path.empty() || path.find('\0') != std::string_view::npos) continue;
     if (path[0] != '/' && !from.empty()) path = std::string(from) + "/" + path;
-    if (auto found = FindPath(NormalPath(path))) return found;
+    if (auto found = FindExact(NormalPath(path))) return found;
   }
   return std::nullopt;
 }
 
 std::optional<FoundFile> ProjectTree::FindListed(std::string_view name) {
-  for (const std::string& spelling : Spellings(name, code_page_)) {
-    const std::string path = WithSlashes(spelling);
+  for (const std::string& path : Spellings(name, code_page_)) {
     if (path.empty() || path.find('\0') != std::string_view::npos) continue;
     if (IsFullPath(path)) {
       if (auto found = FindFull(path)) return found;
     }
-    if (auto found = FindPath(NormalPath(path))) return found;
+    if (auto found = FindExact(NormalPath(path))) return found;
   }
   return std::nullopt;
 }
@@ -165,7 +171,7 @@ std::optional<FoundFile> ProjectTree::FindListed(std::string_view name) {
 std::optional<FoundFile> ProjectTree::FindFull(const std::string& path) {
   const std::string root = folder_.empty() ? "" : folder_ + (folder_ == "/" ? "" : "/");
   if (!root.empty() && FoldCase(path).starts_with(FoldCase(root))) {
-    return FindPath(NormalPath(std::string_view(path).substr(root.size())));
+    return FindExact(NormalPath(std::string_view(path).substr(root.size())));
   }
   std::error_code error;
   if (files_.Open(path, &error) == nullptr) return std::nullopt;
@@ -173,7 +179,7 @@ std::optional<FoundFile> ProjectTree::FindFull(const std::string& path) {
   return FoundFile{path, name, name, name};
 }
 
-std::optional<FoundFile> ProjectTree::FindPath(const std::string& path) {
+std::optional<FoundFile> ProjectTree::FindExact(const std::string& path) {
   if (path.empty()) return std::nullopt;
   const std::optional<std::string> actual = OnDisk(path);
   if (!actual) return std::nullopt;
@@ -248,7 +254,7 @@ std::vector<FoundFile> ProjectTree::FindMatching(std::string_view pattern) {
   std::sort(names.begin(), names.end());
   std::vector<FoundFile> found;
   for (const std::string& name : names) {
-    if (auto file = FindPath(folder.empty() ? name : folder + "/" + name)) {
+    if (auto file = FindExact(folder.empty() ? name : folder + "/" + name)) {
       found.push_back(std::move(*file));
     }
   }

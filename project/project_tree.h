@@ -52,14 +52,18 @@ class ProjectTree {
   ProjectTree(const SourceFiles& files, std::string folder, int code_page, bool flat);
 
   // The file that `name` means when it stands in a file of `from` (a folder of the project as in
-  // archive paths, "" at the top). Names are matched in any letter case, with either separator,
-  // first as they are, then with %XX replaced; bytes that are not UTF-8 are taken to be in
+  // archive paths, "" at the top). Names are matched in any letter case, first as they are, then
+  // with "\\" for a separator, then with %XX replaced; bytes that are not UTF-8 are taken to be in
   // `code_page`. A leading "/" means the project's folder.
   std::optional<FoundFile> Find(std::string_view name, std::string_view from, int code_page);
 
   // The file that a line of the project names: as above; a full path counts too, and a file outside
   // the project's folder is stored at the top.
   std::optional<FoundFile> FindListed(std::string_view name);
+
+  // The file of that very path in the project's folder, which may hold anything but "/" in its
+  // names.
+  std::optional<FoundFile> FindExact(const std::string& path);
 
   // The files that match a name with "*" or "?" in its last part, in order of their names.
   std::vector<FoundFile> FindMatching(std::string_view pattern);
@@ -71,7 +75,6 @@ class ProjectTree {
     std::unordered_map<std::string, SourceEntry> by_name;  // by lower-case name
   };
 
-  std::optional<FoundFile> FindPath(const std::string& path);
   std::optional<FoundFile> FindFull(const std::string& path);
   std::optional<std::string> OnDisk(const std::string& path);
   const Listing& ListOnce(const std::string& folder);

@@ -1,8 +1,10 @@
 #include "project/source_files.h"
 
+#include <new>
 #include <span>
 #include <type_traits>
 
+#include "bytes/folder_items.h"
 #include "text/wtf8.h"
 
 namespace scrivo {
@@ -29,12 +31,11 @@ std::string PortablePath(const std::filesystem::path& path) {
 std::vector<SourceEntry> DiskFiles::List(const std::string& folder) const {
   std::vector<SourceEntry> entries;
   std::error_code error;
-  std::filesystem::directory_iterator at(SystemPath(folder), error), end;
-  while (!error && at != end) {
-    std::error_code kind_error;
-    entries.push_back({PortablePath(at->path().filename()), at->is_directory(kind_error)});
-    at.increment(error);
+  for (const FolderItem& item : ItemsOfFolder(SystemPath(folder), &error)) {
+    entries.push_back({PortablePath(item.name), item.is_folder});
   }
+  // Files that no memory can be had for are not missing.
+  if (error == std::errc::not_enough_memory) throw std::bad_alloc();
   return entries;
 }
 

@@ -28,7 +28,7 @@ class SourceFiles {
   SourceFiles& operator=(const SourceFiles&) = delete;
   virtual ~SourceFiles() = default;
 
-  // What a folder holds, in any order; empty when it cannot be read.
+  // What a folder holds, in any order; empty when it cannot be read. Throws std::bad_alloc.
   virtual std::vector<SourceEntry> List(const std::string& folder) const = 0;
 
   // Opens a file. Null when that fails, with the reason in `*error`.

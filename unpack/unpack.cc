@@ -143,7 +143,7 @@ UnpackResult Unpacker::Run() {
   for (std::size_t i = 1; i < threads_; ++i) {
     try {
       helpers.emplace_back([this] { Work(false); });
-    } catch (const std::system_error&) {
+    } catch (...) {
       break;  // fewer will do
     }
   }

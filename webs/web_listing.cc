@@ -62,7 +62,7 @@ class WebListing::Lister {
     for (const FolderEntry& entry : entries) {
       if (entry.name.find_first_of("\r\n") != std::string::npos) {
         report_.Problem(
-            {listing_.FolderPath(folder), 0,
+            {listing_.FolderPath(folder) + Separator(listing_.style_) + entry.name, 0,
              "skipped: the name contains a line break, and a project file has one name per line"});
         continue;
       }

@@ -27,6 +27,36 @@ TEST_F(CompileCommand, MakesTheFileAndTellsWhatIsInIt) {
   EXPECT_EQ(output.Read("un packed/docs/a.htm"), web.Read("docs/a.htm"));
 }
 
+TEST_F(CompileCommand, TakesPagesWhoseNamesMeanSomethingInAProject) {
+  const std::vector<std::string> odd = {";c.htm", "[OPTIONS].htm", " a.htm", "#include x.htm",
+                                        "C#.htm"};
+  for (const std::string& name : odd) web.Write(name, "<title>T</title><h1>" + name + "</h1>");
+  EXPECT_EQ(Compile({"--contents", "folders", "--strict", "--index", "titles"}), 0) << err;
+  Unpack();
+  for (const std::string& name : odd) EXPECT_EQ(output.Read("un packed/" + name), web.Read(name));
+}
+
+TEST_F(CompileCommand, NamesThePagesThatAWrittenProjectLeavesOut) {
+  web.Write(";c.htm", "<title>C</title>");
+  web.Write("[OPTIONS].htm", "<title>O</title>");
+  const auto warning = [](const std::string& name) {
+    return "scrivo: warning: " + name +
+           ": left out of the project, where a line of this name would mean something else\n";
+  };
+  EXPECT_EQ(Run({"project", WebPath()}), 0);
+  EXPECT_NE(err.find(warning(";c.htm") + warning("[OPTIONS].htm")), std::string::npos) << err;
+  EXPECT_EQ(web.Read("Scrivo.hhp").find("c.htm\r"), std::string::npos);
+  EXPECT_NE(web.Read("Scrivo.hhp").find("docs/a.htm\r"), std::string::npos);
+  EXPECT_EQ(CompileWithFake("make"), 0);
+  EXPECT_NE(err.find(warning(";c.htm")), std::string::npos) << err;
+  // What is compiled in process has them all the same.
+  EXPECT_EQ(Compile({"--keep-project"}), 0);
+  EXPECT_NE(err.find(warning(";c.htm")), std::string::npos) << err;
+  Unpack();
+  EXPECT_TRUE(output.Has("un packed/;c.htm"));
+  EXPECT_TRUE(output.Has("un packed/[OPTIONS].htm"));
+}
+
 TEST_F(CompileCommand, SaysNothingWhenQuiet) {
   EXPECT_EQ(Compile({"-q"}), 0);
   EXPECT_EQ(out + err, "");

@@ -61,9 +61,9 @@ TEST_F(ForeignCompiler, LeavesTheEarlierFileWhenItRefuses) {
   output.Write("a.chm", "ITSF old");
   EXPECT_EQ(CompileWithFake("refuse"), 1);
   EXPECT_EQ(output.Read("a.chm"), "ITSF old");
-  EXPECT_TRUE(Plain(err).ends_with(
-      "Compilation stopped.\n"
-      "scrivo: error: OUT/a.chm: no help file was made; the earlier file is kept\n"))
+  EXPECT_TRUE(
+      Plain(err).ends_with("Compilation stopped.\n"
+                           "OUT/a.chm: no help file was made; the earlier file is kept\n"))
       << err;
   EXPECT_EQ(out, "");
   EXPECT_EQ(FilesBesideOutput(), 1u);
@@ -75,7 +75,7 @@ TEST_F(ForeignCompiler, HasItsLastLinesShownWhenItFailsWithoutAMessage) {
   EXPECT_NE(Plain(err).find("scrivo: error: HHC: ended with exit status 0. To see why, keep the "
                             "project with --keep-project and run the compiler on it.\n"
                             "  one\n  two\n  Unable to open it.\n"
-                            "scrivo: error: OUT/a.chm: no help file was made\n"),
+                            "OUT/a.chm: no help file was made\n"),
             std::string::npos)
       << err;
 }

@@ -19,13 +19,14 @@ class HelpProjectTest : public WithFakeServices {
   }
   ~HelpProjectTest() override { Globals() = GlobalState(); }
 
-  HelpProject Make(const std::string& base_name = "Scrivo") {
+  HelpProject Make(const std::string& base_name = "Scrivo",
+                   ProjectUse use = ProjectUse::kAnywhere) {
     const auto host = site.Host();
     const auto web = site.Web();
     return MakeHelpProject(
         *web, job,
         [=](const std::string& address) { return host->RelativeLocation(*web, address); },
-        base_name);
+        base_name, use);
   }
 
   MemorySite site{"file:///web", "/web"};
@@ -65,6 +66,33 @@ TEST_F(HelpProjectTest, NamesItsFilesWithoutAFolder) {
             "docs/start.htm\r\n"
             "Scrivo2.tmp.htm\r\n");
   EXPECT_EQ(project.files.size(), 4u);
+}
+
+TEST_F(HelpProjectTest, DoesNotListAPageWhoseLineWouldMeanSomethingElse) {
+  const std::vector<std::string> odd = {";c.htm",    "[OPTIONS].htm",  " a.htm",
+                                        "what?.htm", "#include a.htm", "a\\b.htm"};
+  for (const std::string& name : odd) site.AddPage(name, "T", "k");
+  site.AddNode(nullptr, "Start", site.AddPage("C#.htm", "C", "k"));
+  job.default_page = "file:///web/C#.htm";
+  const HelpProject project = Make();
+  EXPECT_EQ(project.unlisted, odd);
+  const std::string& text = project.files.at("Scrivo.hhp");
+  EXPECT_TRUE(text.ends_with("[FILES]\r\n\r\nC#.htm\r\nScrivo.tmp.htm\r\n")) << text;
+  EXPECT_NE(text.find("Default topic=C#.htm\r\n"), std::string::npos);
+  EXPECT_EQ(project.files.at("Scrivo.hhk").find("what"), std::string::npos);
+}
+
+TEST_F(HelpProjectTest, HasAddressesThatLeadToAnyPageInProcess) {
+  site.AddNode(nullptr, "C", site.AddPage("C#.htm", "C", "k"));
+  site.AddPage("50%?.htm", "P", "k");
+  site.AddPage("plain 100%.htm", "P", "k");
+  job.default_page = "file:///web/C#.htm";
+  const HelpProject project = Make("Scrivo", ProjectUse::kInProcess);
+  EXPECT_EQ(project.unlisted, std::vector<std::string>{"50%?.htm"});
+  EXPECT_NE(project.files.at("Scrivo.hhp").find("Default topic=C%23.htm\r\n"), std::string::npos);
+  EXPECT_NE(project.files.at("Scrivo.hhc").find("VALUE=\"C%23.htm\""), std::string::npos);
+  EXPECT_NE(project.files.at("Scrivo.hhk").find("VALUE=\"50%25%3F.htm\""), std::string::npos);
+  EXPECT_NE(project.files.at("Scrivo.hhk").find("VALUE=\"plain 100%.htm\""), std::string::npos);
 }
 
 TEST_F(HelpProjectTest, HasNoIndexWithoutKeywords) {

@@ -127,5 +127,23 @@ TEST(ProjectNumber, ReadsDecimalAndHexadecimal) {
   EXPECT_EQ(ProjectNumber("x"), 0u);
 }
 
+TEST(FitsFileLine, IsTrueForNamesThatALineMeans) {
+  for (const char* path : {"a.htm", "docs/a b.htm", "C#.htm", "50%.htm", "a;b.htm", "a[1].htm",
+                           "#includes.htm", "[open.htm"}) {
+    EXPECT_TRUE(FitsFileLine(path)) << path;
+    const Project project = ReadProject(std::string("[FILES]\n") + path);
+    ASSERT_EQ(project.files.size(), 1u) << path;
+    EXPECT_EQ(project.files[0].text, path);
+  }
+}
+
+TEST(FitsFileLine, IsFalseForNamesThatMeanSomethingElse) {
+  for (const char* path :
+       {"", ";a.htm", "[OPTIONS].htm", " a.htm", "a.htm ", "*.htm", "a?.htm", "#include a.htm",
+        "a\\b.htm", "mailto:a.htm", "\"a\".htm", "a\nb.htm", "/a.htm"}) {
+    EXPECT_FALSE(FitsFileLine(path)) << path;
+  }
+}
+
 }  // namespace
 }  // namespace scrivo

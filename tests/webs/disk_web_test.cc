@@ -218,8 +218,8 @@ TEST_F(DiskWebTest, ANameWithALineBreakIsReportedAndLeftOut) {
   Put("Icon\r", "");
   EXPECT_EQ(Urls(AllFiles(*Open())), "file:///web/a.htm\n");
   const std::string problem =
-      "/web:0: skipped: the name contains a line break, and a project file has one name per line\n";
-  EXPECT_EQ(Reported(), problem + problem);
+      ":0: skipped: the name contains a line break, and a project file has one name per line\n";
+  EXPECT_EQ(Reported(), "/web/Icon\r" + problem + "/web/b.htm\r\nTitle=x.htm" + problem);
 }
 
 TEST_F(DiskWebTest, ThePageOfAKeptProjectIsNotAPageOfTheWeb) {

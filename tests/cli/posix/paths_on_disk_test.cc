@@ -54,6 +54,53 @@ TEST(ForeignCompilerPathTest, RefusesAQuotationMarkInThePath) {
   TheServices() = {};
 }
 
+class LongPath : public ScrivoRun {
+ protected:
+  // Folders in one another, from the top of the web on, each with a page; no call could name the
+  // deepest of them by a whole path.
+  void MakeDeepFolders(int depth) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(web.path());
+    for (int level = 0; level < depth; ++level) {
+      const std::string name(240, static_cast<char>('a' + level));
+      std::filesystem::create_directory(name);
+      std::filesystem::current_path(name);
+      std::ofstream("page.htm") << "<title>Page</title>";
+    }
+    std::filesystem::current_path(before);
+  }
+  // How many lines of the errors hold `text`.
+  std::ptrdiff_t LinesWith(const std::string& text) const {
+    std::istringstream lines(err);
+    std::ptrdiff_t count = 0;
+    for (std::string line; std::getline(lines, line);) count += line.find(text) != line.npos;
+    return count;
+  }
+};
+
+TEST_F(LongPath, ThatNoHelpFileHoldsIsToldAndLeftOut) {
+  MakeDeepFolders(10);  // 2,410 bytes
+  EXPECT_EQ(Compile({"--contents", "navigation"}), 0) << err;
+  EXPECT_EQ(LinesWith("page.htm\" is too long for a help file and was left out."), 2) << err;
+  Unpack();
+  EXPECT_TRUE(output.Has("un packed/" + std::string(240, 'a') + "/page.htm"));
+}
+
+TEST_F(LongPath, ThatTheSystemDoesNotTakeIsToldAndLeftOut) {
+  MakeDeepFolders(18);  // 4,338 bytes
+  EXPECT_EQ(Compile({"--contents", "navigation"}), 0) << err;
+  EXPECT_EQ(LinesWith("folder skipped: "), 1) << err;
+  EXPECT_EQ(LinesWith("File name too long"), 1) << err;
+  Unpack();
+  EXPECT_TRUE(output.Has("un packed/docs/a.htm"));
+}
+
+TEST_F(LongPath, AsTheOutputIsOneError) {
+  EXPECT_EQ(Run({"compile", WebPath(), "-o", output.PathOf(std::string(300, 'x') + ".chm")}), 1);
+  EXPECT_EQ(LinesWith("error: "), 1) << err;
+  EXPECT_EQ(LinesWith("File name too long"), 1) << err;
+}
+
 class OutputInTheWay : public ScrivoRun {};
 
 TEST_F(OutputInTheWay, IsKeptWhenItIsNotAFileThatCanBeReplaced) {
