@@ -1,6 +1,7 @@
 #include "cli/check_command.h"
 
 #include <limits>
+#include <sstream>
 
 #include "checker/web_check.h"
 #include "cli/check_report.h"
@@ -33,7 +34,8 @@ int CheckWebOf(const CheckOptionsGiven& given, Console& console) {
   const WebFindings found = CheckWeb(*web, files, PortablePathOf(folder), problems, options);
   console.EndSteps();
   if (given.json) {
-    console.Print(CheckReportJson(found, folder));
+    std::istringstream report(CheckReportJson(found, folder));
+    for (std::string line; std::getline(report, line);) console.Print(line);
   } else {
     const std::size_t most =
         given.all_messages ? std::numeric_limits<std::size_t>::max() : kMostShown;
