@@ -6,6 +6,9 @@
 // SCRIVO_FAULT_ERROR  the errno that it fails with
 // SCRIVO_FAULT_LOG    a file that gets one line "KIND CALLS" for each kind when the program ends
 //
+// A program that asks how many processors there are is told of one, so that its one worker makes
+// the n-th call the same each time.
+//
 // Calls on the streams that a program is started with (0 to 2) do not count: failing to tell is not
 // failing to work.
 
@@ -17,6 +20,7 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/sysinfo.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -158,6 +162,18 @@ DIR* opendir(const char* path) {
   return next(path);
 }
 
+struct dirent* readdir(DIR* folder) {
+  if (Fails(kRead)) return nullptr;
+  static const auto next = Next<struct dirent* (*)(DIR*)>("readdir");
+  return next(folder);
+}
+
+struct dirent64* readdir64(DIR* folder) {
+  if (Fails(kRead)) return nullptr;
+  static const auto next = Next<struct dirent64* (*)(DIR*)>("readdir64");
+  return next(folder);
+}
+
 FILE* fopen(const char* path, const char* mode) {
   if (Fails(kOpen)) return nullptr;
   static const auto next = Next<FILE* (*)(const char*, const char*)>("fopen");
@@ -294,6 +310,8 @@ void* calloc(size_t count, size_t size) {
 void* realloc(void* block, size_t size) {
   return Fails(kMalloc) ? nullptr : __libc_realloc(block, size);
 }
+
+int get_nprocs() { return 1; }
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*work)(void*),
                    void* argument) {
