@@ -96,14 +96,15 @@ std::string WithoutQuotes(const std::string& name) {
 
 // Sets the exit status as soon as it is known: what fails behind that, in telling, does not change
 // what has been made.
-void Compile(const Options& options, const std::string& working_folder, std::int64_t time,
+void Compile(const Options& options, const HhcSurroundings& surroundings, std::int64_t time,
              std::ostream& out, std::ostream& err, int* status) {
   // The status of a shell that was interrupted, 130, would tell callers of a help compiler that the
   // file was made.
   constexpr int kInterrupted = 130;
   CompileRequest request;
   request.project_path = WithoutQuotes(options.project);
-  request.working_folder = working_folder;
+  request.working_folder = surroundings.working_folder;
+  request.name_code_page = surroundings.name_code_page;
   request.compiler_name = kCompilerName;
   request.time = time;
   request.threads = options.jobs > 0 ? options.jobs : CompilerThreads();
@@ -165,7 +166,7 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
   int status = options.gnu ? 1 : 0;  // until it is made
   const int not_made = status;
   try {
-    Compile(options, surroundings.working_folder, time, out, err, &status);
+    Compile(options, surroundings, time, out, err, &status);
   } catch (const std::bad_alloc&) {
     if (status == not_made) err << "hhc: error: out of memory\n";
   } catch (const std::exception& exception) {

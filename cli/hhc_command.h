@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "text/code_page.h"
+
 namespace scrivo {
 
 // Name and version of the compiler, as it prints them and as they stand in help files.
@@ -21,9 +23,10 @@ int CompilerThreads();
 
 // What the program finds around it.
 struct HhcSurroundings {
-  std::string working_folder;     // full path, UTF-8, "/" separators
-  bool gnu = false;               // the environment variable HHC_GNU is set
-  std::string source_date_epoch;  // the environment variable of that name
+  std::string working_folder;          // full path, UTF-8, "/" separators
+  bool gnu = false;                    // the environment variable HHC_GNU is set
+  std::string source_date_epoch;       // the environment variable of that name
+  int name_code_page = kUtf8CodePage;  // see CompileRequest
 };
 
 // Runs the program with `arguments` (UTF-8, without its name). Returns the exit status: 1 when the

@@ -36,6 +36,7 @@ int main(int argc, char** argv) {
     const std::vector<std::string> arguments = scrivo::ProgramArguments(argc, argv);
     scrivo::HhcSurroundings surroundings;
     surroundings.working_folder = scrivo::PortablePath(std::filesystem::current_path());
+    surroundings.name_code_page = code_page;
     surroundings.gnu = std::getenv("HHC_GNU") != nullptr;
     if (const char* epoch = std::getenv("SOURCE_DATE_EPOCH")) {
       surroundings.source_date_epoch = epoch;

@@ -8,6 +8,7 @@
 
 #include "chm/system_info.h"
 #include "cli/help_file.h"
+#include "html/charset.h"
 #include "project/sitemap.h"
 #include "text/languages.h"
 #include "text/visible_text.h"
@@ -33,7 +34,8 @@ void PrintContents(const Sitemap& contents, std::ostream& out) {
     out << std::string(static_cast<std::size_t>(2 * std::min(item.level + 1, kDeepest)), ' ')
         << PrintableName(item.name);
     if (!item.targets.empty() && !item.targets.front().local.empty()) {
-      out << "  [" << PrintableName(item.targets.front().local) << ']';
+      out << "  [" << PrintableName(DecodeGuessing(item.targets.front().local, contents.code_page))
+          << ']';
     }
     out << '\n';
   }

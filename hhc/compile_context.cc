@@ -15,7 +15,7 @@ CompileContext::CompileContext(const CompileRequest& the_request, const SourceFi
       files(the_files),
       project(std::move(the_project)),
       code_page(CodePageOfLanguage(project.language)),
-      tree(files, std::move(folder), code_page, project.flat),
+      tree(files, std::move(folder), code_page, project.flat, request.name_code_page),
       listener(*the_listener),
       result(*the_result) {}
 

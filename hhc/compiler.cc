@@ -38,10 +38,21 @@ std::unique_ptr<ByteSource> OpenProject(const CompileRequest& request, const Sou
   return files.Open(*path, &error);
 }
 
-std::string OutputPath(const Project& project, const std::string& folder,
-                       const std::string& project_path) {
-  const int code_page = CodePageOfLanguage(project.language);
-  std::string path = WithSlashes(DecodeGuessing(project.compiled_file, code_page));
+// The name of a file that is to be written. English is what projects also say that know no better;
+// the names in them are those that the system's programs write.
+std::string WrittenName(std::string_view name, const Project& project,
+                        const CompileRequest& request) {
+  constexpr int kWestern = 1252;
+  int code_page = CodePageOfLanguage(project.language);
+  if (code_page == kWestern && request.name_code_page != kUtf8CodePage) {
+    code_page = request.name_code_page;
+  }
+  return WithSlashes(DecodeGuessing(name, code_page));
+}
+
+std::string OutputPath(const Project& project, const CompileRequest& request,
+                       const std::string& folder, const std::string& project_path) {
+  std::string path = WrittenName(project.compiled_file, project, request);
   if (path.empty()) {
     const std::size_t slash = project_path.rfind('/') + 1;
     const std::size_t dot = project_path.rfind('.');
@@ -117,12 +128,11 @@ CompileResult CompileProject(const CompileRequest& request, const SourceFiles& f
   }
   Project project = ReadProject(text);
   const std::string folder = path.substr(0, path.rfind('/'));
-  result.output = request.output.empty() ? OutputPath(project, folder, path) : request.output;
+  result.output =
+      request.output.empty() ? OutputPath(project, request, folder, path) : request.output;
   result.display_progress = project.display_progress;
   if (!project.error_log_file.empty()) {
-    const int code_page = CodePageOfLanguage(project.language);
-    result.error_log =
-        Joined(folder, WithSlashes(DecodeGuessing(project.error_log_file, code_page)));
+    result.error_log = Joined(folder, WrittenName(project.error_log_file, project, request));
   }
   listener->Starting(result.output);
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "project/source_files.h"
+#include "text/code_page.h"
 
 namespace scrivo {
 
@@ -50,8 +51,10 @@ struct CompileRequest {
   // "/" separators, which go into the help file behind the project's own.
   std::vector<std::string> more_files;
   std::string compiler_name;  // name and version, for #SYSTEM
-  std::int64_t time = 0;      // seconds since 1970 that the file says it was made at; 0: none
-  int threads = 1;            // for compression; scanning has as many of its own
+  // In which this system's programs write the names of files, whatever language a project says.
+  int name_code_page = kUtf8CodePage;
+  std::int64_t time = 0;  // seconds since 1970 that the file says it was made at; 0: none
+  int threads = 1;        // for compression; scanning has as many of its own
   // Bytes of words for the search index that may be in memory, about; more go to a file beside the
   // output. The result does not depend on it.
   std::size_t word_memory = std::size_t{128} << 20;

@@ -115,8 +115,13 @@ std::string PercentDecoded(std::string_view text) {
   return decoded;
 }
 
-ProjectTree::ProjectTree(const SourceFiles& files, std::string folder, int code_page, bool flat)
-    : files_(files), folder_(std::move(folder)), code_page_(code_page), flat_(flat) {
+ProjectTree::ProjectTree(const SourceFiles& files, std::string folder, int code_page, bool flat,
+                         int name_code_page)
+    : files_(files),
+      folder_(std::move(folder)),
+      code_page_(code_page),
+      name_code_page_(name_code_page),
+      flat_(flat) {
   while (folder_.size() > 1 && folder_.back() == '/') folder_.pop_back();
 }
 
@@ -139,6 +144,9 @@ std::vector<std::string> ProjectTree::Spellings(std::string_view name, int code_
     } else {
       add_either(ToUtf8(bytes, code_page));
       add_either(std::string(bytes));
+    }
+    if (name_code_page_ != code_page && name_code_page_ != kUtf8CodePage) {
+      spellings.push_back(ToUtf8(bytes, name_code_page_));
     }
   };
   add(name);

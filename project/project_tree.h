@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "project/source_files.h"
+#include "text/code_page.h"
 
 namespace scrivo {
 
@@ -48,8 +49,10 @@ std::string PercentDecoded(std::string_view text);
 class ProjectTree {
  public:
   // `folder`: where the project file lies, "" for the current one. `flat`: archive paths are bare
-  // names. `code_page`: the project's. `files` must outlive the tree.
-  ProjectTree(const SourceFiles& files, std::string folder, int code_page, bool flat);
+  // names. `code_page`: the project's. `name_code_page`: that in which the system's programs write
+  // names, which is tried last. `files` must outlive the tree.
+  ProjectTree(const SourceFiles& files, std::string folder, int code_page, bool flat,
+              int name_code_page = kUtf8CodePage);
 
   // The file that `name` means when it stands in a file of `from` (a folder of the project as in
   // archive paths, "" at the top). Names are matched in any letter case, first as they are, then
@@ -84,6 +87,7 @@ class ProjectTree {
   const SourceFiles& files_;
   std::string folder_;
   int code_page_;
+  int name_code_page_;
   bool flat_;
   std::unordered_map<std::string, Listing> folders_;  // by path relative to the project's folder
   std::unordered_map<std::string, std::optional<std::string>> on_disk_;

@@ -56,6 +56,19 @@ TEST_F(HhcCommandTest, PrintsWhatCallersExpect) {
   EXPECT_EQ(err_.str(), "");
 }
 
+TEST_F(HhcCommandTest, TakesNamesInTheSystemsCodePageFromProjectsInEnglish) {
+  const std::string house = "\xD0\x94\xD0\xBE\xD0\xBC", house_1251 = "\xC4\xEE\xEC";
+  surroundings_.name_code_page = 1251;
+  folder_.Write("my project.hhp", "[OPTIONS]\nCompiled file=" + house_1251 +
+                                      ".chm\nError log file=" + house_1251 +
+                                      ".log\nLanguage=0x409\n[FILES]\n" + house_1251 + ".htm\n");
+  folder_.Write(house + ".htm", "<title>House</title>");
+  EXPECT_EQ(Run({"my project.hhp"}), 1) << out_.str();
+  EXPECT_TRUE(std::filesystem::exists(SystemPath(folder_.Path(house + ".chm"))));
+  EXPECT_TRUE(std::filesystem::exists(SystemPath(folder_.Path(house + ".log"))));
+  EXPECT_NE(out_.str().find("1\tTopic\n"), std::string::npos) << out_.str();
+}
+
 TEST_F(HhcCommandTest, ListsWhatWasNotCompiled) {
   folder_.Write("my project.hhp", "[FILES]\na.htm\nsub/no.htm\n");
   folder_.Write("a.htm", "x");

@@ -78,6 +78,13 @@ TEST_F(ProjectTreeTest, TriesBytesAsUtf8AndInTheCodePage) {
   EXPECT_EQ(Found("CAF%C3%89.htm"), "caf\u00E9.htm");
 }
 
+TEST_F(ProjectTreeTest, TriesTheCodePageInWhichTheSystemNamesFiles) {
+  folder_.Write("web/\u76EE\u5F55.htm", "x");
+  EXPECT_EQ(Found("\xC4\xBF\xC2\xBC.htm"), "-");
+  ProjectTree tree(files_, folder_.Path("web"), 1252, false, 936);
+  EXPECT_EQ(tree.FindListed("\xC4\xBF\xC2\xBC.htm")->archive_path, "\u76EE\u5F55.htm");
+}
+
 TEST_F(ProjectTreeTest, StoresFilesFromOutsideAtTheTop) {
   folder_.Write("web/in.htm", "x");
   folder_.Write("shared/out.htm", "x");

@@ -47,6 +47,33 @@ TEST_F(HostWindowTest, ShowsTheNavigationAndThePagesOutsideIt) {
   EXPECT_EQ(StatusText(1), web_path);
 }
 
+TEST_F(HostWindowTest, ShowsLabelsAndPagesInEveryScript) {
+  // 目录, Дом, Κήπος: no code page of a Western system holds them.
+  const std::string contents = "\xE7\x9B\xAE\xE5\xBD\x95", house = "\xD0\x94\xD0\xBE\xD0\xBC";
+  const std::string garden = "\xCE\x9A\xCE\xAE\xCF\x80\xCE\xBF\xCF\x82";
+  Files& files = *TheServices().files;
+  const std::string folder = web_path + "\\" + garden;
+  files.MakeFolder(folder);
+  files.MakeFolder(folder + "\\_vti_pvt");
+  files.Write(folder + "\\" + contents + ".htm",
+              "<meta charset=utf-8><title>" + contents + "</title>");
+  files.Write(folder + "\\" + house + ".htm", "<meta charset=utf-8><title>" + house + "</title>");
+  files.Write(
+      folder + "\\_vti_pvt\\structure.cnf",
+      "3.0.0.507\r\n2000\r\n1000," + contents + ".htm,0," + contents + " " + garden + ",0,1,0\r\n");
+  window->OpenWeb(folder);
+  EXPECT_EQ(WideTextOf(window->Handle()), garden + " - Scrivo Host");
+  EXPECT_EQ(DrawnTree(), contents + " " + garden + "\n");
+  EXPECT_EQ(WideTextOf(Control(kTitleId)), contents);
+  EXPECT_EQ(WideTextOf(Control(kLocationId)), contents + ".htm");
+  EXPECT_EQ(ListText(0, 0), house);
+  EXPECT_EQ(ListText(0, 1), house + ".htm");
+  EXPECT_EQ(StatusText(1), folder);
+  ASSERT_FALSE(RecentWebs::Read().empty());
+  EXPECT_EQ(RecentWebs::Read()[0], folder);
+  RecentWebs::Forget(folder);
+}
+
 TEST_F(HostWindowTest, ShowsTitleAndLocationOfTheSelectedPage) {
   window->OpenWeb(web_path);
   EXPECT_EQ(TextOf(Control(kTitleId)), "Home page");

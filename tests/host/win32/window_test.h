@@ -4,6 +4,7 @@
 
 #include "host/plain_text.h"
 #include "host/win32/host_window.h"
+#include "platform/win32/wide.h"
 #include "tests/host/win32/model_test.h"
 #include "tests/ui/win32/live_window.h"
 // After windows.h, on which it stands.
@@ -13,9 +14,9 @@ namespace scrivo::host {
 
 // A text of another window's menu, without its access key mark.
 inline std::string MenuTextAt(HMENU menu, int place) {
-  char text[256] = "";
-  GetMenuStringA(menu, static_cast<UINT>(place), text, sizeof text, MF_BYPOSITION);
-  return WithoutMarks(text);
+  wchar_t text[256] = L"";
+  GetMenuStringW(menu, static_cast<UINT>(place), text, 256, MF_BYPOSITION);
+  return WithoutMarks(Narrow(text));
 }
 
 // A menu as text: a line for each item, "-" for a separator, items of a popup behind "  ".
@@ -55,6 +56,13 @@ class WindowTest : public ModelTest {
     application = LateBound();
   }
 
+  // The text of a window that takes wide text.
+  static std::string WideTextOf(HWND control) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
+    return Narrow(text);
+  }
   HWND Control(int id) const { return GetDlgItem(window->Handle(), id); }
   HMENU Menu(const std::string& text) const { return SubMenu(GetMenu(window->Handle()), text); }
   // Chooses a menu's item as a click does.
@@ -64,19 +72,19 @@ class WindowTest : public ModelTest {
     SendMessageA(window->Handle(), WM_COMMAND, command, 0);
   }
   std::string StatusText(WPARAM part) const {
-    std::string text(LOWORD(SendMessageA(Control(kStatusId), SB_GETTEXTLENGTHA, part, 0)), '\0');
-    SendMessageA(Control(kStatusId), SB_GETTEXTA, part, reinterpret_cast<LPARAM>(text.data()));
-    return text;
+    std::wstring text(LOWORD(SendMessageW(Control(kStatusId), SB_GETTEXTLENGTHW, part, 0)), L'\0');
+    SendMessageW(Control(kStatusId), SB_GETTEXTW, part, reinterpret_cast<LPARAM>(text.data()));
+    return Narrow(text);
   }
   std::string TreeText(HTREEITEM item) const {
-    char text[256] = "";
-    TVITEMA found{};
+    wchar_t text[256] = L"";
+    TVITEMW found{};
     found.mask = TVIF_TEXT;
     found.hItem = item;
     found.pszText = text;
-    found.cchTextMax = sizeof text;
-    SendMessageA(Control(kTreeId), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&found));
-    return text;
+    found.cchTextMax = 256;
+    SendMessageW(Control(kTreeId), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&found));
+    return Narrow(text);
   }
   HTREEITEM Next(HTREEITEM item, UINT way) const {
     return reinterpret_cast<HTREEITEM>(
@@ -92,14 +100,14 @@ class WindowTest : public ModelTest {
   }
   std::string DrawnTree() const { return DrawnTree(Next(nullptr, TVGN_ROOT)); }
   std::string ListText(int row, int column) const {
-    char text[256] = "";
-    LVITEMA item{};
+    wchar_t text[256] = L"";
+    LVITEMW item{};
     item.iSubItem = column;
     item.pszText = text;
-    item.cchTextMax = sizeof text;
-    SendMessageA(Control(kListId), LVM_GETITEMTEXTA, static_cast<WPARAM>(row),
+    item.cchTextMax = 256;
+    SendMessageW(Control(kListId), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
                  reinterpret_cast<LPARAM>(&item));
-    return text;
+    return Narrow(text);
   }
 
   std::unique_ptr<HostWindow> window;
