@@ -1,11 +1,14 @@
 #include "cli/decompile_command.h"
 
+#include <initializer_list>
 #include <system_error>
+#include <utility>
 
 #include "chm/problem.h"
 #include "cli/disk_path.h"
 #include "cli/help_file.h"
 #include "cli/open_web.h"
+#include "exporter/export_web.h"
 #include "system/error.h"
 #include "system/interruption.h"
 #include "system/services.h"
@@ -34,6 +37,73 @@ class UnpackReport : public UnpackListener {
   std::string last_file_;
 };
 
+// "2 entries without ..." for each number that is not 0, with commas between.
+std::string CountedParts(
+    std::initializer_list<std::pair<std::size_t, std::pair<const char*, const char*>>> parts) {
+  std::string text;
+  for (const auto& [count, names] : parts) {
+    if (count == 0) continue;
+    if (!text.empty()) text += ", ";
+    text += std::to_string(count) + " " + (count == 1 ? names.first : names.second);
+  }
+  return text;
+}
+
+void TellLosses(const WebMade& made, Console& console) {
+  const std::string contents = CountedParts({
+      {made.anchors, {"place within a page", "places within pages"}},
+      {made.outside, {"address outside the web", "addresses outside the web"}},
+      {made.missing, {"target that does not exist", "targets that do not exist"}},
+      {made.merged, {"inclusion of another help file", "inclusions of other help files"}},
+  });
+  if (!contents.empty()) {
+    console.Warn("contents entries keep their labels, but compiled again they lose " + contents);
+  }
+  const std::string index = CountedParts({
+      {made.separators,
+       {"name with a comma, a semicolon or a character reference",
+        "names with a comma, a semicolon or a character reference"}},
+      {made.sub_entries, {"sub-entry", "sub-entries"}},
+      {made.see_also, {"reference to another entry", "references to other entries"}},
+      {made.without_page, {"entry without a page of the web", "entries without a page of the web"}},
+      {made.keyword_anchors, {"place within a page", "places within pages"}},
+  });
+  if (!index.empty()) console.Warn("keywords cannot hold all of the index; left out: " + index);
+}
+
+std::string Quoted(const std::string& text) {
+  return text.find(' ') == std::string::npos ? text : "\"" + text + "\"";
+}
+
+// What a web itself cannot say to the compiler.
+std::string CompileHint(const std::string& folder, const WebMade& made) {
+  std::string hint = "To compile it again: scrivo compile " + Quoted(folder);
+  if (made.contents_entries > 0) hint += " --contents navigation";
+  if (!made.title.empty()) hint += " --title " + Quoted(made.title);
+  if (!made.default_page.empty()) hint += " --default-page " + Quoted(made.default_page);
+  return hint;
+}
+
+std::string Counted(std::size_t count, const char* one, const char* several) {
+  return std::to_string(count) + " " + (count == 1 ? one : several);
+}
+
+int MakeWeb(ChmReader& reader, const HelpFileOptions& options, bool is_complete, Console& console) {
+  console.BeginStep("Unpacking");
+  UnpackReport report(console);
+  const std::string folder = AbsolutePath(options.folder);
+  const WebMade made = ExportWeb(reader, DiskPathOf(folder), options.keywords, report);
+  console.EndSteps();
+  if (made.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+  TellLosses(made, console);
+  std::string note = "Made a web in " + folder + ": " + Counted(made.pages, "page", "pages") +
+                     ", " + Counted(made.contents_entries, "contents entry", "contents entries");
+  if (options.keywords) note += ", " + Counted(made.keywords, "keyword", "keywords");
+  console.Note(note + ".");
+  console.Note(CompileHint(options.folder, made));
+  return is_complete && made.problems == 0 ? 0 : 1;
+}
+
 }  // namespace
 
 int UnpackFile(const HelpFileOptions& options, Console& console) {
@@ -47,6 +117,7 @@ int UnpackFile(const HelpFileOptions& options, Console& console) {
   }
   if (file.reader == nullptr) return 1;
 
+  if (options.web) return MakeWeb(*file.reader, options, file.complaints.empty(), console);
   const std::string folder = AbsolutePath(options.folder);
   std::error_code error;
   const auto output = OpenOutputFolder(DiskPathOf(folder), &error);

@@ -135,8 +135,22 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
          const auto work = [=](Console& console) { return CheckWebOf(*check, console); };
          return RunOnConsole(work, check->web.quiet, streams);
        }},
-      {{"decompile", "Unpacks a help file into a folder.", {file, folder}, {quiet}},
+      {{"decompile",
+        "Unpacks a help file into a folder, as a web if you like.",
+        {file, folder},
+        {{"--web", "", "",
+          "make a FrontPage web, with the contents as its\nnavigation structure, in a new or empty "
+          "FOLDER",
+          [=](const std::string&) { help_file->web = true; }},
+         {"--keywords", "", "",
+          "write the index into the web's pages as their\nkeywords; what pages cannot hold is "
+          "counted",
+          [=](const std::string&) { help_file->keywords = true; }},
+         quiet}},
        [=](const Streams& streams) {
+         if (help_file->keywords && !help_file->web) {
+           throw UsageError("--keywords: only a web has them; add --web");
+         }
          const auto work = [=](Console& console) { return UnpackFile(*help_file, console); };
          return RunOnConsole(work, help_file->quiet, streams);
        }},

@@ -5,6 +5,7 @@
 
 #include "chm/problem.h"
 #include "chm/system_info.h"
+#include "html/charset.h"
 #include "text/ascii_text.h"
 
 namespace scrivo {
@@ -34,7 +35,13 @@ HelpBook OpenHelpBook(ChmReader& reader) {
   const auto read = [&](const std::string& name) {
     const Entry* entry = name.empty() ? nullptr : reader.Find(name);
     if (entry == nullptr) return Sitemap{};
-    return ReadSitemap(BytesOf(reader, *entry, &ignored), book.code_page);
+    Sitemap sitemap = ReadSitemap(BytesOf(reader, *entry, &ignored), book.code_page);
+    for (SitemapItem& item : sitemap.items) {
+      for (SitemapTarget& target : item.targets) {
+        target.local = DecodeGuessing(target.local, sitemap.code_page);
+      }
+    }
+    return sitemap;
   };
   book.contents = read(book.contents_name);
   book.index = read(book.index_name);

@@ -18,7 +18,7 @@ struct HelpBook {
   int code_page = 1252;                   // of what names none
   std::string default_topic;              // an address in the help file, or empty
   std::string contents_name, index_name;  // names of these files in the help file, or empty
-  Sitemap contents, index;
+  Sitemap contents, index;                // their addresses are UTF-8
   // What readers may see: no folders, no streams of the help system, not the contents and index
   // files; in the order in which they are stored.
   struct File {
