@@ -11,11 +11,6 @@
 #include "project/source_files.h"
 
 namespace scrivo {
-namespace {
-
-constexpr std::size_t kMostShown = 20;  // of a kind
-
-}  // namespace
 
 int CheckWebOf(const CheckOptionsGiven& given, Console& console) {
   console.BeginStep("Checking " + given.web.web);
@@ -38,7 +33,7 @@ int CheckWebOf(const CheckOptionsGiven& given, Console& console) {
     for (std::string line; std::getline(report, line);) console.Print(line);
   } else {
     const std::size_t most =
-        given.all_messages ? std::numeric_limits<std::size_t>::max() : kMostShown;
+        given.web.all_messages ? std::numeric_limits<std::size_t>::max() : MessageLimit::kMostShown;
     for (const std::string& line : CheckReportLines(found, most)) console.Print(line);
   }
   return found.findings.empty() ? 0 : 1;

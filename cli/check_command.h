@@ -9,7 +9,6 @@ namespace scrivo {
 struct CheckOptionsGiven {
   CompileOptions web;
   bool json = false;
-  bool all_messages = false;  // else the first findings of each kind
 };
 
 // Prints what is wrong with a web, for people or as JSON. Returns the exit status: 0 when nothing

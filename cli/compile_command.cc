@@ -9,10 +9,13 @@
 #include "cli/foreign_compiler.h"
 #include "cli/help_project.h"
 #include "cli/hhc_command.h"
+#include "cli/made_file.h"
 #include "cli/open_web.h"
 #include "cli/overlay_files.h"
 #include "cli/run_summary.h"
+#include "cli/web_account.h"
 #include "cli/web_job.h"
+#include "cli/withheld_files.h"
 #include "errors/frame.h"
 #include "hhc/compiler.h"
 #include "system/error.h"
@@ -27,9 +30,11 @@ constexpr std::int32_t kLastShellFailure = 32;
 
 // An opened web and what is to become of it.
 struct WebToCompile {
-  WebToCompile(const CompileOptions& options, Console& console)
-      : warnings(console), web(OpenWebOf(options, warnings, &language)), locate(LocatorFor(web)) {
-    TellContentsUsed(options, *web, console);
+  WebToCompile(const CompileOptions& options, PagesGoTo pages, Console& console)
+      : warnings(console, options.all_messages),
+        web(OpenWebOf(options, warnings, &language)),
+        locate(LocatorFor(web)) {
+    TellOfWeb(options, *web, pages, console);
     job = JobFor(options, language, *web, locate);
     counts = CountWeb(*web, options.use_index, [&](std::size_t done, std::size_t all) {
       console.ShowProgress(std::to_string(100 * done / all) + " %", "");
@@ -45,6 +50,7 @@ struct WebToCompile {
   // has found, where the web's own account does not say more. `report` may be null.
   void TellWarnings(CompileReport* report) {
     if (!web->ReportLostCharacters() && report != nullptr) report->TellLost();
+    if (report != nullptr) report->TellSums();
     warnings.Sum();
   }
 
@@ -91,8 +97,11 @@ bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileR
   request.time = TimeToRecord();
   request.threads = CompilerThreads();
   const DiskFiles disk;
-  const BarlessFiles bare(disk);
-  const SourceFiles& pages = job.without_bars ? static_cast<const SourceFiles&>(bare) : disk;
+  const WithheldFiles without_hidden(disk, request.working_folder);
+  const SourceFiles& taken =
+      job.with_hidden ? static_cast<const SourceFiles&>(disk) : without_hidden;
+  const BarlessFiles bare(taken);
+  const SourceFiles& pages = job.without_bars ? bare : taken;
   const OverlayFiles files(pages, request.working_folder, project.files);
   const CompileResult result = CompileProject(request, files, report);
   if (result.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");
@@ -140,20 +149,22 @@ void Show(const std::string& help_file, Console& console) {
   console.Warn(help_file + ": no program could be started to open it");
 }
 
-void TellMade(const std::string& output, const WebCounts& counts, Console& console) {
-  console.Note("Made " + output + ": " + CountsText(counts) + ", " +
+void TellMade(const std::string& output, Console& console) {
+  const std::string inside = WhatIsInside(output);
+  console.Note("Made " + output + ": " + inside + (inside.empty() ? "" : ", ") +
                SizeText(TheServices().files->Size(output)) + ", " +
                DurationText(console.Seconds()));
 }
 
 int CompileTelling(const CompileOptions& options, bool tell_result, Console& console) {
   console.BeginStep("Reading " + options.web);
-  WebToCompile web(options, console);
+  const PagesGoTo pages = options.compiler.empty() ? PagesGoTo::kThisCompiler : PagesGoTo::kAnother;
+  WebToCompile web(options, pages, console);
   const std::string& output = web.job.output;
   const bool had_earlier = TheServices().files->FileExists(output);
 
   console.BeginStep("Compiling");
-  CompileReport report(console, web.counts.files);
+  CompileReport report(console, web.counts.files, options.all_messages);
   const bool made = Compile(options, &web, &report, console);
   console.EndSteps();
   if (!made) {
@@ -171,7 +182,7 @@ int CompileTelling(const CompileOptions& options, bool tell_result, Console& con
   // The file is there: that memory or the output ends in telling so is no failure.
   IgnoringErrors([&] { web.TellWarnings(&report); });
   if (tell_result) {
-    IgnoringErrors([&] { TellMade(output, web.counts, console); });
+    IgnoringErrors([&] { TellMade(output, console); });
   }
   if (options.view) Show(output, console);
   if (!options.strict || report.Messages() == 0) return 0;
@@ -191,7 +202,7 @@ int CompileWebForUse(const CompileOptions& options, Console& console) {
 
 int WriteProjectOf(const CompileOptions& options, Console& console) {
   console.BeginStep("Reading " + options.web);
-  WebToCompile web(options, console);
+  WebToCompile web(options, PagesGoTo::kAnother, console);
   web.job.without_bars = false;  // nothing takes them out of the pages that the project names
   const std::string folder = web.web->BaseFolder()->LocalPath();
   const HelpProject project = MakeHelpProject(*web.web, web.job, web.locate,

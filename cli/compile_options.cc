@@ -147,6 +147,11 @@ std::vector<Option> ReadingOptions(CompileOptions* options) {
       {"--language", "", "TAG",
        "language of the help file, such as de or zh-TW\n(default: what the web says)",
        [=](const std::string& value) { options->language = LanguageFrom(value); }},
+      Switch("--with-hidden",
+             "take in _private, and files and folders whose\nnames begin with a point or _vti_",
+             &options->with_hidden, true),
+      Switch("--all-messages", "show all messages, not only 20 of a kind", &options->all_messages,
+             true),
       {"--quiet", "-q", "", "print errors only",
        [=](const std::string&) { options->quiet = true; }},
   };
@@ -156,7 +161,8 @@ std::vector<Option> AllCompileOptions(CompileOptions* options) {
   std::vector<Option> all = {
       OutputFile(options),
       Text("--title", "", "TEXT", "its title (default: the home page's label)", &options->title),
-      Text("--default-page", "", "ADDRESS", "the page it opens with (default: the first one)",
+      Text("--default-page", "", "ADDRESS",
+           "the page it opens with (default: the home page,\nelse the first one of the contents)",
            &options->default_page),
       {"--index", "", "LIST",
        "make index entries from: keywords (default),\ntitles, headings, or a list with commas",

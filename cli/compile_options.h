@@ -14,7 +14,7 @@ struct CompileOptions {
   std::string web;
   std::string output;        // "" for the title's, in the current folder
   std::string title;         // "" for the home page's label
-  std::string default_page;  // "" for the first page
+  std::string default_page;  // "" for the home page or the first one
   DiskWebOptions reading;
   bool use_index = true;
   bool favorites = true;
@@ -24,6 +24,8 @@ struct CompileOptions {
   bool strict = false;
   int code_page = 0;           // 0 for the web's
   std::uint32_t language = 0;  // LCID; 0 for the web's
+  bool with_hidden = false;
+  bool all_messages = false;
   bool quiet = false;
 };
 

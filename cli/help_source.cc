@@ -47,8 +47,8 @@ void OpenCompiled(const fs::path& path, Console& console, HelpSource* source) {
 }
 
 // Compiles the project into the scratch folder. False when no help file was made.
-bool CompileProjectInto(const fs::path& project_file, const fs::path& output, Console& console,
-                        std::string* file_name) {
+bool CompileProjectInto(const fs::path& project_file, const fs::path& output, bool all_messages,
+                        Console& console, std::string* file_name) {
   console.BeginStep("Compiling " + Utf8(project_file));
   CompileRequest request;
   request.project_path = PortablePath(project_file.filename());
@@ -56,11 +56,12 @@ bool CompileProjectInto(const fs::path& project_file, const fs::path& output, Co
   request.output = PortablePath(output);
   request.compiler_name = kCompilerName;
   request.threads = CompilerThreads();
-  CompileReport report(console, 0);
+  CompileReport report(console, 0, all_messages);
   const DiskFiles files;
   const CompileResult result = CompileProject(request, files, &report);
   console.EndSteps();
   report.TellLost();
+  report.TellSums();
   std::error_code error;
   std::string text;
   const auto source = OpenFileSource(project_file, &error);
@@ -116,8 +117,9 @@ HelpSource OpenHelpSource(const CompileOptions& web, Console& console) {
   }
   source.scratch = std::make_unique<ScratchFolder>();
   const fs::path output = source.scratch->Path() / kCompiledName;
-  const bool made = is_web ? CompileWebInto(web, output, console, &source.file_name)
-                           : CompileProjectInto(path, output, console, &source.file_name);
+  const bool made =
+      is_web ? CompileWebInto(web, output, console, &source.file_name)
+             : CompileProjectInto(path, output, web.all_messages, console, &source.file_name);
   if (made) OpenCompiled(output, console, &source);
   return source;
 }

@@ -1,8 +1,11 @@
 #include "cli/hh_command.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
 #include <ostream>
+#include <string_view>
 #include <system_error>
 
 #include "chm/problem.h"
@@ -26,6 +29,8 @@ constexpr char kHhUsage[] =
     "Unpacks the compiled help file FILE into FOLDER, which is created if necessary.\n"
     "  -v          print the name of each file written\n"
     "  --internal  also write the streams of the help system (#SYSTEM, $FIftiMain, ...)\n"
+    "  --version   print name and version\n"
+    "  --help      print this text\n"
     "Exit status: 0 if everything was unpacked, 1 if something was not or was renamed, or the\n"
     "program was interrupted, 2 if the command line is wrong.\n";
 
@@ -52,6 +57,18 @@ class Printer : public UnpackListener {
 }  // namespace
 
 int RunHh(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+  const auto is_alone = [&](std::initializer_list<std::string_view> names) {
+    return arguments.size() == 1 &&
+           std::find(names.begin(), names.end(), arguments[0]) != names.end();
+  };
+  if (is_alone({"--help", "-h", "/?"})) {
+    out << kHhUsage;
+    return kAllUnpacked;
+  }
+  if (is_alone({"--version"})) {
+    out << "Scrivo HTML Help Unpacker " << SCRIVO_VERSION << '\n';
+    return kAllUnpacked;
+  }
   std::error_code ignored;
   const auto parsed = ParseDecompileArguments(
       arguments,

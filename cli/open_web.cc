@@ -25,15 +25,15 @@ std::filesystem::path WithoutParents(const std::filesystem::path& path, std::err
 }  // namespace
 
 void WebWarnings::Problem(const WebProblem& problem) {
-  if (++problems_ > kMostShown) return;
+  // Behind a colon stands what the system says, which may name files.
+  if (!limit_.Shows(problem.reason.substr(0, problem.reason.find(": ")))) return;
   std::string place = problem.file;
   if (problem.line != 0) place.append(":").append(std::to_string(problem.line));
   console_.Warn(VisibleLine(place + ": " + problem.reason));
 }
 
 void WebWarnings::Sum() {
-  if (problems_ <= kMostShown) return;
-  console_.Warn("and " + std::to_string(problems_ - kMostShown) + " more problems in this web");
+  for (const std::string& sum : limit_.Sums()) console_.Warn(sum);
 }
 
 std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebReport& warnings,
@@ -44,6 +44,7 @@ std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebReport& war
   DiskWebOptions reading = options.reading;
   reading.undeclared_code_page = web.undeclared_code_page;
   reading.help_code_page = web.help_code_page;
+  reading.leaves_out_hidden = !options.with_hidden;
   if (language != nullptr) *language = web;
   return OpenDiskWeb(path, reading, warnings);
 }
@@ -51,14 +52,6 @@ std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebReport& war
 Locator LocatorFor(const std::shared_ptr<DiskWeb>& web) {
   const auto host = std::make_shared<DiskHost>(web);
   return [=](const std::string& address) { return host->RelativeLocation(*web, address); };
-}
-
-void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& console) {
-  if (options.reading.contents != ContentsChoice::kAuto) return;
-  if (web.ContentsUsed() != ContentsChoice::kFolders) return;
-  console.Remark(
-      "The navigation structure holds only the home page, so the contents follow the web's "
-      "folders. To use the structure anyway, add --contents navigation.");
 }
 
 std::string AbsolutePath(const std::string& path) {

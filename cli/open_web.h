@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "cli/compile_options.h"
+#include "cli/message_limit.h"
 #include "cli/web_language.h"
 #include "ui/console/console.h"
 #include "webs/disk_web.h"
@@ -10,19 +11,17 @@
 
 namespace scrivo {
 
-// Warns of what is wrong with a web: "FILE:LINE: reason". After a number of warnings it only
-// counts; Sum tells how many there were more.
+// Warns of what is wrong with a web: "FILE:LINE: reason". Of each kind the first are shown; Sum
+// tells how many there were more.
 class WebWarnings : public WebReport {
  public:
-  explicit WebWarnings(Console& console) : console_(console) {}
+  WebWarnings(Console& console, bool all_messages) : console_(console), limit_(all_messages) {}
   void Problem(const WebProblem& problem) override;
   void Sum();
 
  private:
-  static constexpr int kMostShown = 20;
-
   Console& console_;
-  int problems_ = 0;
+  MessageLimit limit_;
 };
 
 // Opens the web that the options name, and chooses the code page of ANSI text for it. The warnings
@@ -33,9 +32,6 @@ std::shared_ptr<DiskWeb> OpenWebOf(const CompileOptions& options, WebReport& war
 
 // Tells where the pages of the web lie in it.
 Locator LocatorFor(const std::shared_ptr<DiskWeb>& web);
-
-// Tells, in one line, that the contents are made of the folders where nobody has asked for that.
-void TellContentsUsed(const CompileOptions& options, DiskWeb& web, Console& console);
 
 // `path` as it is on its own, whatever folder is current: the file that the system means by it,
 // also where ".." follows a link to a folder.

@@ -19,7 +19,7 @@ std::vector<SourceEntry> OverlayFiles::List(const std::string& folder) const {
       return EqualsIgnoringCase(entry.name, file.first);
     });
   });
-  for (const auto& [name, text] : files_) entries.push_back({name, false});
+  for (const auto& [name, text] : files_) entries.push_back({name, false, false});
   return entries;
 }
 

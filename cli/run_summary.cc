@@ -6,17 +6,13 @@
 #include "system/error.h"
 #include "system/interruption.h"
 #include "writers/index.h"
-#include "writers/project.h"
 
 namespace scrivo {
-namespace {
 
 std::string Counted(std::size_t number, const std::string& one, const std::string& several) {
   if (number == 0) return "no " + several;
   return std::to_string(number) + " " + (number == 1 ? one : several);
 }
-
-}  // namespace
 
 WebCounts CountWeb(SiteWeb& web, bool with_index,
                    const std::function<void(std::size_t done, std::size_t all)>& on_file) {
@@ -26,17 +22,9 @@ WebCounts CountWeb(SiteWeb& web, bool with_index,
   for (std::size_t i = 0; i < files.size(); ++i) {
     if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
     on_file(i, files.size());
-    if (IsProjectPage(*files[i])) ++counts.pages;
     if (with_index) counts.index_entries += CountKeywords(*files[i]);
   }
-  counts.contents_entries = AllNodes(web).size();
   return counts;
-}
-
-std::string CountsText(const WebCounts& counts) {
-  return Counted(counts.pages, "page", "pages") + ", " +
-         Counted(counts.contents_entries, "contents entry", "contents entries") + ", " +
-         Counted(counts.index_entries, "index entry", "index entries");
 }
 
 std::string SizeText(std::uint64_t bytes) {

@@ -9,23 +9,20 @@
 
 namespace scrivo {
 
-// What went into a help file.
+// What a web has for a help file.
 struct WebCounts {
   std::size_t files = 0;  // of the whole web
-  std::size_t pages = 0;
-  std::size_t contents_entries = 0;
   std::size_t index_entries = 0;
 };
 
-// Counts the web's pages, the nodes of its contents and, `with_index`, the index entries that an
-// index file gets; for these it reads the pages, which a web on disk keeps in mind for those who
-// ask next. `on_file` is told how many of the files are done. Throws Error (kUserInterrupt) when
-// the program is to end.
+// Counts the web's files and, `with_index`, the index entries that an index file gets; for these it
+// reads the pages, which a web on disk keeps in mind for those who ask next. `on_file` is told how
+// many of the files are done. Throws Error (kUserInterrupt) when the program is to end.
 WebCounts CountWeb(SiteWeb& web, bool with_index,
                    const std::function<void(std::size_t done, std::size_t all)>& on_file);
 
-// "46 pages, 1 contents entry, no index entries".
-std::string CountsText(const WebCounts& counts);
+// "46 pages", "1 page", "no pages".
+std::string Counted(std::size_t number, const std::string& one, const std::string& several);
 
 // A file's size for people: "812 bytes", "1.4 MB".
 std::string SizeText(std::uint64_t bytes);

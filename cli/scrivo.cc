@@ -79,8 +79,6 @@ std::vector<Option> CheckingOptions(CheckOptionsGiven* check) {
   std::vector<Option> options = {
       {"--json", "", "", "print the findings as JSON",
        [=](const std::string&) { check->json = true; }},
-      {"--all-messages", "", "", "print all findings, not only 20 of a kind",
-       [=](const std::string&) { check->all_messages = true; }},
   };
   for (Option& option : ReadingOptions(&check->web)) options.push_back(std::move(option));
   return options;
@@ -201,7 +199,7 @@ std::string Overview(const std::vector<Command>& commands) {
             command.syntax.summary + "\n";
   }
   return text +
-         "\nFor the options of a command: scrivo COMMAND --help. For the version: scrivo "
+         "\nFor the options of a command: scrivo help COMMAND. For the version: scrivo "
          "--version.\n";
 }
 
@@ -213,9 +211,8 @@ const Command& FindCommand(const std::vector<Command>& commands, const std::stri
   }
   const std::string suggestion = Suggest(name, names);
   const std::string kind = name.starts_with("-") ? "option" : "command";
-  throw UsageError(
-      "unknown " + kind + " " + name +
-      (suggestion.empty() ? "; see scrivo --help" : "; did you mean " + suggestion + "?"));
+  throw UsageError("unknown " + kind + " " + name +
+                   (suggestion.empty() ? "" : "; did you mean " + suggestion + "?"));
 }
 
 int RunOnConsole(const Work& work, bool quiet, const Streams& streams) {
@@ -244,13 +241,20 @@ int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams)
   ExportOptionsGiven site;
   CheckOptionsGiven check;
   const std::vector<Command> commands = MakeCommands(&web, &help_file, &site, &check);
+  std::string help = "scrivo --help";  // where the one who got the usage wrong can look it up
   try {
     if (arguments.empty()) {
       streams.err << Overview(commands);
       return kWrongUsage;
     }
-    if (arguments[0] == "--help" || arguments[0] == "-h" || arguments[0] == "help") {
+    if (arguments[0] == "--help" || arguments[0] == "-h" ||
+        (arguments[0] == "help" && arguments.size() == 1)) {
       streams.out << Overview(commands);
+      return kDone;
+    }
+    if (arguments[0] == "help") {
+      if (arguments.size() > 2) throw UsageError("unexpected argument \"" + arguments[2] + "\"");
+      streams.out << HelpText(FindCommand(commands, arguments[1]).syntax);
       return kDone;
     }
     if (arguments[0] == "--version") {
@@ -258,6 +262,7 @@ int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams)
       return kDone;
     }
     const Command& command = FindCommand(commands, arguments[0]);
+    help = "scrivo " + command.syntax.command + " --help";
     const std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
     if (AsksForHelp(rest, command.syntax)) {
       streams.out << HelpText(command.syntax);
@@ -268,7 +273,7 @@ int RunScrivo(const std::vector<std::string>& arguments, const Streams& streams)
     ThrowIfContradicting(site.web);
     return command.run(streams);
   } catch (const UsageError& error) {
-    streams.err << "scrivo: error: " << error.what() << "\n";
+    streams.err << "scrivo: error: " << error.what() << "\nSee " << help << ".\n";
     return kWrongUsage;
   } catch (const std::exception& error) {
     streams.err << "scrivo: error: " << error.what() << "\n";

@@ -1,6 +1,7 @@
 #include "cli/tree_command.h"
 
 #include "cli/open_web.h"
+#include "cli/web_account.h"
 
 namespace scrivo {
 namespace {
@@ -54,8 +55,9 @@ class TreePrinter {
 }  // namespace
 
 int PrintTree(const CompileOptions& options, Console& console) {
-  WebWarnings warnings(console);
+  WebWarnings warnings(console, options.all_messages);
   const std::shared_ptr<DiskWeb> web = OpenWebOf(options, warnings);
+  TellOfWeb(options, *web, PagesGoTo::kThisCompiler, console);
   const Locator locate = LocatorFor(web);
   TreePrinter(*web, locate, console).Print();
   const SiteFiles outside = web->PagesOutsideContents();

@@ -19,12 +19,18 @@
 #include "system/services.h"
 #include "text/code_page.h"
 #include "text/languages.h"
+#include "webs/hidden_files.h"
 
 namespace scrivo {
 namespace {
 
 std::string TitleFor(const CompileOptions& options, int code_page, DiskWeb& web) {
-  if (options.title.empty()) return WithoutControlCharacters(DefaultTitle(web));
+  if (options.title.empty()) {
+    // The home page may stand further down in the contents than DefaultTitle looks for it.
+    const std::shared_ptr<SiteFile> home = web.HomePage();
+    return WithoutControlCharacters(web.HomeNode() || !home ? DefaultTitle(web)
+                                                            : home->NavigationEntry()->Label());
+  }
   std::size_t lost = 0;
   FromUtf8(options.title, code_page, &lost);
   if (lost == 0) return options.title;
@@ -110,6 +116,7 @@ void ThrowUnlessFileCanBe(const std::string& output, const std::string& wanted, 
 std::string DefaultPageFor(const CompileOptions& options, DiskWeb& web, const Locator& locate) {
   const std::string& wanted = options.default_page;
   if (wanted.empty()) {
+    if (const std::shared_ptr<SiteFile> home = web.HomePage()) return home->Url();
     for (const std::shared_ptr<SiteNode>& node : AllNodes(web)) {
       if (node->File()) return node->Url();
     }
@@ -121,6 +128,10 @@ std::string DefaultPageFor(const CompileOptions& options, DiskWeb& web, const Lo
     const std::string location = locate(address);
     if (wanted == location || wanted == address) return address;
     locations.push_back(location);
+  }
+  if (!options.with_hidden && IsHiddenLocation(wanted)) {
+    throw Error(kFileNotFound, "scrivo",
+                wanted + ": the page is left out. To take in such files, add --with-hidden.");
   }
   const std::string suggestion = Suggest(wanted, locations);
   throw Error(kFileNotFound, "scrivo",
@@ -142,6 +153,7 @@ CompileJob JobFor(const CompileOptions& options, const WebLanguage& language, Di
   job.use_index = options.use_index;
   job.favorites = options.favorites;
   job.without_bars = options.reading.without_bars;
+  job.with_hidden = options.with_hidden;
   job.keep_project = options.keep_project;
   return job;
 }

@@ -18,14 +18,16 @@ constexpr int kWestern = 1252;
 // The code page of the web's texts, which is never UTF-8: a help file cannot be in that. Nothing
 // when the web tells none.
 std::optional<int> ToldCodePage(const ServiceNotes& notes, std::uint32_t language,
-                                const std::string& path) {
+                                const std::string& path, bool with_hidden) {
   const std::optional<int> noted = CodePageFromName(notes.charset);
   if (noted && *noted != kUtf8CodePage) return noted;
   if (language != 0 && CodePageOfLanguage(language) != kWestern) {
     return CodePageOfLanguage(language);
   }
   WebProblemList told_later;
-  const std::optional<int> of_pages = OpenDiskWeb(path, {}, told_later)->CodePageOfPages();
+  DiskWebOptions reading;
+  reading.leaves_out_hidden = !with_hidden;
+  const std::optional<int> of_pages = OpenDiskWeb(path, reading, told_later)->CodePageOfPages();
   if (of_pages) return of_pages;
   return language != 0 ? std::optional<int>(kWestern) : std::nullopt;
 }
@@ -39,7 +41,7 @@ WebLanguage LanguageOfWeb(const CompileOptions& options, const std::string& path
   const bool is_chosen = options.code_page != 0 && options.code_page != kUtf8CodePage;
   if (is_chosen) {
     web.undeclared_code_page = options.code_page;
-  } else if (const auto told = ToldCodePage(notes, noted, path)) {
+  } else if (const auto told = ToldCodePage(notes, noted, path, options.with_hidden)) {
     web.undeclared_code_page = *told;
   } else {
     web.undeclared_code_page =

@@ -24,17 +24,19 @@ bool CompileContext::Stops() {
   return result.stopped;
 }
 
-void CompileContext::Report(MessageCode code, std::initializer_list<std::string_view> arguments) {
+void CompileContext::Report(MessageCode code, std::initializer_list<std::string_view> arguments,
+                            std::string reason) {
   CompileMessage message = MakeMessage(code, arguments);
   message.text = WithoutKeptBytes(message.text);
+  message.reason = std::move(reason);
   if (message.severity == Severity::kWarning) ++result.warnings;
   if (message.severity == Severity::kError) ++result.errors;
   if (message.severity == Severity::kNote && !project.display_notes) return;
   listener.Message(message);
 }
 
-void CompileContext::ReportNotCompiled(std::string path) {
-  Report(MessageCode::kNotCompiled, {path});
+void CompileContext::ReportNotCompiled(std::string path, std::string reason) {
+  Report(MessageCode::kNotCompiled, {path}, std::move(reason));
   result.not_compiled.push_back(WithBackslashes(std::move(path)));
 }
 

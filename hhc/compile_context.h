@@ -23,10 +23,11 @@ struct CompileContext {
   bool Stops();
 
   // Counts a message and passes it on.
-  void Report(MessageCode code, std::initializer_list<std::string_view> arguments);
+  void Report(MessageCode code, std::initializer_list<std::string_view> arguments,
+              std::string reason = "");
 
-  // Reports that the file `path` could not be compiled, and lists it in the result.
-  void ReportNotCompiled(std::string path);
+  // Reports that the file `path` could not be compiled and why, and lists it in the result.
+  void ReportNotCompiled(std::string path, std::string reason = "there is no such file");
 
   // The same for a file whose path is longer than a help file can hold.
   void ReportTooLong(std::string path);

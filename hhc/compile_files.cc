@@ -105,7 +105,8 @@ void FileCompiler::Store(std::size_t number, const LoadedFile& file) {
     context_.listener.File(WithBackslashes(found.address));
   }
   if (!file.readable || !StoreBytes(found, file)) {
-    context_.ReportNotCompiled(found.address);
+    context_.ReportNotCompiled(found.address,
+                               file.error ? file.error.message() : "it cannot be read to its end");
     return;
   }
   if (number == sources_.contents) {
@@ -186,10 +187,11 @@ void FileCompiler::FollowLinks(const FoundFile& found, const std::vector<PageLin
     }
     if (link.kind == LinkKind::kAnchor) ++context_.result.local_links;
     if (reference.path.empty()) continue;
-    if (const auto target = context_.tree.Find(reference.path, folder, code_page)) {
+    bool is_withheld = false;
+    if (const auto target = context_.tree.Find(reference.path, folder, code_page, &is_withheld)) {
       const std::size_t number = sources_.list.AddLinked(*target, link.kind);
       if (link.kind == LinkKind::kImage) graphics_.insert(number);
-    } else if (missing_.insert(folder + "/" + std::string(reference.path)).second) {
+    } else if (!is_withheld && missing_.insert(folder + "/" + std::string(reference.path)).second) {
       context_.Report(MessageCode::kLinkBroken, {found.address, lines.LineOf(link.offset),
                                                  ToUtf8(reference.path, code_page)});
     }

@@ -18,7 +18,8 @@ enum class Severity { kNote, kWarning, kError };
 struct CompileMessage {
   int code = 0;  // 0: a message without a number
   Severity severity = Severity::kWarning;
-  std::string text;  // UTF-8
+  std::string text;         // UTF-8
+  std::string reason = "";  // what the text leaves open, for those who show it; UTF-8
 
   // "HHC3015: Warning: text", or "Warning: text" without a code: the form that callers scan for.
   std::string Line() const;

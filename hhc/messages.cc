@@ -103,7 +103,7 @@ CompileMessage MakeMessage(MessageCode code, std::initializer_list<std::string_v
   const MessageEntry& entry =
       *std::find_if(std::begin(kMessages), std::end(kMessages),
                     [code](const MessageEntry& candidate) { return candidate.code == code; });
-  CompileMessage message{static_cast<int>(code), entry.severity, ""};
+  CompileMessage message{static_cast<int>(code), entry.severity, "", ""};
   for (std::size_t i = 0; i < entry.text.size(); ++i) {
     if (entry.text[i] == '%') {
       message.text += arguments.begin()[entry.text[++i] - '1'];

@@ -155,12 +155,15 @@ std::vector<std::string> ProjectTree::Spellings(std::string_view name, int code_
 }
 
 std::optional<FoundFile> ProjectTree::Find(std::string_view name, std::string_view from,
-                                           int code_page) {
+                                           int code_page, bool* is_withheld) {
+  if (is_withheld != nullptr) *is_withheld = false;
   for (const std::string& spelling : Spellings(name, code_page)) {
     std::string path = spelling;
     if (path.empty() || path.find('\0') != std::string_view::npos) continue;
     if (path[0] != '/' && !from.empty()) path = std::string(from) + "/" + path;
-    if (auto found = FindExact(NormalPath(path))) return found;
+    const std::string normal = NormalPath(path);
+    if (auto found = FindExact(normal)) return found;
+    if (is_withheld != nullptr && withheld_.contains(normal)) *is_withheld = true;
   }
   return std::nullopt;
 }
@@ -217,6 +220,10 @@ std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
       if (!folder.empty()) folder.pop_back();
       const Listing& listing = ListOnce(folder);
       const auto found = listing.by_name.find(FoldCase(part));
+      if (found != listing.by_name.end() && found->second.is_withheld) {
+        withheld_.insert(path);
+        return std::nullopt;
+      }
       if (found == listing.by_name.end() || found->second.is_folder == last) return std::nullopt;
       actual += found->second.name;
       if (!last) actual += '/';

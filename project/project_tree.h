@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "project/source_files.h"
@@ -58,7 +59,9 @@ class ProjectTree {
   // archive paths, "" at the top). Names are matched in any letter case, first as they are, then
   // with "\\" for a separator, then with %XX replaced; bytes that are not UTF-8 are taken to be in
   // `code_page`. A leading "/" means the project's folder.
-  std::optional<FoundFile> Find(std::string_view name, std::string_view from, int code_page);
+  // `*is_withheld`, unless null, tells whether nothing is found because the file is withheld.
+  std::optional<FoundFile> Find(std::string_view name, std::string_view from, int code_page,
+                                bool* is_withheld = nullptr);
 
   // The file that a line of the project names: as above; a full path counts too, and a file outside
   // the project's folder is stored at the top.
@@ -91,6 +94,7 @@ class ProjectTree {
   bool flat_;
   std::unordered_map<std::string, Listing> folders_;  // by path relative to the project's folder
   std::unordered_map<std::string, std::optional<std::string>> on_disk_;
+  std::unordered_set<std::string> withheld_;  // paths asked for that are
 };
 
 }  // namespace scrivo

@@ -32,7 +32,7 @@ std::vector<SourceEntry> DiskFiles::List(const std::string& folder) const {
   std::vector<SourceEntry> entries;
   std::error_code error;
   for (const FolderItem& item : ItemsOfFolder(SystemPath(folder), &error)) {
-    entries.push_back({PortablePath(item.name), item.is_folder});
+    entries.push_back({PortablePath(item.name), item.is_folder, false});
   }
   // Files that no memory can be had for are not missing.
   if (error == std::errc::not_enough_memory) throw std::bad_alloc();

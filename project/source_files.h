@@ -17,6 +17,7 @@ namespace scrivo {
 struct SourceEntry {
   std::string name;
   bool is_folder = false;
+  bool is_withheld = false;  // there, but neither it nor what is in it is to be taken
 };
 
 // Paths are UTF-8 with "/" separators (on POSIX: the bytes of the name, whatever they are). Open

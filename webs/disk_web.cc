@@ -73,7 +73,11 @@ class OpenedDiskWeb : public DiskWeb {
   // reported again.
   void Refresh() override { snapshot_ = nullptr; }
 
-  ContentsChoice ContentsUsed() override { return Now().TreeUsed(); }
+  const ContentsAccount& AccountOfContents() override { return Now().AccountOfContents(); }
+  std::shared_ptr<SiteFile> HomePage() override;
+  bool HasHostsNotes() override { return Now().Listing().IsWeb(0); }
+  std::vector<std::string> Subwebs() override;
+  std::vector<std::pair<std::string, std::size_t>> LeftOut() override;
   SiteFiles PagesOutsideContents() override;
   bool ReportLostCharacters() override;
   std::optional<int> CodePageOfPages() override;
@@ -96,6 +100,31 @@ SiteFiles OpenedDiskWeb::PagesOutsideContents() {
            file->NavigationEntry() != nullptr;
   });
   return pages;
+}
+
+std::shared_ptr<SiteFile> OpenedDiskWeb::HomePage() {
+  const WebListing& listing = Now().Listing();
+  const WebListing::Index page = WelcomePage(listing, 0);
+  const bool is_shown =
+      page != WebListing::kNone && IsHelpPage(listing, page) && Now().FirstNodeOf(page) != 0;
+  return is_shown ? Now().File(page) : nullptr;
+}
+
+std::vector<std::string> OpenedDiskWeb::Subwebs() {
+  std::vector<std::string> subwebs;
+  const WebListing& listing = Now().Listing();
+  for (WebListing::Index folder = 1; folder < listing.FolderCount(); ++folder) {
+    if (listing.IsWeb(folder)) subwebs.push_back(listing.FolderLocation(folder));
+  }
+  return subwebs;
+}
+
+std::vector<std::pair<std::string, std::size_t>> OpenedDiskWeb::LeftOut() {
+  std::vector<std::pair<std::string, std::size_t>> all;
+  for (const WebListing::LeftOut& left_out : Now().Listing().AllLeftOut()) {
+    all.emplace_back(left_out.location, left_out.files);
+  }
+  return all;
 }
 
 bool OpenedDiskWeb::ReportLostCharacters() {

@@ -113,7 +113,7 @@ class NavigationBuilder {
       tree.nodes[i].first_child = static_cast<std::uint32_t>(tree.nodes.size());
       for (Place c = starts_[slot]; c < starts_[slot + 1]; ++c) {
         StructureNode& node = nodes_[children_[c]];
-        if (node.IsLinkBar()) continue;
+        if (node.IsLinkBar() || IsLeftOut(children_[c])) continue;
         tree.nodes.push_back(MakeNode(&node));
         places.push_back(children_[c]);
       }
@@ -123,15 +123,24 @@ class NavigationBuilder {
     return tree;
   }
 
+  // An entry for a page that is left out goes with it, unless others hang below it.
+  bool IsLeftOut(Place place) const {
+    const StructureNode& node = nodes_[place];
+    const std::size_t slot = Slot(place);
+    return !node.leaves_web && starts_[slot] == starts_[slot + 1] && listing_.LeavesOut(node.page);
+  }
+
   ContentsNode MakeNode(StructureNode* node) {
     ContentsNode made;
     if (!node->leaves_web && !node->page.empty()) {
       made.file = listing_.Find(node->page);
-      if (made.file == WebListing::kNone) {
+      if (made.file == WebListing::kNone && !listing_.LeavesOut(node->page)) {
         Report(*node, "the page \"" + node->page + "\" of " + Named(*node) + " does not exist");
       }
     }
-    if (made.file == WebListing::kNone) made.page = std::move(node->page);
+    if (made.file == WebListing::kNone && !listing_.LeavesOut(node->page)) {
+      made.page = std::move(node->page);
+    }
     made.label = web_text_.HandOut(GuessedUtf8(node->label, web_text_.CodePage()), file_);
     return made;
   }

@@ -6,6 +6,7 @@
 
 #include "system/error.h"
 #include "text/fold_case.h"
+#include "webs/hidden_files.h"
 #include "webs/web_text.h"
 
 namespace scrivo {
@@ -67,12 +68,17 @@ class WebListing::Lister {
         continue;
       }
       Name name = listing_.MakeName(entry.name);
-      if (!entry.is_folder) {
+      const bool is_hosts = entry.is_folder && IsHostFolder(name.Key());
+      if (!is_hosts && listing_.leaves_out_hidden_ && IsHiddenName(name.text)) {
+        LeaveOut(folder, entry);
+      } else if (!entry.is_folder) {
         if (folder != 0 || !IsKeptProjectPage(name.Key())) names.push_back(std::move(name));
-      } else if (!IsHostFolder(name.Key())) {
+      } else if (!is_hosts) {
         subfolders.push_back(std::move(name));
       } else if (name.Key() == "_vti_cnf") {
         listing_.folders_[folder].has_notes = true;
+      } else if (name.Key() == "_vti_pvt") {
+        listing_.folders_[folder].is_web = true;
       }
     }
     Sort(&names);
@@ -82,6 +88,38 @@ class WebListing::Lister {
     for (Name& name : names) files.push_back({std::move(name), folder});
     listing_.folders_[folder].files = {first, static_cast<Index>(files.size())};
     AddSubfolders(folder, &subfolders);
+  }
+
+  void LeaveOut(Index folder, const FolderEntry& entry) {
+    const std::string& above = listing_.folders_[folder].location;
+    const std::string path = listing_.FolderPath(folder) + Separator(listing_.style_) + entry.name;
+    listing_.left_out_.push_back({above.empty() ? entry.name : above + "/" + entry.name,
+                                  entry.is_folder ? CountFiles(path) : 1});
+  }
+
+  // The files in a folder and below it, however they are reached; what cannot be listed counts for
+  // nothing.
+  std::size_t CountFiles(const std::string& top) {
+    std::size_t count = 0;
+    std::vector<std::string> waiting{top};
+    std::unordered_set<std::string> entered;
+    while (!waiting.empty()) {
+      const std::string path = std::move(waiting.back());
+      waiting.pop_back();
+      if (!entered.insert(files_.RealPath(path)).second) continue;
+      try {
+        for (const FolderEntry& entry : files_.List(path)) {
+          if (entry.is_folder) {
+            waiting.push_back(path + Separator(listing_.style_) + entry.name);
+          } else {
+            ++count;
+          }
+        }
+      } catch (const Error& error) {
+        if (error.number == kUserInterrupt) throw;
+      }
+    }
+    return count;
   }
 
   static void Sort(std::vector<Name>* names) {
@@ -139,9 +177,13 @@ class WebListing::Lister {
 };
 
 WebListing::WebListing(Files& files, const std::string& path, PathStyle style, int code_page,
-                       WebReport& report)
-    : path_(path), style_(style), code_page_(code_page) {
+                       bool leaves_out_hidden, WebReport& report)
+    : path_(path), style_(style), code_page_(code_page), leaves_out_hidden_(leaves_out_hidden) {
   Lister(this, files, report).Run();
+}
+
+bool WebListing::LeavesOut(std::string_view location) const {
+  return leaves_out_hidden_ && IsHiddenLocation(location);
 }
 
 WebListing::Name WebListing::MakeName(const std::string& text) const {

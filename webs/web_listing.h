@@ -22,10 +22,20 @@ class WebListing {
 
   // Lists the web in the folder `path`, which has no separator at its end. Names that are not UTF-8
   // are taken for text in `code_page`. A subfolder that cannot be listed, or a link that leads to
-  // a folder already listed through it, is reported and left out. Throws Error when the web's own
+  // a folder already listed through it, is reported and left out. `leaves_out_hidden`: files that
+  // are not for readers (webs/hidden_files.h) are only counted. Throws Error when the web's own
   // folder cannot be listed.
   WebListing(Files& files, const std::string& path, PathStyle style, int code_page,
-             WebReport& report);
+             bool leaves_out_hidden, WebReport& report);
+
+  // What was left out: the location of a file, or of a folder with the number of files in it.
+  struct LeftOut {
+    std::string location;
+    std::size_t files;
+  };
+  const std::vector<LeftOut>& AllLeftOut() const { return left_out_; }
+  // Whether a location is left out for being hidden.
+  bool LeavesOut(std::string_view location) const;
 
   std::size_t FileCount() const { return files_.size(); }
   std::size_t FolderCount() const { return folders_.size(); }
@@ -42,6 +52,9 @@ class WebListing {
   const std::string& FolderName(Index folder) const { return folders_[folder].name.text; }
   // The file's name in small letters, as UTF-8.
   const std::string& FileKey(Index file) const { return files_[file].name.Key(); }
+  // Whether the folder is a web: the host keeps its notes about one there.
+  bool IsWeb(Index folder) const { return folders_[folder].is_web; }
+  const std::string& FolderLocation(Index folder) const { return folders_[folder].location; }
   // Whether the host keeps its notes about the files of this folder beside them.
   bool HasNotes(Index folder) const { return folders_[folder].has_notes; }
 
@@ -74,6 +87,7 @@ class WebListing {
     Range files{0, 0};
     Range folders{0, 0};
     bool has_notes = false;
+    bool is_web = false;
   };
   class Lister;
 
@@ -85,8 +99,10 @@ class WebListing {
   const std::string path_;
   const PathStyle style_;
   const int code_page_;
+  const bool leaves_out_hidden_;
   std::vector<File> files_;
   std::vector<Folder> folders_;
+  std::vector<LeftOut> left_out_;
   // Folders that Find was asked about, by location: pages stand in the structure by folder.
   mutable std::unordered_map<std::string, Index> found_folders_;
 };

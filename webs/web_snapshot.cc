@@ -117,7 +117,7 @@ class WebSnapshot::DiskNode : public SiteNode {
 WebSnapshot::WebSnapshot(std::shared_ptr<WebSource> source)
     : source_(std::move(source)),
       listing_(*source_->files, source_->path, source_->style, source_->text.CodePage(),
-               source_->report),
+               source_->options.leaves_out_hidden, source_->report),
       reader_(*source_->files, source_->options, &source_->text, source_->report),
       facts_(listing_.FileCount()) {
   file_objects_.reserve(listing_.FileCount());
@@ -135,9 +135,9 @@ const ContentsTree& WebSnapshot::Tree() {
   return tree_;
 }
 
-ContentsChoice WebSnapshot::TreeUsed() {
+const ContentsAccount& WebSnapshot::AccountOfContents() {
   Tree();
-  return tree_used_;
+  return account_;
 }
 
 std::uint32_t WebSnapshot::FirstNodeOf(Index file) {
@@ -191,23 +191,29 @@ std::shared_ptr<SiteNode> WebSnapshot::Node(std::uint32_t node) {
   return {shared_from_this(), &node_objects_[node]};
 }
 
-ContentsTree WebSnapshot::ReadNavigation() {
+// What is wrong with single entries goes to `report`.
+ContentsTree WebSnapshot::ReadNavigation(WebReport& report) {
   const char separator = Separator(source_->style);
   const std::string path = source_->path + separator + "_vti_pvt" + separator + "structure.cnf";
   std::string text;
   try {
-    if (source_->files->FileExists(path)) {
+    account_.has_structure = source_->files->FileExists(path);
+    if (account_.has_structure) {
       text = ReadWholeFile(*source_->files, path);
     } else if (source_->options.contents == ContentsChoice::kNavigation) {
       source_->report.Problem(
           {path, 0, "the file does not exist; the web has no navigation structure"});
     }
   } catch (const Error& error) {
+    account_.is_readable = false;
     ReportFailure(path, "the navigation structure cannot be read", error, source_->report);
   }
-  std::vector<StructureNode> nodes = ParseStructure(text, path, source_->report);
+  WebProblemList problems;
+  std::vector<StructureNode> nodes = ParseStructure(text, path, problems);
+  if (nodes.empty() && !problems.problems.empty()) account_.is_readable = false;
+  for (const WebProblem& problem : problems.problems) source_->report.Problem(problem);
   std::string().swap(text);  // as large as the tree itself
-  return BuildNavigationTree(std::move(nodes), listing_, &source_->text, path, source_->report);
+  return BuildNavigationTree(std::move(nodes), listing_, &source_->text, path, report);
 }
 
 bool WebSnapshot::HoldsMoreThanHomePage(const ContentsTree& tree) const {
@@ -219,16 +225,49 @@ bool WebSnapshot::HoldsMoreThanHomePage(const ContentsTree& tree) const {
   });
 }
 
-void WebSnapshot::ReadTree() {
-  const ContentsChoice choice = source_->options.contents;
-  tree_used_ = ContentsChoice::kFolders;
-  if (choice != ContentsChoice::kFolders) {
-    tree_ = ReadNavigation();
-    if (choice == ContentsChoice::kNavigation || HoldsMoreThanHomePage(tree_)) {
-      tree_used_ = ContentsChoice::kNavigation;
+void WebSnapshot::CountStructure() {
+  for (Index file = 0; file < listing_.FileCount(); ++file) {
+    account_.pages += IsHelpPage(listing_, file) ? 1 : 0;
+  }
+  account_.entries = tree_.nodes.size() - 1;
+  std::vector<bool> seen(listing_.FileCount());
+  for (auto node = tree_.nodes.begin() + 1; node != tree_.nodes.end(); ++node) {
+    if (node->file == WebListing::kNone) {
+      // The address of a page elsewhere has a colon.
+      if (!node->page.empty() && node->page.find(':') == std::string::npos) ++account_.missing;
+    } else if (IsHelpPage(listing_, node->file) && !seen[node->file]) {
+      seen[node->file] = true;
+      ++account_.shown;
     }
   }
-  if (tree_used_ == ContentsChoice::kFolders) {
+  account_.is_home_only = account_.entries > 0 && !HoldsMoreThanHomePage(tree_);
+}
+
+bool WebSnapshot::LeadsSomewhere() const {
+  if (account_.shown == 0) return false;
+  if (account_.shown == account_.pages) return true;
+  constexpr std::size_t kFewest = 4;  // one page in so many
+  return !account_.is_home_only && kFewest * account_.shown >= account_.pages &&
+         2 * account_.missing <= account_.entries;
+}
+
+void WebSnapshot::ReadTree() {
+  const ContentsChoice choice = source_->options.contents;
+  account_ = {};
+  if (choice == ContentsChoice::kNavigation) {
+    tree_ = ReadNavigation(source_->report);
+    account_.used = ContentsChoice::kNavigation;
+  } else if (choice == ContentsChoice::kAuto) {
+    // Of contents that are not used nobody needs to know what is wrong in them.
+    WebProblemList problems;
+    tree_ = ReadNavigation(problems);
+    CountStructure();
+    if (LeadsSomewhere()) {
+      account_.used = ContentsChoice::kNavigation;
+      for (const WebProblem& problem : problems.problems) source_->report.Problem(problem);
+    }
+  }
+  if (account_.used == ContentsChoice::kFolders) {
     tree_ = BuildFolderTree(
         listing_, [this](Index file) { return File(file)->Title(); }, &source_->text);
   }

@@ -39,8 +39,8 @@ class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
   const WebListing& Listing() const { return listing_; }
   // The contents, read when they are first asked for.
   const ContentsTree& Tree();
-  // Which contents Tree() holds.
-  ContentsChoice TreeUsed();
+  // Which contents Tree() holds, and why.
+  const ContentsAccount& AccountOfContents();
   // The node that shows the file first in AllNodes; 0, the root, when none does.
   std::uint32_t FirstNodeOf(Index file);
   // The node of the home page; 0 when there is none.
@@ -57,8 +57,10 @@ class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
   class DiskFolder;
   class DiskNode;
 
-  ContentsTree ReadNavigation();
+  ContentsTree ReadNavigation(WebReport& report);
   bool HoldsMoreThanHomePage(const ContentsTree& tree) const;
+  void CountStructure();
+  bool LeadsSomewhere() const;
   void ReadTree();
   void FindFirstNodes();
 
@@ -70,7 +72,7 @@ class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
   std::vector<DiskFolder> folder_objects_;
   bool has_tree_ = false;
   ContentsTree tree_;
-  ContentsChoice tree_used_ = ContentsChoice::kNavigation;
+  ContentsAccount account_;
   std::vector<DiskNode> node_objects_;
   std::vector<std::uint32_t> first_nodes_;  // by file
 };

@@ -18,6 +18,7 @@ struct CompileJob {
   bool use_index = true;      // whether the pages' keywords make an index
   bool favorites = true;      // whether the viewer has a Favorites tab
   bool without_bars = false;  // whether pages are compiled without the host's navigation bars
+  bool with_hidden = false;   // whether files that are not for readers go in too
   bool keep_project = false;  // whether the project files stay where they were written
 };
 

@@ -68,8 +68,10 @@ TEST_F(BadInput, WarnsOfABinaryStructureAndTakesTheFolders) {
   EXPECT_EQ(Compile(), 0);
   EXPECT_NE(Plain(err).find("scrivo: warning: WEB/_vti_pvt/structure.cnf:"), std::string::npos)
       << err;
-  EXPECT_NE(err.find("so the contents follow the web's folders"), std::string::npos) << err;
-  EXPECT_NE(out.find("2 pages, 3 contents entries, "), std::string::npos) << out;
+  EXPECT_NE(err.find("Contents: the web's folders, because the navigation structure cannot be"),
+            std::string::npos)
+      << err;
+  EXPECT_NE(out.find("2 pages, no other files, 3 contents entries, "), std::string::npos) << out;
 }
 
 TEST_F(BadInput, SaysThatTheProjectFilesCannotBeWritten) {

@@ -19,10 +19,11 @@ class CompileCommand : public ScrivoRun {
 TEST_F(CompileCommand, MakesTheFileAndTellsWhatIsInIt) {
   EXPECT_EQ(Compile(), 0);
   const std::string told = Plain(out);
-  EXPECT_TRUE(told.starts_with("Made OUT/a.chm: 2 pages, 2 contents entries, 3 index entries, "))
+  EXPECT_TRUE(told.starts_with(
+      "Made OUT/a.chm: 2 pages, no other files, 2 contents entries, 3 index entries, "))
       << told;
   EXPECT_TRUE(told.ends_with(" kB, 0:00\n")) << told;
-  EXPECT_EQ(Plain(err), "Reading WEB\nCompiling\n");
+  EXPECT_EQ(Plain(err), "Reading WEB\n" + ContentsLine("all of 2") + "Compiling\n");
   Unpack();
   EXPECT_EQ(output.Read("un packed/docs/a.htm"), web.Read("docs/a.htm"));
 }
@@ -119,7 +120,8 @@ TEST_F(CompileCommand, HidesTheFilesOfAProjectThatWasKeptBefore) {
 TEST_F(CompileCommand, TellsTheCompilersWarningsOnTheErrorStream) {
   AddBrokenLink();
   EXPECT_EQ(Compile(), 0);
-  EXPECT_EQ(Plain(err), "Reading WEB\nCompiling\nscrivo: warning: " + kBrokenLink + "\n");
+  EXPECT_EQ(Plain(err), "Reading WEB\n" + ContentsLine("2 of 3") +
+                            "Compiling\nscrivo: warning: " + kBrokenLink + "\n");
   EXPECT_EQ(Compile({"-q"}), 0);
   EXPECT_EQ(err, "");
 }
@@ -263,8 +265,8 @@ TEST_F(CompileCommand, TakesTheContentsThatWereChosen) {
 
 TEST_F(CompileCommand, SaysSoWhenItChoseTheFoldersItself) {
   const std::string line =
-      "The navigation structure holds only the home page, so the contents follow the web's "
-      "folders. To use the structure anyway, add --contents navigation.\n";
+      "Contents: the web's folders, because the navigation structure holds only the home page of 2 "
+      "pages. To use it anyway, add --contents navigation.\n";
   EXPECT_EQ(Compile(), 0);
   EXPECT_EQ(err.find(line), std::string::npos) << err;
   web.Write("_vti_pvt/structure.cnf", "3.0.0.507\r\n1001\r\n1000,index.htm,0,Home,0,100,0\r\n");

@@ -57,6 +57,17 @@ TEST_F(HelpCommandsTest, HhUnpacksInSilence) {
   EXPECT_FALSE(fs::exists(root_ / "a" / "b" / "#SYSTEM"));
 }
 
+TEST_F(HelpCommandsTest, HhTellsItsUsageAndItsVersionWhenAsked) {
+  EXPECT_EQ(Hh({"--help"}), 0);
+  EXPECT_TRUE(out_.str().starts_with("usage: hh -decompile ")) << out_.str();
+  out_.str("");
+  EXPECT_EQ(Hh({"--version"}), 0);
+  EXPECT_EQ(out_.str(), std::string("Scrivo HTML Help Unpacker ") + SCRIVO_VERSION + "\n");
+  EXPECT_EQ(err_.str(), "");
+  EXPECT_EQ(Hh({"--versoin"}), 2);
+  EXPECT_NE(err_.str().find("--help "), std::string::npos) << "where to look it up";
+}
+
 TEST_F(HelpCommandsTest, HhNamesFilesOnRequest) {
   EXPECT_EQ(Hh({"-decompile", "-v", Utf8(root_ / "out"), Utf8(kData / "tiny.chm")}), 0);
   // The order in which the file holds them; the first one is its compiler's own.

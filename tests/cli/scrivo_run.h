@@ -88,6 +88,12 @@ class ScrivoRun : public testing::Test {
     return text;
   }
 
+  // The line that tells where the contents come from, for a web whose structure shows so much.
+  static std::string ContentsLine(const std::string& shown) {
+    return "Contents: the navigation structure, because it shows " + shown +
+           " pages. To follow the web's folders instead, add --contents folders.\n";
+  }
+
   TestFolder web, output;
   std::shared_ptr<FakeShell> shell = std::make_shared<FakeShell>();
   std::string out, err;
