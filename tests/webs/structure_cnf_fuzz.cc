@@ -18,7 +18,7 @@ scrivo::WebListing SmallListing(scrivo::WebReport& report) {
   scrivo::MemoryFiles files;
   files.folders = {"/web", "/web/docs"};
   files.files = {{"/web/index.htm", ""}, {"/web/a.htm", ""}, {"/web/docs/b.htm", ""}};
-  return scrivo::WebListing(files, "/web", scrivo::PathStyle::kPosix, 1252, report);
+  return scrivo::WebListing(files, "/web", scrivo::PathStyle::kPosix, 1252, false, report);
 }
 
 }  // namespace
@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   bool has_link_bars = false;
   for (const auto& node : nodes) has_link_bars = has_link_bars || node.IsLinkBar();
 
-  scrivo::WebText web_text(1251);
+  scrivo::WebText web_text(1251, 1251);
   const auto tree = scrivo::BuildNavigationTree(nodes, listing, &web_text, file, report);
   Require(tree.nodes.size() <= nodes.size() + 1);
   Require(has_link_bars || tree.nodes.size() == nodes.size() + 1);
