@@ -162,7 +162,9 @@ TEST_F(DecompileWeb, MakesNoFolderOfWhatIsNoHelpFile) {
 
 TEST_F(DecompileWeb, NeedsAWebForKeywords) {
   EXPECT_EQ(Run({"decompile", "--keywords", Output(), output.PathOf("made")}), 2);
-  EXPECT_EQ(err, "scrivo: error: --keywords: only a web has them; add --web\n");
+  EXPECT_EQ(err,
+            "scrivo: error: --keywords: only a web has them; add --web\n"
+            "See scrivo decompile --help.\n");
 }
 
 }  // namespace
