@@ -157,6 +157,7 @@ RewrittenPage Rewriter::Rewrite() {
 
 // The content of an element that holds no tags.
 void Rewriter::Raw(const HtmlToken& token, Tag tag, bool is_title) {
+  if (in_object_) return;  // goes with the object
   if (token.Is("script")) {
     if (!rules_.keep_scripts) Remove(tag);
   } else if (token.Is("style")) {

@@ -30,6 +30,13 @@ TEST_F(PageRewriter, PutsItsLineAtTheStartOfTheHead) {
   EXPECT_EQ(Rewrite("text only"), "text only[../HEAD]");
 }
 
+TEST_F(PageRewriter, TakesScriptsWithinAnObjectAwayWithIt) {
+  rules.head = "";
+  const std::string object = "<object classid=\"clsid:adb880a6-d8ff-11cf-9377-00aa003b7a11\">";
+  EXPECT_EQ(Rewrite(object + "<script>a</script><script src=b.js></script></object>x"), "x");
+  EXPECT_EQ(Rewrite(object + "<style>a</style><script src=b.js></script>"), "");
+}
+
 TEST_F(PageRewriter, TakesEveryMarkOfUtf8AwayThatStandsInFront) {
   rules.head = "";
   EXPECT_EQ(Rewrite("\xEF\xBB\xBF\xEF\xBB\xBF<p>x"), "<p>x");
