@@ -121,6 +121,19 @@ TEST_F(HhcCommandTest, MakesTheSameFileTwiceAndRecordsAGivenTime) {
   EXPECT_NE(err_.str().find("SOURCE_DATE_EPOCH"), std::string::npos);
 }
 
+TEST_F(HhcCommandTest, WritesNoLogOverWhatItWorksWith) {
+  WriteSample("Error log file=my project.chm\n");
+  EXPECT_EQ(Run({"my project.hhp"}), 1);
+  EXPECT_TRUE(folder_.Read("my project.chm").starts_with("ITSF"));
+  EXPECT_TRUE(
+      err_.str().ends_with("my project.chm: the log file cannot be written: it is the help file\n"))
+      << err_.str();
+  WriteSample("Error log file=my project.hhp\n");
+  EXPECT_EQ(Run({"my project.hhp"}), 1);
+  EXPECT_TRUE(folder_.Read("my project.hhp").starts_with("[OPTIONS]"));
+  EXPECT_TRUE(err_.str().ends_with(": it is the project\n")) << err_.str();
+}
+
 TEST_F(HhcCommandTest, WritesTheLogFileOfTheProject) {
   WriteSample("Error log file=log.txt\n");
   Run({"my project.hhp"});
