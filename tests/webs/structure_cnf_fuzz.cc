@@ -3,10 +3,11 @@
 
 #include "tests/doubles/memory_files.h"
 #include "webs/navigation_tree.h"
+#include "webs/service_notes.h"
 #include "webs/structure_file.h"
 
 // Any bytes as a navigation structure: it must come out as a tree that shows each node at most
-// once, and every node when there are no link bars.
+// once, and every node when there are no link bars. The same bytes as the notes about a whole web.
 
 namespace {
 
@@ -42,5 +43,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     next += node.child_count;
   }
   Require(next == tree.nodes.size());
+
+  const scrivo::ServiceNotes notes = scrivo::ParseServiceNotes(text);
+  Require(text.find(notes.charset) != std::string_view::npos);
+  Require(text.find(notes.language) != std::string_view::npos);
   return 0;
 }
