@@ -23,6 +23,8 @@ void EndChildren() {
   }
 }
 
+}  // namespace
+
 // Called in a thread of its own.
 BOOL WINAPI OnConsoleEvent(DWORD event) {
   interrupted = true;
@@ -32,8 +34,6 @@ BOOL WINAPI OnConsoleEvent(DWORD event) {
   if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) Sleep(INFINITE);
   return TRUE;
 }
-
-}  // namespace
 
 void CatchInterruptions() { SetConsoleCtrlHandler(OnConsoleEvent, TRUE); }
 

@@ -6,6 +6,10 @@
 
 namespace scrivo {
 
+// What the system calls on Ctrl-C and the like, and when the console is closed; tests do so too.
+// After the latter it does not return.
+BOOL WINAPI OnConsoleEvent(DWORD event);
+
 // Throws Error kUserInterrupt once the program has been asked to end.
 void ThrowIfInterrupted();
 
