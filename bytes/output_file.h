@@ -50,8 +50,9 @@ class OutputFile : public ByteStore {
 // How many files beside one target may be named while they grow.
 constexpr int kMostNamesBesideTarget = 16;
 
-// The `number`-th name (from 1) that a growing file may have beside `target`: in the same folder,
-// and no longer than the system takes.
-std::filesystem::path NameBesideTarget(const std::filesystem::path& target, int number);
+// The `number`-th name (from 1) that a growing file, or what else ends in `ending`, may have beside
+// `target`: in the same folder, and no longer than the system takes.
+std::filesystem::path NameBesideTarget(const std::filesystem::path& target, int number,
+                                       std::string ending = ".scrivo-new");
 
 }  // namespace scrivo

@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "bytes/byte_source.h"
-#include "bytes/folder_items.h"
 #include "bytes/little_endian.h"
 #include "bytes/output_file.h"
 #include "chm/container_format.h"
 #include "cli/disk_path.h"
 #include "cli/help_project.h"
 #include "cli/open_web.h"
+#include "cli/work_folder.h"
 #include "compiler/message_scan.h"
 #include "errors/frame.h"
 #include "platform/paths.h"
@@ -30,33 +30,6 @@ namespace {
 constexpr std::size_t kLinesShown = 5;
 
 Files& Disk() { return *TheServices().files; }
-
-// A folder beside the output that is there for one run.
-class WorkFolder {
- public:
-  explicit WorkFolder(const std::string& output) {
-    std::string parent = GetFolder(output);
-    if (parent.empty()) parent = Separator(Globals().path_style);
-    path_ = Disk().MakeUniqueFile(parent, "Scrivo");
-    if (path_.empty()) {
-      throw Error(
-          kPermissionDenied, "scrivo",
-          parent + ": no file can be written to this folder. Choose another folder with -o.");
-    }
-    Disk().Remove(path_, true);
-    Disk().MakeFolder(path_);
-  }
-  ~WorkFolder() {
-    IgnoringErrors([&] { RemoveFolder(DiskPathOf(path_)); });
-  }
-  WorkFolder(const WorkFolder&) = delete;
-  WorkFolder& operator=(const WorkFolder&) = delete;
-
-  std::string PathOf(const std::string& name) const { return JoinPath(path_, name); }
-
- private:
-  std::string path_;
-};
 
 std::string ReadStart(const std::string& path, std::size_t size) {
   const std::unique_ptr<FileReader> reader = Disk().OpenForReading(path);
@@ -226,11 +199,13 @@ bool CompileWithForeign(const std::string& compiler, SiteWeb& web, const Compile
   inner.output = work.PathOf(GetFileName(job.output));
   const HelpProject project = MakeHelpProject(web, inner, locate, base_name, ProjectUse::kAnywhere);
   TellUnlisted(project, *console);
+  work.NoteProject(project);
   WrittenProject written(project);
   Run run(report);
   run.Do(compiler, folder, project.name);
   if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
   if (job.keep_project) {
+    work.ForgetProject();
     const HelpProject kept = MakeHelpProject(web, job, locate, base_name, ProjectUse::kAnywhere);
     Disk().WriteWhole(JoinPath(folder, kept.name), kept.files.at(kept.name));
     written.Keep();

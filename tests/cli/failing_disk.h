@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/paths.h"
+#include "system/error.h"
 #include "system/files.h"
 
 namespace scrivo {
@@ -40,7 +42,10 @@ class FailingDisk : public Files {
     disk_->Append(path, bytes);
   }
   void Remove(const std::string& path, bool forced) override { disk_->Remove(path, forced); }
-  void MakeFolder(const std::string& path) override { disk_->MakeFolder(path); }
+  void MakeFolder(const std::string& path) override {
+    if (GetFolder(path) == closed_folder) throw Error(kPermissionDenied, "", path);
+    disk_->MakeFolder(path);
+  }
   std::vector<FolderEntry> List(const std::string& folder) override {
     on_list(folder);
     return disk_->List(folder);

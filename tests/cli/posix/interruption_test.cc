@@ -65,6 +65,58 @@ TEST_P(InterruptedCompile, EndsTheCompilerAndLeavesThingsAsTheyWere) {
   }
 }
 
+// The processes that have become this process's own.
+std::vector<pid_t> Children() {
+  std::vector<pid_t> children;
+  for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+    std::ifstream list(task.path() / "children");
+    for (pid_t child = 0; list >> child;) children.push_back(child);
+  }
+  return children;
+}
+
+TEST(KilledCompile, LeavesAFolderThatTheNextOneRemoves) {
+  ASSERT_EQ(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
+  const TestFolder web, output;
+  web.Write("index.htm", "<title>Home</title>");
+  web.Write("behaviour.txt", "wait");
+  web.Write("Scrivo.hhp", "a user's own");
+  output.Write("a.chm", "ITSF old");
+  const std::vector<std::string> command = {
+      TestProgram("scrivo"),  "compile",    web.path().string(),         "-o",
+      output.PathOf("a.chm"), "--compiler", TestProgram("test_fake_hhc")};
+  const auto compile = [&] {
+    int status = 0;
+    return waitpid(Start(command), &status, 0) > 0 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  };
+  const pid_t program = Start(command);
+  while (!web.Has("waiting.txt") && waitpid(program, nullptr, WNOHANG) == 0) usleep(1000);
+  ASSERT_TRUE(web.Has("waiting.txt")) << "the compiler was not run";
+  // While it lives another run leaves its folder alone.
+  web.Write("behaviour.txt", "make");
+  EXPECT_EQ(compile(), 0);
+  EXPECT_TRUE(output.Has("a.chm.scrivo-work/held"));
+  EXPECT_TRUE(web.Has("Scrivo2.hhp"));
+
+  kill(program, SIGKILL);
+  waitpid(program, nullptr, 0);
+  for (const pid_t child : Children()) {
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+  }
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 2);
+  EXPECT_TRUE(output.Has("a.chm.scrivo-work"));
+  EXPECT_TRUE(web.Has("Scrivo2.hhp"));
+
+  EXPECT_EQ(compile(), 0);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1);
+  for (const auto& entry : std::filesystem::directory_iterator(web.path())) {
+    const std::string name = entry.path().filename().string();
+    EXPECT_TRUE(!name.starts_with("Scr") || name == "Scrivo.hhp") << name;
+  }
+  EXPECT_EQ(web.Read("Scrivo.hhp"), "a user's own");
+}
+
 INSTANTIATE_TEST_SUITE_P(Signals, InterruptedCompile, testing::Values(SIGINT, SIGTERM));
 
 }  // namespace
