@@ -88,17 +88,25 @@ bool HtmlTokenizer::ReadTag(HtmlToken* token) {
 }
 
 // Where the ">" of the tag is whose attributes start at `from`; quoted values may contain ">".
+// Browsers must see the same end, or what is an attribute here would be a script there.
 std::size_t HtmlTokenizer::TagEnd(std::size_t from) {
-  char before = ' ';
+  enum class In { kBlank, kName, kBehindName, kBeforeValue, kValue } in = In::kBlank;
   for (std::size_t at = from; at < html_.size(); ++at) {
     const char c = html_[at];
     if (c == '>') return at;
-    // A quote opens a value only after "="; elsewhere it is a stray character.
-    if ((c == '"' || c == '\'') && before == '=') {
-      const std::size_t closing = ClosingQuote(c, at + 1);
+    if (IsBlank(c)) {
+      if (in == In::kName) in = In::kBehindName;
+      if (in == In::kValue) in = In::kBlank;
+    } else if (in == In::kBeforeValue) {
+      // A quote opens a value only here; elsewhere it is a stray character.
+      const std::size_t closing = c == '"' || c == '\'' ? ClosingQuote(c, at + 1) : kNone;
+      in = closing == kNone ? In::kValue : In::kBlank;
       if (closing != kNone) at = closing;
+    } else if (in != In::kValue) {
+      // An "=" without a name in front of it begins one.
+      const bool has_name = in == In::kName || in == In::kBehindName;
+      in = c == '/' ? In::kBlank : c == '=' && has_name ? In::kBeforeValue : In::kName;
     }
-    if (!IsBlank(c)) before = c;
   }
   return html_.size();
 }

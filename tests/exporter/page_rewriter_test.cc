@@ -30,6 +30,11 @@ TEST_F(PageRewriter, PutsItsLineAtTheStartOfTheHead) {
   EXPECT_EQ(Rewrite("text only"), "text only[../HEAD]");
 }
 
+TEST_F(PageRewriter, TakesScriptsAwayThatSeemToStandInAValue) {
+  rules.head = "";
+  EXPECT_EQ(Rewrite("<a x=y='z><script>a</script>'>b"), "<a x=y='z>'>b");
+}
+
 TEST_F(PageRewriter, TakesScriptsWithinAnObjectAwayWithIt) {
   rules.head = "";
   const std::string object = "<object classid=\"clsid:adb880a6-d8ff-11cf-9377-00aa003b7a11\">";

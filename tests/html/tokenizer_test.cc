@@ -119,5 +119,25 @@ TEST(HtmlTokenizer, TakesTimeInProportionForHostileInput) {
   }
 }
 
+// The part of `html` that its first tag is.
+std::string FirstTag(std::string_view html) {
+  HtmlTokenizer tokens(html);
+  HtmlToken token;
+  tokens.Next(&token);
+  return std::string(html.substr(0, tokens.Position()));
+}
+
+TEST(HtmlTokenizer, EndsATagWhereBrowsersDo) {
+  EXPECT_EQ(FirstTag("<a x=\"y>\" z='>'>b"), "<a x=\"y>\" z='>'>");
+  EXPECT_EQ(FirstTag("<a x = \"y>\">b"), "<a x = \"y>\">");
+  // Quotes within a value or a name are no quotes.
+  EXPECT_EQ(FirstTag("<a x=y='z><script>b</script>'>"), "<a x=y='z>");
+  EXPECT_EQ(FirstTag("<a x=y\"z><script>b</script>\">"), "<a x=y\"z>");
+  EXPECT_EQ(FirstTag("<a \"><script>b</script>\">"), "<a \">");
+  EXPECT_EQ(FirstTag("<a =\"><script>b</script>\">"), "<a =\">");
+  EXPECT_EQ(FirstTag("<a x/=\"><script>b</script>\">"), "<a x/=\">");
+  EXPECT_EQ(FirstTag("<a x=\"y\"='><script>b</script>'>"), "<a x=\"y\"='>");
+}
+
 }  // namespace
 }  // namespace scrivo
