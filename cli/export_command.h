@@ -21,7 +21,7 @@ struct ExportOptionsGiven {
 // Makes a site of a help file, a help project or a web. Returns the exit status: 0 when all of it
 // was exported, 1 when something could not be, which has been told. Throws std::runtime_error when
 // there is no site.
-int ExportToSite(const ExportOptionsGiven& options, Console& console);
+int ExportToSite(const ExportOptionsGiven& given, Console& console);
 
 struct SiteMade {
   int status = 0;  // the exit status
@@ -29,8 +29,8 @@ struct SiteMade {
   std::uint64_t bytes = 0;
 };
 
-// Makes the site of an open source in `folder`. Throws as ExportToSite does.
-SiteMade MakeSite(const HelpSource& source, bool scripts, const std::filesystem::path& folder,
+// Makes the site of an open source in the folder `path`. Throws as ExportToSite does.
+SiteMade MakeSite(const HelpSource& source, bool scripts, const std::filesystem::path& path,
                   bool force, Console& console);
 
 }  // namespace scrivo

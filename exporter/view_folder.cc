@@ -4,7 +4,6 @@
 #include <chrono>
 #include <fstream>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "bytes/folder_items.h"
@@ -43,8 +42,8 @@ std::string ValueIn(const fs::path& file, std::initializer_list<std::string_view
   return "";
 }
 
-std::string Or(std::string value, const std::string& other) {
-  return value.empty() ? other : std::move(value);
+std::string Or(const std::string& value, const std::string& other) {
+  return value.empty() ? other : value;
 }
 
 // A path of the system, below the root that is asked.

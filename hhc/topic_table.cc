@@ -41,7 +41,8 @@ std::uint32_t AddressHash(std::string_view address) {
   std::uint32_t hash = 0;
   for (char c : address) {
     if (c == '\\') c = '/';
-    const int code = static_cast<signed char>(c);
+    const int byte = static_cast<unsigned char>(c);
+    const int code = byte < 0x80 ? byte : byte - 0x100;
     const int value = c == '/' ? 0x2C : code <= 'Z' ? code - 0x30 : code - 0x50;
     hash = hash * 43 + static_cast<std::uint32_t>(value);
   }

@@ -127,8 +127,10 @@ std::vector<std::uint32_t> DrawFace(Face face, int size) {
     for (int column = 0; column < size; ++column) {
       Colour sum = kClear;
       for (int point = 0; point < kPoints * kPoints; ++point) {
-        const double x = (column + (point % kPoints + 0.5) / kPoints) / size;
-        const double y = (row + (point / kPoints + 0.5) / kPoints) / size;
+        const int across = point % kPoints;
+        const int down = point / kPoints;
+        const double x = (column + (across + 0.5) / kPoints) / size;
+        const double y = (row + (down + 0.5) / kPoints) / size;
         const Colour colour = ColourAt(face, x, y);
         sum = {sum.red + colour.red * colour.alpha, sum.green + colour.green * colour.alpha,
                sum.blue + colour.blue * colour.alpha, sum.alpha + colour.alpha};

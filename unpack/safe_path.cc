@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <utility>
 
 #include "text/ascii_text.h"
 #include "text/code_page.h"
@@ -79,7 +78,7 @@ std::size_t StemLength(std::string_view part) {
   return has_extension ? dot : part.size();
 }
 
-std::string CutPart(std::string part, NameRules rules) {
+std::string CutPart(const std::string& part, NameRules rules) {
   const std::string extension = part.substr(StemLength(part));
   std::string stem = part.substr(0, part.size() - extension.size());
   // Far too long ones are cut roughly first, so that the exact loop below stays short.
@@ -98,7 +97,7 @@ std::string MakeSafePart(std::string_view part, NameRules rules) {
   for (char& c : safe) {
     if (IsForbidden(c, rules)) c = kReplacement;
   }
-  if (NameUnits(safe, rules) > kMaxPart) safe = CutPart(std::move(safe), rules);
+  if (NameUnits(safe, rules) > kMaxPart) safe = CutPart(safe, rules);
   for (std::size_t i = safe.size(); i > 0 && (safe[i - 1] == '.' || safe[i - 1] == ' '); --i) {
     safe[i - 1] = kReplacement;
   }

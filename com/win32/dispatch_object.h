@@ -27,7 +27,7 @@ class DispatchObject : public IDispatch {
                                           DISPID* ids) override;
   // Arguments for a property that takes none go to the default member of what it gives, so that
   // Files("a.htm") is an item of Files.
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID id, LCID locale, WORD kinds,
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID interface_id, LCID locale, WORD kinds,
                                    DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
                                    UINT* wrong_argument) override;
 

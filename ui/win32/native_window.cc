@@ -31,7 +31,7 @@ class WindowClasses {
     if (GetClassInfoA(module_, name, &existing)) return;
     auto window_class = Described<WNDCLASSA>(procedure);
     window_class.lpszClassName = name;
-    if (RegisterClassA(&window_class)) registered_.push_back(name);
+    if (RegisterClassA(&window_class)) registered_.emplace_back(name);
   }
 
   void NeedWide(const char* name, WNDPROC procedure) {
@@ -40,7 +40,7 @@ class WindowClasses {
     if (GetClassInfoW(module_, wide_name.c_str(), &existing)) return;
     auto window_class = Described<WNDCLASSW>(procedure);
     window_class.lpszClassName = wide_name.c_str();
-    if (RegisterClassW(&window_class)) registered_.push_back(name);
+    if (RegisterClassW(&window_class)) registered_.emplace_back(name);
   }
 
  private:
