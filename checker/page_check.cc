@@ -120,7 +120,7 @@ class PageCheck {
     if (is_utf16_ || label_.empty() || ascii == page_.size()) return;
     std::string reason;
     if (!declared_) {
-      reason = "which is no known charset";
+      reason = "which is not a known charset";
     } else if (declared_ == kUtf8CodePage && !IsUtf8(page_)) {
       reason = "but not all of its bytes are UTF-8";
     } else if (actual_ != declared_) {

@@ -31,16 +31,16 @@ class ArgumentReader {
       }
     }
     if (operands_ < syntax_.operands.size()) {
-      throw UsageError(syntax_.operands[operands_].name + " is missing");
+      throw UsageError(syntax_.operands[operands_].name + ": missing");
     }
   }
 
  private:
   void TakeOperand(const std::string& argument) {
     if (operands_ == syntax_.operands.size()) {
-      throw UsageError("unexpected argument \"" + argument + "\"");
+      throw UsageError("\"" + argument + "\": unexpected argument");
     }
-    if (argument.empty()) throw UsageError(syntax_.operands[operands_].name + " is empty");
+    if (argument.empty()) throw UsageError(syntax_.operands[operands_].name + ": empty");
     *syntax_.operands[operands_++].target = argument;
   }
 
@@ -48,11 +48,11 @@ class ArgumentReader {
     const std::size_t equals = argument.find('=');
     const std::string name = argument.substr(0, equals);
     const Option* option = Find([&](const Option& known) { return known.name == name; });
-    if (!option) throw UsageError(WithSuggestion("unknown option " + name, NameLike(name)));
+    if (!option) throw UsageError(WithSuggestion(name + ": unknown option", NameLike(name)));
     if (equals == std::string::npos) {
       Set(*option, name);
     } else if (option->value.empty()) {
-      throw UsageError(name + " takes no value");
+      throw UsageError(name + ": takes no value");
     } else {
       option->set(argument.substr(equals + 1));
     }
@@ -62,11 +62,11 @@ class ArgumentReader {
     const std::string name = argument.substr(0, 2);
     const Option* option = Find([&](const Option& known) { return known.short_name == name; });
     if (!option) {
-      throw UsageError(WithSuggestion("unknown option " + argument, NameLike("-" + argument)));
+      throw UsageError(WithSuggestion(argument + ": unknown option", NameLike("-" + argument)));
     }
     if (argument.size() == 2) return Set(*option, name);
     if (option->value.empty()) {
-      throw UsageError(WithSuggestion("unknown option " + argument, NameLike("-" + argument)));
+      throw UsageError(WithSuggestion(argument + ": unknown option", NameLike("-" + argument)));
     }
     option->set(argument.substr(2));
   }
@@ -75,7 +75,7 @@ class ArgumentReader {
   void Set(const Option& option, const std::string& name) {
     if (option.value.empty()) return option.set("");
     if (at_ + 1 == arguments_.size()) {
-      throw UsageError(name + " needs a value: " + name + " " + option.value);
+      throw UsageError(name + ": needs a value, as in " + name + " " + option.value);
     }
     option.set(arguments_[++at_]);
   }

@@ -101,7 +101,7 @@ ScratchFolder::ScratchFolder() {
     path_ = std::move(path);
     return;
   }
-  throw std::runtime_error("no folder can be made in " + Utf8(fs::temp_directory_path()));
+  throw std::runtime_error(Utf8(fs::temp_directory_path()) + ": no folder can be made here");
 }
 
 ScratchFolder::~ScratchFolder() { RemoveFolder(path_); }

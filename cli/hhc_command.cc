@@ -19,19 +19,18 @@ namespace scrivo {
 namespace {
 
 constexpr char kHhcUsage[] =
-    "Usage: hhc [options] project.hhp\n"
+    "usage: hhc [options] PROJECT.hhp\n"
     "\n"
-    "Compiles an HTML Help project. The exit status is 1 when the help file was made and 0 when "
-    "not,\n"
-    "as scripts expect of a help compiler.\n"
+    "Compiles an HTML Help project. As scripts expect of a help compiler, the exit status is 1 if\n"
+    "the help file was made and 0 if it was not.\n"
     "\n"
-    "  --gnu        exit status 0 when the file was made, 1 when not, 2 for wrong usage, 130 when\n"
-    "               interrupted\n"
-    "               (also when the environment variable HHC_GNU is set)\n"
-    "  --timestamp  put the time of the compile into the file; without it the same input gives "
-    "the\n"
-    "               same file. SOURCE_DATE_EPOCH, when set, is the time to put in\n"
-    "  --jobs N     threads to use; the file does not depend on it\n"
+    "  --gnu        exit status 0 if the file was made, 1 if it was not, 2 if the command line is\n"
+    "               wrong, 130 after an interruption; also chosen by the environment variable\n"
+    "               HHC_GNU\n"
+    "  --timestamp  record the time in the file, or SOURCE_DATE_EPOCH if that is set; without "
+    "this\n"
+    "               option the same input always gives the same file\n"
+    "  --jobs N     threads to use (default: one for each core); the file does not depend on it\n"
     "  --version    print name and version\n"
     "  --help       print this text\n";
 
@@ -64,10 +63,10 @@ Options ReadArguments(const std::vector<std::string>& arguments) {
     } else if (argument == "--jobs") {
       ++i;
       if (i >= arguments.size() || !ReadNumber(arguments[i], 1, &options.jobs)) {
-        options.wrong = "--jobs needs a number";
+        options.wrong = "--jobs: needs a number";
       }
     } else if (argument.starts_with("--")) {
-      options.wrong = "unknown option " + std::string(argument);
+      options.wrong = std::string(argument) + ": unknown option";
     } else if (!options.project.empty()) {
       options.wrong = "more than one project named";
     } else {
@@ -179,7 +178,7 @@ int RunHhc(const std::vector<std::string>& arguments, const HhcSurroundings& sur
   }
   std::int64_t time = 0;
   if (options.wrong.empty() && !TimeToRecord(options, surroundings.source_date_epoch, &time)) {
-    options.wrong = "SOURCE_DATE_EPOCH is not a number of seconds";
+    options.wrong = "SOURCE_DATE_EPOCH: not a number of seconds";
   }
   if (!options.wrong.empty()) {
     err << "hhc: error: " << options.wrong << "\n\n" << kHhcUsage;

@@ -192,7 +192,7 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
 std::string Overview(const std::vector<Command>& commands) {
   std::string text =
       "usage: scrivo COMMAND ...\n\n"
-      "Turns a FrontPage web on disk into a compiled help file, and unpacks one.\n\n"
+      "Turns FrontPage webs into compiled help files, and unpacks help files.\n\n"
       "commands:\n";
   for (const Command& command : commands) {
     text += "  " + command.syntax.command + std::string(12 - command.syntax.command.size(), ' ') +
@@ -211,7 +211,7 @@ const Command& FindCommand(const std::vector<Command>& commands, const std::stri
   }
   const std::string suggestion = Suggest(name, names);
   const std::string kind = name.starts_with("-") ? "option" : "command";
-  throw UsageError("unknown " + kind + " " + name +
+  throw UsageError(name + ": unknown " + kind +
                    (suggestion.empty() ? "" : "; did you mean " + suggestion + "?"));
 }
 

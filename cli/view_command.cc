@@ -45,7 +45,7 @@ int ViewAsSite(const ExportOptionsGiven& given, Console& console) {
     return std::string(value == nullptr ? "" : value);
   };
   const fs::path folder = ViewFolder(surroundings);
-  if (folder.empty()) throw std::runtime_error("there is no folder for the site: HOME is not set");
+  if (folder.empty()) throw std::runtime_error("HOME: not set, so there is no folder for the site");
   const std::string name = MakeViewName(DigestOf(source, given.scripts));
   const fs::path place = folder / name;
   fs::create_directories(folder);

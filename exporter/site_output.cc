@@ -31,7 +31,7 @@ SiteOutput::SiteOutput(const std::filesystem::path& path, bool force) : path_(pa
             (std::filesystem::is_directory(path, error) && ItemsOfFolder(path, &error).empty());
   if (!is_new_ && std::filesystem::exists(path, error) &&
       !std::filesystem::is_directory(path, error)) {
-    throw std::runtime_error(Shown(path) + ": there is a file of that name; a site needs a folder");
+    throw std::runtime_error(Shown(path) + ": the site needs a folder, but this is a file");
   }
   if (!is_new_ && !force) {
     throw std::runtime_error(Shown(path) +
@@ -71,7 +71,7 @@ void SiteOutput::Create(std::string_view path, std::string_view bytes) {
   if (!is_new_ && !made_.contains(name) && !earlier_.contains(name) &&
       std::filesystem::exists(std::filesystem::symlink_status(Below(path_, path), error))) {
     throw std::runtime_error(Shown(Below(path_, path)) +
-                             ": this file is of no earlier export and is not replaced");
+                             ": the file does not come from an earlier export and is not replaced");
   }
   const WriteResult result =
       folder_->Create(path, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});

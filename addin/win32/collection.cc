@@ -9,7 +9,7 @@ namespace {
 LateBound RequireObject(const Variant& item) {
   LateBound object = ObjectOf(item);
   if (!object)
-    throw Error(kObjectNotSet, "Automation", "A collection holds an item that is no object");
+    throw Error(kObjectNotSet, "Automation", "A collection holds an item that is not an object");
   return object;
 }
 

@@ -57,8 +57,7 @@ std::string PosixSystem::ModuleName() {
 std::string PosixSystem::ModuleFolder() { return GetFolder(ModulePath(), PathStyle::kPosix); }
 
 void PosixSystem::HoldMutex(const std::string& name) {
-  throw Error(kObjectDoesNotSupportThis, "",
-              "This system has no named mutexes, so there is none called " + name);
+  throw Error(kObjectDoesNotSupportThis, "", name + ": this system has no named mutexes");
 }
 
 }  // namespace scrivo

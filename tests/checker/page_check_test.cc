@@ -116,7 +116,7 @@ TEST_F(PageCheckTest, FindsCharsetsThatAreDeclaredWrongly) {
   EXPECT_EQ(Check(page("utf-8", chinese + "\xFF")), Lines{"wrong-charset:2 utf-8"});
   EXPECT_EQ(texts[0], "declares utf-8, but not all of its bytes are UTF-8");
   EXPECT_EQ(Check(page("x-klingon", chinese)), Lines{"wrong-charset:2 x-klingon"});
-  EXPECT_EQ(texts[0], "declares x-klingon, which is no known charset");
+  EXPECT_EQ(texts[0], "declares x-klingon, which is not a known charset");
   EXPECT_EQ(Check(page("big5", "plain")), Lines{}) << "nothing depends on it";
   EXPECT_EQ(Check(page("utf8", chinese)), Lines{});
   EXPECT_EQ(Check(page("windows-1252", "caf\xE9")), Lines{});

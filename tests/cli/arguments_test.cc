@@ -66,23 +66,23 @@ TEST_F(Arguments, TakesASingleDashAsAnOperand) {
 }
 
 TEST_F(Arguments, ComplainsOfWhatIsMissing) {
-  EXPECT_EQ(Complaint({}), "WEB is missing");
-  EXPECT_EQ(Complaint({""}), "WEB is empty");
-  EXPECT_EQ(Complaint({"site", "-o"}), "-o needs a value: -o FILE");
-  EXPECT_EQ(Complaint({"site", "--output"}), "--output needs a value: --output FILE");
+  EXPECT_EQ(Complaint({}), "WEB: missing");
+  EXPECT_EQ(Complaint({""}), "WEB: empty");
+  EXPECT_EQ(Complaint({"site", "-o"}), "-o: needs a value, as in -o FILE");
+  EXPECT_EQ(Complaint({"site", "--output"}), "--output: needs a value, as in --output FILE");
 }
 
 TEST_F(Arguments, ComplainsOfWhatIsTooMuch) {
-  EXPECT_EQ(Complaint({"site", "more"}), "unexpected argument \"more\"");
-  EXPECT_EQ(Complaint({"site", "--quiet=1"}), "--quiet takes no value");
+  EXPECT_EQ(Complaint({"site", "more"}), "\"more\": unexpected argument");
+  EXPECT_EQ(Complaint({"site", "--quiet=1"}), "--quiet: takes no value");
 }
 
 TEST_F(Arguments, SuggestsTheOptionThatWasMeant) {
-  EXPECT_EQ(Complaint({"site", "--qiuet"}), "unknown option --qiuet; did you mean --quiet?");
-  EXPECT_EQ(Complaint({"site", "--outptu=a"}), "unknown option --outptu; did you mean --output?");
-  EXPECT_EQ(Complaint({"site", "-quiet"}), "unknown option -quiet; did you mean --quiet?");
-  EXPECT_EQ(Complaint({"site", "-x"}), "unknown option -x");
-  EXPECT_EQ(Complaint({"site", "--xyz"}), "unknown option --xyz");
+  EXPECT_EQ(Complaint({"site", "--qiuet"}), "--qiuet: unknown option; did you mean --quiet?");
+  EXPECT_EQ(Complaint({"site", "--outptu=a"}), "--outptu: unknown option; did you mean --output?");
+  EXPECT_EQ(Complaint({"site", "-quiet"}), "-quiet: unknown option; did you mean --quiet?");
+  EXPECT_EQ(Complaint({"site", "-x"}), "-x: unknown option");
+  EXPECT_EQ(Complaint({"site", "--xyz"}), "--xyz: unknown option");
 }
 
 TEST_F(Arguments, TellsInTheHelpHowTheCommandIsCalled) {

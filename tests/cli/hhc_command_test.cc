@@ -102,7 +102,7 @@ TEST_F(HhcCommandTest, TellsNameAndUsage) {
   EXPECT_EQ(Run({"--version"}), 0);
   EXPECT_EQ(out_.str(), "Scrivo HTML Help Compiler " SCRIVO_VERSION "\n");
   EXPECT_EQ(Run({"--help"}), 0);
-  EXPECT_EQ(out_.str().substr(0, 6), "Usage:");
+  EXPECT_EQ(out_.str().substr(0, 6), "usage:");
 }
 
 TEST_F(HhcCommandTest, MakesTheSameFileTwiceAndRecordsAGivenTime) {

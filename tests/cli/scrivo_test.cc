@@ -45,7 +45,7 @@ TEST_F(Scrivo, PrintsTheHelpOfACommandByItsName) {
   EXPECT_EQ(out, help);
   EXPECT_EQ(Run({"help", "complie"}), 2);
   EXPECT_EQ(err,
-            "scrivo: error: unknown command complie; did you mean compile?\nSee scrivo --help.\n");
+            "scrivo: error: complie: unknown command; did you mean compile?\nSee scrivo --help.\n");
   EXPECT_EQ(Run({"help", "compile", "tree"}), 2);
   EXPECT_EQ(Run({"help"}), 0);
   EXPECT_TRUE(out.starts_with("usage: scrivo COMMAND ...\n")) << out;
@@ -81,11 +81,11 @@ TEST_F(Scrivo, TakesNoCommandForAMistake) {
 TEST_F(Scrivo, SuggestsTheCommandThatWasMeant) {
   EXPECT_EQ(Run({"complie", "x"}), 2);
   EXPECT_EQ(err,
-            "scrivo: error: unknown command complie; did you mean compile?\nSee scrivo --help.\n");
+            "scrivo: error: complie: unknown command; did you mean compile?\nSee scrivo --help.\n");
   EXPECT_EQ(Run({"frobnicate"}), 2);
-  EXPECT_EQ(err, "scrivo: error: unknown command frobnicate\nSee scrivo --help.\n");
+  EXPECT_EQ(err, "scrivo: error: frobnicate: unknown command\nSee scrivo --help.\n");
   EXPECT_EQ(Run({"--verison"}), 2);
-  EXPECT_EQ(err, "scrivo: error: unknown option --verison\nSee scrivo --help.\n");
+  EXPECT_EQ(err, "scrivo: error: --verison: unknown option\nSee scrivo --help.\n");
 }
 
 TEST_F(Scrivo, ExitsWithTwoOnWrongUsage) {

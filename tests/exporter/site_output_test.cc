@@ -49,7 +49,8 @@ TEST_F(SiteOutputTest, ReplacesTheFilesOfAnEarlierExportAndNoOthers) {
 TEST_F(SiteOutputTest, StopsAtAFileOfSomebodyElse) {
   folder.Write("index.html", "mine");
   const std::string complaint = Complaint([&] { Export({"index.html"}, true); });
-  EXPECT_NE(complaint.find("index.html: this file is of no earlier export"), std::string::npos);
+  EXPECT_NE(complaint.find("index.html: the file does not come from an earlier export"),
+            std::string::npos);
   EXPECT_EQ(folder.Read("index.html"), "mine");
 }
 

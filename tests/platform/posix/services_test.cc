@@ -107,7 +107,7 @@ TEST(System, HasWesternTextUntilAnotherCodePageIsSet) {
 
 TEST(System, HasNoNamedMutexes) {
   ExpectError([] { PosixSystem().HoldMutex("Scrivo"); }, kObjectDoesNotSupportThis, "",
-              "This system has no named mutexes, so there is none called Scrivo");
+              "Scrivo: this system has no named mutexes");
 }
 
 TEST(System, TakesErrorEvents) { PosixSystem().WriteErrorEvent("Scrivo", "a test: 100%s"); }
