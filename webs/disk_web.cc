@@ -124,6 +124,7 @@ std::vector<std::pair<std::string, std::size_t>> OpenedDiskWeb::LeftOut() {
   for (const WebListing::LeftOut& left_out : Now().Listing().AllLeftOut()) {
     all.emplace_back(left_out.location, left_out.files);
   }
+  std::sort(all.begin(), all.end());  // folders are listed in the system's own order
   return all;
 }
 
