@@ -18,6 +18,7 @@
 #include "cli/withheld_files.h"
 #include "errors/frame.h"
 #include "hhc/compiler.h"
+#include "hhc/parent_folders.h"
 #include "system/error.h"
 #include "system/interruption.h"
 #include "system/services.h"
@@ -109,12 +110,23 @@ bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileR
   return result.made;
 }
 
+// Another compiler gets a folder that is there; ours makes it.
+void ThrowUnlessMade(const ParentFolders& folders, const std::string& output) {
+  if (!folders.Error()) return;
+  throw Error(kPathFileAccessError, "scrivo",
+              output + ": the folder cannot be made: " + folders.Error().message());
+}
+
 bool Compile(const CompileOptions& options, WebToCompile* web, CompileReport* report,
              Console& console) {
   const CompileJob& job = web->job;
   if (!options.compiler.empty()) {
     const std::string compiler = ForeignCompilerPath(options.compiler);
-    return CompileWithForeign(compiler, *web->web, job, web->locate, report, &console);
+    ParentFolders folders(DiskPathOf(job.output));
+    ThrowUnlessMade(folders, job.output);
+    const bool made = CompileWithForeign(compiler, *web->web, job, web->locate, report, &console);
+    if (made) folders.Keep();
+    return made;
   }
   if (!job.keep_project) {
     return CompileInMemory(

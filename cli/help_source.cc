@@ -3,7 +3,6 @@
 #include <random>
 #include <stdexcept>
 
-#include "bytes/byte_source.h"
 #include "bytes/folder_items.h"
 #include "cli/compile_command.h"
 #include "cli/compile_report.h"
@@ -12,11 +11,8 @@
 #include "cli/hhc_command.h"
 #include "cli/open_web.h"
 #include "hhc/compiler.h"
-#include "html/charset.h"
-#include "project/project.h"
 #include "project/source_files.h"
 #include "text/ascii_text.h"
-#include "text/code_page.h"
 
 namespace scrivo {
 namespace {
@@ -62,18 +58,11 @@ bool CompileProjectInto(const fs::path& project_file, const fs::path& output, bo
   console.EndSteps();
   report.TellLost();
   report.TellSums();
-  std::error_code error;
-  std::string text;
-  const auto source = OpenFileSource(project_file, &error);
-  if (!result.project_found || source == nullptr || !ReadText(*source, &text)) {
+  if (!result.project_found) {
     console.Fail(Utf8(project_file) + ": the project file cannot be read");
     return false;
   }
-  const Project project = ReadProject(text);
-  const std::size_t slash = project.compiled_file.find_last_of("/\\") + 1;
-  *file_name =
-      DecodeGuessing(project.compiled_file.substr(slash), CodePageOfLanguage(project.language));
-  if (file_name->empty()) *file_name = Utf8(project_file.stem()) + ".chm";
+  *file_name = result.file_name;
   return result.made;
 }
 

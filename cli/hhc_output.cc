@@ -1,21 +1,14 @@
 #include "cli/hhc_output.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
 
+#include "project/project_tree.h"
 #include "system/interruption.h"
 #include "text/visible_text.h"
 
 namespace scrivo {
 namespace {
-
-std::string Shown(std::string_view path) {
-  std::string text(path);
-  std::replace(text.begin(), text.end(), '/',
-               static_cast<char>(std::filesystem::path::preferred_separator));
-  return text;
-}
 
 std::string Counted(std::size_t number, std::string_view one, std::string_view many) {
   return WithThousands(number) + "\t" + std::string(number == 1 ? one : many);
@@ -41,7 +34,7 @@ void HhcOutput::Line(std::string_view raw) {
 void HhcOutput::Starting(std::string_view output) {
   Line(name_);
   Line("");
-  Line("Compiling " + Shown(output));
+  Line("Compiling " + SystemSlashes(std::string(output)));
   Line("");
 }
 
@@ -69,7 +62,8 @@ void HhcOutput::Finish(const CompileResult& result, int seconds) {
   Line(Counted(result.graphics, "Graphic", "Graphics"));
   Line("");
   Line("");
-  Line("Created " + Shown(result.output) + ", " + WithThousands(result.output_size) + " bytes");
+  Line("Created " + SystemSlashes(result.output) + ", " + WithThousands(result.output_size) +
+       " bytes");
   const bool smaller = result.input_size >= result.output_size;
   const std::uint64_t difference =
       smaller ? result.input_size - result.output_size : result.output_size - result.input_size;

@@ -89,11 +89,6 @@ void ThrowUnlessFileCanBe(const std::string& output, const std::string& wanted, 
       (!wanted.empty() && (name.empty() || name == "." || name == ".."))) {
     refuse(kPathFileAccessError, "it is a folder. Name a file in it.");
   }
-  std::string folder = GetFolder(output);
-  if (folder.empty()) folder = Separator(Globals().path_style);
-  if (!TheServices().files->FolderExists(folder)) {
-    refuse(kPathNotFound, "there is no folder " + folder + ". Make it first.");
-  }
   const std::filesystem::path path = DiskPathOf(output);
   std::error_code ignored;
   if (!std::filesystem::exists(path, ignored)) return;

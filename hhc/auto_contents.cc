@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "project/sitemap_encoding.h"
 #include "text/code_page.h"
 
 namespace scrivo {
@@ -25,16 +26,13 @@ std::string AsAddress(std::string_view path) {
 }
 
 // A text as an attribute's value in `code_page`.
-std::string AsValue(std::string_view utf8, int code_page, std::size_t* all_lost) {
+std::string AsValue(std::string_view utf8, int code_page, std::size_t* lost) {
   std::string value;
   while (!utf8.empty()) {
     std::string_view rest = utf8;
     const char32_t character = NextUtf8(&rest);
     const std::string_view bytes = utf8.substr(0, utf8.size() - rest.size());
     utf8 = rest;
-    std::size_t lost = 0;
-    const std::string encoded = FromUtf8(bytes, code_page, &lost, Undefined::kKept);
-    *all_lost += lost;
     if (character == '&') {
       value += "&amp;";
     } else if (character == '"') {
@@ -43,10 +41,8 @@ std::string AsValue(std::string_view utf8, int code_page, std::size_t* all_lost)
       value += "&lt;";
     } else if (character == '>') {
       value += "&gt;";
-    } else if (lost > 0) {
-      value.append("&#").append(std::to_string(static_cast<std::uint32_t>(character))).append(";");
     } else {
-      value += encoded;
+      value += EncodedWithReferences(bytes, code_page, lost, Undefined::kKept);
     }
   }
   return value;

@@ -171,7 +171,7 @@ void StreamBuilder::BuildContents() {
       const SitemapTarget& target = item.targets.front();
       node.topic = TopicOf(target, item.name, sources_.contents);
       if (!node.topic) {
-        context_.Report(MessageCode::kContentsLinkBroken, {context_.Text(target.local)});
+        context_.Report(MessageCode::kContentsLinkBroken, {context_.PathText(target.local)});
       }
     }
     nodes.push_back(node);
@@ -202,7 +202,8 @@ KeywordTree StreamBuilder::BuildKeywords() {
       if (const auto topic = TopicOf(target, title, sources_.index)) {
         topics.push_back(*topic);
       } else {
-        context_.Report(MessageCode::kIndexLinkBroken, {item.name, context_.Text(target.local)});
+        context_.Report(MessageCode::kIndexLinkBroken,
+                        {item.name, context_.PathText(target.local)});
       }
     }
     keywords.Add(item.level, item.name, topics, item.see_also);
@@ -254,8 +255,9 @@ bool StreamBuilder::AddSearchIndex() {
   });
   if (context_.Stops()) return false;
   if (index.Good()) return true;
-  context_.Report(MessageCode::kOutputFailed, {"write", context_.result.output + ".words",
-                                               facts_.words_file.Reason().message()});
+  context_.Report(MessageCode::kOutputFailed,
+                  {"write", SystemSlashes(context_.result.output + ".words"),
+                   facts_.words_file.Reason().message()});
   return false;
 }
 
@@ -279,7 +281,9 @@ std::vector<std::uint8_t> StreamBuilder::System(const std::vector<std::uint8_t>&
   if (has_contents) facts.contents_file = AddressOf(sources_.contents);
   if (has_index) facts.index_file = AddressOf(sources_.index);
   facts.default_topic = context_.Address(WithSlashes(context_.Text(project_.default_topic)));
-  if (facts.default_topic.empty() && !project_.files.empty()) facts.default_topic = AddressOf(0);
+  if (facts.default_topic.empty() && sources_.first_topic != SourceList::kNone) {
+    facts.default_topic = AddressOf(sources_.first_topic);
+  }
   facts.title = Encoded(project_.title);
   facts.default_font = Encoded(project_.default_font);
   facts.default_window = Encoded(project_.default_window);

@@ -6,8 +6,10 @@
 #include <utility>
 
 #include "hhc/window_stream.h"
+#include "project/project_lines.h"
 #include "search/search_alphabet.h"
 #include "text/ascii_text.h"
+#include "text/code_page.h"
 
 namespace scrivo {
 namespace {
@@ -22,7 +24,10 @@ class SourceCollector {
  private:
   void ReportProject();
   void AddListedFiles();
+  void AddListedLines(const std::vector<ProjectLine>& lines);
+  void AddIncludedList(const std::string& name);
   void AddListedFile(const ProjectLine& line);
+  void ChooseFirstTopic();
   std::string SitemapName(const std::string& option, std::size_t window_argument) const;
   void AddContents();
   void AddIndex();
@@ -38,6 +43,8 @@ class SourceCollector {
   const Project& project_;
   ProjectSources sources_;
   std::unordered_set<std::size_t> listed_;  // in [FILES]
+  std::unordered_set<std::string> lists_;   // included in [FILES]
+  std::size_t listed_end_ = 0;              // what [FILES] has listed comes before this
 };
 
 ProjectSources SourceCollector::Collect() {
@@ -50,6 +57,7 @@ ProjectSources SourceCollector::Collect() {
   AddTextPopups();
   AddAliases();
   AddSitemapTargets(sources_.contents, &sources_.contents_map);
+  ChooseFirstTopic();
   AddSitemapTargets(sources_.index, &sources_.index_map);
   ReadStopWords();
   return std::move(sources_);
@@ -73,15 +81,7 @@ void SourceCollector::ReportProject() {
 }
 
 void SourceCollector::AddListedFiles() {
-  for (const ProjectLine& line : project_.files) {
-    if (line.text.find_first_of("*?") == std::string::npos) {
-      AddListedFile(line);
-      continue;
-    }
-    for (const FoundFile& found : context_.tree.FindMatching(line.text)) {
-      listed_.insert(sources_.list.AddNamed(found));
-    }
-  }
+  AddListedLines(project_.files);
   for (const std::string& path : context_.request.more_files) {
     if (const auto found = context_.tree.FindExact(path)) {
       sources_.list.AddNamed(*found);
@@ -89,14 +89,69 @@ void SourceCollector::AddListedFiles() {
       context_.ReportNotCompiled(path);
     }
   }
+  listed_end_ = sources_.list.Size();
+}
+
+void SourceCollector::AddListedLines(const std::vector<ProjectLine>& lines) {
+  for (const ProjectLine& line : lines) {
+    if (const auto included = IncludedFile(line.text)) {
+      AddIncludedList(*included);
+      continue;
+    }
+    sources_.listed.push_back(line);
+    if (line.text.find_first_of("*?") == std::string::npos) {
+      AddListedFile(line);
+      continue;
+    }
+    const std::vector<FoundFile> matching = context_.tree.FindMatching(line.text);
+    if (matching.empty()) {
+      context_.ReportNotCompiled(WithSlashes(context_.Text(line.text)), "no file matches it");
+    }
+    for (const FoundFile& found : matching) listed_.insert(sources_.list.AddNamed(found));
+  }
+}
+
+// The names in a list that [FILES] includes count from the project's folder, as its own do.
+void SourceCollector::AddIncludedList(const std::string& name) {
+  if (!lists_.insert(name).second) return;  // a list may include itself
+  const auto text = ReadIncluded(name, "list of files");
+  if (!text) return;
+  std::vector<ProjectLine> included;
+  ProjectLines lines(*text);
+  ProjectLine line;
+  while (lines.Next(&line)) {
+    included.push_back({std::string(WithoutQuotes(line.text)), line.line});
+  }
+  AddListedLines(included);
+}
+
+void SourceCollector::ChooseFirstTopic() {
+  std::size_t& first = sources_.first_topic;
+  const auto is_page = [this](std::size_t number) {
+    return sources_.list.At(number).kind == FileKind::kPage;
+  };
+  for (std::size_t i = 0; i < listed_end_ && first == SourceList::kNone; ++i) {
+    if (is_page(i)) first = i;
+  }
+  if (sources_.contents == SourceList::kNone) return;
+  const std::string folder = FolderOf(sources_.list.At(sources_.contents).found.tree_path);
+  for (const SitemapItem& item : sources_.contents_map.items) {
+    for (const SitemapTarget& target : item.targets) {
+      if (first != SourceList::kNone) return;
+      const Reference reference = TakeApart(target.local);
+      if (reference.external) continue;
+      const auto found = context_.tree.Find(reference.path, folder, context_.code_page);
+      if (found) first = sources_.list.Find(found->archive_path);
+    }
+  }
 }
 
 void SourceCollector::AddListedFile(const ProjectLine& line) {
   const auto found = context_.tree.FindListed(line.text);
   if (!found) {
-    context_.ReportNotCompiled(context_.Text(line.text));
+    context_.ReportNotCompiled(WithSlashes(context_.Text(line.text)));
   } else if (!listed_.insert(sources_.list.AddNamed(*found)).second) {
-    context_.Report(MessageCode::kListedTwice, {context_.Text(line.text)});
+    context_.Report(MessageCode::kListedTwice, {context_.PathText(line.text)});
   }
 }
 
@@ -125,12 +180,12 @@ void SourceCollector::AddContents() {
   std::optional<FoundFile> found;
   if (!name.empty()) found = context_.tree.FindListed(name);
   if (found) {
-    if (automatic) context_.Report(MessageCode::kContentsExist, {context_.Text(name)});
+    if (automatic) context_.Report(MessageCode::kContentsExist, {context_.PathText(name)});
     sources_.contents = sources_.list.AddNamed(*found);
   } else if (automatic) {
     sources_.makes_contents = true;
   } else if (!name.empty()) {
-    context_.ReportNotCompiled(context_.Text(name));
+    context_.ReportNotCompiled(WithSlashes(context_.Text(name)));
   }
 }
 
@@ -140,7 +195,7 @@ void SourceCollector::AddIndex() {
   if (const auto found = context_.tree.FindListed(name)) {
     sources_.index = sources_.list.AddNamed(*found);
   } else {
-    context_.ReportNotCompiled(context_.Text(name));
+    context_.ReportNotCompiled(WithSlashes(context_.Text(name)));
   }
 }
 
@@ -169,7 +224,7 @@ void SourceCollector::AddDefaultTopic() {
   if (const auto found = context_.tree.FindListed(reference.path)) {
     sources_.list.AddNamed(*found);
   } else {
-    context_.Report(MessageCode::kNoDefaultTopic, {context_.Text(project_.default_topic)});
+    context_.Report(MessageCode::kNoDefaultTopic, {context_.PathText(project_.default_topic)});
   }
 }
 
@@ -177,7 +232,7 @@ void SourceCollector::AddTextPopups() {
   for (const ProjectLine& popup : project_.text_popups) {
     const auto found = context_.tree.FindListed(popup.text);
     if (!found) {
-      context_.ReportNotCompiled(context_.Text(popup.text));
+      context_.ReportNotCompiled(WithSlashes(context_.Text(popup.text)));
     } else if (AsciiLowered(found->archive_path).ends_with(".txt")) {
       sources_.list.AddNamed(*found);
     }
@@ -201,7 +256,7 @@ void SourceCollector::AddAliases() {
     if (const auto found = context_.tree.FindListed(alias.target)) {
       sources_.list.AddNamed(*found);
     } else {
-      context_.Report(MessageCode::kAliasBroken, {context_.Text(alias.target)});
+      context_.Report(MessageCode::kAliasBroken, {context_.PathText(alias.target)});
     }
   }
 }
@@ -232,13 +287,13 @@ void SourceCollector::ReadStopWords() {
   if (!project_.full_text_search || project_.stop_list_file.empty()) return;
   const auto text = ReadIncluded(project_.stop_list_file, "stop list");
   if (!text) return;
-  std::string_view rest = *text;
-  while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find('\n'), rest.size());
-    const std::string_view line = Trimmed(rest.substr(0, end));
-    rest.remove_prefix(std::min(end + 1, rest.size()));
+  ProjectLines lines(*text);
+  ProjectLine line;
+  while (lines.Next(&line)) {
+    const std::string bytes =
+        IsUtf8(line.text) ? FromUtf8(line.text, context_.code_page) : line.text;
     std::string word;
-    for (const char c : line.substr(0, kMaxWordLength)) {
+    for (const char c : bytes.substr(0, kMaxWordLength)) {
       word.push_back(static_cast<char>(kSearchAlphabet[static_cast<unsigned char>(c)].folded));
     }
     if (!word.empty()) sources_.stop_words.push_back(std::move(word));
@@ -253,7 +308,7 @@ std::optional<std::string> SourceCollector::ReadIncluded(const std::string& name
     const auto source = context_.files.Open(found->disk_path, &error);
     if (source != nullptr && ReadText(*source, &text)) return text;
   }
-  context_.Report(MessageCode::kIncludeUnreadable, {what, context_.Text(name)});
+  context_.Report(MessageCode::kIncludeUnreadable, {what, context_.PathText(name)});
   return std::nullopt;
 }
 

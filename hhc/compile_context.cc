@@ -36,17 +36,23 @@ void CompileContext::Report(MessageCode code, std::initializer_list<std::string_
 }
 
 void CompileContext::ReportNotCompiled(std::string path, std::string reason) {
+  path = SystemSlashes(std::move(path));
   Report(MessageCode::kNotCompiled, {path}, std::move(reason));
-  result.not_compiled.push_back(WithBackslashes(std::move(path)));
+  result.not_compiled.push_back(std::move(path));
 }
 
 void CompileContext::ReportTooLong(std::string path) {
+  path = SystemSlashes(std::move(path));
   Report(MessageCode::kPathTooLong, {path});
-  result.not_compiled.push_back(WithBackslashes(std::move(path)));
+  result.not_compiled.push_back(std::move(path));
 }
 
 std::string CompileContext::Text(std::string_view bytes) const {
   return DecodeGuessing(bytes, code_page, Undefined::kKept);
+}
+
+std::string CompileContext::PathText(std::string_view bytes) const {
+  return SystemSlashes(WithSlashes(Text(bytes)));
 }
 
 std::string CompileContext::Encoded(std::string_view utf8) {

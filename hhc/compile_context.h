@@ -35,6 +35,9 @@ struct CompileContext {
   // UTF-8 of bytes from the project or a sitemap.
   std::string Text(std::string_view bytes) const;
 
+  // The same of a path, with the system's separators, for a message.
+  std::string PathText(std::string_view bytes) const;
+
   // `utf8` in the project's code page. Characters that it lacks become "?" and are counted.
   std::string Encoded(std::string_view utf8);
 

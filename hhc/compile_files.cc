@@ -7,6 +7,8 @@
 #include <unordered_set>
 
 #include "hhc/auto_contents.h"
+#include "html/charset.h"
+#include "project/sitemap_encoding.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"
 
@@ -27,8 +29,7 @@ class LineCounter {
 
   std::string LineOf(std::size_t offset) {
     if (offset < offset_) *this = LineCounter(text_);
-    const std::string_view passed = text_.substr(offset_, offset - offset_);
-    line_ += std::count(passed.begin(), passed.end(), '\n');
+    line_ += CountLineEnds(text_, offset_, offset);
     offset_ = offset;
     return std::to_string(line_);
   }
@@ -36,7 +37,7 @@ class LineCounter {
  private:
   std::string_view text_;
   std::size_t offset_ = 0;
-  std::ptrdiff_t line_ = 1;
+  std::size_t line_ = 1;
 };
 
 class FileCompiler {
@@ -56,8 +57,8 @@ class FileCompiler {
  private:
   void Store(std::size_t number, const LoadedFile& file);
   bool StoreBytes(const FoundFile& found, const LoadedFile& file);
+  bool StoreSitemap(const FoundFile& found, const LoadedFile& file, const Sitemap& sitemap);
   void AddPage(const FoundFile& found, const LoadedFile& file);
-  void AddSitemap(const FoundFile& found, const Sitemap& sitemap, std::string_view bytes);
   void ReportBadTags(const FoundFile& found, const std::vector<BadTag>& tags, std::string_view text,
                      int code_page);
   void FollowLinks(const FoundFile& found, const std::vector<PageLink>& links,
@@ -102,17 +103,19 @@ void FileCompiler::Store(std::size_t number, const LoadedFile& file) {
   const FoundFile& found = source.found;
   if (found.archive_path.size() >= kMaxEntryName) return context_.ReportTooLong(found.address);
   if (file.readable && project_.display_progress) {
-    context_.listener.File(WithBackslashes(found.address));
+    context_.listener.File(SystemSlashes(found.address));
   }
-  if (!file.readable || !StoreBytes(found, file)) {
+  const Sitemap* sitemap = nullptr;
+  if (number == sources_.contents) {
+    sitemap = &sources_.contents_map;
+  } else if (number == sources_.index) {
+    sitemap = &sources_.index_map;
+  }
+  if (!file.readable ||
+      !(sitemap ? StoreSitemap(found, file, *sitemap) : StoreBytes(found, file))) {
     context_.ReportNotCompiled(found.address,
                                file.error ? file.error.message() : "it cannot be read to its end");
     return;
-  }
-  if (number == sources_.contents) {
-    AddSitemap(found, sources_.contents_map, file.bytes);
-  } else if (number == sources_.index) {
-    AddSitemap(found, sources_.index_map, file.bytes);
   }
   if (source.kind == FileKind::kPage) AddPage(found, file);
   if (source.kind == FileKind::kStyleSheet) FollowLinks(found, file.links, file);
@@ -150,21 +153,29 @@ void FileCompiler::AddPage(const FoundFile& found, const LoadedFile& file) {
   FollowLinks(found, page.links, file);
 }
 
-void FileCompiler::AddSitemap(const FoundFile& found, const Sitemap& sitemap,
-                              std::string_view bytes) {
-  context_.result.input_size += bytes.size();  // counted twice, as the original compiler does
-  ReportBadTags(found, sitemap.bad_tags, bytes, sitemap.code_page);
-  if (!sources_.sitemaps_are_topics) return;
+bool FileCompiler::StoreSitemap(const FoundFile& found, const LoadedFile& file,
+                                const Sitemap& sitemap) {
+  std::string bytes = file.bytes;
+  if (file.rest != nullptr && !ReadText(*file.rest, &bytes)) return false;
+  const auto for_viewers = SitemapForViewers(bytes, context_.code_page, &context_.lost_characters);
+  writer_.StartEntry("/" + found.archive_path);
+  writer_.Append(AsBytes(for_viewers ? *for_viewers : bytes));
+  context_.result.input_size += 2 * bytes.size();  // counted twice, as the original compiler does
+  const auto utf8 = Utf16AsUtf8(bytes);
+  ReportBadTags(found, sitemap.bad_tags, utf8 ? *utf8 : bytes, sitemap.code_page);
+  if (!sources_.sitemaps_are_topics) return true;
   facts_.topics.Add(context_.Address(found.address));
   ++context_.result.topics;
+  return true;
 }
 
 void FileCompiler::ReportBadTags(const FoundFile& found, const std::vector<BadTag>& tags,
                                  std::string_view text, int code_page) {
   LineCounter lines(text);
   for (const BadTag& tag : tags) {
-    context_.Report(tag.is_closed ? MessageCode::kTagWithoutName : MessageCode::kTagWithoutEnd,
-                    {found.address, lines.LineOf(tag.offset), ShownTag(text, tag, code_page)});
+    context_.Report(
+        tag.is_closed ? MessageCode::kTagWithoutName : MessageCode::kTagWithoutEnd,
+        {SystemSlashes(found.address), lines.LineOf(tag.offset), ShownTag(text, tag, code_page)});
   }
 }
 
@@ -192,8 +203,9 @@ void FileCompiler::FollowLinks(const FoundFile& found, const std::vector<PageLin
       const std::size_t number = sources_.list.AddLinked(*target, link.kind);
       if (link.kind == LinkKind::kImage) graphics_.insert(number);
     } else if (!is_withheld && missing_.insert(folder + "/" + std::string(reference.path)).second) {
-      context_.Report(MessageCode::kLinkBroken, {found.address, lines.LineOf(link.offset),
-                                                 ToUtf8(reference.path, code_page)});
+      context_.Report(MessageCode::kLinkBroken,
+                      {SystemSlashes(found.address), lines.LineOf(link.offset),
+                       SystemSlashes(WithSlashes(ToUtf8(reference.path, code_page)))});
     }
   }
 }

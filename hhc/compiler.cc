@@ -9,6 +9,7 @@
 #include "hhc/compile_context.h"
 #include "hhc/compile_files.h"
 #include "hhc/output_check.h"
+#include "hhc/parent_folders.h"
 #include "hhc/system_stream.h"
 #include "html/charset.h"
 #include "text/code_page.h"
@@ -28,14 +29,20 @@ std::string LowerDrive(std::string path) {
   return path;
 }
 
-// The project as the caller names it, or with the usual extension.
+// The project as the caller names it, or with the usual extension; either in any letter case.
 std::unique_ptr<ByteSource> OpenProject(const CompileRequest& request, const SourceFiles& files,
                                         std::string* path) {
   std::error_code error;
-  *path = Joined(request.working_folder, WithSlashes(request.project_path));
-  if (auto source = files.Open(*path, &error)) return source;
-  *path += ".hhp";
-  return files.Open(*path, &error);
+  const std::string named = Joined(request.working_folder, WithSlashes(request.project_path));
+  for (const std::string& wanted : {named, named + ".hhp"}) {
+    *path = wanted;
+    if (auto source = files.Open(*path, &error)) return source;
+  }
+  for (const std::string& wanted : {named, named + ".hhp"}) {
+    *path = PathOnDisk(files, wanted);
+    if (auto source = files.Open(*path, &error)) return source;
+  }
+  return nullptr;
 }
 
 // The name of a file that is to be written. English is what projects also say that know no better;
@@ -50,8 +57,9 @@ std::string WrittenName(std::string_view name, const Project& project,
   return WithSlashes(DecodeGuessing(name, code_page));
 }
 
-std::string OutputPath(const Project& project, const CompileRequest& request,
-                       const std::string& folder, const std::string& project_path) {
+// The help file as the project names it, or named after the project.
+std::string CompiledFile(const Project& project, const CompileRequest& request,
+                         const std::string& project_path) {
   std::string path = WrittenName(project.compiled_file, project, request);
   if (path.empty()) {
     const std::size_t slash = project_path.rfind('/') + 1;
@@ -59,18 +67,25 @@ std::string OutputPath(const Project& project, const CompileRequest& request,
     path = project_path.substr(slash, dot == std::string::npos || dot < slash ? dot : dot - slash);
     path += ".chm";
   }
-  return LowerDrive(Joined(folder, path));
+  return path;
+}
+
+// Where a file goes that the project names: folders and files that are there count in any letter
+// case.
+std::string PlaceOnDisk(const std::string& folder, const std::string& path) {
+  return LowerDrive(PathOnDisk(DiskFiles(), Joined(folder, path)));
 }
 
 void ReportSource(CompileContext* context, const std::string& source) {
   context->Report(MessageCode::kOutputFailed,
-                  {"write", context->result.output, "it is a source of the help file: " + source});
+                  {"write", SystemSlashes(context->result.output),
+                   "it is a source of the help file: " + SystemSlashes(source)});
 }
 
 // Whether the output takes the place of none of the files from number `first` on, which is
 // reported otherwise.
-bool IsFreeOfSources(CompileContext* context, const SourceList& list, std::size_t first) {
-  const std::string source = SourceInOutputsPlace(context, list, first);
+bool IsFreeOfSources(CompileContext* context, const ProjectSources& sources, std::size_t first) {
+  const std::string source = SourceInOutputsPlace(context, sources, first);
   if (!source.empty()) ReportSource(context, source);
   return source.empty();
 }
@@ -93,13 +108,13 @@ void Compile(CompileContext* context, OutputFile* output) {
   TopicFacts facts(*context);
 
   ProjectSources sources = CollectSources(context);
-  if (!IsFreeOfSources(context, sources.list, 0)) return;
+  if (!IsFreeOfSources(context, sources, 0)) return;
   const std::size_t named = sources.list.Size();
   CompileFiles(context, &sources, &writer, &facts);
   if (context->Stops()) return;
   if (sources.list.Empty()) return context->Report(MessageCode::kNoTopics, {});
   // Links may have led to more.
-  if (!IsFreeOfSources(context, sources.list, named)) return;
+  if (!IsFreeOfSources(context, sources, named)) return;
   if (!BuildStreams(context, sources, &facts, &writer)) return;
 
   const ContainerStatus status = writer.Finish();
@@ -112,7 +127,7 @@ void Compile(CompileContext* context, OutputFile* output) {
   std::string reason = output->Reason().message();
   if (status == ContainerStatus::kBadName) reason = "bad name: " + writer.BadName();
   if (status == ContainerStatus::kDuplicateName) reason = "name used twice: " + writer.BadName();
-  context->Report(MessageCode::kOutputFailed, {"write", result.output, reason});
+  context->Report(MessageCode::kOutputFailed, {"write", SystemSlashes(result.output), reason});
 }
 
 }  // namespace
@@ -128,23 +143,30 @@ CompileResult CompileProject(const CompileRequest& request, const SourceFiles& f
   }
   Project project = ReadProject(text);
   const std::string folder = path.substr(0, path.rfind('/'));
-  result.output =
-      request.output.empty() ? OutputPath(project, request, folder, path) : request.output;
+  const std::string compiled_file = CompiledFile(project, request, path);
+  result.file_name = compiled_file.substr(compiled_file.rfind('/') + 1);
+  result.output = request.output.empty() ? PlaceOnDisk(folder, compiled_file) : request.output;
   result.display_progress = project.display_progress;
   if (!project.error_log_file.empty()) {
-    result.error_log = Joined(folder, WrittenName(project.error_log_file, project, request));
+    result.error_log = PlaceOnDisk(folder, WrittenName(project.error_log_file, project, request));
   }
   listener->Starting(result.output);
 
   CompileContext context(request, files, std::move(project), folder, listener, &result);
-  std::error_code error;
   if (IsSameFile(path, result.output)) {
     ReportSource(&context, path);
-  } else if (const auto output = OutputFile::Create(SystemPath(result.output), &error)) {
+    return result;
+  }
+  ParentFolders folders(SystemPath(result.output));
+  std::error_code error = folders.Error();
+  const auto output = error ? nullptr : OutputFile::Create(SystemPath(result.output), &error);
+  if (output) {
     Compile(&context, output.get());
   } else {
-    context.Report(MessageCode::kOutputFailed, {"open", result.output, RefusalText(error)});
+    context.Report(MessageCode::kOutputFailed,
+                   {"open", SystemSlashes(result.output), RefusalText(error)});
   }
+  if (result.made) folders.Keep();
   return result;
 }
 

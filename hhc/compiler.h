@@ -34,7 +34,8 @@ class CompileListener {
   // Called once, before anything else, with the full path of the file to be made.
   virtual void Starting(std::string_view output) = 0;
 
-  // A file goes into the help file: its path in the project, "\" separators.
+  // A file goes into the help file: its path in the project, with the system's separators, as in
+  // all messages.
   virtual void File(std::string_view path) = 0;
 
   virtual void Message(const CompileMessage& message) = 0;
@@ -65,18 +66,20 @@ struct CompileResult {
   bool made = false;     // the output file is there, complete
   bool stopped = false;  // it is not, because StopWanted() has said so
   bool project_found = true;
-  std::string output;  // full path
+  std::string output;     // full path
+  std::string file_name;  // what the project calls the help file, whatever the request does
   std::uint64_t output_size = 0;
   std::uint64_t input_size = 0;  // of all stored files, contents and index counted twice
   std::size_t topics = 0, local_links = 0, internet_links = 0, graphics = 0;
   std::size_t warnings = 0, errors = 0;
-  std::vector<std::string> not_compiled;  // paths in the project
+  std::vector<std::string> not_compiled;  // paths in the project, the system's separators
   bool display_progress = false;          // what the project asks for
   std::string error_log;  // full path of the file that gets the output too, or empty
 };
 
 // Never throws for what the input holds; an output file that exists is replaced only by a complete
-// new one, and not at all when it is one of the compile's sources. Messages come in a fixed order,
+// new one, and not at all when it is one of the compile's sources. Its folder is made where it is
+// missing, and removed again when no file was made. Messages come in a fixed order,
 // and the file's bytes depend on the input and the request alone, not on the number of threads.
 CompileResult CompileProject(const CompileRequest& request, const SourceFiles& files,
                              CompileListener* listener);

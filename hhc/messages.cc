@@ -64,17 +64,19 @@ constexpr MessageEntry kMessages[] = {
     {MessageCode::kUnsupported, Severity::kWarning,
      "Line %1 of the project: %2 not supported; the help file is made without it.",
      "If you can do without it, you need not do anything: this compiler makes no .chi files and no "
-     "information types, and it adds no citations or copyright notes."},
+     "information types, which no viewer outside Windows reads (see docs/toolchains.md), and it "
+     "adds "
+     "no citations or copyright notes."},
     {MessageCode::kContentsExist, Severity::kWarning,
      "The contents file \"%1\" already exists and is used as it is; \"Auto TOC\" has no effect.",
      "To keep the contents file, remove \"Auto TOC\" from the project. To have the contents made "
      "from the headings of the pages, delete the contents file."},
     {MessageCode::kNotCompiled, Severity::kError, "Compilation failed while compiling %1.",
-     "The project names a file that does not exist or cannot be read. Correct the name or the "
-     "file's permissions. The help file is made without it."},
+     "The project names a file that does not exist or cannot be read, or a pattern that no file "
+     "matches. Correct the name or the file's permissions. The help file is made without it."},
     {MessageCode::kOutputFailed, Severity::kError, "Cannot %1 \"%2\" (%3). Compilation stopped.",
-     "The reason in parentheses comes from the system. Usually the disk is full, the folder does "
-     "not exist or is write-protected, or the help file is open in a viewer. An earlier help file "
+     "The reason in parentheses comes from the system. Usually the disk is full, the folder cannot "
+     "be made or is write-protected, or the help file is open in a viewer. An earlier help file "
      "of that name is left unchanged."},
     {MessageCode::kPathTooLong, Severity::kError,
      "The path \"%1\" is too long for a help file and was left out.",

@@ -19,8 +19,9 @@ bool IsHelpFile(const std::string& path) {
              itsf::kSignature;
 }
 
-bool IsListedByName(CompileContext* context, const SourceList::File& file) {
-  for (const ProjectLine& line : context->project.files) {
+bool IsListedByName(CompileContext* context, const ProjectSources& sources,
+                    const SourceList::File& file) {
+  for (const ProjectLine& line : sources.listed) {
     if (line.text.find_first_of("*?") != std::string::npos) continue;
     const auto found = context->tree.FindListed(line.text);
     if (found && found->disk_path == file.found.disk_path) return true;
@@ -35,15 +36,16 @@ bool IsSameFile(const std::string& one, const std::string& other) {
   return std::filesystem::equivalent(SystemPath(one), SystemPath(other), ignored);
 }
 
-std::string SourceInOutputsPlace(CompileContext* context, const SourceList& list,
+std::string SourceInOutputsPlace(CompileContext* context, const ProjectSources& sources,
                                  std::size_t first) {
+  const SourceList& list = sources.list;
   const std::string& output = context->result.output;
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(SystemPath(output), ignored)) return {};
   for (std::size_t number = first; number < list.Size(); ++number) {
     const SourceList::File& file = list.At(number);
     if (!IsSameFile(file.found.disk_path, output)) continue;
-    if (!IsHelpFile(output) || IsListedByName(context, file)) return file.found.address;
+    if (!IsHelpFile(output) || IsListedByName(context, sources, file)) return file.found.address;
   }
   return {};
 }

@@ -5,16 +5,16 @@
 #include <cstddef>
 #include <string>
 
+#include "hhc/collect_sources.h"
 #include "hhc/compile_context.h"
-#include "hhc/source_list.h"
 
 namespace scrivo {
 
-// The first file of `list` from number `first` on that the output would replace, as the project
+// The first of the sources from number `first` on that the output would replace, as the project
 // names it; empty when there is none. Files are compared by identity, whatever their names. An
 // earlier help file is no source, unless the project lists it by its name: patterns and links lead
 // to it without being meant.
-std::string SourceInOutputsPlace(CompileContext* context, const SourceList& list,
+std::string SourceInOutputsPlace(CompileContext* context, const ProjectSources& sources,
                                  std::size_t first);
 
 // Whether both paths (UTF-8, "/" separators) lead to one file that is there.

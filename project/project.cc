@@ -4,7 +4,6 @@
 #include <optional>
 #include <unordered_map>
 
-#include "html/charset.h"
 #include "project/project_lines.h"
 #include "text/ascii_text.h"
 
@@ -112,8 +111,12 @@ void AddOnce(const ProjectLine& line, std::vector<ProjectLine>* lines) {
   if (!known && lines->size() < kMost) lines->push_back(line);
 }
 
+// A line that is the name of a file, which may stand in quotes.
+ProjectLine Name(const ProjectLine& line) {
+  return {std::string(WithoutQuotes(line.text)), line.line};
+}
+
 Project ProjectReader::Read(std::string_view bytes) {
-  if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
   ProjectLines lines(bytes);
   ProjectLine line;
   while (lines.Next(&line)) {
@@ -148,7 +151,7 @@ void ProjectReader::Line(const ProjectLine& line) {
       Window(line.text);
       break;
     case Section::kFiles:
-      project_.files.push_back(line);
+      project_.files.push_back(Name(line));
       break;
     case Section::kAlias:
       if (const auto include = IncludedFile(line.text)) {
@@ -165,10 +168,10 @@ void ProjectReader::Line(const ProjectLine& line) {
       }
       break;
     case Section::kTextPopups:
-      project_.text_popups.push_back(line);
+      project_.text_popups.push_back(Name(line));
       break;
     case Section::kMergeFiles:
-      project_.merge_files.push_back(line);
+      project_.merge_files.push_back(Name(line));
       break;
     case Section::kIdle:
       AddOnce({section_name_, line.line}, &project_.unsupported_sections);
@@ -201,7 +204,8 @@ void ProjectReader::Option(const ProjectLine& line) {
 bool ProjectReader::KnownOption(std::string_view key, std::string_view value) {
   for (const TextOption& option : kTextOptions) {
     if (key == option.key) {
-      project_.*option.field = value;
+      const bool is_text = option.field == &Project::title;
+      project_.*option.field = is_text ? value : WithoutQuotes(value);
       return true;
     }
   }
@@ -231,7 +235,7 @@ void ProjectReader::Window(std::string_view line) {
   const std::size_t equals = line.find('=');
   if (equals == std::string_view::npos) return;
   ProjectWindow window;
-  window.name = Trimmed(line.substr(0, equals));
+  window.name = WithoutQuotes(Trimmed(line.substr(0, equals)));
   window.arguments = SplitQuoted(line.substr(equals + 1));
   // Of two lines for one window the later counts, in the place of the first: generators write an
   // incomplete line before the real one.

@@ -63,7 +63,7 @@ struct Project {
   std::vector<CustomTab> custom_tabs;
 
   std::vector<ProjectWindow> windows;
-  std::vector<ProjectLine> files;
+  std::vector<ProjectLine> files;  // names, patterns and "#include" lines, as written
   std::vector<ProjectAlias> aliases;
   std::vector<ProjectLine> alias_includes;  // headers named by #include in [ALIAS]
   std::vector<ProjectMapEntry> map;
@@ -79,7 +79,8 @@ struct Project {
   std::vector<ProjectLine> unsupported_sections;  // known sections with such lines, each once
 };
 
-// Reads a project. Anything is accepted; sections and keys in any case and order, repeated sections
+// Reads a project, in UTF-16 too when it has a byte order mark. Names lose the quotes around them.
+// Anything is accepted; sections and keys in any case and order, repeated sections
 // add up, of repeated keys the last counts.
 Project ReadProject(std::string_view bytes);
 

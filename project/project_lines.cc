@@ -1,5 +1,6 @@
 #include "project/project_lines.h"
 
+#include "html/charset.h"
 #include "text/ascii_text.h"
 
 namespace scrivo {
@@ -13,13 +14,6 @@ std::string_view TakeWord(std::string_view* text) {
   const std::string_view word = text->substr(0, end);
   text->remove_prefix(end);
   return word;
-}
-
-std::string_view WithoutQuotes(std::string_view text) {
-  if (text.size() >= 2 && text.front() == '"' && text.back() == '"') {
-    return text.substr(1, text.size() - 2);
-  }
-  return text;
 }
 
 // Where the part ends that starts at the front of `text`: at a comma outside quotes and brackets.
@@ -42,11 +36,21 @@ std::size_t PartEnd(std::string_view text) {
 
 }  // namespace
 
+std::string_view WithoutQuotes(std::string_view text) {
+  if (text.size() >= 2 && text.front() == '"' && text.back() == '"') {
+    return text.substr(1, text.size() - 2);
+  }
+  return text;
+}
+
+ProjectLines::ProjectLines(std::string_view text)
+    : decoded_(Utf16AsUtf8(text)), rest_(decoded_ ? *decoded_ : text) {
+  if (rest_.starts_with(kUtf8Mark)) rest_.remove_prefix(kUtf8Mark.size());
+}
+
 bool ProjectLines::Next(ProjectLine* line) {
   while (!rest_.empty()) {
-    const std::size_t end = rest_.find('\n');
-    const std::string_view text = Trimmed(rest_.substr(0, end));
-    rest_ = end == std::string_view::npos ? std::string_view() : rest_.substr(end + 1);
+    const std::string_view text = Trimmed(TakeLine(&rest_));
     ++number_;
     if (text.empty() || text[0] == ';') continue;
     line->text = text;

@@ -11,19 +11,25 @@
 
 namespace scrivo {
 
-// Gives the lines of a text that hold anything: blanks at both ends cut off, empty lines and
-// comments
-// (";" in front) left out.
+// Gives the lines of a text that hold anything: blanks at both ends cut off, empty lines, comments
+// (";" in front) and a byte order mark left out. Lines end in CR LF, LF or CR. Text in UTF-16 with
+// a byte order mark comes as UTF-8.
 class ProjectLines {
  public:
-  explicit ProjectLines(std::string_view text) : rest_(text) {}
+  explicit ProjectLines(std::string_view text);
+  ProjectLines(const ProjectLines&) = delete;
+  ProjectLines& operator=(const ProjectLines&) = delete;
 
   bool Next(ProjectLine* line);
 
  private:
+  std::optional<std::string> decoded_;
   std::string_view rest_;
   std::size_t number_ = 0;
 };
+
+// `text` without a pair of quotes around it.
+std::string_view WithoutQuotes(std::string_view text);
 
 // Splits at commas; quoted parts lose their quotes and keep their commas, and so do parts in square
 // brackets, which keep the brackets. Blanks around parts are dropped.

@@ -1,6 +1,8 @@
 #include "project/project_tree.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <utility>
 
 #include "text/ascii_text.h"
 #include "text/code_page.h"
@@ -35,6 +37,18 @@ bool Matches(std::string_view pattern, std::string_view name) {
   return p == pattern.size();
 }
 
+// The files of a folder whose names match the last part of `pattern`, in order.
+std::vector<std::string> MatchingNames(const std::vector<SourceEntry>& entries,
+                                       const std::string& pattern) {
+  const std::string last = FoldCase(pattern.substr(pattern.rfind('/') + 1));
+  std::vector<std::string> names;
+  for (const SourceEntry& entry : entries) {
+    if (!entry.is_folder && Matches(last, FoldCase(entry.name))) names.push_back(entry.name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
 }  // namespace
 
 std::string WithSlashes(std::string path) {
@@ -42,8 +56,9 @@ std::string WithSlashes(std::string path) {
   return path;
 }
 
-std::string WithBackslashes(std::string path) {
-  std::replace(path.begin(), path.end(), '/', '\\');
+std::string SystemSlashes(std::string path) {
+  std::replace(path.begin(), path.end(), '/',
+               static_cast<char>(std::filesystem::path::preferred_separator));
   return path;
 }
 
@@ -115,6 +130,38 @@ std::string PercentDecoded(std::string_view text) {
   return decoded;
 }
 
+std::string PathOnDisk(const SourceFiles& files, const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  const bool at_root = slash == 0;
+  const std::string name = path.substr(slash == std::string::npos ? 0 : slash + 1);
+  std::string folder = slash == std::string::npos ? "" : path.substr(0, slash);
+  const auto joined = [&](const std::string& last) {
+    return slash == std::string::npos ? last : folder + "/" + last;
+  };
+  if (name.empty() || name == "." || name == "..") {
+    if (!folder.empty()) folder = PathOnDisk(files, folder);
+    return joined(name);
+  }
+  const auto list = [&] {
+    if (folder.empty()) return files.List(at_root ? "/" : ".");
+    return files.List(folder.back() == ':' ? folder + "/" : folder);
+  };
+  std::vector<SourceEntry> entries = list();
+  if (entries.empty() && !folder.empty()) {
+    folder = PathOnDisk(files, folder);
+    entries = list();
+  }
+  const std::string folded = FoldCase(name);
+  const std::string* best = nullptr;
+  for (const SourceEntry& entry : entries) {
+    if (entry.name == name) return joined(name);
+    if (FoldCase(entry.name) == folded && (best == nullptr || entry.name < *best)) {
+      best = &entry.name;
+    }
+  }
+  return joined(best == nullptr ? name : *best);
+}
+
 ProjectTree::ProjectTree(const SourceFiles& files, std::string folder, int code_page, bool flat,
                          int name_code_page)
     : files_(files),
@@ -179,15 +226,20 @@ std::optional<FoundFile> ProjectTree::FindListed(std::string_view name) {
   return std::nullopt;
 }
 
-std::optional<FoundFile> ProjectTree::FindFull(const std::string& path) {
+// What of a full path comes behind the project's folder; nothing when it lies elsewhere.
+std::optional<std::string> ProjectTree::InProject(const std::string& path) const {
   const std::string root = folder_.empty() ? "" : folder_ + (folder_ == "/" ? "" : "/");
-  if (!root.empty() && FoldCase(path).starts_with(FoldCase(root))) {
-    return FindExact(NormalPath(std::string_view(path).substr(root.size())));
-  }
+  if (root.empty() || !FoldCase(path).starts_with(FoldCase(root))) return std::nullopt;
+  return path.substr(root.size());
+}
+
+std::optional<FoundFile> ProjectTree::FindFull(const std::string& path) {
+  if (const auto relative = InProject(path)) return FindExact(NormalPath(*relative));
   std::error_code error;
-  if (files_.Open(path, &error) == nullptr) return std::nullopt;
-  const std::string name = path.substr(path.rfind('/') + 1);
-  return FoundFile{path, name, name, name};
+  const std::string actual = PathOnDisk(files_, path);
+  if (files_.Open(actual, &error) == nullptr) return std::nullopt;
+  const std::string name = actual.substr(actual.rfind('/') + 1);
+  return FoundFile{actual, name, path.substr(path.rfind('/') + 1), name};
 }
 
 std::optional<FoundFile> ProjectTree::FindExact(const std::string& path) {
@@ -202,9 +254,12 @@ std::optional<FoundFile> ProjectTree::FindExact(const std::string& path) {
   return found;
 }
 
-// The path of a file with the letter case that it has on disk; nothing when it is not there.
-std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
-  const auto [known, added] = on_disk_.try_emplace(path);
+// The path of a file or folder with the letter case that it has on disk; nothing when it is not
+// there.
+std::optional<std::string> ProjectTree::OnDisk(const std::string& path, Kind kind) {
+  // No path ends in "/", which so tells folders apart.
+  const std::string key = kind == Kind::kFolder ? path + "/" : path;
+  const auto [known, added] = on_disk_.try_emplace(key);
   if (!added) return known->second;
   std::string actual;
   std::string_view rest = path;
@@ -213,8 +268,8 @@ std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
     const std::string_view part = rest.substr(0, slash);
     const bool last = slash == std::string_view::npos;
     if (part == "..") {
-      if (last) return std::nullopt;
-      actual += "../";
+      if (last && kind == Kind::kFile) return std::nullopt;
+      actual += last ? ".." : "../";
     } else {
       std::string folder = actual;
       if (!folder.empty()) folder.pop_back();
@@ -224,7 +279,10 @@ std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
         withheld_.insert(path);
         return std::nullopt;
       }
-      if (found == listing.by_name.end() || found->second.is_folder == last) return std::nullopt;
+      const bool is_folder = !last || kind == Kind::kFolder;
+      if (found == listing.by_name.end() || found->second.is_folder != is_folder) {
+        return std::nullopt;
+      }
       actual += found->second.name;
       if (!last) actual += '/';
     }
@@ -233,7 +291,7 @@ std::optional<std::string> ProjectTree::OnDisk(const std::string& path) {
   }
   // Not through `known`: listing a folder does not change the map, but the reader need not know
   // that.
-  on_disk_[path] = actual;
+  on_disk_[key] = actual;
   return actual;
 }
 
@@ -259,19 +317,24 @@ std::string ProjectTree::DiskPath(const std::string& path) const {
 
 std::vector<FoundFile> ProjectTree::FindMatching(std::string_view pattern) {
   const std::string path =
-      NormalPath(WithSlashes(ToUtf8(pattern, IsUtf8(pattern) ? kUtf8CodePage : code_page_)));
-  const std::string folder = FolderOf(path);
-  const std::string last = FoldCase(path.substr(folder.empty() ? 0 : folder.size() + 1));
-  std::vector<std::string> names;
-  for (const auto& [name, entry] : ListOnce(folder).by_name) {
-    if (!entry.is_folder && Matches(last, name)) names.push_back(entry.name);
-  }
-  std::sort(names.begin(), names.end());
+      WithSlashes(ToUtf8(pattern, IsUtf8(pattern) ? kUtf8CodePage : code_page_));
   std::vector<FoundFile> found;
-  for (const std::string& name : names) {
-    if (auto file = FindExact(folder.empty() ? name : folder + "/" + name)) {
-      found.push_back(std::move(*file));
+  if (IsFullPath(path) && !InProject(path)) {
+    const std::string folder = PathOnDisk(files_, path.substr(0, path.rfind('/')));
+    for (const std::string& name : MatchingNames(files_.List(folder + "/"), path)) {
+      if (auto file = FindFull(folder + "/" + name)) found.push_back(std::move(*file));
     }
+    if (!found.empty()) return found;
+  }
+  const std::string relative = NormalPath(InProject(path).value_or(path));
+  std::string folder = FolderOf(relative);
+  if (!folder.empty()) {
+    const std::optional<std::string> actual = OnDisk(folder, Kind::kFolder);
+    if (!actual) return found;
+    folder = *actual + "/";
+  }
+  for (const std::string& name : MatchingNames(files_.List(DiskPath(FolderOf(folder))), relative)) {
+    if (auto file = FindExact(folder + name)) found.push_back(std::move(*file));
   }
   return found;
 }

@@ -31,9 +31,11 @@ struct Reference {
 };
 Reference TakeApart(std::string_view address);
 
-// `path` with every separator replaced by "/", or by "\\".
+// `path` with every separator replaced by "/".
 std::string WithSlashes(std::string path);
-std::string WithBackslashes(std::string path);
+
+// `path`, which has "/" separators, with those that the system's users write.
+std::string SystemSlashes(std::string path);
 
 // Whether `path` (with "/" separators) starts at a root or a drive.
 bool IsFullPath(std::string_view path);
@@ -46,6 +48,10 @@ std::string FolderOf(std::string_view path);
 
 // `text` with %XX sequences replaced by their bytes.
 std::string PercentDecoded(std::string_view text);
+
+// `path` as the disk spells it: each part that is there in another letter case only is replaced by
+// the name there (the first in byte order of several), the parts that are not there stay.
+std::string PathOnDisk(const SourceFiles& files, const std::string& path);
 
 class ProjectTree {
  public:
@@ -71,7 +77,8 @@ class ProjectTree {
   // names.
   std::optional<FoundFile> FindExact(const std::string& path);
 
-  // The files that match a name with "*" or "?" in its last part, in order of their names.
+  // The files that match a name with "*" or "?" in its last part, in order of their names; folders
+  // and full paths count as in FindListed.
   std::vector<FoundFile> FindMatching(std::string_view pattern);
 
   const std::string& Folder() const { return folder_; }
@@ -82,7 +89,9 @@ class ProjectTree {
   };
 
   std::optional<FoundFile> FindFull(const std::string& path);
-  std::optional<std::string> OnDisk(const std::string& path);
+  enum class Kind { kFile, kFolder };
+  std::optional<std::string> OnDisk(const std::string& path, Kind kind = Kind::kFile);
+  std::optional<std::string> InProject(const std::string& path) const;
   const Listing& ListOnce(const std::string& folder);
   std::string DiskPath(const std::string& path) const;
   std::vector<std::string> Spellings(std::string_view name, int code_page) const;

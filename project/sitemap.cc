@@ -20,12 +20,34 @@ class ValueDecoder {
         undefined_(undefined),
         references_are_bytes_(code_page != kUtf8CodePage && !IsDoubleByte(code_page)) {}
 
-  // The value with its references replaced, still in the sitemap's code page.
+  // The value with its references replaced, still in the sitemap's code page; a character that the
+  // code page lacks comes as UTF-8.
   std::string Bytes(std::string_view value) const {
+    return Replaced(
+        value, [](std::string_view bytes) { return std::string(bytes); },
+        [this](char32_t character) { return BytesOf(character); });
+  }
+
+  // The same as UTF-8.
+  std::string Text(std::string_view value) const {
+    return Replaced(
+        value, [this](std::string_view bytes) { return ToUtf8(bytes, code_page_, undefined_); },
+        [this](char32_t character) {
+          if (!IsByte(character)) return Utf8Of(character);
+          return ToUtf8(std::string(1, static_cast<char>(character)), code_page_, undefined_);
+        });
+  }
+
+ private:
+  // The value's text and its references, each as told and in turn. No second byte of a double-byte
+  // character looks like the start of a reference.
+  template <typename TextMaker, typename CharacterMaker>
+  static std::string Replaced(std::string_view value, TextMaker of_text,
+                              CharacterMaker of_character) {
     std::string out;
     while (true) {
       const std::size_t ampersand = value.find('&');
-      out.append(value.substr(0, ampersand));
+      out += of_text(value.substr(0, ampersand));
       if (ampersand == std::string_view::npos) return out;
       value.remove_prefix(ampersand);
       std::size_t length = 0;
@@ -34,17 +56,12 @@ class ValueDecoder {
         out.push_back('&');
         length = 1;
       } else {
-        AppendCharacter(character, &out);
+        out += of_character(character);
       }
       value.remove_prefix(length);
     }
   }
 
-  std::string Text(std::string_view value) const {
-    return ToUtf8(Bytes(value), code_page_, undefined_);
-  }
-
- private:
   static char32_t ReadReference(std::string_view text, std::size_t* length) {
     // The usual editor writes this name, which HTML does not know, for the byte 0xD0.
     constexpr std::string_view kDstrok = "&Dstrok;";
@@ -55,14 +72,20 @@ class ValueDecoder {
     return ReadEntity(text, EntityPlace::kAttribute, length);
   }
 
-  void AppendCharacter(char32_t character, std::string* out) const {
+  bool IsByte(char32_t character) const { return character < 0x100 && references_are_bytes_; }
+
+  static std::string Utf8Of(char32_t character) {
     std::string utf8;
     AppendUtf8(character, &utf8);
-    if (character < 0x100 && references_are_bytes_) {
-      out->push_back(static_cast<char>(character));
-    } else {
-      out->append(FromUtf8(utf8, code_page_));
-    }
+    return utf8;
+  }
+
+  std::string BytesOf(char32_t character) const {
+    if (IsByte(character)) return std::string(1, static_cast<char>(character));
+    std::size_t lost = 0;
+    const std::string utf8 = Utf8Of(character);
+    const std::string bytes = FromUtf8(utf8, code_page_, &lost);
+    return lost > 0 ? utf8 : bytes;
   }
 
   int code_page_;
@@ -280,9 +303,7 @@ void SitemapReader::PropertiesParam(const Param& param) {
 }
 
 std::size_t SitemapReader::LineAt(std::size_t offset) {
-  line_ += static_cast<std::size_t>(
-      std::count(bytes_.begin() + static_cast<std::ptrdiff_t>(line_offset_),
-                 bytes_.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
+  line_ += CountLineEnds(bytes_, line_offset_, offset);
   line_offset_ = offset;
   return line_;
 }
@@ -290,6 +311,7 @@ std::size_t SitemapReader::LineAt(std::size_t offset) {
 }  // namespace
 
 Sitemap ReadSitemap(std::string_view bytes, int code_page, Undefined undefined) {
+  if (const auto utf8 = Utf16AsUtf8(bytes)) return ReadSitemap(*utf8, code_page, undefined);
   const int actual = CodePageOfPage(bytes).value_or(code_page);
   // A byte can only be kept for the code page that it came from.
   if (actual != code_page) undefined = Undefined::kReplaced;

@@ -51,9 +51,11 @@ struct Sitemap {
 };
 
 // Reads a sitemap. `code_page` is the project's; a byte order mark, a charset in a META element, or
-// being well-formed UTF-8 overrides it. In a single-byte code page a reference to a character from
-// 128 to 255 means that byte of the code page, as the usual editors of these files write it.
-// `undefined`: what becomes of names' bytes that have no meaning in the project's code page.
+// being well-formed UTF-8 overrides it. One in UTF-16 is read as the UTF-8 that Utf16AsUtf8 makes
+// of it, in which the offsets of its bad tags count. In a single-byte code page a reference to a
+// character from 128 to 255 means that byte of the code page, as the usual editors of these files
+// write it. `undefined`: what becomes of names' bytes that have no meaning in the project's code
+// page.
 Sitemap ReadSitemap(std::string_view bytes, int code_page,
                     Undefined undefined = Undefined::kReplaced);
 

@@ -48,7 +48,7 @@ SitemapValueEnds::End SitemapValueEnds::Find(std::size_t start, char quote, bool
 
 void SitemapValueEnds::MoveToLine(std::size_t start) {
   if (start < line_end_) return;
-  line_end_ = html_.find('\n', start);
+  line_end_ = html_.find_first_of("\r\n", start);
   if (line_end_ == kNone) line_end_ = html_.size();
 }
 

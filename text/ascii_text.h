@@ -3,6 +3,7 @@
 // ASCII rules of markup and of project files: letters fold, blanks separate. Bytes from 0x80 up are
 // never folded here.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,30 @@ constexpr std::string_view Trimmed(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
   return text;
+}
+
+// Takes the first line off the front of `*text`, without its end: CR LF, LF, or CR alone. Behind
+// the last line `*text` is empty.
+constexpr std::string_view TakeLine(std::string_view* text) {
+  const std::size_t end = text->find_first_of("\r\n");
+  const std::string_view line = text->substr(0, end);
+  if (end == std::string_view::npos) {
+    *text = {};
+  } else {
+    text->remove_prefix(end);
+    text->remove_prefix(text->starts_with("\r\n") ? 2 : 1);
+  }
+  return line;
+}
+
+// How many of these line ends begin in `text` from `from` on and before `to`.
+constexpr std::size_t CountLineEnds(std::string_view text, std::size_t from, std::size_t to) {
+  std::size_t count = 0;
+  for (std::size_t at = from; at < to; ++at) {
+    const bool after_cr = at > 0 && text[at - 1] == '\r';
+    if (text[at] == '\r' || (text[at] == '\n' && !after_cr)) ++count;
+  }
+  return count;
 }
 
 }  // namespace scrivo

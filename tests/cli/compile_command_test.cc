@@ -163,15 +163,18 @@ TEST_F(CompileCommand, RefusesOptionsThatWouldAddLinesToTheProject) {
 }
 
 TEST_F(CompileCommand, RefusesAnOutputThatCannotBeMade) {
-  const std::string none = output.PathOf("none");
-  EXPECT_EQ(Compile({"-o", JoinPath(none, "a.chm")}), 1);
-  EXPECT_NE(Plain(err).find("OUT/none/a.chm: the help file cannot be made: there is no folder "
-                            "OUT/none. Make it first.\n"),
-            std::string::npos)
-      << err;
+  output.Write("file", "x");
+  EXPECT_EQ(Compile({"-o", JoinPath(output.PathOf("file"), "a.chm")}), 1);
+  EXPECT_NE(Plain(err).find("OUT/file/a.chm: no help file was made\n"), std::string::npos) << err;
   EXPECT_EQ(Compile({"-o", output.path().string()}), 1);
   EXPECT_NE(Plain(err).find("OUT: the help file cannot be made: it is a folder"),
             std::string::npos);
+}
+
+TEST_F(CompileCommand, MakesTheFolderOfItsOutput) {
+  const std::string path = JoinPath(JoinPath(output.PathOf("new"), "folder"), "a.chm");
+  EXPECT_EQ(Compile({"-o", path}), 0) << err;
+  EXPECT_TRUE(std::filesystem::exists(path));
 }
 
 TEST_F(CompileCommand, NamesTheDefaultOutputAfterTheTitleInTheCurrentFolder) {

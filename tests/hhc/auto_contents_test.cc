@@ -48,7 +48,7 @@ TEST(AutoContents, CopesWithLevelsThatAreLeftOut) {
 TEST(AutoContents, EscapesNamesAndAddressesAndCountsWhatTheCodePageLacks) {
   AutoContents contents(1);
   contents.AddPage("50% #1?.htm", {{1, "\"a\" & <b> \xC3\xA4 \xD0\x96", ""}});
-  EXPECT_EQ(Items(contents), Texts{"0 \"a\" & <b> \xC3\xA4 ? -> 50%25 %231%3F.htm"});
+  EXPECT_EQ(Items(contents), Texts{"0 \"a\" & <b> \xC3\xA4 \xD0\x96 -> 50%25 %231%3F.htm"});
   std::size_t lost = 1;
   EXPECT_NE(contents.Write(1252, &lost).find("&#1046;"), std::string::npos);
   EXPECT_EQ(lost, 2u);

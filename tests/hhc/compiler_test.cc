@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "project/project_tree.h"
 #include "tests/hhc/internal_streams.h"
 #include "tests/hhc/project_folder.h"
 
@@ -80,8 +81,8 @@ TEST_F(CompilerTest, CompilesPagesThenImagesThenStyleSheets) {
   WriteSample();
   Compile();
   EXPECT_EQ(recorder_.files,
-            (std::vector<std::string>{"index.htm", "a.hhc", "a.hhk", "sub\\Two.htm", "i.gif",
-                                      "sub\\s.css", "bg.png"}));
+            (std::vector<std::string>{"index.htm", "a.hhc", "a.hhk", SystemSlashes("sub/Two.htm"),
+                                      "i.gif", SystemSlashes("sub/s.css"), "bg.png"}));
 }
 
 TEST_F(CompilerTest, CountsTopicsLinksAndGraphics) {
@@ -262,12 +263,15 @@ TEST_F(CompilerTest, TellsOfBadTagsWithPageAndLine) {
                              Item("x", "sub/a.htm") + "</UL>");
   folder_.Write("sub/a.htm", "\n\n(0 <= n and n < 3)<br\n>\n<b title=\"x");
   EXPECT_TRUE(Compile().made);
+  const std::string page = SystemSlashes("sub/a.htm");
   EXPECT_EQ(recorder_.messages,
             (std::vector<std::string>{
-                "HHC3004: Warning: sub/a.htm(3) : The HTML tag \"= n and n < 3)<br \" is not a "
-                "valid HTML tag (it does not begin with an alphanumeric character).",
-                "HHC3002: Warning: sub/a.htm(5) : The HTML tag \"b title=\"x\" is not a valid HTML "
-                "tag (no closing \">\").",
+                "HHC3004: Warning: " + page +
+                    "(3) : The HTML tag \"= n and n < 3)<br \" is not a "
+                    "valid HTML tag (it does not begin with an alphanumeric character).",
+                "HHC3002: Warning: " + page +
+                    "(5) : The HTML tag \"b title=\"x\" is not a valid HTML "
+                    "tag (no closing \">\").",
                 "HHC3004: Warning: a.hhc(1) : The HTML tag \"?xml version=\"1.0\" "
                 "encoding=\"utf-8\"?\" is not a valid HTML tag (it does not begin with an "
                 "alphanumeric character)."}));
@@ -342,7 +346,7 @@ TEST_F(CompilerTest, MakesNothingWithoutFiles) {
 
 TEST_F(CompilerTest, TellsWhenTheProjectOrTheOutputCannotBeOpened) {
   EXPECT_FALSE(Compile().project_found);
-  folder_.Write("help.hhp", "[OPTIONS]\nCompiled file=no/such/folder/x.chm\n[FILES]\na.htm\n");
+  folder_.Write("help.hhp", "[OPTIONS]\nCompiled file=a.htm/folder/x.chm\n[FILES]\na.htm\n");
   folder_.Write("a.htm", "x");
   EXPECT_FALSE(Compile().made);
   ASSERT_FALSE(recorder_.messages.empty());

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "hhc/compiler.h"
+#include "project/project_tree.h"
 #include "tests/hhc/internal_streams.h"
 #include "tests/hhc/project_check.h"
 #include "tests/hhc/project_folder.h"
@@ -73,10 +74,12 @@ TEST_F(ForeignProjectsTest, CompilesXhtmlWithXmlDeclarationsEverywhere) {
   EXPECT_EQ(check.keywords, 1u);
   // One for each declaration of a page or a sitemap; that of the project stands before any section.
   EXPECT_EQ(recorder_.messages.size(), 4u);
-  EXPECT_EQ(recorder_.messages.at(0),
-            "HHC3004: Warning: concepts/one.html(1) : The HTML tag \"?xml version=\"1.0\" "
-            "encoding=\"UTF-8\"?\" is not a valid HTML tag (it does not begin with an alphanumeric "
-            "character).");
+  EXPECT_EQ(
+      recorder_.messages.at(0),
+      "HHC3004: Warning: " + SystemSlashes("concepts/one.html") +
+          "(1) : The HTML tag \"?xml version=\"1.0\" "
+          "encoding=\"UTF-8\"?\" is not a valid HTML tag (it does not begin with an alphanumeric "
+          "character).");
 }
 
 // Language, code page, and a text that has characters of two bytes.

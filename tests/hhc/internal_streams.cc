@@ -1,6 +1,7 @@
 #include "tests/hhc/internal_streams.h"
 
 #include "project/source_files.h"
+#include "text/wtf8.h"
 
 namespace scrivo {
 namespace {
@@ -19,14 +20,14 @@ std::string ZeroEnded(const std::string& bytes, std::size_t offset) {
 }
 
 std::string WideZeroEnded(const std::string& bytes, std::size_t* offset) {
-  std::string text;
+  std::u16string text;
   while (*offset + 1 < bytes.size()) {
     const std::uint32_t unit = At(bytes, *offset, 2);
     *offset += 2;
     if (unit == 0) break;
-    text += unit < 0x80 ? static_cast<char>(unit) : '?';
+    text += static_cast<char16_t>(unit);
   }
-  return text;
+  return FromWindowsText(text);
 }
 
 std::uint32_t Varint(const std::string& bytes, std::size_t* offset) {

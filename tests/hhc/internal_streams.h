@@ -15,6 +15,9 @@
 
 namespace scrivo {
 
+// Codes of records in #SYSTEM.
+inline constexpr std::uint16_t kDefaultTopicRecord = 2, kTitleRecord = 3;
+
 struct ReadTopic {
   std::string address;
   std::optional<std::string> title;
@@ -23,7 +26,7 @@ struct ReadTopic {
 };
 
 struct ReadKeyword {
-  std::string text;  // ASCII characters as they are, others as "?"
+  std::string text;  // UTF-8, as is `target`
   bool see_also = false;
   std::uint16_t level = 0;
   std::uint32_t last_component = 0;

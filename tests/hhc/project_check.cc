@@ -17,13 +17,6 @@
 namespace scrivo {
 namespace {
 
-// The comparable part of a wide text as InternalStreams reads it.
-std::string Plain(const std::string& utf8) {
-  std::string plain;
-  for (const char16_t unit : ToUtf16(utf8)) plain += unit < 0x80 ? static_cast<char>(unit) : '?';
-  return plain;
-}
-
 class Checker {
  public:
   Checker(const std::string& project_path, const std::string& help_path)
@@ -139,7 +132,7 @@ class Checker {
         text += part;
       }
       ++check_.keywords;
-      const auto found = addresses.find(Plain(text));
+      const auto found = addresses.find(text);
       if (found == addresses.end()) {
         Fault("index: no keyword " + text);
         continue;

@@ -13,6 +13,12 @@
 
 namespace scrivo {
 
+// An item of a sitemap that leads to a page.
+inline std::string ItemText(const std::string& name, const std::string& local) {
+  return "<LI><OBJECT type=\"text/sitemap\">\r\n<param name=\"Name\" value=\"" + name +
+         "\">\r\n<param name=\"Local\" value=\"" + local + "\">\r\n</OBJECT>\r\n";
+}
+
 // Keeps what a compile run tells.
 class CompileRecorder : public CompileListener {
  public:

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "project/project_lines.h"
+#include "tests/hhc/utf16_text.h"
 
 namespace scrivo {
 namespace {
@@ -97,6 +98,52 @@ TEST(Project, PassesOverCommentsBlankLinesAndAByteOrderMark) {
   const Project project = ReadProject("\xEF\xBB\xBF[OPTIONS]\n; Title=no\n\n  Title = yes  \n");
   EXPECT_EQ(project.title, "yes");
   EXPECT_TRUE(project.lines_without_equals.empty());
+}
+
+TEST(Project, ReadsUtf16AndEveryLineEnd) {
+  const std::string text =
+      "[OPTIONS]\nTitle=\u65E5\u672C\nIndex file=a.hhk\n\n[FILES]\na.htm\nno\n";
+  const auto with_ends = [&](const std::string& end) {
+    std::string other;
+    for (const char c : text) other += c == '\n' ? end : std::string(1, c);
+    return other;
+  };
+  for (const std::string& given :
+       {text, with_ends("\r"), with_ends("\r\n"), Utf16Text(text, true), Utf16Text(text, false),
+        Utf16Text(with_ends("\r"), true), "\xEF\xBB\xBF" + with_ends("\r\n")}) {
+    const Project project = ReadProject(given);
+    EXPECT_EQ(project.title, "\u65E5\u672C");
+    EXPECT_EQ(project.index_file, "a.hhk");
+    ASSERT_EQ(project.files.size(), 2u);
+    EXPECT_EQ(project.files[0].text, "a.htm");
+    EXPECT_EQ(project.files[1].line, 7u);
+    EXPECT_TRUE(project.lines_without_equals.empty());
+  }
+}
+
+TEST(Project, ReadsIncludedFilesInEveryEncodingToo) {
+  for (const bool little : {true, false}) {
+    EXPECT_EQ(ReadMapHeader(Utf16Text("#define A 3\r#define B 4", little)).at(1).number, 4u);
+    EXPECT_EQ(ReadAliasFile(Utf16Text("A=caf\u00E9.htm\n", little)).at(0).target, "caf\u00E9.htm");
+  }
+  EXPECT_EQ(ReadMapHeader("\xEF\xBB\xBF#define A 3\n").at(0).symbol, "A");
+}
+
+TEST(Project, TakesTheQuotesOffNames) {
+  const Project project = ReadProject(
+      "[OPTIONS]\nCompiled file=\"out dir\\a.chm\"\nContents file = \"a.hhc\" \nDefault "
+      "topic=\"a b.htm\"\nDefault window=\"main\"\nTitle=\"Quoted\"\n[WINDOWS]\n\"main\"=\"t\"\n"
+      "[FILES]\n\"a b.htm\"\n\"half.htm\n[TEXT POPUPS]\n\"p.txt\"\n[MERGE FILES]\n\"m.chm\"\n");
+  EXPECT_EQ(project.compiled_file, "out dir\\a.chm");
+  EXPECT_EQ(project.contents_file, "a.hhc");
+  EXPECT_EQ(project.default_topic, "a b.htm");
+  EXPECT_EQ(project.default_window, "main");
+  EXPECT_EQ(project.title, "\"Quoted\"");  // a text, not a name
+  EXPECT_EQ(project.windows.at(0).name, "main");
+  EXPECT_EQ(project.files.at(0).text, "a b.htm");
+  EXPECT_EQ(project.files.at(1).text, "\"half.htm");
+  EXPECT_EQ(project.text_popups.at(0).text, "p.txt");
+  EXPECT_EQ(project.merge_files.at(0).text, "m.chm");
 }
 
 TEST(Project, KeepsCommasInFileNames) {

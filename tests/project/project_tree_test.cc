@@ -109,5 +109,36 @@ TEST_F(ProjectTreeTest, ExpandsWildcardsInOrder) {
   EXPECT_EQ(names, (std::vector<std::string>{"h/a.HTM", "h/b.htm"}));
 }
 
+TEST_F(ProjectTreeTest, ExpandsWildcardsInFoldersOfAnyCase) {
+  folder_.Write("web/Docs/Deep/a.htm", "x");
+  folder_.Write("shared/B.HTM", "x");
+  ProjectTree tree(files_, folder_.Path("web"), 1252, false);
+  const auto first = [&](const std::string& pattern) {
+    const auto found = tree.FindMatching(pattern);
+    return found.size() == 1 ? found[0].archive_path : std::to_string(found.size());
+  };
+  EXPECT_EQ(first("docs\\DEEP\\*.HTM"), "Docs/Deep/a.htm");
+  EXPECT_EQ(first("..\\Shared\\*.htm"), "B.HTM");
+  EXPECT_EQ(first(folder_.Path("web/docs/deep/?.htm")), "Docs/Deep/a.htm");
+  EXPECT_EQ(first(folder_.Path("SHARED/*.htm")), "B.HTM");
+  EXPECT_EQ(first("docs\\*.htm"), "0");
+  EXPECT_EQ(first("none\\*.htm"), "0");
+}
+
+TEST_F(ProjectTreeTest, FindsFullPathsInAnyCase) {
+  folder_.Write("web/in.htm", "x");
+  folder_.Write("Shared/Out.htm", "x");
+  EXPECT_EQ(Listed(folder_.Path("shared/OUT.HTM")), "Out.htm");
+}
+
+TEST_F(ProjectTreeTest, SpellsAPathAsTheDiskDoesAsFarAsItGoes) {
+  folder_.Write("Out/Help.CHM", "x");
+  EXPECT_EQ(PathOnDisk(files_, folder_.Path("out/help.chm")), folder_.Path("Out/Help.CHM"));
+  EXPECT_EQ(PathOnDisk(files_, folder_.Path("OUT/New/b.chm")), folder_.Path("Out/New/b.chm"));
+  EXPECT_EQ(PathOnDisk(files_, folder_.Path("Out") + "/../OUT/b.chm"),
+            folder_.Path("Out") + "/../Out/b.chm");
+  EXPECT_EQ(PathOnDisk(files_, folder_.Path("none/b.chm")), folder_.Path("none/b.chm"));
+}
+
 }  // namespace
 }  // namespace scrivo

@@ -4,6 +4,9 @@
 
 #include <string>
 
+#include "tests/hhc/utf16_text.h"
+#include "text/code_page.h"
+
 namespace scrivo {
 namespace {
 
@@ -148,6 +151,36 @@ TEST(Sitemap, EndsAnUnclosedValueAtTheEndOfItsTag) {
   ASSERT_EQ(map.items.size(), 1u);
   EXPECT_EQ(map.items[0].name, "a");
   EXPECT_EQ(map.items[0].targets.at(0).local, "b.htm");
+}
+
+TEST(Sitemap, ReadsUtf16) {
+  const std::string text = "<UL>\n" + Item(Pair("Name", "\u65E5") + Pair("Local", "\u672C.htm"));
+  for (const bool little : {true, false}) {
+    const Sitemap map = ReadSitemap(Utf16Text(text, little), 1252);
+    EXPECT_EQ(map.code_page, kUtf8CodePage);
+    ASSERT_EQ(map.items.size(), 1u);
+    EXPECT_EQ(map.items[0].name, "\u65E5");
+    EXPECT_EQ(map.items[0].targets.at(0).local, "\u672C.htm");
+    EXPECT_EQ(map.items[0].line, 2u);
+  }
+}
+
+TEST(Sitemap, TakesALoneCarriageReturnAsALineEnd) {
+  const Sitemap map = ReadSitemap(
+      "<UL>\r" + Item("<param name=\"Name\" value=\"open>\r" + Pair("Local", "a.htm")) + "\r</UL>",
+      1252);
+  ASSERT_EQ(map.items.size(), 1u);
+  EXPECT_EQ(map.items[0].name, "open");
+  EXPECT_EQ(map.items[0].targets.at(0).local, "a.htm");
+  EXPECT_EQ(map.items[0].line, 2u);
+}
+
+TEST(Sitemap, LosesNoCharacterThatAReferenceNames) {
+  const Sitemap map = ReadSitemap(
+      "<UL>" + Item(Pair("Name", "\xF1 &#26085;&#xE9;") + Pair("Local", "&#26085;.htm")), 1251);
+  ASSERT_EQ(map.items.size(), 1u);
+  EXPECT_EQ(map.items[0].name, "\u0441 \u65E5\u0439");
+  EXPECT_EQ(map.items[0].targets.at(0).local, "\u65E5.htm");
 }
 
 TEST(Sitemap, AcceptsAnEmptyOne) {
