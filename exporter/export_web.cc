@@ -124,9 +124,10 @@ class WebExporter {
 
   void FinishPage(const std::string& path, const WebStructure& structure) {
     std::error_code error;
-    const auto source = OpenFileSource(stage_ / SystemPath(path), &error);
+    auto source = OpenFileSource(stage_ / SystemPath(path), &error);
     std::string page;
     if (source == nullptr || !ReadText(*source, &page)) return;  // unpacking has told why
+    source = nullptr;  // a file that is open cannot be replaced on every system
     ++made_.pages;
     const auto label = structure.labels.find(path);
     if (label != structure.labels.end() && TitleOfPage(page, book_.code_page).empty()) {

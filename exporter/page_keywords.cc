@@ -46,15 +46,16 @@ void AddNames(std::string_view content, PageKeywords* found) {
 
 PageKeywords FindKeywords(std::string_view page, int code_page) {
   PageKeywords found;
-  bool has_place = false;
+  bool has_place = false, has_head = false;
   HtmlTokenizer tokens(page);
   HtmlToken token;
   while (tokens.Next(&token)) {
     const bool is_start = token.kind == HtmlToken::Kind::kStartTag;
     if (token.Ends("head") || (is_start && StartsBody(token.name))) break;
-    if (token.Starts("head") || (token.Starts("html") && !has_place)) {
+    if ((token.Starts("head") && !has_head) || (token.Starts("html") && !has_place)) {
       found.place = tokens.Position();
       has_place = true;
+      has_head = token.Starts("head");
     } else if (is_start && !has_place) {
       found.place = token.offset;
       has_place = true;
@@ -110,7 +111,13 @@ std::optional<std::string> WithKeywords(std::string_view page,
     if (i == 0) changed += Tag(keywords);
     at = tags[i].end;
   }
-  return changed.append(page.substr(at));
+  changed.append(page.substr(at));
+  // The tag's quotes may close one that the page has left open.
+  const PageKeywords now = FindKeywords(changed, CodePageOfPage(changed).value_or(code_page));
+  if (now.names != keywords || TitleOfPage(changed, code_page) != TitleOfPage(page, code_page)) {
+    return std::nullopt;
+  }
+  return changed;
 }
 
 std::string TitleOfPage(std::string_view page, int code_page) {

@@ -16,7 +16,8 @@ bool CanBeKeyword(const std::string& name);
 // A page whose keywords are exactly `keywords`, of those for which CanBeKeyword holds: the one meta
 // tag with that name is put in, replaced, or stays where it says so already; more of them, which
 // would add to it, go. All other bytes stay. Nothing when the page is in UTF-16, whose bytes are
-// not touched. `code_page` is that of pages that do not tell theirs.
+// not touched, or so broken that the tag would not be read. `code_page` is that of pages that do
+// not tell theirs.
 std::optional<std::string> WithKeywords(std::string_view page,
                                         const std::set<std::string>& keywords, int code_page);
 

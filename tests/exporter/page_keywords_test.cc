@@ -58,6 +58,10 @@ TEST(PageKeywords, DoesNotTouchUtf16) {
   EXPECT_FALSE(WithKeywords(std::string_view("\xFF\xFE<\0p\0>\0", 8), {"k"}, 1252));
 }
 
+TEST(PageKeywords, DoesNotTouchPagesThatWouldSwallowTheTag) {
+  EXPECT_FALSE(WithKeywords("<html x=\"><head><title>T</title>", {"k"}, 1252));
+}
+
 TEST(PageKeywords, TellsWhichNamesAPageCanHold) {
   EXPECT_TRUE(CanBeKeyword("two words & more"));
   EXPECT_TRUE(CanBeKeyword("Дом"));
