@@ -8,9 +8,9 @@
 
 namespace scrivo {
 
-// The double-byte code pages, converted by the system: the tables are large, and every system has
-// them. The contract is that of ToUtf8 and FromUtf8 in code_page.h; `code_page` is one for which
-// IsDoubleByte is true. A system without the table treats each byte from 0x80 up as unknown.
+// The double-byte code pages: on Windows converted by the system, elsewhere by tables of our own.
+// The contract is that of ToUtf8 and FromUtf8 in code_page.h; `code_page` is one for which
+// IsDoubleByte is true.
 std::string DoubleByteToUtf8(std::string_view bytes, int code_page, Undefined undefined);
 std::string DoubleByteFromUtf8(std::string_view utf8, int code_page, std::size_t* lost,
                                Undefined undefined);
