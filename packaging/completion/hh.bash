@@ -3,7 +3,7 @@
 _hh() {
   local word=${COMP_WORDS[COMP_CWORD]} i operands=0
   if [[ $word == -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W '-decompile -v --internal' -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W '-decompile -v --internal --version --help -h' -- "$word")
     return
   fi
   for ((i = 1; i < COMP_CWORD; ++i)); do

@@ -26,7 +26,7 @@ _scrivo_list() {
 
 _scrivo() {
   local chm='[cC][hH][mM]' hhp='[hH][hH][pP]'
-  local reading='--contents --code-page --language --quiet -q --help -h'
+  local reading='--contents --code-page --language --with-hidden --all-messages --quiet -q --help -h'
   local compiling='--title --default-page --index --no-index --no-favorites --without-bars --compiler --strict'
   local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command=${COMP_WORDS[1]} options operands=0 i
@@ -40,13 +40,17 @@ _scrivo() {
   fi
 
   if [ "$COMP_CWORD" -eq 1 ]; then
-    _scrivo_words compile project tree check decompile export view text list info --help -h --version
+    _scrivo_words compile project tree check decompile export view text list info help --help -h --version
     return
   fi
   case $command in
+    help)
+      [ "$COMP_CWORD" -eq 2 ] && _scrivo_words compile project tree check decompile export view text list info
+      return
+      ;;
     compile | project) options="--output -o --keep-project --view $compiling $reading" ;;
     tree) options=$reading ;;
-    check) options="--all-messages --json $reading" ;;
+    check) options="--json $reading" ;;
     decompile) options='--web --keywords --quiet -q --help -h' ;;
     export) options="--force --scripts $compiling $reading" ;;
     view) options="--scripts $compiling $reading" ;;

@@ -35,6 +35,8 @@ complete -c scrivo -n __scrivo_command -a view -d 'Show in the browser'
 complete -c scrivo -n __scrivo_command -a text -d 'Print topics as Markdown'
 complete -c scrivo -n __scrivo_command -a list -d 'List the files in a help file'
 complete -c scrivo -n __scrivo_command -a info -d 'Describe a help file'
+complete -c scrivo -n __scrivo_command -a help -d 'Print the options of a command'
+complete -c scrivo -n '__scrivo_command help' -a 'compile project tree check decompile export view text list info'
 
 complete -c scrivo -n '__scrivo_command compile project tree check' -a '(__fish_complete_directories)'
 complete -c scrivo -n '__scrivo_command decompile list info' -a '(__scrivo_paths chm)'
@@ -46,6 +48,8 @@ complete -c scrivo -n $webs -l code-page -x -d 'Code page of labels, titles and 
     -a '874 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258 koi8-r utf-8'
 complete -c scrivo -n $webs -l language -x -d 'Language of the help file' \
     -a 'ar bg cs da de el en es et fi fr he hr hu it ja ko lt lv nb nl pl pt pt-BR ro ru sk sl sr sv th tr uk vi zh-CN zh-TW'
+complete -c scrivo -n $webs -l with-hidden -d 'Take in hidden files and folders'
+complete -c scrivo -n $webs -l all-messages -d 'Print all messages'
 complete -c scrivo -n "$webs decompile" -s q -l quiet -d 'Print errors only'
 
 set -l compiling '__scrivo_command compile project export view text'
@@ -67,7 +71,6 @@ complete -c scrivo -n '__scrivo_command text' -s o -l output -x -a '(__fish_comp
     -d 'Write one file per topic'
 complete -c scrivo -n '__scrivo_command export text' -l force -d 'Replace the files of an earlier export'
 complete -c scrivo -n '__scrivo_command export view' -l scripts -d "Keep the pages' scripts"
-complete -c scrivo -n '__scrivo_command check' -l all-messages -d 'Print all findings'
 complete -c scrivo -n '__scrivo_command check' -l json -d 'Print findings as JSON'
 complete -c scrivo -n '__scrivo_command decompile' -l web -d 'Make a FrontPage web'
 complete -c scrivo -n '__scrivo_command decompile' -l keywords -d "Write the index into the web's pages"

@@ -125,17 +125,18 @@ def check(name, shell, total):
     overview = printed_by("scrivo", "--help")
     commands = re.findall(r"^  ([a-z]+) ", overview, re.M)
     general = {"-h", "--help"}
-    total.expect(name, "scrivo ", [w for w in shell.complete("scrivo ") if not w.startswith("-")], commands)
+    total.expect(name, "scrivo ", [w for w in shell.complete("scrivo ") if not w.startswith("-")], commands + ["help"])
     total.expect(name, "scrivo -", offered("scrivo "), general | {"--version"})
     for command in commands:
         wanted = options_in(printed_by("scrivo", command, "--help")) | general
         total.expect(name, f"scrivo {command} -", offered(f"scrivo {command} "), wanted)
     total.expect(name, "hhc -", offered("hhc "), options_in(printed_by("hhc", "--help")) | {"-h"})
-    total.expect(name, "hh -", offered("hh "), options_in(printed_by("hh")) | {"-decompile"})
+    total.expect(name, "hh -", offered("hh "), options_in(printed_by("hh", "--help")) | {"-decompile", "-h"})
 
     folders = ["web", "my web"]
     help_files = ["Old.CHM", "new.chm"]
     expect("scrivo comp", ["compile"])
+    expect("scrivo help comp", ["compile"])
     expect("scrivo compile ", folders)
     expect("scrivo compile --no-index ", folders)
     expect("scrivo compile --contents ", ["auto", "navigation", "folders"])
