@@ -125,24 +125,12 @@ void SourceCollector::AddIncludedList(const std::string& name) {
   AddListedLines(included);
 }
 
+// Without a listed page there is none, as in files of the original compiler.
 void SourceCollector::ChooseFirstTopic() {
-  std::size_t& first = sources_.first_topic;
-  const auto is_page = [this](std::size_t number) {
-    return sources_.list.At(number).kind == FileKind::kPage;
-  };
-  for (std::size_t i = 0; i < listed_end_ && first == SourceList::kNone; ++i) {
-    if (is_page(i)) first = i;
-  }
-  if (sources_.contents == SourceList::kNone) return;
-  const std::string folder = FolderOf(sources_.list.At(sources_.contents).found.tree_path);
-  for (const SitemapItem& item : sources_.contents_map.items) {
-    for (const SitemapTarget& target : item.targets) {
-      if (first != SourceList::kNone) return;
-      const Reference reference = TakeApart(target.local);
-      if (reference.external) continue;
-      const auto found = context_.tree.Find(reference.path, folder, context_.code_page);
-      if (found) first = sources_.list.Find(found->archive_path);
-    }
+  for (std::size_t i = 0; i < listed_end_; ++i) {
+    if (sources_.list.At(i).kind != FileKind::kPage) continue;
+    sources_.first_topic = i;
+    return;
   }
 }
 

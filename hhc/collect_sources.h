@@ -17,8 +17,7 @@ struct ProjectSources {
   std::size_t contents = SourceList::kNone, index = SourceList::kNone;  // in `list`
   Sitemap contents_map, index_map;
   std::vector<ProjectLine> listed;  // the lines of [FILES], with those of included files
-  // What opens where the project names no default topic: the first page that it lists or, without
-  // one, of its contents; kNone when there is none either.
+  // What opens where the project names no default topic: the first page that it lists, or kNone.
   std::size_t first_topic = SourceList::kNone;
   bool sitemaps_are_topics = false;  // a window names them
   // Contents are to be made of the pages' headings, under this name (as in the project, or empty).

@@ -136,7 +136,7 @@ TEST_F(LooseProjectsTest, CompilesThePagesOfTheContentsWhenItListsNone) {
   EXPECT_TRUE(Compile().made);
   EXPECT_TRUE(Opened()->Bytes("/s/a.htm"));
   EXPECT_TRUE(Opened()->Bytes("/b.htm"));
-  EXPECT_EQ(DefaultTopic(), "S/a.htm");
+  EXPECT_EQ(DefaultTopic(), "");
 }
 
 TEST_F(LooseProjectsTest, OpensAPageAndNoPictureByDefault) {
