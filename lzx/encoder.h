@@ -48,12 +48,16 @@ class LzxEncoder {
 
  private:
   void TakeCosts();
+  std::uint64_t Cut();
+  std::uint64_t CutBest();
+  void Refine(std::span<const std::uint8_t> frame);
 
   MatchFinder finder_;
   LazyParser lazy_parser_;
   NearOptimalParser near_optimal_parser_;
   BlockSplitter splitter_;
-  std::vector<LzxToken> tokens_;
+  std::vector<LzxToken> tokens_, other_tokens_;
+  std::vector<std::size_t> ends_;  // of the blocks in tokens_
   std::vector<LzxBlock> blocks_;
   std::vector<LzxCosts> costs_;
   std::vector<NearOptimalParser::CostRange> cost_ranges_;

@@ -22,6 +22,10 @@ constexpr int kShortDepth = 16;
 // searches get short: a bound for text of few different strings, whose chains are all long.
 constexpr int kStepsPerByte = 32;
 
+// How far back two bytes are looked for. Among bytes of many kinds, as in pictures, they pay for
+// the offset; beyond this they seldom do.
+constexpr std::uint32_t kFarthestTwo = 2048;
+
 // The lowest `count` bytes of `bytes`, spread over the upper bits by 2^64 over the golden ratio,
 // of which the upper `bits` stay.
 std::size_t Hash(std::uint64_t bytes, int count, int bits) {
@@ -47,6 +51,7 @@ MatchFinder::MatchFinder()
     : heads_(std::size_t{1} << kHashBits),
       four_heads_(std::size_t{1} << kFourHashBits),
       short_heads_(std::size_t{1} << kShortHashBits),
+      two_heads_(std::size_t{1} << kTwoHashBits),
       chain_(std::size_t{1} << kLzxUsualWindowBits) {}
 
 void MatchFinder::Start(std::span<const std::uint8_t> interval) {
@@ -56,6 +61,7 @@ void MatchFinder::Start(std::span<const std::uint8_t> interval) {
   std::fill(heads_.begin(), heads_.end(), Place{0});
   std::fill(four_heads_.begin(), four_heads_.end(), Place{0});
   std::fill(short_heads_.begin(), short_heads_.end(), Place{0});
+  std::fill(two_heads_.begin(), two_heads_.end(), Place{0});
   steps_left_ = kStepsPerByte * static_cast<int>(interval.size());
   entered_ = 0;
   found_at_ = 0;
@@ -67,10 +73,11 @@ MatchFinder::Places MatchFinder::Enter(std::uint32_t position) {
   Place& head = heads_[Hash(bytes, kChainedBytes, kHashBits)];
   Place& short_head = short_heads_[Hash(bytes, kShortBytes, kShortHashBits)];
   Place& four_head = four_heads_[Hash(bytes, 4, kFourHashBits)];
-  const Places found = {head, four_head, short_head};
+  Place& two_head = two_heads_[Hash(bytes, 2, kTwoHashBits)];
+  const Places found = {head, four_head, short_head, two_head};
   const Place place = static_cast<Place>(position);
   chain_[place] = head;
-  head = four_head = short_head = place;
+  head = four_head = short_head = two_head = place;
   return found;
 }
 
@@ -122,7 +129,7 @@ std::span<const Match> MatchFinder::FindEach(std::uint32_t position, std::uint32
   found_at_ = position;
   const Places places = Enter(position);
   const std::uint8_t* const here = data_ + position;
-  std::uint32_t best = 2;
+  std::uint32_t best = 1;
   const auto distance_to = [position](Place place) -> std::uint32_t {
     return static_cast<Place>(position - place);
   };
@@ -132,6 +139,9 @@ std::span<const Match> MatchFinder::FindEach(std::uint32_t position, std::uint32
     found_.push_back({length, distance});
     best = length;
   };
+  const std::uint32_t two = distance_to(places.newest_two);
+  if (two != 0 && two <= kFarthestTwo) try_distance(two);
+  best = std::max(best, 2u);
   const std::uint32_t shortest = distance_to(places.newest_short);
   if (shortest != 0 && shortest <= kLzxMaxUsedDistance && best < max_length) try_distance(shortest);
   const std::uint32_t four = distance_to(places.newest_four);

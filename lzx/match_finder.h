@@ -26,8 +26,9 @@ struct Match {
 std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t limit);
 
 // Chains the positions whose next five bytes hash alike, newest first, and keeps the last position
-// of every hash of three and of four bytes. It reaches back over one window, kLzxUsualWindowBits
-// wide. It holds its tables (about 0.2 MiB) for any number of intervals and serves one thread.
+// of every hash of two, of three and of four bytes. It reaches back over one window,
+// kLzxUsualWindowBits wide. It holds its tables (about 0.2 MiB) for any number of intervals and
+// serves one thread.
 class MatchFinder {
  public:
   MatchFinder();
@@ -46,7 +47,7 @@ class MatchFinder {
 
   // Enters positions up to and including `position`, where nothing was entered behind it yet, and
   // gives the matches there of at most `max_length` bytes: longer and longer ones, each the nearest
-  // that was found, none shorter than three bytes. They are good until the next call.
+  // that was found, of two bytes only near by. They are good until the next call.
   std::span<const Match> FindEach(std::uint32_t position, std::uint32_t max_length);
 
  private:
@@ -60,6 +61,7 @@ class MatchFinder {
   static constexpr int kHashBits = 15;
   static constexpr int kFourHashBits = 14;
   static constexpr int kShortHashBits = 13;
+  static constexpr int kTwoHashBits = 12;
 
   // A position as the tables hold it: modulo the window, in half the memory of a whole one. An
   // entry from before the window looks like one within it, and a table that was just cleared like
@@ -71,6 +73,7 @@ class MatchFinder {
     Place newest;  // start of the chain
     Place newest_four;
     Place newest_short;  // for three bytes
+    Place newest_two;
   };
   Places Enter(std::uint32_t position);
 
@@ -79,6 +82,7 @@ class MatchFinder {
   std::vector<Place> heads_;
   std::vector<Place> four_heads_;
   std::vector<Place> short_heads_;
+  std::vector<Place> two_heads_;
   std::vector<Place> chain_;  // by place, the one before it in its chain
 
   // For FindEach.

@@ -55,6 +55,14 @@ class LzxEncoderTest : public testing::Test {
   LzxDecoder decoder_{kLzxUsualWindowBits};
 };
 
+// A single search that is cut by estimates takes 20 bytes more.
+TEST_F(LzxEncoderTest, SearchesASmallIntervalTwice) {
+  Bytes input = PageBytes(8000, 1);
+  const Bytes picture = RandomBytes(700, 1);
+  input.insert(input.end(), picture.begin(), picture.end());
+  EXPECT_LE(RoundTrip(input).bytes.size(), 2786u);
+}
+
 TEST_F(LzxEncoderTest, KeepsASingleByte) { RoundTrip({'x'}); }
 
 TEST_F(LzxEncoderTest, KeepsSizesAroundTheBorders) {
