@@ -14,12 +14,11 @@ namespace {
 
 class Child {
  public:
-  // Starts a program in a process group of its own, which console events can be sent to.
   explicit Child(std::string command) {
     STARTUPINFOA start_up{};
     start_up.cb = sizeof start_up;
-    started_ = CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE,
-                              CREATE_NEW_PROCESS_GROUP, nullptr, nullptr, &start_up, &process_);
+    started_ = CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                              &start_up, &process_);
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
@@ -29,10 +28,6 @@ class Child {
     CloseHandle(process_.hProcess);
   }
   bool Started() const { return started_; }
-  bool SendBreak() const {
-    return GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, process_.dwProcessId);
-  }
-  bool IsOver() const { return WaitForSingleObject(process_.hProcess, 0) == WAIT_OBJECT_0; }
   // Waits for the end. Returns the exit status.
   int Status() const {
     WaitForSingleObject(process_.hProcess, INFINITE);
@@ -99,22 +94,6 @@ TEST_F(EndedRun, WhoseOutputAReaderHoldsIsOneErrorAndLeavesTheFile) {
   EXPECT_NE(err.find("a.chm", first), std::string::npos) << err;
   EXPECT_EQ(output.Read("a.chm"), "ITSF old");
   EXPECT_EQ(FilesBesideOutput(), 1);
-}
-
-TEST_F(EndedRun, ByCtrlBreakLeavesThingsAsTheyWere) {
-  output.Write("a.chm", "ITSF old");
-  web.Write("behaviour.txt", "wait");
-  // Events go to programs on the same console only, of which a test program may have none.
-  AllocConsole();
-  const Child child(CompileCommand(" --compiler " + Quoted(TestProgram("test_fake_hhc"))));
-  ASSERT_TRUE(child.Started());
-  while (!web.Has("waiting.txt") && !child.IsOver()) Sleep(1);
-  ASSERT_TRUE(web.Has("waiting.txt")) << "the compiler was not run";
-  ASSERT_TRUE(child.SendBreak());
-  EXPECT_EQ(child.Status(), 130);
-  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
-  EXPECT_EQ(FilesBesideOutput(), 1);
-  EXPECT_TRUE(ProjectFiles().empty());
 }
 
 // In a child process, since an interruption cannot be taken back.
