@@ -12,7 +12,7 @@ TerminalStream::TerminalStream(std::ostream& target, int code_page, bool live)
 
 TerminalStream::Buffer::~Buffer() {
   try {
-    sync();
+    Buffer::sync();
   } catch (...) {
     // Memory for the last line is missing, and nobody is left to be told.
   }

@@ -50,7 +50,9 @@ std::string FolderOf(std::string_view path);
 std::string PercentDecoded(std::string_view text);
 
 // `path` as the disk spells it: each part that is there in another letter case only is replaced by
-// the name there (the first in byte order of several), the parts that are not there stay.
+// the name there (the first in byte order of several), the parts that are not there stay. Folders
+// that the system finds as they are spelled stay as well: one that ignores case corrects only the
+// last part.
 std::string PathOnDisk(const SourceFiles& files, const std::string& path);
 
 class ProjectTree {

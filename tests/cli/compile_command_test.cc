@@ -136,7 +136,7 @@ TEST_F(CompileCommand, ExitsWithOneOnMessagesWhenStrictAndKeepsTheFile) {
 TEST_F(CompileCommand, TellsTheMessagesThatAStrictRunFailsForEvenWhenQuiet) {
   AddBrokenLink();
   EXPECT_EQ(Compile({"-q", "--strict"}), 1);
-  EXPECT_EQ(err,
+  EXPECT_EQ(Plain(err),
             "scrivo: error: the compiler reported problems, which --strict does not allow:\n"
             "  Warning: " +
                 kBrokenLink + "\n");

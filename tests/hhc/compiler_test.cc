@@ -565,7 +565,8 @@ TEST_F(CompilerTest, RefusesAFolderAsTheOutput) {
     recorder_ = {};
     EXPECT_FALSE(Compile().made) << name;
     ASSERT_EQ(recorder_.messages.size(), 1u) << name;
-    EXPECT_NE(recorder_.messages[0].find(name), std::string::npos) << recorder_.messages[0];
+    EXPECT_NE(recorder_.messages[0].find(SystemSlashes(name)), std::string::npos)
+        << recorder_.messages[0];
   }
   EXPECT_EQ(folder_.Read("folder/a.txt"), "kept");
   EXPECT_FALSE(folder_.Has("none"));

@@ -44,9 +44,11 @@ TEST_F(LooseProjectsTest, FindsTheProjectInAnyCase) {
   folder_.Write("a.htm", "x");
   const CompileResult result = Compile("HELP.HHP");
   EXPECT_TRUE(result.made);
-  EXPECT_EQ(result.file_name, "Help.chm");
+  // A system that ignores case opens the project as it was typed.
+  const std::string made = folder_.Has("HELP.HHP") ? "HELP.chm" : "Help.chm";
+  EXPECT_EQ(result.file_name, made);
   EXPECT_TRUE(Compile("HELP").made);
-  EXPECT_EQ(NamesIn(""), (std::vector<std::string>{"Help.chm", "Help.hhp", "a.htm"}));
+  EXPECT_EQ(NamesIn(""), (std::vector<std::string>{made, "Help.hhp", "a.htm"}));
 }
 
 TEST_F(LooseProjectsTest, PutsOutputAndLogIntoFoldersOfAnyCase) {
@@ -60,8 +62,12 @@ TEST_F(LooseProjectsTest, PutsOutputAndLogIntoFoldersOfAnyCase) {
   EXPECT_TRUE(result.made);
   EXPECT_EQ(NamesIn("Out"), std::vector<std::string>{"help.chm"});
   EXPECT_NE(folder_.Read("Out/help.chm"), "ITSF earlier");
-  EXPECT_TRUE(result.output.ends_with("/Out/help.chm")) << result.output;
-  EXPECT_TRUE(result.error_log.ends_with("/Logs/a.log")) << result.error_log;
+  // A system that ignores case finds the folders as the project spells them.
+  const bool ignores_case = folder_.Has("OUT");
+  EXPECT_TRUE(result.output.ends_with(ignores_case ? "/OUT/help.chm" : "/Out/help.chm"))
+      << result.output;
+  EXPECT_TRUE(result.error_log.ends_with(ignores_case ? "/LOGS/a.log" : "/Logs/a.log"))
+      << result.error_log;
   EXPECT_EQ(NamesIn("").size(), 4u);
 }
 

