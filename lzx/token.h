@@ -24,6 +24,8 @@ constexpr int LzxPositionSlot(std::uint32_t distance) {
   // Two slots for every power of two of the formatted offset: its top bit and the one below.
   const std::uint32_t formatted = distance + kLzxOffsetBias;
   const int top = std::bit_width(formatted) - 1;
+  // An offset is 3 or more, so that its top bit is not the lowest.
+  // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult)
   return 2 * top + static_cast<int>(formatted >> (top - 1) & 1);
 }
 static_assert(LzxPositionSlot(1) == 3 && LzxPositionSlot(2) == 4 && LzxPositionSlot(65533) == 31);
