@@ -78,4 +78,10 @@ std::optional<ContainerHeader> ReadContainerHeader(const ByteSource& source, Pro
   return header;
 }
 
+bool StartsAsHelpFile(const std::filesystem::path& path, std::error_code* error) {
+  error->clear();
+  const auto source = OpenFileSource(path, error);
+  return source != nullptr && HasSignature(*source, 0, itsf::kSignature);
+}
+
 }  // namespace scrivo

@@ -3,7 +3,9 @@
 // The header of a help file: where its directory and its content are.
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 #include "bytes/byte_source.h"
 #include "chm/problem.h"
@@ -21,5 +23,9 @@ struct ContainerHeader {
 // Reads the header. What is wrong with it is added to `*problems`; nothing is returned when the
 // file cannot be used at all.
 std::optional<ContainerHeader> ReadContainerHeader(const ByteSource& source, Problems* problems);
+
+// Whether the file at `path` begins as a help file does. `*error` gets the system's error when that
+// cannot be told, or nothing.
+bool StartsAsHelpFile(const std::filesystem::path& path, std::error_code* error);
 
 }  // namespace scrivo

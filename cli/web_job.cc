@@ -1,14 +1,12 @@
 #include "cli/web_job.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 
-#include "bytes/byte_source.h"
-#include "chm/container_format.h"
+#include "chm/container_header.h"
 #include "cli/control_characters.h"
 #include "cli/disk_path.h"
 #include "cli/open_web.h"
@@ -64,14 +62,6 @@ std::string SourceAt(const std::filesystem::path& output, DiskWeb& web, const Lo
   return "";
 }
 
-bool StartsAsHelpFile(const std::filesystem::path& path) {
-  std::error_code error;
-  const auto source = OpenFileSource(path, &error);
-  std::array<std::uint8_t, itsf::kSignature.size()> start{};
-  return source != nullptr && source->ReadAt(0, start) &&
-         std::equal(start.begin(), start.end(), itsf::kSignature.begin());
-}
-
 // Throws Error when `output` cannot be a new help file, or is something that nobody wants replaced
 // by one. `wanted` is how the user has put it.
 void ThrowUnlessFileCanBe(const std::string& output, const std::string& wanted, DiskWeb& web,
@@ -95,12 +85,15 @@ void ThrowUnlessFileCanBe(const std::string& output, const std::string& wanted, 
   if (!std::filesystem::is_regular_file(path, ignored)) {
     refuse(kPathFileAccessError, "it is a device, a pipe or a socket. Name a file.");
   }
+  std::error_code error;
   // A help file that lies in the web is an earlier output.
-  if (StartsAsHelpFile(path)) return;
+  if (StartsAsHelpFile(path, &error)) return;
   if (const std::string source = SourceAt(path, web, locate); !source.empty()) {
     refuse(kPathFileAccessError,
            "it is " + source + ", a file of the web. Name another file with -o.");
   }
+  if (error == std::errc::no_such_file_or_directory) return;  // removed meanwhile
+  if (error) refuse(kPathFileAccessError, "what it holds cannot be read: " + error.message() + ".");
   if (std::filesystem::file_size(path, ignored) > 0) {
     refuse(kPathFileAccessError,
            "it exists and is not a help file. Remove it, or name another file with "

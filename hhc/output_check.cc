@@ -1,23 +1,13 @@
 #include "hhc/output_check.h"
 
-#include <array>
 #include <filesystem>
 #include <system_error>
 
-#include "chm/container_format.h"
+#include "chm/container_header.h"
 #include "project/source_files.h"
 
 namespace scrivo {
 namespace {
-
-bool IsHelpFile(const std::string& path) {
-  std::error_code error;
-  const auto source = OpenFileSource(SystemPath(path), &error);
-  std::array<std::uint8_t, 4> start{};
-  return source != nullptr && source->ReadAt(0, start) &&
-         std::string_view(reinterpret_cast<const char*>(start.data()), start.size()) ==
-             itsf::kSignature;
-}
 
 bool IsListedByName(CompileContext* context, const ProjectSources& sources,
                     const SourceList::File& file) {
@@ -42,10 +32,12 @@ std::string SourceInOutputsPlace(CompileContext* context, const ProjectSources& 
   const std::string& output = context->result.output;
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(SystemPath(output), ignored)) return {};
+  std::error_code unread;
   for (std::size_t number = first; number < list.Size(); ++number) {
     const SourceList::File& file = list.At(number);
     if (!IsSameFile(file.found.disk_path, output)) continue;
-    if (!IsHelpFile(output) || IsListedByName(context, sources, file)) return file.found.address;
+    if (!StartsAsHelpFile(SystemPath(output), &unread) || IsListedByName(context, sources, file))
+      return file.found.address;
   }
   return {};
 }

@@ -37,13 +37,32 @@ class FileSource : public ByteSource {
 
 std::error_code OpenError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
 
+HANDLE Open(const std::filesystem::path& path) {
+  return CreateFileW(path.c_str(), GENERIC_READ,
+                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+// A writer that has just put its file in place holds it for a moment; one that goes on writing
+// stays.
+HANDLE OpenWhenReleased(const std::filesystem::path& path) {
+  constexpr int kTries = 50;
+  constexpr DWORD kMilliseconds = 10;
+  for (int tries = 1;; ++tries) {
+    const HANDLE file = Open(path);
+    if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_SHARING_VIOLATION ||
+        tries == kTries) {
+      return file;
+    }
+    Sleep(kMilliseconds);
+  }
+}
+
 }  // namespace
 
 std::unique_ptr<ByteSource> OpenFileSource(const std::filesystem::path& path,
                                            std::error_code* error) {
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE file = OpenWhenReleased(path);
   if (file == INVALID_HANDLE_VALUE) {
     *error = OpenError();
     return nullptr;
