@@ -24,7 +24,7 @@ std::optional<int> ToldCodePage(const ServiceNotes& notes, std::uint32_t languag
   if (language != 0 && CodePageOfLanguage(language) != kWestern) {
     return CodePageOfLanguage(language);
   }
-  WebProblemList told_later;
+  WebProblemList told_later;  // when the web is opened to be read
   DiskWebOptions reading;
   reading.leaves_out_hidden = !with_hidden;
   const std::optional<int> of_pages = OpenDiskWeb(path, reading, told_later)->CodePageOfPages();
@@ -35,7 +35,9 @@ std::optional<int> ToldCodePage(const ServiceNotes& notes, std::uint32_t languag
 }  // namespace
 
 WebLanguage LanguageOfWeb(const CompileOptions& options, const std::string& path) {
-  const ServiceNotes notes = ReadServiceNotes(*TheServices().files, path, Globals().path_style);
+  WebProblemList told_later;
+  const ServiceNotes notes =
+      ReadServiceNotes(*TheServices().files, path, Globals().path_style, told_later);
   const std::uint32_t noted = LanguageFromTag(notes.language);
   WebLanguage web;
   const bool is_chosen = options.code_page != 0 && options.code_page != kUtf8CodePage;

@@ -17,6 +17,8 @@ struct ContentsNode {
   // Its children stand together: nodes first_child … first_child + child_count - 1.
   std::uint32_t first_child = 0;
   std::uint32_t child_count = 0;
+  // Where it stands in the structure file, counted from 1; 0 when it comes from the folders.
+  std::uint32_t line = 0;
 };
 
 // A web's contents. Node 0 is the root, which stands for no page; its children are the top-level
@@ -24,13 +26,6 @@ struct ContentsNode {
 struct ContentsTree {
   std::vector<ContentsNode> nodes{1};
 };
-
-// The place of a file name, given in small letters, among the names that the home page of a web
-// and the index page of a folder go by, the best first; -1 for any other name.
-int WelcomeRank(const std::string& name);
-
-// The file of the folder with the best welcome name; kNone when it has none.
-WebListing::Index WelcomePage(const WebListing& listing, WebListing::Index folder);
 
 // Whether a help file holds the file as a page: its name ends in .htm or .html, in any case.
 bool IsHelpPage(const WebListing& listing, WebListing::Index file);

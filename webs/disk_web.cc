@@ -79,6 +79,8 @@ class OpenedDiskWeb : public DiskWeb {
   std::vector<std::string> Subwebs() override;
   std::vector<std::pair<std::string, std::size_t>> LeftOut() override;
   SiteFiles PagesOutsideContents() override;
+  std::size_t LineOf(const SiteNode& node) override { return Now().LineOf(node); }
+  const std::vector<std::string>& WelcomeNames() override { return Now().Welcome().Of(0); }
   bool ReportLostCharacters() override;
   std::optional<int> CodePageOfPages() override;
 
@@ -104,7 +106,7 @@ SiteFiles OpenedDiskWeb::PagesOutsideContents() {
 
 std::shared_ptr<SiteFile> OpenedDiskWeb::HomePage() {
   const WebListing& listing = Now().Listing();
-  const WebListing::Index page = WelcomePage(listing, 0);
+  const WebListing::Index page = Now().Welcome().PageOf(0);
   const bool is_shown =
       page != WebListing::kNone && IsHelpPage(listing, page) && Now().FirstNodeOf(page) != 0;
   return is_shown ? Now().File(page) : nullptr;

@@ -73,6 +73,11 @@ class DiskWeb : public SiteWeb {
   virtual std::vector<std::pair<std::string, std::size_t>> LeftOut() = 0;
   // The pages (.htm and .html) that no node of the tree shows, in the order of AllFiles.
   virtual SiteFiles PagesOutsideContents() = 0;
+  // The line of the file with the navigation structure that a node of the tree comes from, counted
+  // from 1; 0 when it comes from none.
+  virtual std::size_t LineOf(const SiteNode& node) = 0;
+  // The names of welcome pages in the web's own folder, in small letters, the best first.
+  virtual const std::vector<std::string>& WelcomeNames() = 0;
   // Reports, once, how many characters of the labels, titles and keywords handed out so far the
   // help file's code page lacks ("?" stands for them there), the first text concerned, and the code
   // page to choose instead. False when none is lost.

@@ -12,9 +12,9 @@ using Index = WebListing::Index;
 
 class FolderTreeBuilder {
  public:
-  FolderTreeBuilder(const WebListing& listing, const std::function<std::string(Index)>& title,
-                    WebText* web_text)
-      : listing_(listing), title_(title), web_text_(*web_text) {}
+  FolderTreeBuilder(const WebListing& listing, const WelcomeNames& welcome,
+                    const std::function<std::string(Index)>& title, WebText* web_text)
+      : listing_(listing), welcome_(welcome), title_(title), web_text_(*web_text) {}
 
   ContentsTree Build() {
     FindFoldersWithPages();
@@ -55,18 +55,18 @@ class FolderTreeBuilder {
     }
   }
 
-  // The index page of a folder, if a help file can show it.
+  // The welcome page of a folder, if a help file can show it.
   Index Target(Index folder) const {
-    const Index page = WelcomePage(listing_, folder);
+    const Index page = welcome_.PageOf(folder);
     return page != WebListing::kNone && IsHelpPage(listing_, page) ? page : WebListing::kNone;
   }
 
   std::vector<Entry> EntriesOf(Index folder) const {
     std::vector<Entry> entries;
-    const Index index_page = Target(folder);
+    const Index welcome_page = Target(folder);
     const WebListing::Range files = listing_.FilesOf(folder);
     for (Index file = files.begin; file != files.end; ++file) {
-      if (file != index_page && IsHelpPage(listing_, file)) entries.push_back(PageEntry(file));
+      if (file != welcome_page && IsHelpPage(listing_, file)) entries.push_back(PageEntry(file));
     }
     const WebListing::Range below = listing_.FoldersOf(folder);
     for (Index sub = below.begin; sub != below.end; ++sub) {
@@ -74,8 +74,8 @@ class FolderTreeBuilder {
     }
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry& a, const Entry& b) { return a.key < b.key; });
-    if (folder == 0 && index_page != WebListing::kNone) {
-      entries.insert(entries.begin(), PageEntry(index_page));
+    if (folder == 0 && welcome_page != WebListing::kNone) {
+      entries.insert(entries.begin(), PageEntry(welcome_page));
     }
     return entries;
   }
@@ -103,6 +103,7 @@ class FolderTreeBuilder {
   }
 
   const WebListing& listing_;
+  const WelcomeNames& welcome_;
   const std::function<std::string(Index)>& title_;
   WebText& web_text_;
   std::vector<bool> has_pages_;  // by folder
@@ -110,10 +111,10 @@ class FolderTreeBuilder {
 
 }  // namespace
 
-ContentsTree BuildFolderTree(const WebListing& listing,
+ContentsTree BuildFolderTree(const WebListing& listing, const WelcomeNames& welcome,
                              const std::function<std::string(Index file)>& title,
                              WebText* web_text) {
-  return FolderTreeBuilder(listing, title, web_text).Build();
+  return FolderTreeBuilder(listing, welcome, title, web_text).Build();
 }
 
 }  // namespace scrivo

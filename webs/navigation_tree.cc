@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <unordered_map>
 
+#include "webs/web_text.h"
+
 namespace scrivo {
 namespace {
 
@@ -11,11 +13,11 @@ constexpr Place kTop = ~Place{0};
 
 class NavigationBuilder {
  public:
-  NavigationBuilder(std::vector<StructureNode> nodes, const WebListing& listing, WebText* web_text,
+  NavigationBuilder(std::vector<StructureNode> nodes, const WebListing& listing, int code_page,
                     const std::string& file, WebReport& report)
       : nodes_(std::move(nodes)),
         listing_(listing),
-        web_text_(*web_text),
+        code_page_(code_page),
         file_(file),
         report_(report) {}
 
@@ -141,13 +143,14 @@ class NavigationBuilder {
     if (made.file == WebListing::kNone && !listing_.LeavesOut(node->page)) {
       made.page = std::move(node->page);
     }
-    made.label = web_text_.HandOut(GuessedUtf8(node->label, web_text_.CodePage()), file_);
+    made.label = GuessedUtf8(node->label, code_page_);
+    made.line = static_cast<std::uint32_t>(node->line);
     return made;
   }
 
   std::vector<StructureNode> nodes_;
   const WebListing& listing_;
-  WebText& web_text_;
+  const int code_page_;
   const std::string& file_;
   WebReport& report_;
   std::vector<Place> parents_;
@@ -158,8 +161,8 @@ class NavigationBuilder {
 }  // namespace
 
 ContentsTree BuildNavigationTree(std::vector<StructureNode> nodes, const WebListing& listing,
-                                 WebText* web_text, const std::string& file, WebReport& report) {
-  return NavigationBuilder(std::move(nodes), listing, web_text, file, report).Build();
+                                 int code_page, const std::string& file, WebReport& report) {
+  return NavigationBuilder(std::move(nodes), listing, code_page, file, report).Build();
 }
 
 }  // namespace scrivo

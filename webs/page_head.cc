@@ -77,4 +77,13 @@ std::string ReadWhole(FileReader& reader, std::size_t longest) {
   return bytes;
 }
 
+std::optional<std::string> ReadIfThere(Files& files, const std::string& path, std::size_t longest) {
+  try {
+    return ReadWhole(*files.OpenForReading(path), longest);
+  } catch (const Error& error) {
+    if (error.number == kFileNotFound || error.number == kPathNotFound) return std::nullopt;
+    throw;
+  }
+}
+
 }  // namespace scrivo

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,5 +37,9 @@ inline constexpr std::size_t kLongestPage = 64 * 1024 * 1024;
 
 // The bytes of a file, as far as `longest`. Throws Error when reading fails.
 std::string ReadWhole(FileReader& reader, std::size_t longest = kLongestPage);
+
+// The same of the file at `path`; nothing when there is none. A file in a folder that may not be
+// entered is one that cannot be read: Error.
+std::optional<std::string> ReadIfThere(Files& files, const std::string& path, std::size_t longest);
 
 }  // namespace scrivo

@@ -10,6 +10,24 @@ namespace {
 // The file takes a few kilobytes; what is larger was not written by the host.
 constexpr std::size_t kLongest = 256 * 1024;
 
+// The items of a list, with blanks between them. A backslash makes the next character part of its
+// item.
+std::vector<std::string> Items(std::string_view list) {
+  std::vector<std::string> items;
+  bool is_inside = false;
+  for (std::size_t at = 0; at < list.size(); ++at) {
+    if (list[at] == ' ') {
+      is_inside = false;
+      continue;
+    }
+    if (list[at] == '\\' && at + 1 < list.size()) ++at;
+    if (!is_inside) items.emplace_back();
+    is_inside = true;
+    items.back().push_back(list[at]);
+  }
+  return items;
+}
+
 }  // namespace
 
 ServiceNotes ParseServiceNotes(std::string_view text) {
@@ -26,18 +44,20 @@ ServiceNotes ParseServiceNotes(std::string_view text) {
     const std::string_view value = Trimmed(line.substr(colon + 4));
     if (name == "vti_defaultcharset") notes.charset = value;
     if (name == "vti_defaultlanguage") notes.language = value;
+    if (name == "vti_welcomenames") notes.welcome_names = Items(value);
   }
   return notes;
 }
 
-ServiceNotes ReadServiceNotes(Files& files, const std::string& path, PathStyle style) {
+ServiceNotes ReadServiceNotes(Files& files, const std::string& path, PathStyle style,
+                              WebReport& report) {
   const char separator = Separator(style);
   const std::string file = path + separator + "_vti_pvt" + separator + "service.cnf";
   try {
-    if (!files.FileExists(file)) return {};
-    return ParseServiceNotes(ReadWhole(*files.OpenForReading(file), kLongest));
+    return ParseServiceNotes(ReadIfThere(files, file, kLongest).value_or(""));
   } catch (const Error& error) {
-    if (error.number == kUserInterrupt) throw;
+    ReportFailure(file, "the web's charset, language and welcome pages cannot be read", error,
+                  report);
     return {};
   }
 }

@@ -2,23 +2,28 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/path_style.h"
 #include "system/files.h"
+#include "webs/web_report.h"
 
 namespace scrivo {
 
-// What the host noted of the texts of a web as a whole, in _vti_pvt/service.cnf.
+// What the host noted of a web as a whole, in _vti_pvt/service.cnf.
 struct ServiceNotes {
   std::string charset;   // a name such as "gb2312"; "" when it noted none
   std::string language;  // a tag such as "zh-tw"; "" when it noted none
+  // The names of its welcome pages, the best first.
+  std::vector<std::string> welcome_names;
 };
 
 // Reads the text of such a file: lines "name:TT|value". Lines of any other form are passed over.
 ServiceNotes ParseServiceNotes(std::string_view text);
 
 // The notes of the web in the folder `path`, which has no separator at its end. None when the file
-// does not exist or cannot be read: they only choose defaults.
-ServiceNotes ReadServiceNotes(Files& files, const std::string& path, PathStyle style);
+// does not exist, and none when it cannot be read, which is reported: they choose defaults.
+ServiceNotes ReadServiceNotes(Files& files, const std::string& path, PathStyle style,
+                              WebReport& report);
 
 }  // namespace scrivo

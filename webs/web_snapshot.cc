@@ -1,12 +1,17 @@
 #include "webs/web_snapshot.h"
 
 #include <algorithm>
+#include <limits>
+#include <optional>
+#include <utility>
 
 #include "html/page_kind.h"
 #include "system/error.h"
 #include "text/ascii_text.h"
 #include "webs/folder_tree.h"
 #include "webs/navigation_tree.h"
+#include "webs/page_head.h"
+#include "webs/service_notes.h"
 #include "webs/structure_file.h"
 
 namespace scrivo {
@@ -85,6 +90,8 @@ class WebSnapshot::DiskNode : public SiteNode {
  public:
   DiskNode(WebSnapshot* web, std::uint32_t index) : web_(*web), index_(index) {}
 
+  std::uint32_t Line() const { return web_.tree_.nodes[index_].line; }
+
   SiteNodes Children() override {
     const ContentsNode& node = Self();
     SiteNodes children;
@@ -118,6 +125,12 @@ WebSnapshot::WebSnapshot(std::shared_ptr<WebSource> source)
     : source_(std::move(source)),
       listing_(*source_->files, source_->path, source_->style, source_->text.CodePage(),
                source_->options.leaves_out_hidden, source_->report),
+      welcome_(listing_,
+               [this](Index web) {
+                 return ReadServiceNotes(*source_->files, listing_.FolderPath(web), source_->style,
+                                         source_->report)
+                     .welcome_names;
+               }),
       reader_(*source_->files, source_->options, &source_->text, source_->report),
       facts_(listing_.FileCount()) {
   file_objects_.reserve(listing_.FileCount());
@@ -145,6 +158,11 @@ std::uint32_t WebSnapshot::FirstNodeOf(Index file) {
   return first_nodes_[file];
 }
 
+std::size_t WebSnapshot::LineOf(const SiteNode& node) {
+  const auto* const own = dynamic_cast<const DiskNode*>(&node);
+  return own == nullptr ? 0 : own->Line();
+}
+
 std::uint32_t WebSnapshot::HomeNode() {
   const ContentsNode& root = Tree().nodes[0];
   std::uint32_t home = 0;
@@ -152,7 +170,7 @@ std::uint32_t WebSnapshot::HomeNode() {
   for (std::uint32_t i = root.first_child; i < root.first_child + root.child_count; ++i) {
     const Index file = tree_.nodes[i].file;
     if (file == WebListing::kNone || listing_.FolderHolding(file) != 0) continue;
-    const int rank = WelcomeRank(listing_.FileKey(file));
+    const int rank = welcome_.Rank(0, listing_.FileKey(file));
     if (rank >= 0 && (home_rank < 0 || rank < home_rank)) {
       home = i;
       home_rank = rank;
@@ -191,16 +209,20 @@ std::shared_ptr<SiteNode> WebSnapshot::Node(std::uint32_t node) {
   return {shared_from_this(), &node_objects_[node]};
 }
 
+std::string WebSnapshot::StructurePath() const {
+  const char separator = Separator(source_->style);
+  return source_->path + separator + "_vti_pvt" + separator + "structure.cnf";
+}
+
 // What is wrong with single entries goes to `report`.
 ContentsTree WebSnapshot::ReadNavigation(WebReport& report) {
-  const char separator = Separator(source_->style);
-  const std::string path = source_->path + separator + "_vti_pvt" + separator + "structure.cnf";
-  std::string text;
+  const std::string path = StructurePath();
+  std::optional<std::string> text;
+  account_.has_structure = true;
   try {
-    account_.has_structure = source_->files->FileExists(path);
-    if (account_.has_structure) {
-      text = ReadWholeFile(*source_->files, path);
-    } else if (source_->options.contents == ContentsChoice::kNavigation) {
+    text = ReadIfThere(*source_->files, path, std::numeric_limits<std::size_t>::max());
+    account_.has_structure = text.has_value();
+    if (!text && source_->options.contents == ContentsChoice::kNavigation) {
       source_->report.Problem(
           {path, 0, "the file does not exist; the web has no navigation structure"});
     }
@@ -209,18 +231,19 @@ ContentsTree WebSnapshot::ReadNavigation(WebReport& report) {
     ReportFailure(path, "the navigation structure cannot be read", error, source_->report);
   }
   WebProblemList problems;
-  std::vector<StructureNode> nodes = ParseStructure(text, path, problems);
+  std::vector<StructureNode> nodes =
+      ParseStructure(text ? std::string_view(*text) : "", path, problems);
   if (nodes.empty() && !problems.problems.empty()) account_.is_readable = false;
   for (const WebProblem& problem : problems.problems) source_->report.Problem(problem);
-  std::string().swap(text);  // as large as the tree itself
-  return BuildNavigationTree(std::move(nodes), listing_, &source_->text, path, report);
+  text.reset();  // as large as the tree itself
+  return BuildNavigationTree(std::move(nodes), listing_, source_->text.CodePage(), path, report);
 }
 
 bool WebSnapshot::HoldsMoreThanHomePage(const ContentsTree& tree) const {
-  const Index home = WelcomePage(listing_, 0);
-  return std::any_of(tree.nodes.begin() + 1, tree.nodes.end(), [home](const ContentsNode& node) {
+  const Index home = welcome_.PageOf(0);
+  return std::any_of(tree.nodes.begin() + 1, tree.nodes.end(), [&](const ContentsNode& node) {
     // A home page that is missing on disk is no more than a home page either.
-    if (node.file == WebListing::kNone) return WelcomeRank(AsciiLowered(node.page)) < 0;
+    if (node.file == WebListing::kNone) return welcome_.Rank(0, node.page) < 0;
     return node.file != home;
   });
 }
@@ -251,6 +274,14 @@ bool WebSnapshot::LeadsSomewhere() const {
          2 * account_.missing <= account_.entries;
 }
 
+// Of a structure that is not used no character is lost.
+void WebSnapshot::HandOutLabels() {
+  const std::string path = StructurePath();
+  for (auto node = tree_.nodes.begin() + 1; node != tree_.nodes.end(); ++node) {
+    node->label = source_->text.HandOut(std::move(node->label), path, node->line);
+  }
+}
+
 void WebSnapshot::ReadTree() {
   const ContentsChoice choice = source_->options.contents;
   account_ = {};
@@ -267,9 +298,11 @@ void WebSnapshot::ReadTree() {
       for (const WebProblem& problem : problems.problems) source_->report.Problem(problem);
     }
   }
-  if (account_.used == ContentsChoice::kFolders) {
+  if (account_.used == ContentsChoice::kNavigation) {
+    HandOutLabels();
+  } else {
     tree_ = BuildFolderTree(
-        listing_, [this](Index file) { return File(file)->Title(); }, &source_->text);
+        listing_, welcome_, [this](Index file) { return File(file)->Title(); }, &source_->text);
   }
   node_objects_.reserve(tree_.nodes.size());
   for (std::uint32_t i = 0; i < tree_.nodes.size(); ++i) node_objects_.emplace_back(this, i);

@@ -9,6 +9,7 @@
 #include "webs/page_facts.h"
 #include "webs/web_listing.h"
 #include "webs/web_text.h"
+#include "webs/welcome_names.h"
 
 namespace scrivo {
 
@@ -37,12 +38,15 @@ class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
 
   WebSource& Source() { return *source_; }
   const WebListing& Listing() const { return listing_; }
+  const WelcomeNames& Welcome() const { return welcome_; }
   // The contents, read when they are first asked for.
   const ContentsTree& Tree();
   // Which contents Tree() holds, and why.
   const ContentsAccount& AccountOfContents();
   // The node that shows the file first in AllNodes; 0, the root, when none does.
   std::uint32_t FirstNodeOf(Index file);
+  // The line of the structure file that a node of this web comes from; 0 when it comes from none.
+  std::size_t LineOf(const SiteNode& node);
   // The node of the home page; 0 when there is none.
   std::uint32_t HomeNode();
   // What the page says of itself; the page is read when it is first asked for.
@@ -57,15 +61,18 @@ class WebSnapshot : public std::enable_shared_from_this<WebSnapshot> {
   class DiskFolder;
   class DiskNode;
 
+  std::string StructurePath() const;
   ContentsTree ReadNavigation(WebReport& report);
   bool HoldsMoreThanHomePage(const ContentsTree& tree) const;
   void CountStructure();
   bool LeadsSomewhere() const;
+  void HandOutLabels();
   void ReadTree();
   void FindFirstNodes();
 
   const std::shared_ptr<WebSource> source_;
   const WebListing listing_;
+  const WelcomeNames welcome_;
   PageReader reader_;
   std::vector<std::unique_ptr<PageFacts>> facts_;  // by file, null while not read
   std::vector<DiskFile> file_objects_;

@@ -56,7 +56,7 @@ bool IsInGb2312(char32_t character) {
 
 }  // namespace
 
-std::string WebText::HandOut(std::string utf8, const std::string& place) {
+std::string WebText::HandOut(std::string utf8, const std::string& file, std::size_t line) {
   std::string_view rest = utf8;
   for (rest.remove_prefix(AsciiPrefix(rest)); !rest.empty();
        rest.remove_prefix(AsciiPrefix(rest))) {
@@ -64,7 +64,7 @@ std::string WebText::HandOut(std::string utf8, const std::string& place) {
     // A character is looked up when it is first seen, since the first one lost is new too.
     if (++counts_[character] == 1 && first_lost_.empty() && !Holds(help_code_page_, character)) {
       first_lost_ = utf8;
-      place_of_first_lost_ = place;
+      place_of_first_lost_ = line == 0 ? file : file + ":" + std::to_string(line);
     }
   }
   return utf8;

@@ -21,16 +21,16 @@ class WebText {
   int CodePage() const { return code_page_; }
   int HelpCodePage() const { return help_code_page_; }
 
-  // Takes note of the characters of a text of the file `place` that is handed out, and gives it
-  // back.
-  std::string HandOut(std::string utf8, const std::string& place);
+  // Takes note of the characters of a text that is handed out, and gives it back. `file` is where
+  // it comes from; `line`, counted from 1, where it stands there, or 0.
+  std::string HandOut(std::string utf8, const std::string& file, std::size_t line = 0);
   // How many of the characters handed out so far the help file's code page lacks.
   std::size_t Lost() const { return LostIn(help_code_page_); }
   // The same for any code page.
   std::size_t LostIn(int code_page) const;
   // The code page of the script that most of the characters handed out so far belong to.
   int CodePageOfScript() const;
-  // The first text with a character that is lost, and its file.
+  // The first text with a character that is lost, and its place: "FILE" or "FILE:LINE".
   const std::string& FirstLost() const { return first_lost_; }
   const std::string& PlaceOfFirstLost() const { return place_of_first_lost_; }
 

@@ -66,6 +66,33 @@ TEST_F(FolderContentsTest, AFolderWhoseIndexPageIsForServersOnlyIsALabel) {
   EXPECT_EQ(DrawnWeb(), "shop: (no file)\n-A: shop/a.htm\n");
 }
 
+TEST_F(FolderContentsTest, APageThatAHelpFileShowsGoesBeforeOneForServers) {
+  Put("_vti_pvt/service.cnf", "vti_welcomenames:VX|default.asp index.htm\r\n");
+  PutPage("shop/default.asp", "Shop");
+  PutPage("shop/index.htm", "The shop");
+  EXPECT_EQ(DrawnWeb(), "The shop: shop/index.htm\n");
+}
+
+TEST_F(FolderContentsTest, TheNamesThatTheHostNotedGoBeforeTheUsualOnes) {
+  Put("_vti_pvt/service.cnf", "vti_welcomenames:VX|Start.htm index.htm\r\n");
+  for (const char* folder : {"", "docs/", "shop/", "shop/old/"}) {
+    PutPage(folder + std::string("default.htm"), "Default");
+    PutPage(folder + std::string("index.htm"), "Index");
+    PutPage(folder + std::string("start.htm"), "Start");
+  }
+  PutPage("plain/default.htm", "Usual name");
+  Put("shop/_vti_pvt/service.cnf", "vti_welcomenames:VX|default.htm\r\n");
+  const auto web = Open(ContentsChoice::kFolders);
+  EXPECT_EQ(Drawn(*web),
+            "Start: start.htm\nDefault: default.htm\n"
+            "Default: shop/default.htm\n-Default: shop/old/default.htm\n"
+            "--Index: shop/old/index.htm\n--Start: shop/old/start.htm\n-Index: shop/index.htm\n"
+            "-Start: shop/start.htm\n"
+            "Index: index.htm\nStart: docs/start.htm\n-Default: docs/default.htm\n"
+            "-Index: docs/index.htm\nUsual name: plain/default.htm\n");
+  EXPECT_EQ(web->HomePage()->Url(), "file:///web/start.htm");
+}
+
 TEST_F(FolderContentsTest, AFolderOfAnIndexPageAloneIsAnEntry) {
   PutPage("about/index.htm", "About us");
   const auto web = Open(ContentsChoice::kFolders);

@@ -216,7 +216,7 @@ TEST_F(NavigationTest, CharactersThatTheCodePageLacksAreReportedOnceWithTheCodeP
       Reported(),
       "/web:0: 4 characters of titles, labels and keywords are not in code page 1252 and will "
       "be \"?\" in the help file; the first is in \"\xD0\x94\xD0\xBE\xD0\xBC\" in " +
-          kFile + "; --code-page 1251 keeps them all\n");
+          kFile + ":3; --code-page 1251 keeps them all\n");
 }
 
 TEST_F(NavigationTest, CharactersThatNoCodePageHasTogetherAreReportedAsSuch) {
@@ -228,7 +228,28 @@ TEST_F(NavigationTest, CharactersThatNoCodePageHasTogetherAreReportedAsSuch) {
       Reported(),
       "/web:0: 3 characters of titles, labels and keywords are not in code page 1252 and will "
       "be \"?\" in the help file; the first is in \"\xD0\x94\xD0\x94 \xD7\x90\" in " +
-          kFile + "; --code-page 1251 keeps all but 1\n");
+          kFile + ":3; --code-page 1251 keeps all but 1\n");
+}
+
+TEST_F(NavigationTest, TellsTheLineOfEachEntry) {
+  PutStructure("1000,a.htm,0,A,0,1,0\n1010,sid:1010,0,Bar,0,1,0\n1001,b.htm,0,B,1000,1,0\n");
+  const auto web = Open(ContentsChoice::kNavigation);
+  const SiteNodes nodes = AllNodes(*web);
+  EXPECT_EQ(web->LineOf(*nodes[0]), 3u);
+  EXPECT_EQ(web->LineOf(*nodes[1]), 5u);
+  const auto of_folders = Open(ContentsChoice::kFolders);
+  EXPECT_EQ(of_folders->LineOf(*AllNodes(*of_folders)[0]), 0u);
+}
+
+TEST_F(NavigationTest, LabelsOfAStructureThatIsNotUsedAreNotLost) {
+  for (int i = 0; i < 20; ++i) PutPage("docs/" + std::to_string(i) + ".htm", "Page");
+  PutStructure("1000,index.htm,0,\xD0\x94\xD0\xBE\xD0\xBC,0,1,0\n");
+  const auto web = Open();
+  ASSERT_EQ(web->ContentsUsed(), ContentsChoice::kFolders);
+  EXPECT_FALSE(web->ReportLostCharacters()) << Reported();
+  const auto chosen = Open(ContentsChoice::kNavigation);
+  Drawn(*chosen);
+  EXPECT_TRUE(chosen->ReportLostCharacters());
 }
 
 TEST_F(NavigationTest, NothingLostIsNotReported) {
@@ -259,6 +280,14 @@ TEST_F(NavigationTest, EveryWelcomeNameMakesAHomePage) {
 TEST_F(NavigationTest, IndexGoesBeforeDefaultAsTheHomePage) {
   PutPage("default.htm", "D");
   PutStructure("1000,default.htm,0,D,0,1,0\n1001,index.htm,0,I,0,1,0\n");
+  EXPECT_EQ(Open(ContentsChoice::kNavigation)->HomeNode()->Label(), "I");
+}
+
+TEST_F(NavigationTest, TheNamesThatTheHostNotedGoBeforeTheUsualOnes) {
+  Put("_vti_pvt/service.cnf", "vti_welcomenames:VX|start.htm A.HTM\r\n");
+  PutStructure("1000,index.htm,0,I,0,1,0\n1001,a.htm,0,A,0,1,0\n");
+  EXPECT_EQ(Open(ContentsChoice::kNavigation)->HomeNode()->Label(), "A");
+  PutStructure("1000,b.htm,0,B,0,1,0\n1001,index.htm,0,I,0,1,0\n");
   EXPECT_EQ(Open(ContentsChoice::kNavigation)->HomeNode()->Label(), "I");
 }
 

@@ -17,19 +17,48 @@ TEST(ServiceNotes, TellCharsetAndLanguage) {
   EXPECT_EQ(notes.language, "zh-tw");
 }
 
+TEST(ServiceNotes, ListWelcomePages) {
+  const auto names = [](const std::string& value) {
+    return ParseServiceNotes("vti_welcomenames:VX|" + value + "\r\n").welcome_names;
+  };
+  EXPECT_EQ(names("start.htm  Default.htm "),
+            (std::vector<std::string>{"start.htm", "Default.htm"}));
+  EXPECT_EQ(names("my\\ start.htm a\\\\b.htm"),
+            (std::vector<std::string>{"my start.htm", "a\\b.htm"}));
+  EXPECT_EQ(names(""), std::vector<std::string>{});
+  EXPECT_EQ(names("a\\"), std::vector<std::string>{"a\\"});
+}
+
 TEST(ServiceNotes, MaySayNothing) {
   const ServiceNotes notes = ParseServiceNotes("vti_defaultcharset\nvti_defaultcharset:SR\n:|");
   EXPECT_EQ(notes.charset + notes.language, "");
 }
 
-class ServiceNotesOnDisk : public WithMemoryWeb {};
+class ServiceNotesOnDisk : public WithMemoryWeb {
+ protected:
+  std::string Charset() {
+    return ReadServiceNotes(*disk, "/web", PathStyle::kPosix, report).charset;
+  }
+};
 
-TEST_F(ServiceNotesOnDisk, AreNoneWhereTheFileIsMissingOrUnreadable) {
-  EXPECT_EQ(ReadServiceNotes(*disk, "/web", PathStyle::kPosix).charset, "");
+TEST_F(ServiceNotesOnDisk, AreNoneWhereTheFileIsMissing) {
+  EXPECT_EQ(Charset(), "");
+  EXPECT_EQ(Reported(), "");
+}
+
+TEST_F(ServiceNotesOnDisk, AreReportedWhereTheyCannotBeRead) {
   Put("_vti_pvt/service.cnf", "vti_defaultcharset:SR|gb2312\n");
-  EXPECT_EQ(ReadServiceNotes(*disk, "/web", PathStyle::kPosix).charset, "gb2312");
+  EXPECT_EQ(Charset(), "gb2312");
+  EXPECT_EQ(Reported(), "");
   disk->failures.insert({std::string("open ") + kFile, Error(kPermissionDenied, "", "no")});
-  EXPECT_EQ(ReadServiceNotes(*disk, "/web", PathStyle::kPosix).charset, "");
+  EXPECT_EQ(Charset(), "");
+  EXPECT_EQ(Reported(), std::string(kFile) +
+                            ":0: the web's charset, language and welcome pages cannot be read: "
+                            "no\n");
+  report.problems.clear();
+  PutPage("index.htm", "Home");
+  Open()->BaseFolder();
+  EXPECT_NE(Reported(), "") << "also of the web that is opened";
 }
 
 }  // namespace

@@ -33,8 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   bool has_link_bars = false;
   for (const auto& node : nodes) has_link_bars = has_link_bars || node.IsLinkBar();
 
-  scrivo::WebText web_text(1251, 1251);
-  const auto tree = scrivo::BuildNavigationTree(nodes, listing, &web_text, file, report);
+  const auto tree = scrivo::BuildNavigationTree(nodes, listing, 1251, file, report);
   Require(tree.nodes.size() <= nodes.size() + 1);
   Require(has_link_bars || tree.nodes.size() == nodes.size() + 1);
   std::size_t next = 1;
