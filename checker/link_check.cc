@@ -10,9 +10,6 @@
 namespace scrivo {
 namespace {
 
-// Names that the start page of a folder goes by.
-constexpr std::string_view kWelcomeNames[] = {"index.htm",    "index.html",  "default.htm",
-                                              "default.html", "welcome.htm", "home.htm"};
 // Folders of a web server whose files are programs.
 constexpr std::string_view kServerFolders[] = {"_vti_bin/", "cgi-bin/"};
 
@@ -39,8 +36,8 @@ bool IsMadeByServer(std::string_view address) {
 }  // namespace
 
 LinkCheck::LinkCheck(ProjectTree& web, std::string_view location, const std::string& base,
-                     int code_page)
-    : web_(web), folder_(FolderOf(location)), code_page_(code_page) {
+                     int code_page, const std::vector<std::string>& welcome_names)
+    : web_(web), folder_(FolderOf(location)), code_page_(code_page), welcome_names_(welcome_names) {
   if (base.empty()) return;
   const Reference reference = TakeApart(base);
   base_is_elsewhere_ = reference.external;
@@ -64,7 +61,12 @@ bool LinkCheck::IsFine(const PageLink& link, LinkFault* fault) {
   if (LeadsToServer(reference.path)) {
     return wrong(LinkFault::Kind::kServer, fault->subject + " is a program of a web server");
   }
-  const std::optional<FoundFile> found = web_.Find(reference.path, folder_, code_page_);
+  bool is_withheld = false;
+  const std::optional<FoundFile> found =
+      web_.Find(reference.path, folder_, code_page_, &is_withheld);
+  if (is_withheld) {
+    return wrong(LinkFault::Kind::kMissing, fault->subject + " is left out of the help file");
+  }
   if (!found) {
     std::string page;
     if (LeadsToFolder(std::string(reference.path), &page)) {
@@ -92,8 +94,8 @@ std::optional<FoundFile> LinkCheck::Target(const PageLink& link) {
 }
 
 bool LinkCheck::LeadsToFolder(const std::string& path, std::string* page) {
-  for (const std::string_view name : kWelcomeNames) {
-    if (const auto found = web_.Find(path + "/" + std::string(name), folder_, code_page_)) {
+  for (const std::string& name : welcome_names_) {
+    if (const auto found = web_.Find(path + "/" + name, folder_, code_page_)) {
       *page = found->archive_path;
       return true;
     }

@@ -21,8 +21,10 @@ struct LinkFault {
 class LinkCheck {
  public:
   // `web` finds the files below the web's folder, and must outlive the object. `location` is the
-  // page's; `base` what its BASE element says; `code_page` that of its bytes.
-  LinkCheck(ProjectTree& web, std::string_view location, const std::string& base, int code_page);
+  // page's; `base` what its BASE element says; `code_page` that of its bytes. `welcome_names`,
+  // which must outlive it too, are the names that the start page of a folder goes by.
+  LinkCheck(ProjectTree& web, std::string_view location, const std::string& base, int code_page,
+            const std::vector<std::string>& welcome_names);
 
   // Nothing wrong: true, also with links that lead out of the web. Else `*fault` says what it is.
   bool IsFine(const PageLink& link, LinkFault* fault);
@@ -37,6 +39,7 @@ class LinkCheck {
   std::string folder_;
   bool base_is_elsewhere_ = false;
   const int code_page_;
+  const std::vector<std::string>& welcome_names_;
 };
 
 }  // namespace scrivo

@@ -63,8 +63,12 @@ std::string CodePageText(int code_page) {
 class PageCheck {
  public:
   PageCheck(std::string_view page, bool is_utf16, const std::string& location,
-            int default_code_page, ProjectTree& web)
-      : page_(page), is_utf16_(is_utf16), location_(location), web_(web) {
+            int default_code_page, ProjectTree& web, const std::vector<std::string>& welcome_names)
+      : page_(page),
+        is_utf16_(is_utf16),
+        location_(location),
+        web_(web),
+        welcome_names_(welcome_names) {
     actual_ = CodePageOfPage(page);
     code_page_ = actual_.value_or(default_code_page);
     for (std::size_t at = 0; (at = page.find('\n', at)) != std::string_view::npos; ++at) {
@@ -155,7 +159,7 @@ class PageCheck {
 
   // An address that stands in the page several times counts once.
   void CheckLinks(LinkFinder* finder) {
-    LinkCheck check(web_, location_, finder->Base(), code_page_);
+    LinkCheck check(web_, location_, finder->Base(), code_page_, welcome_names_);
     std::set<std::string> told;
     for (const PageLink& link : finder->Take()) {
       LinkFault fault;
@@ -185,6 +189,7 @@ class PageCheck {
   const bool is_utf16_;
   const std::string& location_;
   ProjectTree& web_;
+  const std::vector<std::string>& welcome_names_;
   std::optional<int> actual_;  // the code page as far as the page tells it
   int code_page_ = 0;
   std::vector<std::size_t> line_ends_;
@@ -201,10 +206,10 @@ class PageCheck {
 }  // namespace
 
 PageFindings CheckPage(std::string_view bytes, const std::string& location, int default_code_page,
-                       ProjectTree& web) {
+                       ProjectTree& web, const std::vector<std::string>& welcome_names) {
   const std::optional<std::string> utf8 = Utf16AsUtf8(bytes);
   const std::string_view page = utf8 ? std::string_view(*utf8) : bytes;
-  return PageCheck(page, utf8.has_value(), location, default_code_page, web).Find();
+  return PageCheck(page, utf8.has_value(), location, default_code_page, web, welcome_names).Find();
 }
 
 }  // namespace scrivo

@@ -80,8 +80,9 @@ class WebCheck {
   }
 
  private:
-  void Add(FindingKind kind, std::string file, std::string subject, std::string text) {
-    result_.findings.push_back({kind, std::move(file), 0, std::move(subject), std::move(text)});
+  void Add(FindingKind kind, std::string file, std::string subject, std::string text,
+           std::size_t line = 0) {
+    result_.findings.push_back({kind, std::move(file), line, std::move(subject), std::move(text)});
   }
 
   std::string LocationOf(const std::string& address) const {
@@ -93,18 +94,27 @@ class WebCheck {
   void CheckContents() {
     for (const std::shared_ptr<SiteNode>& node : AllNodes(web_)) {
       ++result_.contents_entries;
+      CheckLabel(*node);
       if (node->File()) continue;
       const std::string address = node->Url();
       if (!address.empty() && LocationOf(address) == address) {
         Add(FindingKind::kContentsEntry, kStructureName, node->Label(),
             "the entry \"" + node->Label() + "\" leads out of the web, to " + address +
-                "; contents made from a web lead to its own pages only");
+                "; contents made from a web lead to its own pages only",
+            web_.LineOf(*node));
       }
-      if (web_.ContentsUsed() == ContentsChoice::kNavigation) {
-        LostCharacters lost(options_.help_code_page);
-        lost.See("label", node->Label());
-        AddLost(lost, kStructureName);
-      }
+    }
+  }
+
+  // In contents made of the folders the label of a page is its title, that of a folder its name.
+  void CheckLabel(SiteNode& node) {
+    LostCharacters lost(options_.help_code_page);
+    if (web_.ContentsUsed() == ContentsChoice::kNavigation) {
+      lost.See("label", node.Label());
+      AddLost(lost, kStructureName, web_.LineOf(node));
+    } else if (!node.File()) {
+      lost.See("folder name", node.Label());
+      AddLost(lost, "");
     }
   }
 
@@ -140,15 +150,15 @@ class WebCheck {
     const auto source = files_.Open(folder_ + "/" + location, &error);
     std::string bytes;
     if (source == nullptr || !ReadText(*source, &bytes)) return;  // the web reports it
-    PageFindings page = CheckPage(bytes, location, options_.page_code_page, tree_);
+    PageFindings page =
+        CheckPage(bytes, location, options_.page_code_page, tree_, web_.WelcomeNames());
     std::move(page.findings.begin(), page.findings.end(), std::back_inserter(result_.findings));
     frames_.insert(page.frames.begin(), page.frames.end());
   }
 
-  // What of a page gets into the contents and the index.
+  // What of a page gets into the lists of the help file.
   void CheckTexts(SiteFile& file, const std::string& location) {
     LostCharacters lost(options_.help_code_page);
-    if (const auto node = file.NavigationEntry()) lost.See("label", node->Label());
     lost.See("title", file.Title());
     const std::string keywords = KeywordsOf(file);
     if (Trimmed(keywords).empty()) {
@@ -159,8 +169,8 @@ class WebCheck {
     AddLost(lost, location);
   }
 
-  void AddLost(const LostCharacters& lost, const std::string& file) {
-    if (lost.Count() > 0) Add(FindingKind::kLostText, file, lost.Sample(), lost.Text());
+  void AddLost(const LostCharacters& lost, const std::string& file, std::size_t line = 0) {
+    if (lost.Count() > 0) Add(FindingKind::kLostText, file, lost.Sample(), lost.Text(), line);
   }
 
   static std::string KeywordsOf(SiteFile& file) {

@@ -24,7 +24,8 @@ struct WebFindings {
   std::vector<Finding> findings;  // by kind, then in the order of the web's files
 };
 
-// Finds what is wrong with a web. `folder` is the web's, as `files` takes it; `problems` gets what
+// Finds what is wrong with a web. `folder` is the web's, as `files` takes it,
+// which withholds what is to stay out of the help file; `problems` gets what
 // the web reports, and may hold what it has reported already.
 WebFindings CheckWeb(DiskWeb& web, const SourceFiles& files, const std::string& folder,
                      const WebProblemList& problems, const CheckOptions& options);

@@ -1,6 +1,5 @@
 #include "cli/check_command.h"
 
-#include <limits>
 #include <sstream>
 
 #include "checker/web_check.h"
@@ -8,6 +7,8 @@
 #include "cli/compile_report.h"
 #include "cli/disk_path.h"
 #include "cli/open_web.h"
+#include "cli/web_account.h"
+#include "cli/withheld_files.h"
 #include "project/source_files.h"
 
 namespace scrivo {
@@ -17,6 +18,7 @@ int CheckWebOf(const CheckOptionsGiven& given, Console& console) {
   WebProblemList problems;
   WebLanguage language;
   const std::shared_ptr<DiskWeb> web = OpenWebOf(given.web, problems, &language);
+  TellOfWeb(given.web, *web, PagesGoTo::kThisCompiler, console);
   CheckOptions options;
   options.help_code_page = language.help_code_page;
   options.page_code_page = language.undeclared_code_page;
@@ -25,16 +27,16 @@ int CheckWebOf(const CheckOptionsGiven& given, Console& console) {
     console.ShowProgress(std::to_string(100 * done / all) + " %", "");
   };
   const std::string folder = web->BaseFolder()->LocalPath();
-  const DiskFiles files;
+  const DiskFiles disk;
+  const WithheldFiles files(disk, PortablePathOf(folder), given.web.with_hidden);
   const WebFindings found = CheckWeb(*web, files, PortablePathOf(folder), problems, options);
   console.EndSteps();
   if (given.json) {
     std::istringstream report(CheckReportJson(found, folder));
     for (std::string line; std::getline(report, line);) console.Print(line);
   } else {
-    const std::size_t most =
-        given.web.all_messages ? std::numeric_limits<std::size_t>::max() : MessageLimit::kMostShown;
-    for (const std::string& line : CheckReportLines(found, most)) console.Print(line);
+    MessageLimit limit(given.web.all_messages);
+    for (const std::string& line : CheckReportLines(found, &limit)) console.Print(line);
   }
   return found.findings.empty() ? 0 : 1;
 }

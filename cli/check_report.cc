@@ -1,6 +1,5 @@
 #include "cli/check_report.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -55,7 +54,7 @@ void AppendJsonField(const char* name, const std::string& value, std::string* js
 
 }  // namespace
 
-std::vector<std::string> CheckReportLines(const WebFindings& found, std::size_t most) {
+std::vector<std::string> CheckReportLines(const WebFindings& found, MessageLimit* limit) {
   std::vector<std::string> lines;
   const auto counts = CountsOf(found.findings);
   std::size_t kinds = 0;
@@ -66,16 +65,14 @@ std::vector<std::string> CheckReportLines(const WebFindings& found, std::size_t 
     const auto kind = static_cast<FindingKind>(i);
     lines.push_back(std::string(FindingHeading(kind)) + " (" + std::to_string(counts[i]) + "). " +
                     std::string(FindingAdvice(kind)));
-    const auto shown = static_cast<std::ptrdiff_t>(std::min(counts[i], most));
-    for (auto shown_end = finding + shown, at = finding; at != shown_end; ++at) {
-      lines.push_back(Line(*at));
+    const std::string name(FindingName(kind));
+    for (std::size_t left = counts[i]; left > 0; --left, ++finding) {
+      if (limit->Shows(name)) lines.push_back(Line(*finding));
     }
-    if (counts[i] > most) {
-      lines.push_back("  and " + std::to_string(counts[i] - most) +
-                      " more, which --all-messages shows");
+    if (const std::size_t untold = limit->Untold(name); untold > 0) {
+      lines.push_back("  and " + std::to_string(untold) + " more. " + MessageLimit::kToSeeAll);
     }
     lines.emplace_back();
-    finding += static_cast<std::ptrdiff_t>(counts[i]);
   }
   const std::size_t all = found.findings.size();
   lines.push_back(all == 0 ? "Nothing found in " + Pages(found.pages)

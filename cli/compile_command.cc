@@ -98,11 +98,9 @@ bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileR
   request.time = TimeToRecord();
   request.threads = CompilerThreads();
   const DiskFiles disk;
-  const WithheldFiles without_hidden(disk, request.working_folder);
-  const SourceFiles& taken =
-      job.with_hidden ? static_cast<const SourceFiles&>(disk) : without_hidden;
+  const WithheldFiles taken(disk, request.working_folder, job.with_hidden);
   const BarlessFiles bare(taken);
-  const SourceFiles& pages = job.without_bars ? bare : taken;
+  const SourceFiles& pages = job.without_bars ? static_cast<const SourceFiles&>(bare) : taken;
   const OverlayFiles files(pages, request.working_folder, project.files);
   const CompileResult result = CompileProject(request, files, report);
   if (result.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");

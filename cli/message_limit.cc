@@ -35,12 +35,19 @@ bool MessageLimit::Shows(const std::string& kind) {
   return ++known->count <= kMostShown;
 }
 
+std::size_t MessageLimit::Untold(const std::string& kind) const {
+  const auto known =
+      std::find_if(kinds_.begin(), kinds_.end(),
+                   [name = NameOfKind(kind)](const Kind& other) { return other.name == name; });
+  return known == kinds_.end() || known->count <= kMostShown ? 0 : known->count - kMostShown;
+}
+
 std::vector<std::string> MessageLimit::Sums() const {
   std::vector<std::string> sums;
   for (const Kind& kind : kinds_) {
     if (kind.count <= kMostShown) continue;
     sums.push_back("and " + std::to_string(kind.count - kMostShown) +
-                   " more of the kind: " + kind.name + "\nTo see them all, add --all-messages.");
+                   " more of the kind: " + kind.name + "\n" + kToSeeAll);
   }
   return sums;
 }

@@ -18,6 +18,10 @@ class MessageLimit {
   // Counts a message; whether it is to be shown. Messages of one `kind` differ only in numbers and
   // in what stands in double quotes.
   bool Shows(const std::string& kind);
+  // How many messages of the kind were counted and not shown.
+  std::size_t Untold(const std::string& kind) const;
+  // What a user does to see them.
+  static constexpr char kToSeeAll[] = "To see them all, add --all-messages.";
   // A text for each kind of which more were counted than shown.
   std::vector<std::string> Sums() const;
 

@@ -8,12 +8,13 @@
 
 namespace scrivo {
 
-// The files of a web's folder for the compiler, without those that are not for readers: it takes
-// none of them in, whatever page links to it.
+// The files of a web's folder without those that are not for readers: nothing is found of them,
+// whatever page links to it.
 class WithheldFiles : public SourceFiles {
  public:
-  // `folder`: the web's, without a separator at its end. `below` must outlive the object.
-  WithheldFiles(const SourceFiles& below, std::string folder);
+  // `folder`: the web's, without a separator at its end. `with_hidden`: they are wanted, and
+  // nothing is withheld. `below` must outlive the object.
+  WithheldFiles(const SourceFiles& below, std::string folder, bool with_hidden);
 
   std::vector<SourceEntry> List(const std::string& folder) const override;
   std::unique_ptr<ByteSource> Open(const std::string& path, std::error_code* error) const override;
@@ -21,6 +22,7 @@ class WithheldFiles : public SourceFiles {
  private:
   const SourceFiles& below_;
   const std::string folder_;
+  const bool with_hidden_;
 };
 
 }  // namespace scrivo

@@ -22,7 +22,8 @@ class PageCheckTest : public testing::Test {
   // The findings about docs/page.htm: "kind:line subject", and the texts in `texts`.
   std::vector<std::string> Check(const std::string& page, int default_code_page = 1252) {
     ProjectTree tree(disk, PortablePath(web.path()), 1252, false);
-    const PageFindings found = CheckPage(page, "docs/page.htm", default_code_page, tree);
+    const PageFindings found =
+        CheckPage(page, "docs/page.htm", default_code_page, tree, welcome_names);
     std::vector<std::string> lines;
     texts.clear();
     for (const Finding& finding : found.findings) {
@@ -41,6 +42,7 @@ class PageCheckTest : public testing::Test {
 
   const DiskFiles disk;
   TestFolder web;
+  std::vector<std::string> welcome_names = {"index.htm"};
   std::vector<std::string> texts, frames;
 };
 
@@ -81,6 +83,9 @@ TEST_F(PageCheckTest, TellsFoldersAndTheAuthorsDiskFromMissingFiles) {
   EXPECT_NE(texts[1].find("the author's own disk"), std::string::npos);
   EXPECT_NE(texts[2].find("the author's own disk"), std::string::npos);
   EXPECT_EQ(texts[3], "../images/ does not exist");
+  welcome_names = {"guide.htm", "index.htm"};
+  CheckBody("<a href=\"../docs/\">a</a>");
+  EXPECT_EQ(texts[0], "../docs/ is a folder; only a server finds its page docs/Guide.htm");
 }
 
 TEST_F(PageCheckTest, FollowsTheBaseOfAPage) {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "system/services.h"
 #include "tests/doubles/test_folder.h"
 
@@ -31,7 +34,7 @@ class WebCheckTest : public testing::Test {
   std::vector<std::string> Check(int code_page = 1252) {
     WebProblemList problems;
     DiskWebOptions reading;
-    reading.contents = ContentsChoice::kNavigation;
+    reading.contents = contents;
     const auto opened = OpenDiskWeb(web.path().string(), reading, problems);
     CheckOptions options;
     options.help_code_page = code_page;
@@ -47,6 +50,7 @@ class WebCheckTest : public testing::Test {
   }
 
   const DiskFiles disk;
+  ContentsChoice contents = ContentsChoice::kNavigation;
   TestFolder web;
   std::size_t pages = 0, entries = 0;
 };
@@ -66,7 +70,7 @@ TEST_F(WebCheckTest, FindsEntriesWithoutAPageAndPagesWithoutAnEntry) {
       "1002,http://example.org/,1,Out,1000,1,0");
   EXPECT_EQ(
       Check(),
-      (Lines{"contents-entry _vti_pvt/structure.cnf:0 the entry \"Out\" leads out of the web, "
+      (Lines{"contents-entry _vti_pvt/structure.cnf:5 the entry \"Out\" leads out of the web, "
              "to http://example.org/; contents made from a web lead to its own pages only",
              "contents-entry _vti_pvt/structure.cnf:4 the page \"docs/none.htm\" of the entry "
              "\"None\" does not exist",
@@ -92,11 +96,21 @@ TEST_F(WebCheckTest, FindsTextThatTheCodePageLacks) {
   PutStructure("1000,index.htm,0,Дом,0,1,0\n1001,docs/a.htm,0,A,1000,1,0\n1002,,0,Ж,0,1,0");
   PutPage("docs/a.htm", "A", "a,б");
   EXPECT_EQ(Check(),
-            (Lines{"lost-text _vti_pvt/structure.cnf:0 code page 1252 lacks 1 character (Ж) of: "
+            (Lines{"lost-text _vti_pvt/structure.cnf:3 code page 1252 lacks 3 characters (Дом) of: "
                    "label",
-                   "lost-text index.htm:0 code page 1252 lacks 3 characters (Дом) of: label",
+                   "lost-text _vti_pvt/structure.cnf:5 code page 1252 lacks 1 character (Ж) of: "
+                   "label",
                    "lost-text docs/a.htm:0 code page 1252 lacks 1 character (б) of: keywords"}));
   EXPECT_EQ(Check(1251), Lines{});
+}
+
+TEST_F(WebCheckTest, FindsNoLostTextInAStructureThatIsNotUsed) {
+  PutStructure("1000,index.htm,0,Дом,0,1,0");
+  const std::filesystem::path folder = web.path() / std::filesystem::path(u8"Ж");
+  std::filesystem::create_directory(folder);
+  std::ofstream(folder / "b.htm") << "<title>B</title><meta name=keywords content=b>";
+  contents = ContentsChoice::kFolders;
+  EXPECT_EQ(Check(), Lines{"lost-text :0 code page 1252 lacks 1 character (Ж) of: folder name"});
 }
 
 TEST_F(WebCheckTest, FindsPagesThatOnlyAServerMakes) {

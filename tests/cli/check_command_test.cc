@@ -17,7 +17,7 @@ TEST_F(CheckCommand, FindsNothingInAWebThatIsRight) {
   PutPage("index.htm", "");
   EXPECT_EQ(Run({"check", WebPath()}), 0);
   EXPECT_EQ(out, "Nothing found in 2 pages\n");
-  EXPECT_EQ(Plain(err), "Checking WEB\n");
+  EXPECT_EQ(Plain(err), "Checking WEB\n" + ContentsLine("all of 2"));
 }
 
 TEST_F(CheckCommand, ReportsByKindWithASum) {
@@ -45,12 +45,63 @@ TEST_F(CheckCommand, ShowsTwentyOfAKindUnlessAskedForAll) {
   for (int i = 1; i <= 25; ++i) body += "<a href=\"n" + std::to_string(i) + ".htm\">";
   PutPage("index.htm", body);
   EXPECT_EQ(Run({"check", WebPath()}), 1);
-  EXPECT_NE(out.find("n20.htm does not exist\n  and 5 more, which --all-messages shows\n\n25 "
-                     "findings in 2 pages\n"),
-            std::string::npos)
+  EXPECT_NE(
+      out.find("n20.htm does not exist\n  and 5 more. To see them all, add --all-messages.\n\n25 "
+               "findings in 2 pages\n"),
+      std::string::npos)
       << out;
   EXPECT_EQ(Run({"check", WebPath(), "--all-messages"}), 1);
   EXPECT_NE(out.find("n25.htm does not exist\n\n25 findings"), std::string::npos) << out;
+}
+
+TEST_F(CheckCommand, LeavesOutWhatACompileLeavesOut) {
+  PutPage("index.htm",
+          "<a href=\"_private/form.htm\">a</a><img src=\"_Private/logo.gif\">"
+          "<a href=\".notes/a.htm\">b</a><a href=\"docs/.draft.htm\">c</a>"
+          "<a href=\"docs/_vti_cnf/a.htm\">d</a>");
+  PutPage("_private/form.htm", "<a href=\"none.htm\">");
+  web.Write("_private/logo.gif", "GIF");
+  PutPage(".notes/a.htm", "");
+  PutPage("docs/.draft.htm", "");
+  web.Write("docs/_vti_cnf/a.htm", "vti_title:SR|A");
+  EXPECT_EQ(Run({"check", WebPath()}), 1);
+  EXPECT_NE(err.find("Left out: 4 files (.notes, _private and docs/.draft.htm), also where pages "
+                     "link to them. To take them in, add --with-hidden.\n"),
+            std::string::npos)
+      << err;
+  EXPECT_EQ(out,
+            "Links that lead nowhere (4). Correct the links or add the files.\n"
+            "  index.htm:1: _private/form.htm is left out of the help file\n"
+            "  index.htm:1: .notes/a.htm is left out of the help file\n"
+            "  index.htm:1: docs/.draft.htm is left out of the help file\n"
+            "  index.htm:1: docs/_vti_cnf/a.htm is left out of the help file\n"
+            "\n"
+            "Missing pictures (1). Add the pictures, or remove what shows them.\n"
+            "  index.htm:1: _Private/logo.gif is left out of the help file\n"
+            "\n"
+            "5 findings of 2 kinds in 2 pages\n");
+  EXPECT_EQ(Run({"check", WebPath(), "--with-hidden"}), 1);
+  EXPECT_EQ(out.find("is left out"), std::string::npos) << out;
+  EXPECT_NE(out.find("  _private/form.htm:1: none.htm does not exist\n"), std::string::npos) << out;
+  EXPECT_EQ(err.find("Left out"), std::string::npos) << err;
+}
+
+TEST_F(CheckCommand, TellsOfServiceNotesThatCannotBeRead) {
+  PutPage("index.htm", "");
+  std::filesystem::create_directories(web.path() / "_vti_pvt" / "service.cnf");
+  EXPECT_EQ(Run({"check", WebPath(), "-q"}), 1);
+  EXPECT_NE(out.find("  _vti_pvt/service.cnf: the web's charset, language and welcome pages cannot "
+                     "be read: "),
+            std::string::npos)
+      << out;
+  const std::vector<std::vector<std::string>> others = {
+      {"compile", WebPath(), "-o", Output()}, {"tree", WebPath()}, {"project", WebPath()}};
+  for (const std::vector<std::string>& arguments : others) {
+    EXPECT_EQ(Run(arguments), 0);
+    EXPECT_NE(err.find("service.cnf: the web's charset, language and welcome pages cannot be read"),
+              std::string::npos)
+        << arguments[0] << err;
+  }
 }
 
 TEST_F(CheckCommand, PrintsJson) {
