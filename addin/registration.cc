@@ -138,7 +138,7 @@ bool RegisterBelow(RegistryStore& registry, RegistryHandle root, const std::stri
 
 bool RegisterAddin(RegistryStore& registry, const std::string& library_path) {
   if (!RegisterBelow(registry, kForAllUsers, library_path)) {
-    return RegisterBelow(registry, kForThisUser, library_path);
+    return RegisterAddinForThisUser(registry, library_path);
   }
   // An older registration for this user would win over the new one for all.
   UnregisterBelow(registry, kForThisUser);
@@ -147,8 +147,16 @@ bool RegisterAddin(RegistryStore& registry, const std::string& library_path) {
 
 bool UnregisterAddin(RegistryStore& registry) {
   const bool for_all_users = UnregisterBelow(registry, kForAllUsers);
-  const bool for_this_user = UnregisterBelow(registry, kForThisUser);
+  const bool for_this_user = UnregisterAddinForThisUser(registry);
   return for_all_users && for_this_user;
+}
+
+bool RegisterAddinForThisUser(RegistryStore& registry, const std::string& library_path) {
+  return RegisterBelow(registry, kForThisUser, library_path);
+}
+
+bool UnregisterAddinForThisUser(RegistryStore& registry) {
+  return UnregisterBelow(registry, kForThisUser);
 }
 
 }  // namespace scrivo

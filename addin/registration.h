@@ -19,4 +19,9 @@ bool RegisterAddin(RegistryStore& registry, const std::string& library_path);
 // name where it belongs to another class. True when nothing of it is left.
 bool UnregisterAddin(RegistryStore& registry);
 
+// The same for the current user alone: a registration for all users is neither asked for nor
+// touched.
+bool RegisterAddinForThisUser(RegistryStore& registry, const std::string& library_path);
+bool UnregisterAddinForThisUser(RegistryStore& registry);
+
 }  // namespace scrivo

@@ -87,3 +87,18 @@ STDAPI DllUnregisterServer() {
   FromHost([&] { removed = UnregisterAddin(*CreateSystemServices().registry); });
   return removed ? S_OK : SELFREG_E_CLASS;
 }
+
+// What "regsvr32 /i:TEXT" calls, and with "/u" for the way back. "user" stands for the current user
+// alone; without a text there is nothing to do beyond DllRegisterServer, which regsvr32 has called.
+STDAPI DllInstall(BOOL install, PCWSTR text) {
+  using namespace scrivo;
+  if (!text || !*text) return S_OK;
+  if (lstrcmpiW(text, L"user") != 0) return E_INVALIDARG;
+  bool done = false;
+  FromHost([&] {
+    const auto registry = CreateSystemServices().registry;
+    done = install ? RegisterAddinForThisUser(*registry, LibraryPath())
+                   : UnregisterAddinForThisUser(*registry);
+  });
+  return done ? S_OK : SELFREG_E_CLASS;
+}

@@ -200,6 +200,21 @@ TEST_F(RegistrationTest, WhatCannotBeRemovedIsTold) {
   ExpectRegisteredBelow(kHkeyLocalMachine);
 }
 
+TEST_F(RegistrationTest, ForThisUserAloneNothingIsWrittenForOthers) {
+  ASSERT_TRUE(RegisterAddinForThisUser(registry, kLibrary));
+  ExpectRegisteredBelow(kHkeyCurrentUser);
+  EXPECT_TRUE(registry.tree[static_cast<std::uint32_t>(kHkeyLocalMachine)].keys.empty());
+}
+
+TEST_F(RegistrationTest, ForThisUserAloneARegistrationForAllStays) {
+  ASSERT_TRUE(RegisterAddin(registry, kLibrary));
+  ASSERT_TRUE(RegisterAddinForThisUser(registry, kLibrary));
+  ExpectRegisteredBelow(kHkeyCurrentUser);
+  ASSERT_TRUE(UnregisterAddinForThisUser(registry));
+  EXPECT_EQ(KeyAt(kHkeyCurrentUser, kAddinKey), nullptr);
+  ExpectRegisteredBelow(kHkeyLocalMachine);
+}
+
 TEST_F(RegistrationTest, UnregisteringWhatWasNeverRegisteredIsDone) {
   EXPECT_TRUE(UnregisterAddin(registry));
 }

@@ -32,6 +32,9 @@ class Library {
   }
   HRESULT Register() const { return Export<HRESULT(WINAPI*)()>("DllRegisterServer")(); }
   HRESULT Unregister() const { return Export<HRESULT(WINAPI*)()>("DllUnregisterServer")(); }
+  HRESULT Install(bool install, const wchar_t* text) const {
+    return Export<HRESULT(WINAPI*)(BOOL, const wchar_t*)>("DllInstall")(install, text);
+  }
   bool CanUnload() const { return Export<HRESULT(WINAPI*)()>("DllCanUnloadNow")() == S_OK; }
   HRESULT ClassObject(REFCLSID class_id, REFIID id, void** object) const {
     using Function = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);

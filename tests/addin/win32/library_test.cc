@@ -57,8 +57,8 @@ class LibraryTest : public testing::Test {
 
 TEST_F(LibraryTest, ItExportsWhatTheSystemAsksForWithoutDecoration) {
   ASSERT_NE(library.module(), nullptr);
-  for (const char* name :
-       {"DllGetClassObject", "DllCanUnloadNow", "DllRegisterServer", "DllUnregisterServer"}) {
+  for (const char* name : {"DllGetClassObject", "DllCanUnloadNow", "DllInstall",
+                           "DllRegisterServer", "DllUnregisterServer"}) {
     EXPECT_NE(library.Export<FARPROC>(name), nullptr) << name;
   }
 }
@@ -88,6 +88,29 @@ TEST_F(LibraryTest, ItRegistersItsOwnPathAndTheAddIn) {
   EXPECT_FALSE(KeyExists(root, std::string("Software\\Classes\\CLSID\\") + kConnectClass));
   EXPECT_FALSE(KeyExists(root, "Software\\Classes\\Kestrel.Connect"));
   EXPECT_EQ(library.Register(), S_OK);
+}
+
+TEST_F(LibraryTest, ItRegistersForOneUserWhenThatIsAskedFor) {
+  const std::string addin =
+      "Software\\Microsoft\\Office\\SharePoint Designer\\Addins\\Kestrel.Connect";
+  ASSERT_EQ(library.Unregister(), S_OK);
+  EXPECT_EQ(library.Install(true, L"User"), S_OK);
+  EXPECT_TRUE(KeyExists(HKEY_CURRENT_USER, addin));
+  EXPECT_FALSE(KeyExists(HKEY_LOCAL_MACHINE, addin));
+
+  EXPECT_EQ(library.Register(), S_OK);
+  const bool is_for_all = KeyExists(HKEY_LOCAL_MACHINE, addin);
+  EXPECT_EQ(library.Install(true, L"user"), S_OK);
+  EXPECT_EQ(library.Install(false, L"user"), S_OK);
+  EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, addin));
+  EXPECT_EQ(KeyExists(HKEY_LOCAL_MACHINE, addin), is_for_all);
+}
+
+TEST_F(LibraryTest, ItInstallsForNobodyElse) {
+  EXPECT_EQ(library.Install(true, L"machine"), E_INVALIDARG);
+  EXPECT_EQ(library.Install(true, L""), S_OK);
+  EXPECT_EQ(library.Install(false, nullptr), S_OK);
+  EXPECT_TRUE(Create()) << "it is still registered";
 }
 
 TEST_F(LibraryTest, ItIsCreatedByItsProgrammaticIdentifier) {
