@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <unordered_map>
 
+#include "exporter/binary_lists.h"
 #include "exporter/digest.h"
 #include "exporter/help_book.h"
 #include "exporter/help_objects.h"
@@ -57,7 +58,9 @@ class Exporter {
         folder_(folder),
         book_(OpenHelpBook(reader)),
         names_(options.file_name),
-        search_([this](const std::string& name, const std::string& value) { Data(name, value); }) {}
+        search_([this](const std::string& name, const std::string& value) { Data(name, value); }) {
+    result_.problems = book_.problems;
+  }
 
   ExportResult Export();
 
@@ -78,6 +81,8 @@ class Exporter {
   bool NeedsAllTopics(std::string_view html) const;
   void NoteKeywords(const RewrittenPage& page, const std::string& title, const std::string& place);
   void AddIndexTopics();
+  void AddTopics(const SitemapItem& item, const std::string& name, HelpTopics::Links* links);
+  void AddKeywords(const Sitemap& index, std::vector<KeywordEntry>* keywords) const;
   void WriteLists();
   std::vector<ContentsEntry> Contents() const;
   std::string Home(const std::vector<ContentsEntry>& contents) const;
@@ -233,17 +238,31 @@ std::string Exporter::TitleAt(std::string_view address) const {
 }
 
 void Exporter::AddIndexTopics() {
-  for (const SitemapItem& item : book_.index.items) {
-    for (const SitemapTarget& target : item.targets) {
-      const LinkTarget link = ResolveLink(names_, target.local, book_.index_name);
-      if (link.kind != LinkTarget::Kind::kPage) continue;
-      std::string title = target.title;
-      std::string address;
-      AppendAddress(link.place, &address);
-      if (title.empty()) title = TitleAt(address);
-      if (title.empty()) title = link.place;
-      topics_.keywords[AsciiLowered(item.name)].push_back({title, link.place, true});
+  for (const Sitemap* index : {&book_.index, &book_.more_keywords}) {
+    const std::vector<std::string> joined = JoinedNames(*index);
+    for (std::size_t i = 0; i < joined.size(); ++i) {
+      const SitemapItem& item = index->items[i];
+      AddTopics(item, AsciiLowered(item.name), &topics_.keywords);
+      if (item.level > 0) AddTopics(item, AsciiLowered(joined[i]), &topics_.keywords);
     }
+  }
+  for (const SitemapItem& item : book_.associations.items) {
+    AddTopics(item, AsciiLowered(item.name), &topics_.associations);
+  }
+}
+
+// Makes the pages of an index entry those that `name` leads to, too.
+void Exporter::AddTopics(const SitemapItem& item, const std::string& name,
+                         HelpTopics::Links* links) {
+  for (const SitemapTarget& target : item.targets) {
+    const LinkTarget link = ResolveLink(names_, target.local, book_.index_name);
+    if (link.kind != LinkTarget::Kind::kPage) continue;
+    std::string title = target.title;
+    std::string address;
+    AppendAddress(link.place, &address);
+    if (title.empty()) title = TitleAt(address);
+    if (title.empty()) title = link.place;
+    (*links)[name].push_back({title, link.place, true});
   }
 }
 
@@ -257,6 +276,7 @@ std::vector<ContentsEntry> Exporter::Contents() const {
       if (entry.address.empty()) entry.address = SiteAddress(target, names_, book_.contents_name);
     }
     if (entry.title.empty()) entry.title = TitleAt(entry.address);
+    if (entry.title.empty() && !item.targets.empty()) entry.title = item.targets[0].title;
     if (entry.title.empty()) continue;
     contents.push_back(std::move(entry));
   }
@@ -284,19 +304,28 @@ std::string Exporter::Home(const std::vector<ContentsEntry>& contents) const {
   return home;
 }
 
-void Exporter::WriteLists() {
-  const std::vector<ContentsEntry> contents = Contents();
-  std::vector<KeywordEntry> keywords = std::move(page_keywords_);
-  for (const SitemapItem& item : book_.index.items) {
+void Exporter::AddKeywords(const Sitemap& index, std::vector<KeywordEntry>* keywords) const {
+  const std::vector<std::string> joined = JoinedNames(index);
+  for (std::size_t i = 0; i < joined.size(); ++i) {
+    const SitemapItem& item = index.items[i];
     KeywordEntry entry{item.level, item.name, {}, item.see_also};
+    // One that refers to itself is a heading for those below it.
+    if (entry.see == joined[i]) entry.see.clear();
     for (const SitemapTarget& target : item.targets) {
       const std::string address = SiteAddress(target, names_, book_.index_name);
       if (address.empty()) continue;
       std::string title = target.title.empty() ? TitleAt(address) : target.title;
       entry.topics.emplace_back(title.empty() ? address : title, address);
     }
-    if (!entry.word.empty()) keywords.push_back(std::move(entry));
+    if (!entry.word.empty()) keywords->push_back(std::move(entry));
   }
+}
+
+void Exporter::WriteLists() {
+  const std::vector<ContentsEntry> contents = Contents();
+  std::vector<KeywordEntry> keywords = std::move(page_keywords_);
+  AddKeywords(book_.index, &keywords);
+  AddKeywords(book_.more_keywords, &keywords);
   keywords = SortedKeywords(std::move(keywords));
   result_.contents_entries = contents.size();
   result_.keywords = keywords.size();

@@ -41,6 +41,7 @@ class TextWriter {
  public:
   TextWriter(ChmReader& reader, const std::string& file_name)
       : reader_(reader), book_(OpenHelpBook(reader)), names_(file_name), file_name_(file_name) {
+    result_.problems = book_.problems;
     for (const HelpBook::File& file : book_.files) {
       const std::string name = ToUtf8(file.entry->name, kUtf8CodePage);
       const std::string place = names_.Add(name, file.is_page);
@@ -102,6 +103,8 @@ void TextWriter::ReadContents() {
       topic.file = found->second;
       topic.is_first = seen.insert(topic.file).second;
     }
+    const bool is_nameless = topic.title.empty() && topic.file == kNoFile;
+    if (is_nameless && !item.targets.empty()) topic.title = item.targets[0].title;
     topics_.push_back(std::move(topic));
   }
   for (std::size_t file = 0; file < files_.size(); ++file) {

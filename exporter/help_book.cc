@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 
 #include "chm/problem.h"
 #include "chm/system_info.h"
+#include "exporter/binary_lists.h"
 #include "html/charset.h"
 #include "text/ascii_text.h"
 
@@ -20,6 +22,70 @@ bool IsPageName(std::string_view name) {
   });
 }
 
+namespace {
+
+class BookReader {
+ public:
+  BookReader(ChmReader& reader, HelpBook* book) : reader_(reader), book_(*book) {}
+
+  void ReadLists() {
+    book_.contents = ListFile(book_.contents_name);
+    book_.index = ListFile(book_.index_name);
+    const std::vector<std::uint8_t> contents =
+        book_.contents.items.empty() ? Stream("/#TOCIDX") : std::vector<std::uint8_t>();
+    const std::vector<std::uint8_t> keywords = Stream("/$WWKeywordLinks/BTree");
+    const std::vector<std::uint8_t> associations = Stream("/$WWAssociativeLinks/BTree");
+    if (contents.empty() && keywords.empty() && associations.empty()) return;
+    const TopicBytes topics{Stream("/#TOPICS"), Stream("/#URLTBL"), Stream("/#URLSTR"),
+                            Stream("/#STRINGS")};
+    if (!contents.empty()) book_.contents = ReadBinaryContents(contents, topics, book_.code_page);
+    AddKeywords(ReadBinaryIndex(keywords, topics, book_.code_page));
+    book_.associations = ReadBinaryIndex(associations, topics, book_.code_page);
+    const std::vector<std::string> names = JoinedNames(book_.associations);
+    for (std::size_t i = 0; i < names.size(); ++i) book_.associations.items[i].name = names[i];
+  }
+
+ private:
+  Sitemap ListFile(const std::string& name) {
+    const Entry* entry = name.empty() ? nullptr : reader_.Find(name);
+    if (entry == nullptr) return {};
+    Sitemap sitemap = ReadSitemap(BytesOf(reader_, *entry, &book_.problems), book_.code_page);
+    for (SitemapItem& item : sitemap.items) {
+      for (SitemapTarget& target : item.targets) {
+        target.local = DecodeGuessing(target.local, sitemap.code_page);
+      }
+    }
+    return sitemap;
+  }
+
+  std::vector<std::uint8_t> Stream(std::string_view name) {
+    const Entry* entry = reader_.Find(name);
+    if (entry == nullptr) return {};
+    const std::string bytes = BytesOf(reader_, *entry, &book_.problems);
+    return {bytes.begin(), bytes.end()};
+  }
+
+  // A tree that lacks a keyword of the file is in a code page that could not hold them all: what
+  // else it has would be the file's keywords again, misspelt.
+  void AddKeywords(Sitemap tree) {
+    if (book_.index.items.empty()) {
+      book_.index = std::move(tree);
+      return;
+    }
+    const std::vector<std::string> names = JoinedNames(tree);
+    const std::set<std::string_view> in_tree(names.begin(), names.end());
+    const std::vector<std::string> own = JoinedNames(book_.index);
+    const bool has_all = std::all_of(
+        own.begin(), own.end(), [&](const std::string& name) { return in_tree.contains(name); });
+    if (has_all) book_.more_keywords = std::move(tree);
+  }
+
+  ChmReader& reader_;
+  HelpBook& book_;
+};
+
+}  // namespace
+
 HelpBook OpenHelpBook(ChmReader& reader) {
   HelpBook book;
   const std::optional<SystemInfo> info = ReadSystemInfo(reader);
@@ -31,20 +97,7 @@ HelpBook OpenHelpBook(ChmReader& reader) {
     book.index_name = info->index_file;
     if (info->language) book.language = *info->language;
   }
-  std::vector<std::string> ignored;
-  const auto read = [&](const std::string& name) {
-    const Entry* entry = name.empty() ? nullptr : reader.Find(name);
-    if (entry == nullptr) return Sitemap{};
-    Sitemap sitemap = ReadSitemap(BytesOf(reader, *entry, &ignored), book.code_page);
-    for (SitemapItem& item : sitemap.items) {
-      for (SitemapTarget& target : item.targets) {
-        target.local = DecodeGuessing(target.local, sitemap.code_page);
-      }
-    }
-    return sitemap;
-  };
-  book.contents = read(book.contents_name);
-  book.index = read(book.index_name);
+  BookReader(reader, &book).ReadLists();
   for (const Entry& entry : reader.Entries()) {
     if (KindOf(entry.name) != EntryKind::kUser) continue;
     if (EqualsIgnoringCase(entry.name, book.contents_name) ||

@@ -18,7 +18,12 @@ struct HelpBook {
   int code_page = 1252;                   // of what names none
   std::string default_topic;              // an address in the help file, or empty
   std::string contents_name, index_name;  // names of these files in the help file, or empty
-  Sitemap contents, index;                // their addresses are UTF-8
+  // The contents and index files, or where they are missing the binary forms of them. Addresses are
+  // UTF-8.
+  Sitemap contents, index;
+  // Keywords of the binary index that the index file does not have, as those from pages are; they
+  // are sorted in behind the others. And the names by which pages ask for others, whole ones.
+  Sitemap more_keywords, associations;
   // What readers may see: no folders, no streams of the help system, not the contents and index
   // files; in the order in which they are stored.
   struct File {
@@ -26,6 +31,8 @@ struct HelpBook {
     bool is_page;
   };
   std::vector<File> files;
+  // What could not be read of all this, a sentence each that names the stream or file.
+  std::vector<std::string> problems;
 };
 
 // Whether the extension of a file's name says that it is a page.

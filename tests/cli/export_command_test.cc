@@ -1,6 +1,11 @@
 // The commands that show a help file: export, text and view.
 
+#include <map>
+
+#include "chm/container_writer.h"
+#include "cli/help_file.h"
 #include "cli/hhc_command.h"
+#include "tests/bytes/memory_store.h"
 #include "tests/cli/scrivo_run.h"
 
 namespace scrivo {
@@ -15,6 +20,36 @@ class ExportCommand : public ScrivoRun {
   }
   std::string Site() const { return output.PathOf("site"); }
   std::string Page(const std::string& name) const { return output.Read("site/pages/" + name); }
+  // Compiles the book, with more options, into book/book.chm.
+  void CompileBook(const std::string& options) {
+    fs::copy(fs::path(Book()).parent_path(), output.PathOf("book"), fs::copy_options::recursive);
+    std::string project = output.Read("book/book.hhp");
+    output.Write("book/book.hhp", "[OPTIONS]\n" + options + project.substr(project.find('\n') + 1));
+    HhcSurroundings surroundings;
+    surroundings.gnu = true;
+    surroundings.working_folder = output.PathOf("book");
+    std::ostringstream told;
+    ASSERT_EQ(RunHhc({"book.hhp"}, surroundings, told, told), 0) << told.str();
+  }
+  // Copies the help file without the entries whose names end in one of `endings`, and with `added`.
+  void CopyWithout(const std::vector<std::string>& endings, const std::string& from,
+                   const std::string& to, const std::map<std::string, std::string>& added = {}) {
+    const HelpFile file = OpenHelpFile(output.PathOf(from));
+    ASSERT_NE(file.reader, nullptr);
+    MemoryStore store;
+    ContainerWriter writer(store, {});
+    for (const Entry& entry : file.reader->Entries()) {
+      const std::string name(entry.name);
+      const bool is_dropped =
+          name.ends_with('/') || name.starts_with("::") ||
+          std::any_of(endings.begin(), endings.end(),
+                      [&](const std::string& ending) { return name.ends_with(ending); });
+      if (!is_dropped) writer.AddPlain(name, file.reader->ReadWhole(entry).value());
+    }
+    for (const auto& [name, text] : added) writer.AddPlain(name, {text.begin(), text.end()});
+    ASSERT_EQ(writer.Finish(), ContainerStatus::kOk);
+    output.Write(to, {store.bytes.begin(), store.bytes.end()});
+  }
 };
 
 TEST_F(ExportCommand, MakesASiteOfAProject) {
@@ -47,6 +82,59 @@ TEST_F(ExportCommand, MakesTheSameSiteOfTheHelpFile) {
   ASSERT_EQ(Run({"export", output.PathOf("book/book.chm"), Site(), "--force"}), 0) << err;
   // But for the word that comes from the help file's bytes.
   EXPECT_EQ(Page("objects.htm").size(), page.size());
+}
+
+TEST_F(ExportCommand, ReadsContentsAndIndexInTheirBinaryForm) {
+  CompileBook("Binary TOC=Yes\nBinary Index=Yes\n");
+  ASSERT_EQ(Run({"export", output.PathOf("book/book.chm"), Site()}), 0) << err;
+  const std::string keywords = output.Read("site/data/keywords.js");
+  ASSERT_NE(keywords.find("\"rose\""), std::string::npos) << keywords;
+  CopyWithout({".hhc", ".hhk"}, "book/book.chm", "book.chm");
+  ASSERT_EQ(Run({"export", output.PathOf("book.chm"), Site(), "--force"}), 0) << err;
+  // Titles are the pages' own; entries without a page, or with a place in one, keep their names.
+  EXPECT_EQ(output.Read("site/data/contents.js"),
+            "scrivo.put(\"contents\",{\"home\":\"start.htm\",\"items\":[\n"
+            "0,\"Welcome to the garden\",\"start.htm\",\n0,\"Beds\",\"\",\n"
+            "1,\"Roses\",\"beds/roses.htm\",\n2,\"Pruning\",\"beds/roses.htm#pruning\",\n"
+            "1,\"Tulips\",\"beds/tulips.htm\",\n1,\"Tools\",\"tools.asp.htm\",\n"
+            "0,\"Objects\",\"objects.htm\",\n0,\"Elsewhere\",\"https://example.com/\",\n"
+            "0,\"Trap\",\"\",\n0,\"\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E\",\"old.htm\",\n"
+            "0,\"Evil \\x3Cscript>document.title=\\\"hit\\\"\\x3C/script>\",\"evil.htm\",]});\n");
+  EXPECT_EQ(output.Read("site/data/keywords.js"),
+            "scrivo.put(\"keywords\",[\n0,\"Blumen\",\"tulip\",\n"
+            "0,\"pruning\",[\"Pruning\",\"beds/roses.htm#pruning\",\"Welcome to the garden\","
+            "\"start.htm\"],\n0,\"rose\",[],\n1,\"red\",[\"Roses\",\"beds/roses.htm\"],\n"
+            "0,\"tulip\",[\"Tulips\",\"beds/tulips.htm\"],\n"
+            "0,\"weeds\",[\"Outside the contents\",\"outside.htm\"],]);\n");
+  ASSERT_EQ(Run({"text", output.PathOf("book.chm"), "--quiet"}), 0) << err;
+  EXPECT_TRUE(out.starts_with("<a id=\"start.htm\"></a>\n\n# Welcome to the garden\n")) << out;
+  EXPECT_LT(out.find("\n## Roses\n"), out.find("\n## Tulips\n"));
+}
+
+TEST_F(ExportCommand, TakesKeywordsOfPagesFromTheBinaryIndexToo) {
+  CompileBook("Binary Index=Yes\nAuto Index=Yes\n");
+  // Help files of some compilers have the objects with keywords and names in these streams only.
+  CopyWithout({"outside.htm"}, "book/book.chm", "book.chm",
+              {{"/outside.htm", "<title>Outside the contents</title>"}});
+  ASSERT_EQ(Run({"export", output.PathOf("book.chm"), Site()}), 0) << err;
+  EXPECT_NE(output.Read("site/data/keywords.js").find("\"weeds\",[\"Outside the contents\""),
+            std::string::npos);
+  EXPECT_NE(Page("objects.htm").find("<a href=\"outside.htm\">By association</a>"),
+            std::string::npos);
+}
+
+TEST_F(ExportCommand, TakesNoMisspeltKeywordsFromTheBinaryIndex) {
+  CompileBook("Binary Index=Yes\nAuto Index=Yes\n");
+  // As from a project whose index file has letters that the binary one could not hold.
+  CopyWithout({".hhk"}, "book/book.chm", "book.chm",
+              {{"/book.hhk",
+                "<meta charset=utf-8><ul><li><object type=\"text/sitemap\">"
+                "<param name=Name value=\"\xD7\xA9\"><param name=Local value=\"start.htm\">"
+                "</object></ul>"}});
+  ASSERT_EQ(Run({"export", output.PathOf("book.chm"), Site()}), 0) << err;
+  const std::string keywords = output.Read("site/data/keywords.js");
+  EXPECT_NE(keywords.find("\"\xD7\xA9\""), std::string::npos) << keywords;
+  EXPECT_EQ(keywords.find("tulip"), std::string::npos) << keywords;
 }
 
 TEST_F(ExportCommand, MakesASiteOfAWeb) {

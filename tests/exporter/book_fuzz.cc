@@ -1,5 +1,5 @@
-// The streams of a help file that say what is in it: #SYSTEM, #WINDOWS, #STRINGS, contents, index
-// and a page, parted by "\n====\n". Whatever they hold, the file becomes text and a site.
+// The streams of a help file that say what is in it, in the order of kNames and parted by
+// "\n====\n". Whatever they hold, the file becomes text and a site.
 
 #include <cstdint>
 #include <cstdlib>
@@ -21,8 +21,18 @@
 namespace scrivo {
 namespace {
 
-constexpr const char* kNames[] = {"/#SYSTEM", "/#WINDOWS",  "/#STRINGS",
-                                  "/toc.hhc", "/words.hhk", "/page.htm"};
+constexpr const char* kNames[] = {"/#SYSTEM",
+                                  "/#WINDOWS",
+                                  "/#STRINGS",
+                                  "/toc.hhc",
+                                  "/words.hhk",
+                                  "/page.htm",
+                                  "/#TOCIDX",
+                                  "/$WWKeywordLinks/BTree",
+                                  "/$WWAssociativeLinks/BTree",
+                                  "/#TOPICS",
+                                  "/#URLTBL",
+                                  "/#URLSTR"};
 constexpr std::string_view kEnd = "\n====\n";
 
 std::unique_ptr<ChmReader> HelpFileOf(std::string_view parts) {
