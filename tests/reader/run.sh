@@ -12,7 +12,7 @@ passed=0 failed=0 skipped=0
 
 if ! [ node_modules/.package-lock.json -nt package-lock.json ]; then
   if ! npm ci --no-audit --no-fund --silent 2>npm.log; then
-    if ! timeout 20 npm ping >/dev/null 2>&1; then
+    if npm --version >/dev/null 2>&1 && ! timeout 20 npm ping >/dev/null 2>&1; then
       echo "skipped: the npm registry cannot be reached"
       exit 0
     fi
