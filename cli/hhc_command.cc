@@ -14,6 +14,7 @@
 #include "bytes/output_file.h"
 #include "cli/hhc_output.h"
 #include "hhc/compiler.h"
+#include "hhc/parent_folders.h"
 
 namespace scrivo {
 namespace {
@@ -95,23 +96,19 @@ std::string WithoutQuotes(const std::string& name) {
   return name.substr(1, name.size() - 2);
 }
 
-// Writes the log in the place of an earlier one in one step. Returns why not.
-std::string WriteLog(const CompileRequest& request, const CompileResult& result,
-                     const std::string& text) {
+// Writes the log in the place of an earlier one in one step, and its folder where that is missing.
+// Returns why not.
+std::string WriteLog(const CompileResult& result, const std::string& text) {
+  if (!result.error_log_refusal.empty()) return result.error_log_refusal;
   const std::filesystem::path path = SystemPath(result.error_log);
-  std::error_code error;
-  const auto is = [&](const std::filesystem::path& other) {
-    return std::filesystem::equivalent(path, other, error);
-  };
-  if (is(SystemPath(result.output))) return "it is the help file";
-  if (is(SystemPath(request.working_folder) / SystemPath(request.project_path))) {
-    return "it is the project";
-  }
-  const auto file = OutputFile::Create(path, &error);
+  ParentFolders folders(path);
+  std::error_code error = folders.Error();
+  const auto file = error ? nullptr : OutputFile::Create(path, &error);
   if (file == nullptr) return error.message();
   const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-  if (file->WriteAt(0, {bytes, text.size()}) && file->Commit()) return {};
-  return file->Reason().message();
+  if (!file->WriteAt(0, {bytes, text.size()}) || !file->Commit()) return file->Reason().message();
+  folders.Keep();
+  return {};
 }
 
 // Sets the exit status as soon as it is known: what fails behind that, in telling, does not change
@@ -146,7 +143,7 @@ void Compile(const Options& options, const HhcSurroundings& surroundings, std::i
       std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
   output.Finish(result, static_cast<int>(seconds.count()));
   if (!result.error_log.empty()) {
-    const std::string reason = WriteLog(request, result, output.Text());
+    const std::string reason = WriteLog(result, output.Text());
     if (!reason.empty()) {
       err << "hhc: error: " << result.error_log << ": the log file cannot be written: " << reason
           << '\n';

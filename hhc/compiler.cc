@@ -1,6 +1,7 @@
 #include "hhc/compiler.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "bytes/output_file.h"
@@ -97,7 +98,7 @@ std::string RefusalText(const std::error_code& error) {
   return error.message();
 }
 
-void Compile(CompileContext* context, OutputFile* output) {
+void Compile(CompileContext* context, ProjectSources* sources, OutputFile* output) {
   const CompileRequest& request = context->request;
   CompileResult& result = context->result;
   ContainerOptions options;
@@ -107,15 +108,15 @@ void Compile(CompileContext* context, OutputFile* output) {
   ContainerWriter writer(*output, options);
   TopicFacts facts(*context);
 
-  ProjectSources sources = CollectSources(context);
-  if (!IsFreeOfSources(context, sources, 0)) return;
-  const std::size_t named = sources.list.Size();
-  CompileFiles(context, &sources, &writer, &facts);
+  *sources = CollectSources(context);
+  if (!IsFreeOfSources(context, *sources, 0)) return;
+  const std::size_t named = sources->list.Size();
+  CompileFiles(context, sources, &writer, &facts);
   if (context->Stops()) return;
-  if (sources.list.Empty()) return context->Report(MessageCode::kNoTopics, {});
+  if (sources->list.Empty()) return context->Report(MessageCode::kNoTopics, {});
   // Links may have led to more.
-  if (!IsFreeOfSources(context, sources, named)) return;
-  if (!BuildStreams(context, sources, &facts, &writer)) return;
+  if (!IsFreeOfSources(context, *sources, named)) return;
+  if (!BuildStreams(context, *sources, &facts, &writer)) return;
 
   const ContainerStatus status = writer.Finish();
   if (context->Stops()) return;
@@ -128,6 +129,20 @@ void Compile(CompileContext* context, OutputFile* output) {
   if (status == ContainerStatus::kBadName) reason = "bad name: " + writer.BadName();
   if (status == ContainerStatus::kDuplicateName) reason = "name used twice: " + writer.BadName();
   context->Report(MessageCode::kOutputFailed, {"write", SystemSlashes(result.output), reason});
+}
+
+// Makes the output, in its folder. The sources are those that were found until the compile ended.
+void CompileToDisk(CompileContext* context, ProjectSources* sources) {
+  const std::filesystem::path path = SystemPath(context->result.output);
+  ParentFolders folders(path);
+  std::error_code error = folders.Error();
+  const auto output = error ? nullptr : OutputFile::Create(path, &error);
+  if (output == nullptr) {
+    return context->Report(MessageCode::kOutputFailed,
+                           {"open", SystemSlashes(context->result.output), RefusalText(error)});
+  }
+  Compile(context, sources, output.get());
+  if (context->result.made) folders.Keep();
 }
 
 }  // namespace
@@ -153,20 +168,13 @@ CompileResult CompileProject(const CompileRequest& request, const SourceFiles& f
   listener->Starting(result.output);
 
   CompileContext context(request, files, std::move(project), folder, listener, &result);
+  ProjectSources sources;
   if (IsSameFile(path, result.output)) {
     ReportSource(&context, path);
-    return result;
-  }
-  ParentFolders folders(SystemPath(result.output));
-  std::error_code error = folders.Error();
-  const auto output = error ? nullptr : OutputFile::Create(SystemPath(result.output), &error);
-  if (output) {
-    Compile(&context, output.get());
   } else {
-    context.Report(MessageCode::kOutputFailed,
-                   {"open", SystemSlashes(result.output), RefusalText(error)});
+    CompileToDisk(&context, &sources);
   }
-  if (result.made) folders.Keep();
+  result.error_log_refusal = LogInPlaceOf(&context, path, sources.list);
   return result;
 }
 

@@ -75,6 +75,8 @@ struct CompileResult {
   std::vector<std::string> not_compiled;  // paths in the project, the system's separators
   bool display_progress = false;          // what the project asks for
   std::string error_log;  // full path of the file that gets the output too, or empty
+  // Why nothing may be written to `error_log`, which is a file of this compile; empty: it may.
+  std::string error_log_refusal;
 };
 
 // Never throws for what the input holds; an output file that exists is replaced only by a complete

@@ -9,12 +9,12 @@
 namespace scrivo {
 namespace {
 
-bool IsListedByName(CompileContext* context, const ProjectSources& sources,
-                    const SourceList::File& file) {
-  for (const ProjectLine& line : sources.listed) {
+bool IsListedByName(CompileContext* context, const std::vector<ProjectLine>& listed,
+                    const std::string& disk_path) {
+  for (const ProjectLine& line : listed) {
     if (line.text.find_first_of("*?") != std::string::npos) continue;
     const auto found = context->tree.FindListed(line.text);
-    if (found && found->disk_path == file.found.disk_path) return true;
+    if (found && IsSameFile(found->disk_path, disk_path)) return true;
   }
   return false;
 }
@@ -36,10 +36,25 @@ std::string SourceInOutputsPlace(CompileContext* context, const ProjectSources& 
   for (std::size_t number = first; number < list.Size(); ++number) {
     const SourceList::File& file = list.At(number);
     if (!IsSameFile(file.found.disk_path, output)) continue;
-    if (!StartsAsHelpFile(SystemPath(output), &unread) || IsListedByName(context, sources, file))
+    if (!StartsAsHelpFile(SystemPath(output), &unread) ||
+        IsListedByName(context, sources.listed, output))
       return file.found.address;
   }
   return {};
+}
+
+std::string LogInPlaceOf(CompileContext* context, const std::string& project_path,
+                         const SourceList& sources) {
+  const std::string& log = context->result.error_log;
+  std::error_code ignored;
+  if (log.empty() || !std::filesystem::exists(SystemPath(log), ignored)) return {};
+  if (IsSameFile(log, project_path)) return "it is the project";
+  if (IsSameFile(log, context->result.output)) return "it is the help file";
+  bool is_source = IsListedByName(context, context->project.files, log);
+  for (std::size_t number = 0; number < sources.Size() && !is_source; ++number) {
+    is_source = IsSameFile(log, sources.At(number).found.disk_path);
+  }
+  return is_source ? "it is a source of the help file" : "";
 }
 
 }  // namespace scrivo

@@ -17,6 +17,12 @@ namespace scrivo {
 std::string SourceInOutputsPlace(CompileContext* context, const ProjectSources& sources,
                                  std::size_t first);
 
+// What the log file (the result's `error_log`) is to the compile, if its name leads to the project
+// `project_path`, to the output, to a file that [FILES] lists or to one of the sources so far:
+// "it is the project". Empty when it is none of them. Compares by identity, too.
+std::string LogInPlaceOf(CompileContext* context, const std::string& project_path,
+                         const SourceList& sources);
+
 // Whether both paths (UTF-8, "/" separators) lead to one file that is there.
 bool IsSameFile(const std::string& one, const std::string& other);
 

@@ -136,6 +136,44 @@ TEST_F(HhcCommandTest, WritesNoLogOverWhatItWorksWith) {
   EXPECT_TRUE(err_.str().ends_with(": it is the project\n")) << err_.str();
 }
 
+TEST_F(HhcCommandTest, KnowsFilesOfTheCompileByAnyNameBeforeItWritesALog) {
+  folder_.Write("help.hhp", "[OPTIONS]\nError log file=help.hhp\n[FILES]\na.htm\n");
+  folder_.Write("a.htm", "<title>a</title><img src=i.gif>");
+  folder_.Write("i.gif", "GIF");
+  for (const char* const name : {"HELP", "help", "HELP.HHP"}) {
+    EXPECT_EQ(Run({name}), 1) << name;
+    EXPECT_TRUE(folder_.Read("help.hhp").starts_with("[OPTIONS]")) << name;
+    EXPECT_TRUE(err_.str().ends_with(": it is the project\n")) << name << ": " << err_.str();
+  }
+  for (const std::string source : {"a.htm", "I.GIF"}) {
+    folder_.Write("help.hhp", "[OPTIONS]\nError log file=" + source + "\n[FILES]\na.htm\n");
+    EXPECT_EQ(Run({"help.hhp"}), 1);
+    EXPECT_TRUE(folder_.Read("a.htm").starts_with("<title>"));
+    EXPECT_EQ(folder_.Read("i.gif"), "GIF");
+    EXPECT_TRUE(err_.str().ends_with(": it is a source of the help file\n")) << err_.str();
+  }
+  // Where the help file cannot be begun, nothing but the project's own lines tells the sources.
+  folder_.Write("help.hhp",
+                "[OPTIONS]\nCompiled file=i.gif/x.chm\nError log file=a.htm\n[FILES]\na.htm\n");
+  EXPECT_EQ(Run({"help.hhp"}), 0);
+  EXPECT_TRUE(folder_.Read("a.htm").starts_with("<title>"));
+}
+
+TEST_F(HhcCommandTest, MakesTheFolderOfALogAndLeavesNoneBehindWithoutOne) {
+  WriteSample("Error log file=new/logs/log.txt\n");
+  EXPECT_EQ(Run({"my project.hhp"}), 1);
+  EXPECT_NE(folder_.Read("new/logs/log.txt").find("Created"), std::string::npos);
+  EXPECT_EQ(err_.str(), "");
+  WriteSample("Error log file=a.htm/logs/log.txt\n");
+  EXPECT_EQ(Run({"my project.hhp"}), 1);
+  EXPECT_NE(err_.str().find("log.txt: the log file cannot be written: "), std::string::npos);
+  // No system takes so long a name: the folder that was made on the way there goes again.
+  WriteSample("Error log file=other/" + std::string(300, 'n') + ".txt\n");
+  EXPECT_EQ(Run({"my project.hhp"}), 1);
+  EXPECT_NE(err_.str().find("the log file cannot be written: "), std::string::npos) << err_.str();
+  EXPECT_FALSE(std::filesystem::exists(SystemPath(folder_.Path("other"))));
+}
+
 TEST_F(HhcCommandTest, WritesTheLogFileOfTheProject) {
   WriteSample("Error log file=log.txt\n");
   Run({"my project.hhp"});
