@@ -1,5 +1,7 @@
 #include "compiler/frm_hhc.h"
 
+#include <exception>
+
 #include "compiler/message_scan.h"
 #include "compiler/spawn_console_app.h"
 #include "errors/error_handler.h"
@@ -57,6 +59,13 @@ frmHHC::frmHHC() : view_(Globals().views->MakeRunView()), lines_(Globals().path_
 frmHHC::~frmHHC() = default;
 
 std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::string& Arguments) {
+  // However the run is left, also before its first statement.
+  struct Guard {
+    frmHHC& form;
+    ~Guard() {
+      if (form.running_) form.ReleaseWindow();
+    }
+  } const guard{*this};
   running_ = true;
   const auto run = [&](Steps& step, std::int32_t& result) {
     step([&] { view_->SetProgress("", 0); });
@@ -69,7 +78,8 @@ std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::str
       });
     } else {
       const std::string tool = step([&] { return ToolPath(folder); });
-      RunTool("\"" + tool + "\" " + Arguments, WorkingDirectory, &result);
+      const std::string line = step([&] { return "\"" + tool + "\" " + Arguments; });
+      RunTool(step, line, WorkingDirectory, &result);
       step([&] { AppendToTranscript(std::string(kLineBreak) + "Done!"); });
       const auto messages = step([&] { return ScanForMessages(transcript_); });
       if (!messages.empty()) {
@@ -82,9 +92,7 @@ std::int32_t frmHHC::Execute(const std::string& WorkingDirectory, const std::str
     step([&] { view_->ShowBusy(false); });
     running_ = false;
   };
-  const std::int32_t result = Procedure<std::int32_t>("Kestrel.frmHHC.Execute", run);
-  if (running_) ReleaseWindow();
-  return result;
+  return Procedure<std::int32_t>("Kestrel.frmHHC.Execute", run);
 }
 
 void frmHHC::ShowStart(Steps& step) {
@@ -107,8 +115,9 @@ std::string frmHHC::ToolPath(const std::string& folder) const {
   return folder + Separator(Globals().path_style) + Globals().compiler_file_name;
 }
 
-void frmHHC::RunTool(const std::string& command_line, const std::string& folder,
+void frmHHC::RunTool(Steps& step, const std::string& command_line, const std::string& folder,
                      std::int32_t* exit_code) {
+  std::exception_ptr failure;
   try {
     mHHC = std::make_unique<CSpawnConsoleApp>();
     mHHC->OnProcessStarted = [this] { mHHC_OnProcessStarted(); };
@@ -116,9 +125,11 @@ void frmHHC::RunTool(const std::string& command_line, const std::string& folder,
     mHHC->BeforeWaiting = [this] { mHHC_BeforeWaiting(); };
     *exit_code = mHHC->ExecuteApp(command_line, folder);
   } catch (...) {
-    AppendToTranscript(kLineBreak + ("Error: " + ErrorFrom(std::current_exception()).description));
+    failure = std::current_exception();
   }
   mHHC.reset();
+  if (!failure) return;
+  step([&] { AppendToTranscript(kLineBreak + ("Error: " + ErrorFrom(failure).description)); });
 }
 
 void frmHHC::TellMessages(const std::vector<std::string>& messages) {

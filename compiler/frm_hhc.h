@@ -11,6 +11,7 @@
 namespace scrivo {
 
 class CSpawnConsoleApp;
+class Steps;
 
 // The run window: it runs the help compiler on a project, or the viewer that takes a compiled file
 // apart, shows what the tool prints as it is printed, estimates the progress and at the end tells
@@ -52,13 +53,14 @@ class frmHHC {
   bool HasRunner() const { return mHHC != nullptr; }
 
  private:
-  void ShowStart(class Steps& step);
+  void ShowStart(Steps& step);
   // Gives the user a window back whose run was left before its end.
   void ReleaseWindow();
   // The tool to run; `folder` is the compiler's.
   std::string ToolPath(const std::string& folder) const;
   // Leaves the exit code as it is when the run does not come to one.
-  void RunTool(const std::string& command_line, const std::string& folder, std::int32_t* exit_code);
+  void RunTool(Steps& step, const std::string& command_line, const std::string& folder,
+               std::int32_t* exit_code);
   void TellMessages(const std::vector<std::string>& messages);
   void ShowProgress(int percent);
   void AppendToTranscript(const std::string& text);
