@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "cli/barless_files.h"
 #include "cli/compile_report.h"
 #include "cli/disk_path.h"
 #include "cli/foreign_compiler.h"
@@ -11,11 +10,10 @@
 #include "cli/hhc_command.h"
 #include "cli/made_file.h"
 #include "cli/open_web.h"
-#include "cli/overlay_files.h"
 #include "cli/run_summary.h"
 #include "cli/web_account.h"
 #include "cli/web_job.h"
-#include "cli/withheld_files.h"
+#include "cli/web_sources.h"
 #include "errors/frame.h"
 #include "hhc/compiler.h"
 #include "hhc/parent_folders.h"
@@ -74,18 +72,6 @@ std::int64_t TimeToRecord() {
                   "\" is not a number of seconds. Correct or unset it.");
 }
 
-// Tells how much of the pages was left out as bars.
-void TellBars(const BarlessFiles::Sum& sum, Console& console) {
-  if (sum.pages == 0) {
-    console.Remark("No page has bars that --without-bars could leave out.");
-    return;
-  }
-  const std::uint64_t percent = (200 * sum.bar_bytes / sum.page_bytes + 1) / 2;
-  console.Remark("Left the bars out of " + std::to_string(sum.pages) +
-                 (sum.pages == 1 ? " page: " : " pages: ") + std::to_string(percent) +
-                 " % of the bytes of all pages.");
-}
-
 // Compiles the web with the project's files laid over it in memory.
 bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileReport* report,
                      Console& console) {
@@ -97,14 +83,10 @@ bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileR
   request.compiler_name = kCompilerName;
   request.time = TimeToRecord();
   request.threads = CompilerThreads();
-  const DiskFiles disk;
-  const WithheldFiles taken(disk, request.working_folder, job.with_hidden);
-  const BarlessFiles bare(taken);
-  const SourceFiles& pages = job.without_bars ? static_cast<const SourceFiles&>(bare) : taken;
-  const OverlayFiles files(pages, request.working_folder, project.files);
+  const WebSources files(project, job);
   const CompileResult result = CompileProject(request, files, report);
   if (result.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");
-  if (job.without_bars) TellBars(bare.Total(), console);
+  files.TellBars(console);
   return result.made;
 }
 
@@ -138,8 +120,10 @@ bool Compile(const CompileOptions& options, WebToCompile* web, CompileReport* re
   };
   const HelpProject kept = make(ProjectUse::kAnywhere);
   TellUnlisted(kept, console);
-  WrittenProject(kept).Keep();
-  return CompileInMemory(make(ProjectUse::kInProcess), job, report, console);
+  WrittenProject written(kept);
+  const bool made = CompileInMemory(make(ProjectUse::kInProcess), job, report, console);
+  written.Keep();
+  return made;
 }
 
 // A quiet run has not told the warnings, which are now what it fails for.
@@ -168,8 +152,7 @@ void TellMade(const std::string& output, Console& console) {
 
 int CompileTelling(const CompileOptions& options, bool tell_result, Console& console) {
   console.BeginStep("Reading " + options.web);
-  const PagesGoTo pages = options.compiler.empty() ? PagesGoTo::kThisCompiler : PagesGoTo::kAnother;
-  WebToCompile web(options, pages, console);
+  WebToCompile web(options, PagesGoTo::kThisCompiler, console);
   const std::string& output = web.job.output;
   const bool had_earlier = TheServices().files->FileExists(output);
 

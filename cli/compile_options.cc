@@ -117,11 +117,6 @@ std::string NoIndexHint(const std::vector<IndexSource>& sources) {
 }
 
 void ThrowIfContradicting(const CompileOptions& options) {
-  if (options.reading.without_bars && !options.compiler.empty()) {
-    throw UsageError(
-        "--without-bars: another compiler reads the pages on disk, bars and all; leave out "
-        "--compiler or --without-bars");
-  }
   // Through UTF-8 every language goes.
   if (options.language == 0 || options.code_page == 0 || options.code_page == kUtf8CodePage) return;
   const int of_language = CodePageOfLanguage(options.language);
@@ -175,7 +170,7 @@ std::vector<Option> AllCompileOptions(CompileOptions* options) {
       Switch("--keep-project", "keep the project files in the web's folder", &options->keep_project,
              true),
       Text("--compiler", "", "FILE",
-           "help compiler to run in place of Scrivo's own;\nits project is written into the web",
+           "help compiler to run in place of Scrivo's own;\nit reads a copy of the web",
            &options->compiler),
       Switch("--view", "open the help file when it is made", &options->view, true),
       Switch("--strict", "exit with status 1 on compiler messages", &options->strict, true),

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <deque>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -14,6 +15,8 @@
 #include "cli/disk_path.h"
 #include "cli/help_project.h"
 #include "cli/open_web.h"
+#include "cli/web_copy.h"
+#include "cli/web_sources.h"
 #include "cli/work_folder.h"
 #include "compiler/message_scan.h"
 #include "errors/frame.h"
@@ -85,10 +88,12 @@ CompileMessage TypedMessage(const std::string& text) {
   return {0, Severity::kWarning, text};
 }
 
-// One run of the program: its lines go to the report, the last of them are kept.
+// One run of the program: its lines go to the report, the last of them are kept. Where they name
+// the copy of the web that the program reads, the report is given the web.
 class Run {
  public:
-  explicit Run(CompileReport* report) : report_(*report) {}
+  Run(CompileReport* report, std::string copy, std::string web)
+      : report_(*report), copy_(std::move(copy)), web_(std::move(web)) {}
 
   // Runs the program to its end. Throws Error when it cannot be started.
   void Do(const std::string& compiler, const std::string& folder, const std::string& project) {
@@ -158,6 +163,10 @@ class Run {
 
   void EndLine() {
     if (line_.empty()) return;
+    for (std::size_t at = 0; (at = line_.find(copy_, at)) != std::string::npos;) {
+      line_.replace(at, copy_.size(), web_);
+      at += web_.size();
+    }
     std::string line = ToUtf8(line_, TerminalCodePage());
     report_.Line(line);
     for (const std::string& text : ScanForMessages(line)) report_.Message(TypedMessage(text));
@@ -167,6 +176,7 @@ class Run {
   }
 
   CompileReport& report_;
+  const std::string copy_, web_;
   std::string line_;
   std::deque<std::string> last_lines_;
   std::uint32_t exit_code_ = 0;
@@ -194,22 +204,25 @@ bool CompileWithForeign(const std::string& compiler, SiteWeb& web, const Compile
                         const Locator& locate, CompileReport* report, Console* console) {
   const WorkFolder work(job.output);
   const std::string folder = web.BaseFolder()->LocalPath();
-  const std::string base_name = FreeProjectBaseName(folder);
+  const std::string copy = work.PathOf("web"), made_in = work.PathOf("made");
+  const std::string base_name = job.keep_project ? FreeProjectBaseName(folder) : kProjectBaseName;
+  const auto make = [&](const CompileJob& of) {
+    return MakeHelpProject(web, of, locate, base_name, ProjectUse::kAnywhere);
+  };
   CompileJob inner = job;
-  inner.output = work.PathOf(GetFileName(job.output));
-  const HelpProject project = MakeHelpProject(web, inner, locate, base_name, ProjectUse::kAnywhere);
+  inner.output = JoinPath(made_in, GetFileName(job.output));
+  const HelpProject project = make(inner);
   TellUnlisted(project, *console);
-  work.NoteProject(project);
-  WrittenProject written(project);
-  Run run(report);
-  run.Do(compiler, folder, project.name);
+  std::optional<WrittenProject> kept;
+  if (job.keep_project) kept.emplace(make(job));
+  const WebSources files(project, job);
+  CopyWeb(web, files, copy, console);
+  files.TellBars(*console);
+  Disk().MakeFolder(made_in);
+  Run run(report, copy, folder);
+  run.Do(compiler, copy, project.name);
   if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
-  if (job.keep_project) {
-    work.ForgetProject();
-    const HelpProject kept = MakeHelpProject(web, job, locate, base_name, ProjectUse::kAnywhere);
-    Disk().WriteWhole(JoinPath(folder, kept.name), kept.files.at(kept.name));
-    written.Keep();
-  }
+  if (kept) kept->Keep();
   if (!IsWholeHelpFile(inner.output)) {
     TellEnding(compiler, inner.output, run, *report, console);
     return false;

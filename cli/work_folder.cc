@@ -18,36 +18,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// In a work folder: the file that says that its run is alive, copies of the project's files, and
-// the folder that these were written to.
-constexpr char kHeld[] = "held", kProject[] = "project", kProjectFolder[] = "project-folder";
+// In a work folder: the file that says that its run is alive.
+constexpr char kHeld[] = "held";
 
 Files& Disk() { return *TheServices().files; }
 
 std::string ServicePath(const fs::path& path) { return AbsolutePath(PortablePath(path)); }
 
-// Removes those files of a project that are still as they were written.
-void RemoveProject(const fs::path& work) {
-  const std::string folder = ReadWholeFile(Disk(), ServicePath(work / kProjectFolder));
-  std::error_code error;
-  for (const FolderItem& item : ItemsOfFolder(work / kProject, &error)) {
-    IgnoringErrors([&] {
-      const std::string copy = ServicePath(work / kProject / item.name);
-      const std::string path = JoinPath(folder, PortablePath(item.name));
-      if (ReadWholeFile(Disk(), path) == ReadWholeFile(Disk(), copy)) Disk().Remove(path, true);
-    });
-  }
-}
-
-// Removes a work folder that nobody is at work in.
+// Removes a work folder that nobody is at work in. One without the file has been removed as far as
+// could be by a run before; making it says that nobody is to begin here.
 void RemoveIfLeft(const fs::path& work) {
   std::error_code ignored;
   if (!fs::is_directory(fs::symlink_status(work, ignored))) return;
-  if (auto held = HeldFile::TakeOver(work / kHeld)) {
-    IgnoringErrors([&] { RemoveProject(work); });
-    RemoveFolder(work);
-  }
-  fs::remove(work, ignored);  // as long as it is empty
+  auto held = HeldFile::TakeOver(work / kHeld);
+  if (held == nullptr) held = HeldFile::Make(work / kHeld, &ignored);
+  if (held == nullptr) return;
+  RemoveFolder(work);
+  held.reset();
+  fs::remove(work, ignored);  // where a held file cannot be removed by others
 }
 
 }  // namespace
@@ -82,14 +70,5 @@ WorkFolder::~WorkFolder() {
 std::string WorkFolder::PathOf(const std::string& name) const {
   return JoinPath(ServicePath(path_), name);
 }
-
-void WorkFolder::NoteProject(const HelpProject& project) const {
-  Disk().Write(PathOf(kProjectFolder), project.folder);
-  const std::string copies = PathOf(kProject);
-  Disk().MakeFolder(copies);
-  for (const auto& [name, text] : project.files) Disk().Write(JoinPath(copies, name), text);
-}
-
-void WorkFolder::ForgetProject() const { Disk().Remove(PathOf(kProjectFolder), true); }
 
 }  // namespace scrivo

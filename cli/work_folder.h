@@ -5,13 +5,12 @@
 #include <string>
 
 #include "bytes/held_file.h"
-#include "cli/help_project.h"
 
 namespace scrivo {
 
 // A folder beside an output, "<output>.scrivo-work", that is there for one run of another compiler
-// and goes with it. What a run left that was ended, the next one to the same output removes, and
-// with it the project that lay in the web: told by a lock, so that no living run is met.
+// and goes with it. What a run left that was ended, the next one to the same output removes: told
+// by a lock, so that no living run is met.
 class WorkFolder {
  public:
   // `output` is the help file's full path. Throws Error, with a text for the user, when no folder
@@ -23,12 +22,6 @@ class WorkFolder {
 
   // The full path of a file in the folder.
   std::string PathOf(const std::string& name) const;
-
-  // Notes which files of a project are about to be written, so that they can be removed when this
-  // process is ended before it does so. Throws Error.
-  void NoteProject(const HelpProject& project) const;
-  // They are to stay. Throws Error.
-  void ForgetProject() const;
 
  private:
   std::filesystem::path path_;

@@ -20,4 +20,11 @@ bool IsHiddenLocation(std::string_view location) {
   return false;
 }
 
+bool IsUnfinishedName(std::string_view name) {
+  const std::size_t last = name.find_last_not_of("0123456789");
+  if (last == std::string_view::npos) return false;
+  if (last + 1 < name.size() && name[last] == '-') name = name.substr(0, last);
+  return name.ends_with(".scrivo-new") || name.ends_with(".scrivo-work");
+}
+
 }  // namespace scrivo

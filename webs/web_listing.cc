@@ -61,6 +61,7 @@ class WebListing::Lister {
   void List(Index folder, const std::vector<FolderEntry>& entries) {
     std::vector<Name> names, subfolders;
     for (const FolderEntry& entry : entries) {
+      if (IsUnfinishedName(entry.name)) continue;
       if (entry.name.find_first_of("\r\n") != std::string::npos) {
         report_.Problem(
             {listing_.FolderPath(folder) + Separator(listing_.style_) + entry.name, 0,

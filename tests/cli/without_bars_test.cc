@@ -83,13 +83,6 @@ TEST_F(WithoutBarsRun, WorksForWhatIsMadeOfAWeb) {
   EXPECT_FALSE(output.Has("site/pages/docs/bar.gif"));
 }
 
-TEST_F(WithoutBarsRun, CannotGoWithAnotherCompiler) {
-  EXPECT_EQ(CompileWithFake("", {"--without-bars"}), 2);
-  EXPECT_TRUE(err.starts_with("scrivo: error: --without-bars: another compiler reads the pages "))
-      << err;
-  EXPECT_FALSE(output.Has("a.chm"));
-}
-
 TEST_F(WithoutBarsRun, WarnsThatAProjectLeavesThePagesAsTheyAre) {
   ASSERT_EQ(Run({"project", WebPath(), "--without-bars"}), 0) << err;
   EXPECT_NE(err.find("scrivo: warning: --without-bars: a project leaves the pages as they are"),

@@ -232,6 +232,18 @@ TEST_F(DiskWebTest, ThePageOfAKeptProjectIsNotAPageOfTheWeb) {
             "file:///web/docs/Scr1A2.tmp.htm\n");
 }
 
+TEST_F(DiskWebTest, WhatRunsLeaveBesideAnOutputIsNoPartOfTheWeb) {
+  for (const char* name :
+       {"a.htm", "a.chm.scrivo-work/web/a.htm", "docs/a.chm.scrivo-work-12/a.htm",
+        "a.htm.scrivo-new", "a.htm.scrivo-new-2", "b.scrivo-new-x.htm", "scrivo-work/c.htm",
+        "d.scrivo-work2/d.htm"}) {
+    Put(name, "");
+  }
+  EXPECT_EQ(Urls(AllFiles(*Open())),
+            "file:///web/a.htm\nfile:///web/b.scrivo-new-x.htm\n"
+            "file:///web/d.scrivo-work2/d.htm\nfile:///web/scrivo-work/c.htm\n");
+}
+
 TEST_F(DiskWebTest, ASubfolderThatCannotBeReadIsReportedAndLeftOut) {
   Put("a.htm", "");
   Put("docs/b.htm", "");

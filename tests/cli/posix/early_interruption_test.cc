@@ -81,6 +81,55 @@ TEST_F(EarlyInterruption, WhileTheProjectIsWrittenLeavesNoFileOfIt) {
   }
 }
 
+TEST_F(EarlyInterruption, WhileTheWebIsCopiedLeavesThingsAsTheyWere) {
+  output.Write("a.chm", "ITSF old");
+  web.Write("behaviour.txt", "make");
+  for (const char* ending : {"picture.gif", "a.htm", ".hhp"}) {
+    EXPECT_EXIT(RunInterrupted({"compile", WebPath(), "-o", Output(), "--compiler",
+                                TestProgram("test_fake_hhc"), "--keep-project", "-q"},
+                               ending, true),
+                testing::ExitedWithCode(130), "told: $")
+        << ending;
+    EXPECT_EQ(output.Read("a.chm"), "ITSF old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1) << ending;
+    EXPECT_TRUE(ProjectFiles().empty()) << ending;
+  }
+}
+
+// What a program tells, interrupting it at a word.
+class InterruptingBuffer : public std::stringbuf {
+ public:
+  explicit InterruptingBuffer(std::string word) : word_(std::move(word)) {}
+
+ protected:
+  std::streamsize xsputn(const char* text, std::streamsize size) override {
+    if (std::string_view(text, static_cast<std::size_t>(size)).find(word_) != std::string::npos) {
+      raise(SIGINT);
+    }
+    return std::stringbuf::xsputn(text, size);
+  }
+
+ private:
+  const std::string word_;
+};
+
+TEST_F(EarlyInterruption, OfACompileWhoseProjectIsToBeKeptLeavesNoFileOfIt) {
+  web.Write("docs/a.htm", "<img src=\"missing.gif\">");
+  const auto run = [&] {
+    signal(SIGINT, SIG_DFL);
+    CatchInterruptions();
+    InterruptingBuffer told("missing.gif");
+    std::ostream stream(&told);
+    const int status = RunScrivo({"compile", WebPath(), "-o", Output(), "--keep-project"},
+                                 {stream, stream, false, 80, [] { return 0.0; }});
+    std::fputs(told.str().c_str(), stderr);
+    std::exit(status);
+  };
+  EXPECT_EXIT(run(), testing::ExitedWithCode(130), "missing.gif");
+  EXPECT_TRUE(ProjectFiles().empty());
+  EXPECT_FALSE(output.Has("a.chm"));
+}
+
 TEST_F(EarlyInterruption, WhileTheProjectsPagesAreReadTellsOfNoFailure) {
   EXPECT_EXIT(RunInterrupted({"project", WebPath(), "-q"}, "a.htm", false),
               testing::ExitedWithCode(130), "told: $");

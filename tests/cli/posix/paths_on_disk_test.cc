@@ -101,6 +101,28 @@ TEST_F(LongPath, AsTheOutputIsOneError) {
   EXPECT_EQ(LinesWith("File name too long"), 1) << err;
 }
 
+class LinkedWeb : public ScrivoRun {};
+
+TEST_F(LinkedWeb, IsCopiedForAnotherCompilerWithWhatItsLinksLeadTo) {
+  namespace fs = std::filesystem;
+  const TestFolder elsewhere;
+  elsewhere.Write("b.htm", "<title>B</title>");
+  fs::create_symlink(elsewhere.path(), web.path() / "linked");
+  fs::create_symlink(web.path(), web.path() / "docs" / "round");
+  web.Write("_derived/deep/c.gif", "GIF");
+  fs::create_symlink(web.path() / "_derived", web.path() / "_derived" / "deep" / "round");
+  fs::create_symlink("nowhere", web.path() / "lost.gif");
+  EXPECT_EQ(CompileWithFake("list its folder\n" + output.PathOf("list.txt")), 0) << err;
+  const std::string list = output.Read("list.txt");
+  EXPECT_NE(list.find("./linked/b.htm\n"), std::string::npos) << list;
+  EXPECT_NE(list.find("./_derived/deep/c.gif\n"), std::string::npos) << list;
+  EXPECT_EQ(list.find("round"), std::string::npos) << list;
+  EXPECT_NE(Plain(err).find("scrivo: warning: WEB/lost.gif: kept from the compiler: No such file"),
+            std::string::npos)
+      << err;
+  EXPECT_TRUE(elsewhere.Has("b.htm")) << "the copy is removed, not what it was made from";
+}
+
 class OutputInTheWay : public ScrivoRun {};
 
 TEST_F(OutputInTheWay, IsKeptWhenItIsNotAFileThatCanBeReplaced) {

@@ -50,6 +50,13 @@ TEST_F(UntouchedWeb, IsOnlyReadByACompile) {
   EXPECT_FALSE(IsTouched());
 }
 
+TEST_F(UntouchedWeb, IsOnlyReadForAnotherCompiler) {
+  web.Write("behaviour.txt", "make");
+  Watch();
+  EXPECT_EQ(Compile({"--compiler", TestProgram("test_fake_hhc")}), 0) << err;
+  EXPECT_FALSE(IsTouched());
+}
+
 TEST_F(UntouchedWeb, IsWrittenToWhereTheProjectIsKept) {
   Watch();
   EXPECT_EQ(Compile({"--keep-project"}), 0) << err;

@@ -1,5 +1,6 @@
 // A help compiler for the tests. It does what the first line of the file "behaviour.txt" in its
-// current folder says, and knows nothing of help but where the project wants its output.
+// current folder says, and knows nothing of help but where the project wants its output. The second
+// line there names a file for what the test is to see.
 
 #include <chrono>
 #include <csignal>
@@ -41,6 +42,10 @@ void Write(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
 }
 
+std::string ReadAll(const std::string& path) {
+  return (std::ostringstream() << std::ifstream(path, std::ios::binary).rdbuf()).str();
+}
+
 int Make(const std::string& output) {
   Write(output, SmallestHelpFile());
   return kMade;
@@ -53,7 +58,8 @@ void LiveOn() {
   }
 }
 
-int Behave(const std::string& behaviour, const std::string& project, const std::string& output) {
+int Behave(const std::string& behaviour, const std::string& where, const std::string& project,
+           const std::string& output) {
   if (behaviour == "make") {
     std::cout << "Created " << output << "\n";
     return Make(output);
@@ -69,8 +75,23 @@ int Behave(const std::string& behaviour, const std::string& project, const std::
   if (behaviour == "make silently") return Make(output);
   if (behaviour == "make and show the project") {
     std::cout << std::ifstream(project, std::ios::binary).rdbuf();
-    Write("project.txt",
-          (std::ostringstream() << std::ifstream(project, std::ios::binary).rdbuf()).str());
+    Write(where, ReadAll(project));
+    return Make(output);
+  }
+  if (behaviour == "list its folder") {
+    std::ostringstream list;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(".")) {
+      if (entry.is_regular_file()) list << entry.path().generic_string() << "\n";
+    }
+    Write(where, list.str());
+    return Make(output);
+  }
+  if (behaviour == "show a page") {
+    Write(where, ReadAll("docs/a.htm"));
+    return Make(output);
+  }
+  if (behaviour == "name its folder") {
+    std::cout << "HHC3001: Warning: " << std::filesystem::current_path().string() << ": a\n";
     return Make(output);
   }
   if (behaviour == "print much") {
@@ -108,7 +129,7 @@ int Behave(const std::string& behaviour, const std::string& project, const std::
   if (behaviour == "wait") {
     Write(output, "half a");
     std::cout << "waiting" << std::endl;
-    Write("waiting.txt", "");
+    Write(where, "");
     LiveOn();
   }
   return kNotMade;
@@ -117,11 +138,11 @@ int Behave(const std::string& behaviour, const std::string& project, const std::
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::string behaviour;
+  std::string behaviour, where;
   std::ifstream file("behaviour.txt");
   std::getline(file, behaviour);
-  if (!behaviour.empty() && behaviour.back() == '\r') behaviour.pop_back();
+  std::getline(file, where);
   file.close();
   const std::string project = argc > 1 ? argv[1] : "";
-  return Behave(behaviour, project, OutputOf(project));
+  return Behave(behaviour, where, project, OutputOf(project));
 }
