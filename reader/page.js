@@ -15,6 +15,9 @@
       link.href = `${frame.href}#${address().replace("#", ":")}`;
       link.textContent = "Contents";
       link.className = "scrivo-contents";
+      const landmark = document.createElement("nav");
+      landmark.setAttribute("aria-label", "Help file");
+      landmark.append(link);
       const style = document.createElement("style");
       style.textContent = ".scrivo-contents{all:initial;position:fixed;right:12px;bottom:12px;" +
         "padding:6px 12px;border-radius:16px;background:#1f5f8b;color:#fff;cursor:pointer;" +
@@ -22,7 +25,7 @@
         ".scrivo-contents:focus-visible{outline:3px solid #8cf}" +
         "@media print{.scrivo-contents{display:none}}";
       document.head.append(style);
-      document.body.append(link);
+      document.body.append(landmark);
     });
     return;
   }

@@ -6,7 +6,7 @@ import { spawnSync } from "node:child_process";
 import { createReadStream, existsSync, mkdtempSync, rmSync } from "node:fs";
 import { createServer } from "node:http";
 import { tmpdir } from "node:os";
-import { extname, join, resolve } from "node:path";
+import { dirname, extname, join, resolve } from "node:path";
 import { fileURLToPath, pathToFileURL } from "node:url";
 import puppeteer from "puppeteer-core";
 
@@ -16,9 +16,15 @@ export const kind = process.env.SCRIVO_BROWSER ?? "chrome";
 const scratch = mkdtempSync(join(tmpdir(), "scrivo-browser-"));
 process.on("exit", () => rmSync(scratch, { recursive: true, force: true }));
 
+// A new folder that goes when the tests end.
+export const scratchFolder = (name) => mkdtempSync(join(scratch, `${name}-`));
+
+// Another program of the project, which lies where the one under test does.
+export const programBeside = (name) => join(dirname(process.env.SCRIVO), name);
+
 // Makes the site of a help file, project or web; its folder.
 export function exportSite(source, ...options) {
-  const folder = mkdtempSync(join(scratch, "site-"));
+  const folder = scratchFolder("site");
   const run = spawnSync(process.env.SCRIVO, ["export", "--quiet", source, folder, ...options], {
     encoding: "utf8",
   });
@@ -39,7 +45,7 @@ export async function openBrowser() {
     executablePath: process.env.SCRIVO_BROWSER_PATH,
     headless: true,
     args: kind === "chrome" ? chromium : [],
-    userDataDir: mkdtempSync(join(scratch, "profile-")),
+    userDataDir: scratchFolder("profile"),
   });
 }
 

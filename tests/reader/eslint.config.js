@@ -31,7 +31,7 @@ export default [
     files: ["**/tests/reader/*.js"],
     languageOptions: {
       sourceType: "module",
-      globals: Object.fromEntries(["process", "URL", "console", "document", "location", "history",
+      globals: Object.fromEntries(["process", "Buffer", "TextDecoder", "URL", "addEventListener", "window", "console", "document", "location", "history",
         "getComputedStyle", "axe", "scrivo", "SearchEngine", "Event"].map((name) => [name, "readonly"])),
     },
     rules: { "eqeqeq": "error", "no-var": "error", "prefer-const": "error" },

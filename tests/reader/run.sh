@@ -4,7 +4,8 @@
 #   tests/reader/run.sh PROGRAM
 #
 # The last line is the sum: N passed, N failed, N skipped. Without the npm registry nothing can be tested; the last line
-# says so. SCRIVO_BROWSERS chooses browsers: chrome, firefox, or both with a blank between (the default).
+# says so. SCRIVO_BROWSERS chooses browsers: chrome, firefox, or both with a blank between (the default). SCRIVO_BOOKS
+# names more help files to try, with ":" between; an index of another compiler may break some words differently.
 set -u
 program=$(readlink -f "$1")
 cd "$(dirname "$(readlink -f "$0")")" || exit 1
@@ -52,6 +53,7 @@ test_in() {
   fail=$(sed -n 's/^# fail \([0-9]*\)$/\1/p' "$log" | tail -n 1)
   skip=$(sed -n 's/^# skipped \([0-9]*\)$/\1/p' "$log" | tail -n 1)
   printf '%-28s %5d passed, %d failed\n' "$1" "${pass:-0}" "${fail:-0}"
+  sed -n 's/^# \(axe in .*\|.* of letters compared\)$/  \1/p' "$log"
   passed=$((passed + ${pass:-0})) failed=$((failed + ${fail:-0})) skipped=$((skipped + ${skip:-0}))
   if [ $status -ne 0 ]; then
     grep -B 2 -A 24 '^ *not ok' "$log" | head -n 120
