@@ -84,6 +84,17 @@ class BookReader {
   HelpBook& book_;
 };
 
+// Whether the file is the page that a compile of a web adds for the sake of the pictures it names.
+bool IsPageOfDerivedImages(ChmReader& reader, const Entry& entry) {
+  constexpr std::string_view kEnding = ".tmp.htm";
+  constexpr std::string_view kStart =
+      "<HTML><HEAD><TITLE></TITLE></HEAD><BODY>\r\n<img src=\"_derived/";
+  const std::string_view name = entry.name;
+  if (!name.ends_with(kEnding) || name.rfind('/') != 0) return false;
+  std::vector<std::string> told_when_it_is_exported;
+  return BytesOf(reader, entry, &told_when_it_is_exported).starts_with(kStart);
+}
+
 }  // namespace
 
 HelpBook OpenHelpBook(ChmReader& reader) {
@@ -104,6 +115,7 @@ HelpBook OpenHelpBook(ChmReader& reader) {
         EqualsIgnoringCase(entry.name, book.index_name)) {
       continue;
     }
+    if (IsPageOfDerivedImages(reader, entry)) continue;
     book.files.push_back({&entry, IsPageName(entry.name)});
   }
   // One after the other, no part of the compressed content is decoded twice.

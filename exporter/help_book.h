@@ -25,7 +25,7 @@ struct HelpBook {
   // are sorted in behind the others. And the names by which pages ask for others, whole ones.
   Sitemap more_keywords, associations;
   // What readers may see: no folders, no streams of the help system, not the contents and index
-  // files; in the order in which they are stored.
+  // files, not the page of derived images of a web; in the order in which they are stored.
   struct File {
     const Entry* entry;
     bool is_page;

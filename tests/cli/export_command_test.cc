@@ -146,6 +146,17 @@ TEST_F(ExportCommand, MakesASiteOfAWeb) {
   EXPECT_TRUE(ProjectFiles().empty());
 }
 
+TEST_F(ExportCommand, ShowsNoPageThatTheCompileOfAWebAdds) {
+  web.Write("_derived/banner.gif", "GIF");
+  web.Write("notes.tmp.htm", "<html><head><title>Notes</title></head><body>x</body></html>");
+  ASSERT_EQ(Run({"export", WebPath(), Site()}), 0) << err;
+  EXPECT_TRUE(output.Has("site/pages/_derived/banner.gif"));
+  EXPECT_NE(out.find(": 3 pages,"), std::string::npos) << out;
+  EXPECT_TRUE(output.Has("site/pages/notes.tmp.htm"));
+  ASSERT_EQ(Run({"text", WebPath(), "--quiet"}), 0) << err;
+  EXPECT_EQ(out.find("banner"), std::string::npos) << out;
+}
+
 TEST_F(ExportCommand, RefusesAFolderThatIsNotEmptyUnlessForced) {
   output.Write("site/mine.txt", "mine");
   EXPECT_EQ(Run({"export", Book(), Site()}), 1);
