@@ -118,7 +118,7 @@ bool Compile(const CompileOptions& options, WebToCompile* web, CompileReport* re
   const auto make = [&](ProjectUse use) {
     return MakeHelpProject(*web->web, job, web->locate, base_name, use);
   };
-  const HelpProject kept = make(ProjectUse::kAnywhere);
+  const HelpProject kept = make(ProjectUse::kToKeep);
   TellUnlisted(kept, console);
   WrittenProject written(kept);
   const bool made = CompileInMemory(make(ProjectUse::kInProcess), job, report, console);
@@ -199,7 +199,7 @@ int WriteProjectOf(const CompileOptions& options, Console& console) {
   web.job.without_bars = false;  // nothing takes them out of the pages that the project names
   const std::string folder = web.web->BaseFolder()->LocalPath();
   const HelpProject project = MakeHelpProject(*web.web, web.job, web.locate,
-                                              FreeProjectBaseName(folder), ProjectUse::kAnywhere);
+                                              FreeProjectBaseName(folder), ProjectUse::kToKeep);
   TellUnlisted(project, console);
   StopIfInterrupted();
   WrittenProject written(project);

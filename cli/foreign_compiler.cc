@@ -206,15 +206,15 @@ bool CompileWithForeign(const std::string& compiler, SiteWeb& web, const Compile
   const std::string folder = web.BaseFolder()->LocalPath();
   const std::string copy = work.PathOf("web"), made_in = work.PathOf("made");
   const std::string base_name = job.keep_project ? FreeProjectBaseName(folder) : kProjectBaseName;
-  const auto make = [&](const CompileJob& of) {
-    return MakeHelpProject(web, of, locate, base_name, ProjectUse::kAnywhere);
+  const auto make = [&](const CompileJob& of, ProjectUse use) {
+    return MakeHelpProject(web, of, locate, base_name, use);
   };
   CompileJob inner = job;
   inner.output = JoinPath(made_in, GetFileName(job.output));
-  const HelpProject project = make(inner);
+  const HelpProject project = make(inner, ProjectUse::kByAnother);
   TellUnlisted(project, *console);
   std::optional<WrittenProject> kept;
-  if (job.keep_project) kept.emplace(make(job));
+  if (job.keep_project) kept.emplace(make(job, ProjectUse::kToKeep));
   const WebSources files(project, job);
   CopyWeb(web, files, copy, console);
   files.TellBars(*console);

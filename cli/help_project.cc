@@ -99,6 +99,15 @@ std::vector<std::string> TakeUnlisted(SiteFiles* files, const Locator& locate) {
   return unlisted;
 }
 
+// Whether all entries of the contents are called as their pages are.
+bool LabelsAreTitles(SiteWeb& web) {
+  const SiteNodes nodes = AllNodes(web);
+  return std::all_of(nodes.begin(), nodes.end(), [](const std::shared_ptr<SiteNode>& node) {
+    const std::shared_ptr<SiteFile> file = node->File();
+    return !file || file->Title() == node->Label();
+  });
+}
+
 }  // namespace
 
 HelpProject MakeHelpProject(SiteWeb& web, CompileJob job, const Locator& locate,
@@ -111,6 +120,8 @@ HelpProject MakeHelpProject(SiteWeb& web, CompileJob job, const Locator& locate,
   project.unlisted = TakeUnlisted(&listed, locate);
   // Of other readers it is not known which addresses they take apart.
   const bool in_process = use == ProjectUse::kInProcess;
+  const bool is_kept = use == ProjectUse::kToKeep;
+  job.binary_contents = is_kept || LabelsAreTitles(web);
   const Locator address = in_process ? AddressesOf(files, locate) : locate;
   const auto add = [&](const std::string& name, const std::string& text) {
     project.files[name] = text + "\r\n";
@@ -123,7 +134,7 @@ HelpProject MakeHelpProject(SiteWeb& web, CompileJob job, const Locator& locate,
     if (job.use_index) add(sitemaps.index, IndexFile(keywords));
   }
   add(sitemaps.contents, ContentsFile(ContentsList(web.NavigationRoot(), address)));
-  add(derived, DerivedPageOf(project.folder, job.without_bars));
+  add(derived, DerivedPageOf(project.folder, !is_kept && job.without_bars));
   add(project.name, ProjectSettings(job, sitemaps, address) + ProjectPages(job, listed, locate) +
                         ProjectDerivedPage(derived));
   return project;

@@ -22,8 +22,9 @@ struct HelpProject {
 };
 
 // What a project is for: to be compiled in this process, which takes the unlisted pages besides, or
-// by anybody who reads it.
-enum class ProjectUse { kInProcess, kAnywhere };
+// by another program, both from pages that are changed as the job says; or to be kept, for anybody
+// who reads it, beside the pages as they are on disk.
+enum class ProjectUse { kInProcess, kByAnother, kToKeep };
 
 // Writes the project of a web, in memory. Its files are called `base_name` and their extensions,
 // and name one another without a folder, so that a project may be moved with its web. A job whose

@@ -14,12 +14,16 @@ struct CompileJob {
   // The value of the project's Language option: the compiler reads its texts in the code page of
   // this language.
   std::string language = "0x409 English (United States)";
-  std::string default_page;   // the address of the page that opens first, "" for none
-  bool use_index = true;      // whether the pages' keywords make an index
-  bool favorites = true;      // whether the viewer has a Favorites tab
-  bool without_bars = false;  // whether pages are compiled without the host's navigation bars
-  bool with_hidden = false;   // whether files that are not for readers go in too
-  bool keep_project = false;  // whether the project files stay where they were written
+  std::string default_page;  // the address of the page that opens first, "" for none
+  bool use_index = true;     // whether the pages' keywords make an index
+  // Whether the contents are compiled too. Viewers that read them so show the pages' titles in
+  // place of the labels.
+  bool binary_contents = true;
+  bool favorites = true;       // whether the viewer has a Favorites tab
+  bool without_bars = false;   // whether pages are compiled without the host's navigation bars
+  bool keep_charsets = false;  // whether pages may declare another charset than theirs
+  bool with_hidden = false;    // whether files that are not for readers go in too
+  bool keep_project = false;   // whether the project files stay where they were written
 };
 
 // Tells where a page lies inside the web by its address: relative, with "/" between folder names.

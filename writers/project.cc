@@ -10,9 +10,9 @@ namespace {
 constexpr char kFixedOptions[] =
     "[OPTIONS]\r\n"
     "Auto Index = Yes\r\n"
-    "Binary Index = Yes\r\n"
-    "Binary TOC = Yes\r\n"
-    "Compatibility = 1.1 Or later\r\n";
+    "Binary Index = Yes\r\n";
+constexpr char kBinaryContents[] = "Binary TOC = Yes\r\n";
+constexpr char kCompatibility[] = "Compatibility = 1.1 Or later\r\n";
 constexpr char kFixedOptionsBeforeTitle[] =
     "Display compile progress=Yes\r\n"
     "Full-text search=Yes\r\n";
@@ -40,6 +40,8 @@ std::string WindowLines(const CompileJob& job, const SitemapPaths& paths) {
 std::string ProjectSettings(const CompileJob& job, const SitemapPaths& paths, const Locator& locate,
                             const StatementRunner& run) {
   std::string text = kFixedOptions;
+  if (job.binary_contents) text += kBinaryContents;
+  text += kCompatibility;
   text += "Compiled file=" + NameToAnsi(job.output) + "\r\n";
   text += "Contents file=" + NameToAnsi(paths.contents) + "\r\n";
   text += "Default window=default\r\n";

@@ -88,6 +88,7 @@ TEST_F(CompileCommand, GivesTheSameBytesForTheSameWeb) {
 
 TEST_F(CompileCommand, GivesTheBytesThatTheCompilerGivesForTheProject) {
   web.Write("_derived/a.htm_cmp_bar.gif", "GIF");
+  LabelPagesByTheirTitles();
   EXPECT_EQ(Compile(), 0);
   const std::string in_memory = output.Read("a.chm");
   std::filesystem::remove(Output());
@@ -96,6 +97,17 @@ TEST_F(CompileCommand, GivesTheBytesThatTheCompilerGivesForTheProject) {
   std::ostringstream told;
   EXPECT_EQ(RunHhc({project}, {"/", false, ""}, told, told), 1) << told.str();
   EXPECT_TRUE(output.Read("a.chm") == in_memory);
+}
+
+TEST_F(CompileCommand, ShowsLabelsInEveryViewerWhereTitlesAreOthers) {
+  EXPECT_EQ(Compile(), 0);
+  Unpack();
+  EXPECT_FALSE(output.Has("un packed/#TOCIDX"));
+  LabelPagesByTheirTitles();
+  std::filesystem::remove_all(output.path() / "un packed");
+  EXPECT_EQ(Compile(), 0);
+  Unpack();
+  EXPECT_TRUE(output.Has("un packed/#TOCIDX"));
 }
 
 TEST_F(CompileCommand, PutsDerivedImagesAndTheIndexIn) {

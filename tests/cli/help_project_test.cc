@@ -19,8 +19,7 @@ class HelpProjectTest : public WithFakeServices {
   }
   ~HelpProjectTest() override { Globals() = GlobalState(); }
 
-  HelpProject Make(const std::string& base_name = "Scrivo",
-                   ProjectUse use = ProjectUse::kAnywhere) {
+  HelpProject Make(const std::string& base_name = "Scrivo", ProjectUse use = ProjectUse::kToKeep) {
     const auto host = site.Host();
     const auto web = site.Web();
     return MakeHelpProject(
@@ -66,6 +65,18 @@ TEST_F(HelpProjectTest, NamesItsFilesWithoutAFolder) {
             "docs/start.htm\r\n"
             "Scrivo2.tmp.htm\r\n");
   EXPECT_EQ(project.files.size(), 4u);
+}
+
+TEST_F(HelpProjectTest, CompilesNoContentsInProcessWhereViewersWouldShowTitlesForLabels) {
+  const auto binary = [&](ProjectUse use) {
+    return Make("A", use).files.at("A.hhp").find("Binary TOC = Yes") != std::string::npos;
+  };
+  site.AddNode(nullptr, "Heading", nullptr);
+  site.AddNode(nullptr, "Title", site.AddPage("a.htm", "Title", "k"));
+  EXPECT_TRUE(binary(ProjectUse::kInProcess));
+  site.AddNode(nullptr, "Label", site.AddPage("b.htm", "New Page 1", "k"));
+  EXPECT_FALSE(binary(ProjectUse::kInProcess));
+  EXPECT_TRUE(binary(ProjectUse::kToKeep));
 }
 
 TEST_F(HelpProjectTest, DoesNotListAPageWhoseLineWouldMeanSomethingElse) {

@@ -46,6 +46,12 @@ class ScrivoRun : public testing::Test {
     err = err_stream.str();
     return status;
   }
+  // Gives the web contents whose entries are called as their pages.
+  void LabelPagesByTheirTitles() {
+    web.Write("_vti_pvt/structure.cnf",
+              "3.0.0.507\r\n1002\r\n1000,index.htm,0,Home page,0,100,0\r\n"
+              "1001,docs/a.htm,0,A,1000,100,0");
+  }
   // Compiles the web into Output().
   int Compile(std::vector<std::string> more = {}) {
     std::vector<std::string> arguments = {"compile", WebPath(), "-o", Output()};

@@ -206,6 +206,7 @@ TEST_F(Scrivo, TellsAboutAHelpFile) {
 
 TEST_F(Scrivo, UnpacksWhatItHasCompiled) {
   const std::string file = output.PathOf("a.chm");
+  LabelPagesByTheirTitles();
   ASSERT_EQ(Run({"compile", WebPath(), "-o", file, "--compiler", TestProgram("hhc")}), 0) << err;
   const std::string by_hhc = output.Read("a.chm");
   ASSERT_EQ(Compile(), 0) << err;
