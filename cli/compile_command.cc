@@ -156,6 +156,9 @@ int CompileTelling(const CompileOptions& options, bool tell_result, Console& con
   const std::string& output = web.job.output;
   const bool had_earlier = TheServices().files->FileExists(output);
 
+  if (web.job.keep_project && web.job.without_bars) {
+    console.Remark("The project that is kept names the pages on disk, which keep their bars.");
+  }
   console.BeginStep("Compiling");
   CompileReport report(console, web.counts.files, options.all_messages);
   const bool made = Compile(options, &web, &report, console);
@@ -196,7 +199,6 @@ int CompileWebForUse(const CompileOptions& options, Console& console) {
 int WriteProjectOf(const CompileOptions& options, Console& console) {
   console.BeginStep("Reading " + options.web);
   WebToCompile web(options, PagesGoTo::kAnother, console);
-  web.job.without_bars = false;  // nothing takes them out of the pages that the project names
   const std::string folder = web.web->BaseFolder()->LocalPath();
   const HelpProject project = MakeHelpProject(*web.web, web.job, web.locate,
                                               FreeProjectBaseName(folder), ProjectUse::kToKeep);
@@ -204,11 +206,6 @@ int WriteProjectOf(const CompileOptions& options, Console& console) {
   StopIfInterrupted();
   WrittenProject written(project);
   written.Keep();
-  if (options.reading.without_bars) {
-    console.Warn(
-        "--without-bars: a project leaves the pages as they are; compile and export leave the bars "
-        "out");
-  }
   console.EndSteps();
   web.TellWarnings(nullptr);
   for (const std::string& path : written.Paths()) console.Print(path);

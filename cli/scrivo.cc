@@ -116,8 +116,16 @@ std::vector<Command> MakeCommands(CompileOptions* web, HelpFileOptions* help_fil
         {WebOperand(web)},
         AllCompileOptions(web),
         "Nothing is compiled: -o only says which help file the project is to make, and\n"
-        "--compiler, --view, --strict, --without-bars and --keep-project change nothing\nhere."},
-       on_web(WriteProjectOf)},
+        "--compiler, --view, --strict, --keep-charsets and --keep-project change nothing\nhere. "
+        "--without-bars is refused: a project names the pages as they are on disk."},
+       [=](const Streams& streams) {
+         if (web->reading.without_bars) {
+           throw UsageError(
+               "--without-bars: a project names the pages on disk, bars and all; leave out "
+               "--without-bars, or make the help file with scrivo compile");
+         }
+         return on_web(WriteProjectOf)(streams);
+       }},
       {{"tree",
         "Prints a web's contents: labels, pages, and the pages outside them.",
         {WebOperand(web)},

@@ -63,7 +63,8 @@ TEST_F(Scrivo, SaysWhichOptionsDoNothingForAProject) {
   EXPECT_EQ(Run({"project", "--help"}), 0);
   EXPECT_TRUE(out.ends_with(
       "\n\nNothing is compiled: -o only says which help file the project is to make, and\n"
-      "--compiler, --view, --strict, --without-bars and --keep-project change nothing\nhere.\n"))
+      "--compiler, --view, --strict, --keep-charsets and --keep-project change nothing\nhere. "
+      "--without-bars is refused: a project names the pages as they are on disk.\n"))
       << out;
 }
 

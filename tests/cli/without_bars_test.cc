@@ -83,13 +83,24 @@ TEST_F(WithoutBarsRun, WorksForWhatIsMadeOfAWeb) {
   EXPECT_FALSE(output.Has("site/pages/docs/bar.gif"));
 }
 
-TEST_F(WithoutBarsRun, WarnsThatAProjectLeavesThePagesAsTheyAre) {
-  ASSERT_EQ(Run({"project", WebPath(), "--without-bars"}), 0) << err;
-  EXPECT_NE(err.find("scrivo: warning: --without-bars: a project leaves the pages as they are"),
+TEST_F(WithoutBarsRun, CannotBeHadInAProject) {
+  EXPECT_EQ(Run({"project", WebPath(), "--without-bars"}), 2);
+  EXPECT_EQ(err,
+            "scrivo: error: --without-bars: a project names the pages on disk, bars and all; leave "
+            "out --without-bars, or make the help file with scrivo compile\n"
+            "See scrivo project --help.\n");
+  EXPECT_EQ(ProjectFiles(), std::vector<std::string>{});
+}
+
+TEST_F(WithoutBarsRun, SaysThatAProjectThatIsKeptHasThem) {
+  ASSERT_EQ(Compile({"--without-bars", "--keep-project"}), 0) << err;
+  EXPECT_NE(err.find("The project that is kept names the pages on disk, which keep their bars.\n"),
             std::string::npos)
       << err;
   EXPECT_NE(web.Read("Scrivo.tmp.htm").find("a.htm_cmp_blank_bnr.gif"), std::string::npos)
       << "the pages show it";
+  Unpack();
+  EXPECT_FALSE(output.Has("un packed/_derived/a.htm_cmp_blank_bnr.gif"));
 }
 
 }  // namespace
