@@ -86,7 +86,7 @@ bool CompileInMemory(const HelpProject& project, const CompileJob& job, CompileR
   const WebSources files(project, job);
   const CompileResult result = CompileProject(request, files, report);
   if (result.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");
-  files.TellBars(console);
+  files.TellChanges(console);
   return result.made;
 }
 

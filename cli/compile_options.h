@@ -18,6 +18,7 @@ struct CompileOptions {
   DiskWebOptions reading;
   bool use_index = true;
   bool favorites = true;
+  bool keep_charsets = false;
   bool keep_project = false;
   std::string compiler;  // "" for this program's own
   bool view = false;

@@ -81,6 +81,7 @@ std::string CompileHint(const std::string& folder, const WebMade& made) {
   if (made.contents_entries > 0) hint += " --contents navigation";
   if (!made.title.empty()) hint += " --title " + Quoted(made.title);
   if (!made.default_page.empty()) hint += " --default-page " + Quoted(made.default_page);
+  if (made.declares_wrongly) hint += " --keep-charsets";
   return hint;
 }
 

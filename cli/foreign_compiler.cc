@@ -217,7 +217,7 @@ bool CompileWithForeign(const std::string& compiler, SiteWeb& web, const Compile
   if (job.keep_project) kept.emplace(make(job, ProjectUse::kToKeep));
   const WebSources files(project, job);
   CopyWeb(web, files, copy, console);
-  files.TellBars(*console);
+  files.TellChanges(*console);
   Disk().MakeFolder(made_in);
   Run run(report, copy, folder);
   run.Do(compiler, copy, project.name);

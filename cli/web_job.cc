@@ -141,6 +141,7 @@ CompileJob JobFor(const CompileOptions& options, const WebLanguage& language, Di
   job.use_index = options.use_index;
   job.favorites = options.favorites;
   job.without_bars = options.reading.without_bars;
+  job.keep_charsets = options.keep_charsets;
   job.with_hidden = options.with_hidden;
   job.keep_project = options.keep_project;
   return job;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/barless_files.h"
+#include "cli/changed_pages.h"
 #include "cli/help_project.h"
 #include "cli/overlay_files.h"
 #include "cli/withheld_files.h"
@@ -15,8 +15,9 @@
 namespace scrivo {
 
 // The files of a web as a compile takes them: without those that are not for readers unless the
-// job takes them in, without the navigation bars when the job leaves them out, and with the files
-// of the web's project laid over its folder.
+// job takes them in, without the navigation bars when the job leaves them out, with pages that
+// declare the charset they are in unless the job keeps theirs, and with the files of the web's
+// project laid over its folder.
 class WebSources : public SourceFiles {
  public:
   WebSources(const HelpProject& project, const CompileJob& job);
@@ -28,15 +29,19 @@ class WebSources : public SourceFiles {
     return all_.Open(path, error);
   }
 
-  // Tells how much of the pages read so far was left out as bars, if any are to be.
-  void TellBars(Console& console) const;
+  // Tells how the pages read so far were changed: how much was left out as bars, if any are to be,
+  // and how many declarations were corrected.
+  void TellChanges(Console& console) const;
 
  private:
+  void TellBars(Console& console) const;
+  void TellCharsets(Console& console) const;
+
   const std::string folder_;
-  const bool without_bars_;
+  const bool without_bars_, keep_charsets_;
   const DiskFiles disk_;
   const WithheldFiles taken_;
-  const BarlessFiles bare_;
+  const ChangedPages bare_, declared_;
   const OverlayFiles all_;
 };
 

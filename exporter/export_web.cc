@@ -13,6 +13,7 @@
 #include "exporter/page_keywords.h"
 #include "exporter/staged_folder.h"
 #include "exporter/web_structure.h"
+#include "html/charset.h"
 #include "html/page_kind.h"
 #include "project/source_files.h"
 #include "unpack/output_folder.h"
@@ -129,6 +130,7 @@ class WebExporter {
     if (source == nullptr || !ReadText(*source, &page)) return;  // unpacking has told why
     source = nullptr;  // a file that is open cannot be replaced on every system
     ++made_.pages;
+    if (WithUtf8Declared(page)) made_.declares_wrongly = true;
     const auto label = structure.labels.find(path);
     if (label != structure.labels.end() && TitleOfPage(page, book_.code_page).empty()) {
       const std::size_t slash = path.rfind('/') + 1;  // 0 when there is none

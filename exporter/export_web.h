@@ -16,6 +16,7 @@ struct WebMade {
   bool stopped = false;      // the listener has said so, and there is no web
   std::size_t problems = 0;  // files that could not be had; they have been told
   std::string title, default_page;
+  bool declares_wrongly = false;  // a page in UTF-8 declares another charset
   std::size_t pages = 0, contents_entries = 0;
   // Contents entries that lose something; see WebStructure.
   std::size_t anchors = 0, outside = 0, missing = 0, merged = 0;

@@ -45,15 +45,61 @@ std::string_view ValueIn(std::string_view text, std::string_view name) {
   return {};
 }
 
-std::optional<int> CodePageOfMeta(const HtmlToken& meta) {
-  if (const auto charset = meta.Attribute("charset")) {
-    if (const auto code_page = CodePageFromLabel(*charset)) return code_page;
-  }
+// One place where a page names a known charset.
+struct Declaration {
+  std::string_view label;    // the name, as it stands there; empty when there is none
+  std::string_view element;  // the whole of <meta charset=NAME>, which older viewers do not know
+  bool is_xml = false;
+};
+
+bool IsContentType(const HtmlToken& meta) {
   auto kind = meta.Attribute("http-equiv");
   if (!kind) kind = meta.Attribute("name");  // a slip that is seen now and then
-  if (!kind || !EqualsIgnoringCase(Trimmed(*kind), "content-type")) return std::nullopt;
-  return CodePageFromLabel(ValueIn(meta.Attribute("content").value_or(""), "charset"));
+  return kind && EqualsIgnoringCase(Trimmed(*kind), "content-type");
 }
+
+// `element` is the whole of it.
+Declaration DeclarationOfMeta(const HtmlToken& meta, std::string_view element) {
+  const bool is_content_type = IsContentType(meta);
+  const auto charset = meta.Attribute("charset");
+  if (charset && CodePageFromLabel(*charset)) {
+    const bool is_all = is_content_type || !meta.Attribute("content");
+    return {*charset, is_all ? element : std::string_view()};
+  }
+  if (!is_content_type) return {};
+  const std::string_view label = ValueIn(meta.Attribute("content").value_or(""), "charset");
+  return {CodePageFromLabel(label) ? label : std::string_view(), {}};
+}
+
+// Finds the declarations of a page where DeclaredCodePage looks for them.
+class DeclarationFinder {
+ public:
+  explicit DeclarationFinder(std::string_view html) : html_(html), tokens_(html) {}
+
+  // The next one; one without a label behind the last.
+  Declaration Next() {
+    HtmlToken token;
+    while (tokens_.Next(&token) && !(in_body_ && token.offset >= kSearched)) {
+      in_body_ = in_body_ || token.Ends("head") ||
+                 (token.kind == HtmlToken::Kind::kStartTag && StartsBody(token.name));
+      Declaration found;
+      if (token.Starts("meta")) {
+        found =
+            DeclarationOfMeta(token, html_.substr(token.offset, tokens_.Position() - token.offset));
+      } else if (token.kind == HtmlToken::Kind::kOther && token.content.starts_with("<?xml ")) {
+        found = {ValueIn(token.content, "encoding"), {}, true};
+        if (!CodePageFromLabel(found.label)) found = {};
+      }
+      if (!found.label.empty()) return found;
+    }
+    return {};
+  }
+
+ private:
+  const std::string_view html_;
+  HtmlTokenizer tokens_;
+  bool in_body_ = false;
+};
 
 bool HoldsUtf8Character(std::string_view bytes) {
   while (!bytes.empty()) {
@@ -86,20 +132,13 @@ bool IsPlainlyUtf8(std::string_view past_ascii, int declared) {
 
 std::optional<int> DeclaredCodePage(std::string_view html) {
   std::optional<int> of_xml;
-  HtmlTokenizer tokens(html);
-  HtmlToken token;
-  bool in_body = false;
-  while (tokens.Next(&token) && !(in_body && token.offset >= kSearched)) {
-    if (token.Starts("meta")) {
-      if (const auto code_page = CodePageOfMeta(token)) return code_page;
-    }
-    if (token.kind == HtmlToken::Kind::kOther && token.content.starts_with("<?xml ")) {
-      of_xml = CodePageFromLabel(ValueIn(token.content, "encoding"));
-    }
-    in_body = in_body || token.Ends("head") ||
-              (token.kind == HtmlToken::Kind::kStartTag && StartsBody(token.name));
+  DeclarationFinder declarations(html);
+  while (true) {
+    const Declaration found = declarations.Next();
+    if (found.label.empty()) return of_xml;
+    if (!found.is_xml) return CodePageFromLabel(found.label);
+    of_xml = CodePageFromLabel(found.label);
   }
-  return of_xml;
 }
 
 std::optional<int> CodePageOfPage(std::string_view html) {
@@ -112,6 +151,34 @@ std::optional<int> CodePageOfPage(std::string_view html) {
   }
   if (declared == kUtf8CodePage && !HoldsUtf8Character(past_ascii)) return std::nullopt;
   return declared;
+}
+
+std::optional<std::string> WithUtf8Declared(std::string_view html) {
+  const std::optional<int> declared = DeclaredCodePage(html);
+  if (!declared || declared == kUtf8CodePage || html.starts_with(kUtf8Mark) ||
+      CodePageOfPage(html) != kUtf8CodePage) {
+    return std::nullopt;
+  }
+  constexpr std::string_view kElement =
+      "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=utf-8\"";
+  std::string changed;
+  std::size_t copied = 0;  // bytes of the page that `changed` has
+  DeclarationFinder declarations(html);
+  while (true) {
+    const Declaration found = declarations.Next();
+    if (found.label.empty()) break;
+    if (CodePageFromLabel(found.label) == kUtf8CodePage) continue;
+    const std::string_view replaced = found.element.empty() ? found.label : found.element;
+    const auto start = static_cast<std::size_t>(replaced.data() - html.data());
+    changed.append(html.substr(copied, start - copied));
+    copied = start + replaced.size();
+    if (found.element.empty()) {
+      changed.append("utf-8");
+    } else {
+      changed.append(kElement).append(found.element.ends_with("/>") ? " />" : ">");
+    }
+  }
+  return changed.append(html.substr(copied));
 }
 
 std::optional<std::string> Utf16AsUtf8(std::string_view bytes) {

@@ -27,6 +27,13 @@ std::optional<int> CodePageOfPage(std::string_view html);
 // titles is not a declaration, and UTF-16, in which it could not be read, means UTF-8.
 std::optional<int> DeclaredCodePage(std::string_view html);
 
+// A page whose declarations name another code page than UTF-8, which its bytes are by plain
+// evidence, with "utf-8" in their place: a viewer believes what a page declares. The short form of
+// the declaration, <meta charset=NAME>, becomes the long one, which old viewers know too. Nothing
+// when that is not so. A page that begins with a byte order mark stays as it is, since viewers
+// believe that.
+std::optional<std::string> WithUtf8Declared(std::string_view html);
+
 // A document that begins with a UTF-16 byte order mark as UTF-8, with a mark of its own; nothing
 // when it does not begin so. Half a surrogate pair becomes U+FFFD, half a unit at the end is
 // dropped.

@@ -27,7 +27,7 @@ _scrivo_list() {
 _scrivo() {
   local chm='[cC][hH][mM]' hhp='[hH][hH][pP]'
   local reading='--contents --code-page --language --with-hidden --all-messages --quiet -q --help -h'
-  local compiling='--title --default-page --index --no-index --no-favorites --without-bars --compiler --strict'
+  local compiling='--title --default-page --index --no-index --no-favorites --without-bars --keep-charsets --compiler --strict'
   local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command=${COMP_WORDS[1]} options operands=0 i
   COMPREPLY=()

@@ -59,6 +59,7 @@ complete -c scrivo -n $compiling -l index -x -a '(__scrivo_index)' -d 'What inde
 complete -c scrivo -n $compiling -l no-index -d 'Make no index'
 complete -c scrivo -n $compiling -l no-favorites -d 'Leave out the Favorites tab'
 complete -c scrivo -n $compiling -l without-bars -d 'Leave out generated navigation'
+complete -c scrivo -n $compiling -l keep-charsets -d 'Keep wrong charset declarations'
 complete -c scrivo -n $compiling -l compiler -r -F -d 'Help compiler to run'
 complete -c scrivo -n $compiling -l strict -d 'Fail when the compiler reports anything'
 

@@ -103,6 +103,41 @@ TEST(DeclaredCodePage, MayBeThatOfXml) {
   EXPECT_EQ(DeclaredCodePage("<?xml version=\"1.0\"?><html>"), std::nullopt);
 }
 
+TEST(WithUtf8Declared, CorrectsWhatViewersWouldBelieve) {
+  const std::string text = "\xE7\xB4\x85\xE6\xA8\xB9";
+  EXPECT_EQ(WithUtf8Declared(
+                "<META HTTP-EQUIV=Content-Type CONTENT='text/html; charset=Big5'>\r\n" + text),
+            "<META HTTP-EQUIV=Content-Type CONTENT='text/html; charset=utf-8'>\r\n" + text);
+  const std::string element =
+      "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=utf-8\"";
+  EXPECT_EQ(WithUtf8Declared("<?xml version='1.0' encoding='big5'?><meta charset=\"big5\"/>"
+                             "<meta charset=klingon><meta charset=UTF8><meta charset=gbk>" +
+                             text),
+            "<?xml version='1.0' encoding='utf-8'?>" + element +
+                " /><meta charset=klingon><meta charset=UTF8>" + element + ">" + text);
+  EXPECT_EQ(WithUtf8Declared("<meta charset=big5 http-equiv=content-type content='charset=big5'>"
+                             "<meta charset=big5 name=author content=A>" +
+                             text),
+            element + "><meta charset=utf-8 name=author content=A>" + text);
+}
+
+TEST(WithUtf8Declared, LeavesAllOtherPagesAsTheyAre) {
+  const std::string text = "\xE7\xB4\x85\xE6\xA8\xB9";
+  for (const std::string& page :
+       {Declaring("utf-8", text), Declaring("utf8", text), Declaring("big5", "ASCII"),
+        Declaring("big5", "\xAC\xF5"), Declaring("gbk", kContentsInGbk),
+        "\xEF\xBB\xBF" + Declaring("big5", text), Declaring("klingon", text), text,
+        Declaring("utf-8", text) + "<meta charset=big5>", std::string()}) {
+    EXPECT_EQ(WithUtf8Declared(page), std::nullopt) << page;
+  }
+}
+
+TEST(WithUtf8Declared, ChangesNothingTwice) {
+  const auto once = WithUtf8Declared(Declaring("big5", "\xE7\xB4\x85"));
+  ASSERT_TRUE(once);
+  EXPECT_EQ(WithUtf8Declared(*once), std::nullopt);
+}
+
 std::string Utf16(const std::u16string& text, bool little) {
   std::string bytes;
   for (const char16_t c : text) {
