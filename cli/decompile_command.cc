@@ -96,13 +96,26 @@ int MakeWeb(ChmReader& reader, const HelpFileOptions& options, bool is_complete,
   const WebMade made = ExportWeb(reader, DiskPathOf(folder), options.keywords, report);
   console.EndSteps();
   if (made.stopped) throw Error(kUserInterrupt, "scrivo", "Interrupted");
+  const std::string file = PrintableName(options.file);
+  if (made.pages == 0) {
+    console.Fail(file + ": no page can be read, so no web is made");
+    return 1;
+  }
+  if (made.lacks_contents) {
+    console.Fail(file + ": the contents cannot be read, so the web has no navigation structure");
+  }
+  const bool lacks_keywords = options.keywords && made.lacks_index;
+  if (lacks_keywords) {
+    console.Fail(file + ": the index cannot be read, so the pages get no keywords");
+  }
   TellLosses(made, console);
   std::string note = "Made a web in " + folder + ": " + Counted(made.pages, "page", "pages") +
                      ", " + Counted(made.contents_entries, "contents entry", "contents entries");
   if (options.keywords) note += ", " + Counted(made.keywords, "keyword", "keywords");
   console.Note(note + ".");
   console.Note(CompileHint(options.folder, made));
-  return is_complete && made.problems == 0 ? 0 : 1;
+  const bool has_all = made.problems == 0 && !made.lacks_contents && !lacks_keywords;
+  return is_complete && has_all ? 0 : 1;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "exporter/export_web.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <set>
@@ -8,6 +9,7 @@
 
 #include "bytes/byte_source.h"
 #include "chm/problem.h"
+#include "chm/system_info.h"
 #include "exporter/book_targets.h"
 #include "exporter/help_book.h"
 #include "exporter/page_keywords.h"
@@ -83,6 +85,11 @@ class WebExporter {
     for (const PlannedFile& file : files_) {
       if (IsPlainPage(file.path)) FinishPage(file.path, structure);
     }
+    made_.lacks_contents =
+        book_.contents.items.empty() &&
+        (IsUnread({book_.contents_name, "/#TOCIDX"}) || !ReadSystemInfo(reader_));
+    made_.lacks_index =
+        book_.index.items.empty() && IsUnread({book_.index_name, "/$WWKeywordLinks/BTree"});
     SitemapTarget start;
     start.local = book_.default_topic;
     made_.default_page = targets.Of(start, "/").path;
@@ -97,6 +104,16 @@ class WebExporter {
     made_.outside = structure.outside;
     made_.missing = structure.missing;
     made_.merged = structure.merged;
+  }
+
+  // Whether one of these files and streams is there and could not be read.
+  bool IsUnread(std::initializer_list<std::string_view> names) const {
+    return std::any_of(names.begin(), names.end(), [this](std::string_view name) {
+      return std::any_of(book_.problems.begin(), book_.problems.end(),
+                         [name](const std::string& problem) {
+                           return !name.empty() && problem.find(name) != std::string::npos;
+                         });
+    });
   }
 
   void CollectKeywords(const BookTargets& targets) {
@@ -175,7 +192,7 @@ WebMade ExportWeb(ChmReader& reader, const fs::path& path, bool keywords,
                   UnpackListener& listener) {
   StagedFolder folder(path);
   WebMade made = WebExporter(reader, folder.Stage(), keywords).Make(listener);
-  if (!made.stopped) folder.Show("_vti_pvt");
+  if (!made.stopped && made.pages > 0) folder.Show("_vti_pvt");
   return made;
 }
 

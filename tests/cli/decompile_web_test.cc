@@ -1,5 +1,8 @@
 // Help files that become webs, and webs made so that become help files again.
 
+#include <fstream>
+#include <iterator>
+
 #include "cli/help_file.h"
 #include "project/source_files.h"
 #include "tests/cli/book_text.h"
@@ -143,6 +146,50 @@ TEST_F(DecompileWeb, FindsContentsByNamesThatAreNotAscii) {
   CompileProject("<UL>" + Item("a", "docs/\xC4\xEE\xEC.htm") + "</UL>", "");
   GoRound({});
   EXPECT_EQ(Read("b.chm").contents, std::vector<std::string>{"a -> docs/Дом.htm"});
+}
+
+TEST_F(DecompileWeb, GivesAWebBackWhoseNamesNoSystemsCodePageHasTogether) {
+  const auto path_of = [](const fs::path& folder, const char8_t* name) {
+    return folder / fs::path(name);
+  };
+  const auto put = [&](const char8_t* name, const std::string& bytes) {
+    const fs::path path = path_of(web.path(), name);
+    fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
+  };
+  const auto read = [](const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  };
+  constexpr const char8_t* kNames[] = {u8"文档/首页.htm", u8"文档/Дом é.htm"};
+  const std::string head = "<html><head><meta charset=\"utf-8\"><title>";
+  put(kNames[0], head +
+                     "首页</title><meta name=\"keywords\" content=\"词\"></head><body>"
+                     "<a href=\"Дом é.htm\">Дом</a><img src=\"图.gif\"></body></html>");
+  put(kNames[1], head + "Дом</title></head><body></body></html>");
+  put(u8"文档/图.gif", "GIF");
+  web.Write("_vti_pvt/service.cnf", "vti_defaultcharset:SR|gb2312\r\n");
+  web.Write("_vti_pvt/structure.cnf",
+            "3.0.0.507\r\n1003\r\n1000,index.htm,0,Home page,0,0,0\r\n"
+            "1001,文档/首页.htm,0,首页,1000,0,0\r\n1002,文档/Дом é.htm,0,Дом,1001,0,0");
+  ASSERT_EQ(Compile({"--contents", "navigation"}), 0) << err;
+  EXPECT_EQ(err.find("does not exist"), std::string::npos) << err;
+  const BookText before = Read("a.chm");
+  EXPECT_EQ(before.contents,
+            (std::vector<std::string>{"Home page -> index.htm", "  首页 -> 文档/首页.htm",
+                                      "    Дом -> 文档/Дом é.htm"}));
+  for (const auto& options : {std::vector<std::string>{}, {"--keywords"}}) {
+    GoRound(options);
+    EXPECT_EQ(err.find("does not exist"), std::string::npos) << err;
+    const BookText after = Read("b.chm");
+    EXPECT_EQ(after.contents, before.contents);
+    EXPECT_EQ(after.index, before.index);
+    EXPECT_EQ(after.pages, before.pages);
+    for (const char8_t* name : kNames) {
+      EXPECT_EQ(read(path_of(output.path() / "made", name)), read(path_of(web.path(), name)));
+    }
+    EXPECT_EQ(read(path_of(output.path() / "made", u8"文档/图.gif")), "GIF");
+  }
 }
 
 TEST_F(DecompileWeb, RefusesAFolderThatIsNotEmpty) {
