@@ -1,7 +1,6 @@
 // Connect's popups and buttons on the host's command bars.
 
 #include "addin/connect.h"
-#include "addin/needed.h"
 #include "errors/frame.h"
 
 namespace scrivo {

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <limits>
 
-#include "addin/needed.h"
 #include "addin/product.h"
 #include "compiler/frm_hhc.h"
 #include "errors/dialog/frm_error_message.h"

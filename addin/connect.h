@@ -6,6 +6,7 @@
 #include <string>
 
 #include "addin/addin_host.h"
+#include "system/error.h"
 
 namespace scrivo {
 
@@ -76,5 +77,13 @@ class Connect {
   std::shared_ptr<AddinHost> host_;
   ButtonReferences buttons_;
 };
+
+// The object that the host was asked for. Raises Error (kObjectNotSet) where it has given none, as
+// some hosts do instead of failing.
+template <typename Object>
+Object& Needed(const std::shared_ptr<Object>& object) {
+  if (!object) throw Error(kObjectNotSet, "Scrivo.Connect", "The host has given no object");
+  return *object;
+}
 
 }  // namespace scrivo

@@ -6,9 +6,7 @@
 #include "errors/frame.h"
 #include "generator/frm_main.h"
 #include "platform/globals.h"
-#include "platform/help.h"
 #include "platform/shell.h"
-#include "platform/special_folder.h"
 
 namespace scrivo {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-#include "bytes/byte_store.h"
+#include "bytes/byte_source.h"
 
 namespace scrivo {
 

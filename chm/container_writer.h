@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "bytes/byte_store.h"
+#include "bytes/byte_source.h"
 #include "chm/directory_writer.h"
 #include "lzx/constants.h"
 #include "lzx/parallel_encoder.h"

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "cli/control_characters.h"
-#include "platform/ansi_names.h"
+#include "platform/paths.h"
 #include "text/code_page.h"
 
 namespace scrivo {

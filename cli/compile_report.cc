@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "hhc/messages.h"
-#include "platform/ansi_names.h"
+#include "platform/paths.h"
 #include "system/error.h"
 #include "system/interruption.h"
 #include "text/visible_text.h"

@@ -18,13 +18,13 @@
 #include "cli/web_copy.h"
 #include "cli/web_sources.h"
 #include "cli/work_folder.h"
-#include "compiler/message_scan.h"
+#include "compiler/transcript.h"
 #include "errors/frame.h"
 #include "platform/paths.h"
 #include "system/error.h"
 #include "system/interruption.h"
+#include "system/program.h"
 #include "system/services.h"
-#include "system/terminal.h"
 #include "text/code_page.h"
 
 namespace scrivo {

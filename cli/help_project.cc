@@ -6,11 +6,10 @@
 #include <unordered_set>
 
 #include "errors/frame.h"
-#include "platform/ansi_names.h"
 #include "platform/paths.h"
-#include "platform/text_file.h"
 #include "project/project_lines.h"
 #include "system/error.h"
+#include "system/files.h"
 #include "system/services.h"
 #include "text/visible_text.h"
 #include "writers/contents.h"

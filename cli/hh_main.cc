@@ -9,8 +9,7 @@
 #include "cli/hh_command.h"
 #include "cli/terminal_stream.h"
 #include "system/interruption.h"
-#include "system/program_arguments.h"
-#include "system/terminal.h"
+#include "system/program.h"
 
 int main(int argc, char** argv) {
   scrivo::CatchInterruptions();

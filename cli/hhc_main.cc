@@ -13,8 +13,7 @@
 #include "cli/terminal_stream.h"
 #include "project/source_files.h"
 #include "system/interruption.h"
-#include "system/program_arguments.h"
-#include "system/terminal.h"
+#include "system/program.h"
 
 namespace {
 

@@ -8,9 +8,8 @@
 #include "cli/scrivo.h"
 #include "cli/terminal_stream.h"
 #include "system/interruption.h"
-#include "system/program_arguments.h"
+#include "system/program.h"
 #include "system/services.h"
-#include "system/terminal.h"
 #include "text/code_page.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "cli/run_summary.h"
-#include "platform/ansi_names.h"
+#include "platform/paths.h"
 
 namespace scrivo {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "compiler/message_scan.h"
 #include "compiler/spawn_console_app.h"
+#include "compiler/transcript.h"
 #include "errors/error_handler.h"
 #include "errors/frame.h"
 #include "platform/globals.h"

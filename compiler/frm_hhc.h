@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "compiler/line_count.h"
-#include "ui/run_view.h"
+#include "compiler/transcript.h"
+#include "ui/form_views.h"
 
 namespace scrivo {
 

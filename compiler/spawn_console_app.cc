@@ -1,8 +1,8 @@
 #include "compiler/spawn_console_app.h"
 
 #include "errors/frame.h"
-#include "system/ansi_text.h"
 #include "system/services.h"
+#include "system/system_services.h"
 #include "text/text_pieces.h"
 
 namespace scrivo {

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "ui/button_strip.h"
+#include "ui/form_views.h"
 #include "ui/item_panel.h"
-#include "ui/parameter_view.h"
 
 namespace scrivo {
 

@@ -1,14 +1,28 @@
 #include "errors/error_handler.h"
 
 #include <exception>
+#include <string>
 
-#include "errors/component_errors.h"
-#include "errors/log_file.h"
 #include "system/error.h"
 #include "system/services.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {
+
+// Appends one record and CR LF to a log, in the ANSI code page. The file is opened and closed for
+// each record, so that others may read or delete it at any time and it survives a crash up to its
+// last complete record. Errors as Files::Append.
+void AppendLogRecord(const std::string& path, const std::string& record) {
+  TheServices().files->Append(path, ToAnsi(record) + "\r\n");
+}
+
+// The date and time that begin a record: the system's short texts joined by " - ".
+std::string LogTimeText() {
+  SystemServices& system = *TheServices().system;
+  const std::string date = system.DateText();
+  return date + " - " + system.TimeText();
+}
 
 constexpr std::int32_t kAllActions = ehaMessageBox | ehaLogFile | ehaEventLog | ehaErrorDialog;
 constexpr std::int32_t kAllTracingFlags = trfDebugOutput | trfLogFile;
@@ -179,6 +193,11 @@ void CErrorHandler::Trace(const char* event, const std::string& procedure) const
 CErrorHandler& ErrorHandler() {
   static CErrorHandler handler;
   return handler;
+}
+
+void RaiseComponentError(const std::string& class_name, std::int32_t number,
+                         const std::string& description) {
+  throw Error(number, TheServices().system->ModuleName() + "." + class_name, description);
 }
 
 }  // namespace scrivo

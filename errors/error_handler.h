@@ -5,9 +5,18 @@
 #include <string>
 #include <vector>
 
-#include "errors/error_dialog.h"
-
 namespace scrivo {
+
+// Shows an error report to the user and asks what to do.
+class ErrorDialog {
+ public:
+  virtual ~ErrorDialog() = default;
+
+  // Shows the report modally, with an offer to mail it to `support_mail` when that is not empty.
+  // Returns the key of the button that closed the dialog: "ABORT", "RETRY", "IGNORE", or "" when
+  // it was closed otherwise.
+  virtual std::string Ask(const std::string& report, const std::string& support_mail) = 0;
+};
 
 // Channels that an error report takes; a bit set.
 enum ErrorHandlerAction : std::int32_t {
@@ -139,5 +148,21 @@ CErrorHandler& ErrorHandler();
 // The component's title: caption of message boxes, source in the event log, application name of
 // the settings.
 constexpr const char* kComponentTitle = "Scrivo";
+
+// Raises an error of one of the component's classes: its source is the module's name, a point and
+// `class_name`; `number` is kComponentErrorBase plus the class's offset.
+[[noreturn]] void RaiseComponentError(const std::string& class_name, std::int32_t number,
+                                      const std::string& description);
+
+// Runs the work of a class's member and gives its result; whatever fails in it reaches the caller
+// as the class's own failure `number`, described as "<class_name> component failure".
+template <typename Work>
+auto OrComponentFailure(const std::string& class_name, std::int32_t number, Work work) {
+  try {
+    return work();
+  } catch (...) {
+    RaiseComponentError(class_name, number, class_name + " component failure");
+  }
+}
 
 }  // namespace scrivo

@@ -8,7 +8,7 @@
 #include "errors/frame.h"
 #include "platform/common_dialog.h"
 #include "platform/globals.h"
-#include "platform/help.h"
+#include "platform/shell.h"
 #include "system/error.h"
 #include "ui/form_views.h"
 #include "ui/number_text.h"

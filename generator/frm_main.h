@@ -6,8 +6,8 @@
 #include "site/site.h"
 #include "system/desktop.h"
 #include "ui/button_strip.h"
+#include "ui/form_views.h"
 #include "ui/item_panel.h"
-#include "ui/parameter_view.h"
 #include "writers/compile_job.h"
 
 namespace scrivo {
@@ -138,5 +138,13 @@ class frmMain : public std::enable_shared_from_this<frmMain>, private ParameterV
   std::string project_path_;
   bool use_index_ = false;
 };
+
+// Where a page lies inside `web`, as the host tells it, with "/" between folder names. Errors are
+// the host's; kObjectNotSet when no host is connected.
+std::string PageLocation(SiteWeb& web, const std::string& address);
+
+// The same for the web that is open in the host, and never an error: "" when no web is open or the
+// host cannot tell.
+std::string RelativeLocation(const std::string& address);
 
 }  // namespace scrivo

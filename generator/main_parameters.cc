@@ -6,7 +6,6 @@
 #include "errors/error_handler.h"
 #include "errors/frame.h"
 #include "generator/frm_main.h"
-#include "generator/relative_location.h"
 #include "platform/globals.h"
 #include "platform/paths.h"
 #include "platform/settings.h"
@@ -37,6 +36,12 @@ std::shared_ptr<SiteWeb> CurrentWeb() {
 }
 
 std::string CheckText(const Item& box) { return box.checked ? "1" : "0"; }
+
+HostApplication& ConnectedHost() {
+  const std::shared_ptr<HostApplication>& host = Globals().HostApplication;
+  if (!host) throw Error(kObjectNotSet, "Scrivo", "No host application is connected");
+  return *host;
+}
 
 }  // namespace
 
@@ -159,6 +164,19 @@ SiteNodes frmMain::AllNodes() {
   return Procedure<SiteNodes>("Kestrel.frmMain.AllNodes", [&](Steps& step, SiteNodes& nodes) {
     nodes = scrivo::AllNodes(OpenWeb(), [&](const auto& statement) { step(statement); });
   });
+}
+
+std::string PageLocation(SiteWeb& web, const std::string& address) {
+  return ConnectedHost().RelativeLocation(web, address);
+}
+
+std::string RelativeLocation(const std::string& address) {
+  std::string location;
+  IgnoringErrors([&] {
+    const std::shared_ptr<SiteWeb> web = ConnectedHost().CurrentWeb();
+    if (web) location = PageLocation(*web, address);
+  });
+  return location;
 }
 
 }  // namespace scrivo

@@ -8,8 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "bytes/spill_space.h"
-#include "bytes/temporary_file.h"
+#include "bytes/spilled_bytes.h"
 #include "chm/container_writer.h"
 #include "hhc/collect_sources.h"
 #include "hhc/compile_context.h"

@@ -7,7 +7,6 @@
 
 #include "host/navigation_index.h"
 #include "platform/globals.h"
-#include "platform/path_style.h"
 #include "webs/disk_web.h"
 
 namespace scrivo::host {

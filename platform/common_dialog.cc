@@ -4,9 +4,9 @@
 #include <cstddef>
 
 #include "errors/frame.h"
-#include "system/ansi_text.h"
 #include "system/error.h"
 #include "system/services.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

@@ -4,10 +4,18 @@
 #include <memory>
 #include <string>
 
-#include "platform/path_style.h"
 #include "system/desktop.h"
 
 namespace scrivo {
+
+// Whose rules a path routine follows. Page locations always use "/", in either style.
+enum class PathStyle { kWindows, kPosix };
+
+// The style of the system this program was built for.
+PathStyle SystemPathStyle();
+
+// "\" or "/".
+constexpr char Separator(PathStyle style) { return style == PathStyle::kWindows ? '\\' : '/'; }
 
 class HostApplication;
 class Connect;
@@ -38,9 +46,15 @@ struct GlobalState {
   // being shown when it does not exist yet. Empty: the viewer has no owner.
   std::function<WindowHandle()> help_owner;
 
-  explicit GlobalState(PathStyle style = SystemPathStyle());
+  explicit GlobalState(PathStyle style = SystemPathStyle())
+      : compiler_file_name(style == PathStyle::kWindows ? "hhc.exe" : "hhc"),
+        decompiler_file_name(style == PathStyle::kWindows ? "hh.exe" : "hh"),
+        path_style(style) {}
 };
 
-GlobalState& Globals();
+inline GlobalState& Globals() {
+  static GlobalState state;
+  return state;
+}
 
 }  // namespace scrivo

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <optional>
 
-#include "errors/component_errors.h"
-#include "platform/ansi_names.h"
+#include "errors/error_handler.h"
+#include "platform/paths.h"
 #include "system/error.h"
 #include "system/services.h"
 

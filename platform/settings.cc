@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/ansi_names.h"
-#include "system/ansi_text.h"
+#include "platform/paths.h"
 #include "system/error.h"
 #include "system/services.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

@@ -4,10 +4,12 @@
 #include <cstddef>
 #include <iterator>
 
-#include "errors/component_errors.h"
+#include "errors/error_handler.h"
+#include "errors/frame.h"
 #include "platform/globals.h"
-#include "system/ansi_text.h"
+#include "platform/paths.h"
 #include "system/services.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {
@@ -229,6 +231,34 @@ void CShell::ShowProperties(const std::string& Path, WindowHandle Owner) {
     return shell.ExecuteExtended(request);
   });
   if (instance <= kLastFailureCode) Raise(kCannotShowProperties, "Cannot show properties");
+}
+
+void ShowHelp() {
+  WindowHandle owner = 0;
+  IgnoringErrors([&] {
+    if (Globals().help_owner) owner = Globals().help_owner();
+  });
+  IgnoringErrors([&] {
+    TheServices().desktop->HtmlHelp(owner,
+                                    JoinPath(TheServices().system->ModuleFolder(), "Scrivo.CHM"),
+                                    kHelpDisplayTopic, "index.html");
+  });
+}
+
+std::string GetSpecialFolder(WindowHandle window, std::int32_t folder_id) {
+  std::string path;
+  IgnoringErrors([&] {
+    std::uintptr_t item_list = 0;
+    if (TheServices().shell->SpecialFolderLocation(window, folder_id, &item_list) != 0) return;
+    IgnoringErrors([&] {
+      std::string buffer(260, '\0');
+      if (TheServices().desktop->PathFromItemList(item_list, buffer.data())) {
+        path = FromAnsi(buffer.substr(0, buffer.find('\0')));
+      }
+    });
+    TheServices().shell->FreeItemList(item_list);
+  });
+  return path;
 }
 
 }  // namespace scrivo

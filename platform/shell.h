@@ -51,4 +51,15 @@ class CShell {
   void ShowProperties(const std::string& Path, WindowHandle Owner);
 };
 
+// Opens the first page of the add-in's own help file, "Scrivo.CHM" beside the running library. Its
+// owner is the window that Globals().help_owner tells. What the viewer answers is not looked at;
+// never raises.
+void ShowHelp();
+
+constexpr std::int32_t kDocumentsFolder = 5;  // CSIDL_PERSONAL
+
+// The path of one of the shell's special folders, without a separator at its end; "" when there is
+// none. `window` is the owner of what the shell may ask. Never raises.
+std::string GetSpecialFolder(WindowHandle window, std::int32_t folder_id);
+
 }  // namespace scrivo

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "errors/frame.h"
-#include "platform/ansi_names.h"
+#include "platform/paths.h"
 #include "system/services.h"
 
 namespace scrivo {

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "platform/globals.h"
-#include "platform/path_style.h"
 
 namespace scrivo {
 

@@ -12,7 +12,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "bytes/spill_space.h"
+#include "bytes/spilled_bytes.h"
 #include "search/scale_root.h"
 #include "search/spilled_words.h"
 #include "search/word_collector.h"

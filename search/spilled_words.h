@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "bytes/spill_space.h"
+#include "bytes/spilled_bytes.h"
 
 namespace scrivo {
 

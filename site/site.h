@@ -8,7 +8,7 @@
 namespace scrivo {
 
 // The site model: the web that is open in the host, as the generator reads it. Labels, titles and
-// properties are UTF-8; locations, paths and addresses are names (platform/ansi_names.h), which
+// properties are UTF-8; locations, paths and addresses are names (platform/paths.h), which
 // may be no UTF-8. Every operation may fail with an Error. Collections come in the host's own
 // order; nobody sorts them.
 

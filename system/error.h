@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <new>
 #include <string>
 
 namespace scrivo {
@@ -48,6 +49,18 @@ class Error : public std::exception {
 // Gives the failure held by `failure` as an Error: an Error as it is, std::bad_alloc as
 // kOutOfMemory, any other exception as kInternalError with its what() text. `failure` must not be
 // null.
-Error ErrorFrom(const std::exception_ptr& failure) noexcept;
+inline Error ErrorFrom(const std::exception_ptr& failure) noexcept {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const Error& error) {
+    return error;
+  } catch (const std::bad_alloc&) {
+    return Error(kOutOfMemory, "", "Out of memory");
+  } catch (const std::exception& other) {
+    return Error(kInternalError, "", other.what());
+  } catch (...) {
+    return Error(kInternalError, "", "Internal error");
+  }
+}
 
 }  // namespace scrivo

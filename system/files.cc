@@ -1,5 +1,7 @@
 #include "system/files.h"
 
+#include "system/services.h"
+
 namespace scrivo {
 
 std::string ReadWholeFile(Files& files, const std::string& path) {
@@ -13,6 +15,10 @@ std::string ReadWholeFile(Files& files, const std::string& path) {
     text.resize(size + got);
     if (got == 0) return text;
   }
+}
+
+void WriteTextFile(const std::string& path, const std::string& text) {
+  TheServices().files->Write(path, text + "\r\n");
 }
 
 }  // namespace scrivo

@@ -68,4 +68,8 @@ class Files {
 // Reads a file whole. Errors as Files::OpenForReading.
 std::string ReadWholeFile(Files& files, const std::string& path);
 
+// Writes a whole text file: `text`, in the bytes of the file's code page, and CR LF. An existing
+// file is overwritten. Failures are the Errors of Files::Write.
+void WriteTextFile(const std::string& path, const std::string& text);
+
 }  // namespace scrivo

@@ -24,7 +24,10 @@ struct Services {
 };
 
 // The process-wide services.
-Services& TheServices();
+inline Services& TheServices() {
+  static Services services;
+  return services;
+}
 
 // The services of the system this program was built for.
 Services CreateSystemServices();

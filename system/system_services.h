@@ -33,11 +33,23 @@ class SystemServices {
   // The code page of ANSI text, such as 1252: the system's own until another was chosen.
   virtual int AnsiCodePage() = 0;
   virtual void SetAnsiCodePage(int code_page) = 0;
-  // Text in that code page; see system/ansi_text.h.
+  // Text in that code page: what ToAnsi and FromAnsi below give.
   virtual std::string ToAnsi(std::string_view text);
   virtual std::string FromAnsi(std::string_view ansi);
   // The code page of the text that console programs print: the ANSI code page unless overridden.
   virtual int PipeCodePage();
 };
+
+// Text inside is UTF-8. Here it becomes the bytes of the ANSI code page, at the edges that need
+// them (the files that the add-in writes, the registry, calls that take ANSI text), and comes back
+// from there. Lengths and cuts at these edges are of such bytes.
+
+// Text for people. What the code page lacks becomes "?", or on Windows a letter that looks like it.
+std::string ToAnsi(std::string_view text);
+std::string FromAnsi(std::string_view ansi);
+
+// The code page of the text that console programs print: on Windows the ANSI code page, UTF-8
+// elsewhere.
+int PipeCodePage();
 
 }  // namespace scrivo

@@ -2,10 +2,18 @@
 
 #include <algorithm>
 #include <numeric>
+#include <set>
 
 #include "system/error.h"
 
 namespace scrivo {
+namespace {
+
+bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+}  // namespace
 
 StripItem& ButtonStrip::operator[](const std::string& key) {
   const auto found = std::find_if(items_.begin(), items_.end(),
@@ -23,6 +31,25 @@ void ButtonStrip::Remove(const std::string& key) {
 float ButtonStrip::ItemsWidth() const {
   return std::accumulate(items_.begin(), items_.end(), 0.0F,
                          [](float sum, const StripItem& item) { return sum + item.width; });
+}
+
+std::vector<std::string> WithAccessKeys(const std::vector<std::string>& captions) {
+  std::vector<std::string> marked;
+  std::set<char> taken;
+  for (const std::string& caption : captions) {
+    std::string text;
+    bool has_key = false;
+    for (const char c : caption) {
+      if (!has_key && IsLetter(c) && taken.insert(Lower(c)).second) {
+        has_key = true;
+        text += '&';
+      }
+      text += c;
+      if (c == '&') text += '&';
+    }
+    marked.push_back(text);
+  }
+  return marked;
 }
 
 }  // namespace scrivo

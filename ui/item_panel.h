@@ -1,7 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "system/error.h"
 
 namespace scrivo {
 
@@ -34,7 +38,14 @@ class ItemPanel {
   explicit ItemPanel(std::vector<Item> items) : items_(std::move(items)) {}
 
   // The row with this key. Raises Error (kInvalidProcedureCall) when there is none.
-  Item& operator[](const std::string& key);
+  Item& operator[](const std::string& key) {
+    const auto row = std::find_if(items_.begin(), items_.end(),
+                                  [&](const Item& item) { return item.key == key; });
+    if (row == items_.end()) {
+      throw Error(kInvalidProcedureCall, "Scrivo.ItemPanel", "There is no item \"" + key + "\"");
+    }
+    return *row;
+  }
   // All rows, top to bottom.
   std::vector<Item>& Rows() { return items_; }
 

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "platform/globals.h"
-#include "platform/path_style.h"
 #include "site/site.h"
 
 namespace scrivo {

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "platform/globals.h"
-#include "platform/path_style.h"
 #include "site/site.h"
 #include "webs/web_report.h"
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/path_style.h"
+#include "platform/globals.h"
 #include "system/files.h"
 #include "webs/web_report.h"
 

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/path_style.h"
+#include "platform/globals.h"
 #include "system/files.h"
 #include "webs/web_report.h"
 

@@ -1,7 +1,5 @@
 #include "writers/contents.h"
 
-#include "writers/contents_list.h"
-
 namespace scrivo {
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/ansi_names.h"
+#include "platform/paths.h"
 #include "text/fold_case.h"
 
 namespace scrivo {

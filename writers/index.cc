@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/ansi_names.h"
-#include "system/ansi_text.h"
-#include "writers/sitemap_text.h"
+#include "platform/paths.h"
+#include "system/system_services.h"
+#include "writers/compile_job.h"
 
 namespace scrivo {
 namespace {

@@ -1,8 +1,8 @@
 #include "writers/project.h"
 
 #include "html/page_kind.h"
-#include "platform/ansi_names.h"
-#include "system/ansi_text.h"
+#include "platform/paths.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

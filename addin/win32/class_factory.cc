@@ -1,8 +1,24 @@
 #include "addin/win32/class_factory.h"
 
+#include <atomic>
+
 #include "addin/win32/host_entry.h"
+#include "com/win32/dispatch_object.h"
 
 namespace scrivo {
+namespace {
+
+std::atomic<long> references = 0;
+
+}  // namespace
+
+ModuleReference::ModuleReference() { ++references; }
+
+ModuleReference::~ModuleReference() { --references; }
+
+void LockModule(bool locked) { references += locked ? 1 : -1; }
+
+bool CanUnloadModule() { return references == 0 && DispatchObject::LiveObjects() == 0; }
 
 HRESULT ClassFactory::QueryInterface(REFIID id, void** object) {
   if (!object) return E_POINTER;

@@ -1,6 +1,6 @@
 #include "addin/win32/com_site.h"
 
-#include "addin/win32/collection.h"
+#include "com/win32/dispatch_call.h"
 #include "platform/paths.h"
 #include "system/error.h"
 

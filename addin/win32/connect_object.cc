@@ -1,6 +1,5 @@
 #include "addin/win32/connect_object.h"
 
-#include "addin/win32/com_command_bars.h"
 #include "addin/win32/com_host.h"
 #include "addin/win32/host_entry.h"
 #include "compiler/frm_hhc.h"

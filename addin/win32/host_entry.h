@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "com/win32/ole.h"
+#include "com/win32/com_ptr.h"
 
 namespace scrivo {
 

@@ -1,6 +1,5 @@
 #include "addin/win32/version_component.h"
 
-#include "com/win32/com_error.h"
 #include "com/win32/dispatch_call.h"
 
 namespace scrivo {

@@ -3,11 +3,33 @@
 #include <algorithm>
 #include <vector>
 
-#include "com/win32/com_error.h"
+#include "platform/win32/wide.h"
 #include "system/error.h"
 
 namespace scrivo {
 namespace {
+
+struct Meaning {
+  HRESULT result;
+  std::int32_t number;
+};
+
+const Meaning kMeanings[] = {
+    {DISP_E_UNKNOWNNAME, kObjectDoesNotSupportThis},
+    {DISP_E_MEMBERNOTFOUND, kObjectDoesNotSupportThis},
+    {DISP_E_TYPEMISMATCH, kTypeMismatch},
+    {DISP_E_OVERFLOW, kOverflow},
+    {E_OUTOFMEMORY, kOutOfMemory},
+};
+
+// The system's text for a code, without its line end and point; "" when it has none.
+std::string SystemText(HRESULT result) {
+  wchar_t text[512] = L"";
+  DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                static_cast<DWORD>(result), 0, text, 512, nullptr);
+  while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
+  return Narrow(std::wstring_view(text, length));
+}
 
 // What an object says about the error that it raises; owns its texts.
 class RaisedError {
@@ -45,7 +67,64 @@ Variant Converted(const Variant& value, VARTYPE type) {
   return converted;
 }
 
+LateBound RequireObject(const Variant& item) {
+  LateBound object = ObjectOf(item);
+  if (!object)
+    throw Error(kObjectNotSet, "Automation", "A collection holds an item that is not an object");
+  return object;
+}
+
+// The collection's enumerator, null when it has none.
+ComPtr<IEnumVARIANT> EnumeratorOf(const LateBound& collection) {
+  try {
+    const Variant enumerator = collection.GetById(DISPID_NEWENUM);
+    if (enumerator.Type() != VT_UNKNOWN && enumerator.Type() != VT_DISPATCH) return {};
+    return ComPtr<IUnknown>::Share(enumerator.get().punkVal).Query<IEnumVARIANT>(IID_IEnumVARIANT);
+  } catch (const Error&) {
+    return {};
+  }
+}
+
+std::vector<LateBound> Enumerated(IEnumVARIANT& enumerator) {
+  std::vector<LateBound> items;
+  for (;;) {
+    Variant item;
+    ULONG got = 0;
+    const HRESULT result = enumerator.Next(1, item.Put(), &got);
+    if (FAILED(result)) RaiseComError(result, "the next item of a collection");
+    if (result != S_OK || got == 0) return items;
+    items.push_back(RequireObject(item));
+  }
+}
+
+// The web's collections number their items from 0.
+std::vector<LateBound> Counted(const LateBound& collection) {
+  std::vector<LateBound> items;
+  const std::int32_t count = NumberOf(collection.Get(L"Count"));
+  for (std::int32_t i = 0; i < count; ++i) {
+    items.push_back(RequireObject(ItemOf(collection, Variant::Long(i))));
+  }
+  return items;
+}
+
 }  // namespace
+
+std::int32_t ErrorNumberOf(HRESULT result) {
+  constexpr auto kRunTimeErrors = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 0);
+  const bool is_run_time_error = (result & ~0xFFFF) == kRunTimeErrors;
+  return static_cast<std::int32_t>(is_run_time_error ? result & 0xFFFF : result);
+}
+
+void RaiseComError(HRESULT result, const std::string& subject) {
+  std::int32_t number = ErrorNumberOf(result);
+  for (const Meaning& meaning : kMeanings) {
+    if (meaning.result == result) number = meaning.number;
+  }
+  std::string text = SystemText(result);
+  if (text.empty()) text = "Automation error";
+  text.append(": ").append(subject);
+  throw Error(number, "Automation", text);
+}
 
 DISPID LateBound::Find(const wchar_t* member) const {
   if (!object_)
@@ -114,6 +193,22 @@ LateBound ObjectOf(const Variant& value) {
     default:
       RaiseComError(DISP_E_TYPEMISMATCH, "a value where an object is expected");
   }
+}
+
+std::vector<LateBound> ItemsOf(const LateBound& collection) {
+  if (!collection) return {};
+  const ComPtr<IEnumVARIANT> enumerator = EnumeratorOf(collection);
+  return enumerator ? Enumerated(*enumerator) : Counted(collection);
+}
+
+Variant ItemOf(const LateBound& collection, const Variant& key) {
+  // "Item" is the default member of every collection; some know it without the name.
+  try {
+    return collection.Get(L"Item", key);
+  } catch (const Error& error) {
+    if (error.number != kObjectDoesNotSupportThis) throw;
+  }
+  return collection.GetById(DISPID_VALUE, key);
 }
 
 }  // namespace scrivo

@@ -2,13 +2,23 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "com/win32/com_ptr.h"
-#include "com/win32/ole.h"
 #include "com/win32/variant.h"
 
 namespace scrivo {
+
+// Raises the Error that stands for a failed HRESULT. Its number is the run-time error of the same
+// meaning where there is one (an unknown member is kObjectDoesNotSupportThis), else the HRESULT;
+// its description is the system's text and `subject`, what the failed call was about.
+[[noreturn]] void RaiseComError(HRESULT result, const std::string& subject);
+
+// The number of an error that an object has raised itself: codes that carry a run-time error
+// number (0x800A….) give that number, all others stay.
+std::int32_t ErrorNumberOf(HRESULT result);
 
 // An object of somebody else's that is called by name, or none. Every failure is an Error: the
 // number, source and description that the object raised itself, else as RaiseComError makes it.
@@ -58,5 +68,22 @@ std::int32_t NumberOf(const Variant& value);
 bool TruthOf(const Variant& value);
 // None for nothing in any form: empty, null, a reference to no object.
 LateBound ObjectOf(const Variant& value);
+
+// The objects of one of the host's collections, in its order, read out before anything is done
+// with them. No collection has none. An item that is not an object raises Error.
+std::vector<LateBound> ItemsOf(const LateBound& collection);
+
+// A collection's item by a key of its own: a name, a caption or a position.
+Variant ItemOf(const LateBound& collection, const Variant& key);
+
+// ItemsOf, each as a `Wrapper` behind `Item`.
+template <typename Wrapper, typename Item>
+std::vector<std::shared_ptr<Item>> WrappedItems(const LateBound& collection) {
+  std::vector<std::shared_ptr<Item>> items;
+  for (LateBound& object : ItemsOf(collection)) {
+    items.push_back(std::make_shared<Wrapper>(std::move(object)));
+  }
+  return items;
+}
 
 }  // namespace scrivo

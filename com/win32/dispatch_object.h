@@ -1,9 +1,11 @@
 #pragma once
 
 #include <utility>
+#include <vector>
 
 #include "com/win32/com_ptr.h"
 #include "com/win32/dispatch_table.h"
+#include "com/win32/variant.h"
 
 namespace scrivo {
 
@@ -58,5 +60,9 @@ template <typename Object, typename... Arguments>
 ComPtr<Object> MakeObject(Arguments&&... arguments) {
   return ComPtr<Object>::Take(new Object(std::forward<Arguments>(arguments)...));
 }
+
+// What "for each" asks a collection for (DISPID_NEWENUM): an IEnumVARIANT over these items, as
+// VT_UNKNOWN.
+Variant EnumeratorOver(std::vector<Variant> items);
 
 }  // namespace scrivo

@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "errors/error_dialog.h"
+#include "errors/error_handler.h"
 #include "ui/button_strip.h"
-#include "ui/error_view.h"
+#include "ui/form_views.h"
 
 namespace scrivo {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "com/win32/ole.h"
+#include "com/win32/com_ptr.h"
 
 namespace scrivo::host {
 

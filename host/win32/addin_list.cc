@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "com/win32/text.h"
+#include "com/win32/variant.h"
 #include "host/host_error.h"
 #include "host/plain_text.h"
 #include "host/win32/addin_objects.h"

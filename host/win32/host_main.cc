@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "com/win32/ole.h"
+#include "com/win32/com_ptr.h"
 #include "host/host_arguments.h"
 #include "host/win32/host_window.h"
 #include "host/win32/wide_controls.h"
 #include "platform/win32/wide.h"
-#include "system/program_arguments.h"
+#include "system/program.h"
 #include "system/services.h"
 // After windows.h, on which it stands.
 #include <ole2.h>

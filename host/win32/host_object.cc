@@ -1,6 +1,6 @@
 #include "host/win32/host_object.h"
 
-#include "com/win32/enum_variant.h"
+#include "com/win32/dispatch_object.h"
 #include "host/win32/application_object.h"
 #include "host/win32/host_world.h"
 

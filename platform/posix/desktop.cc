@@ -1,11 +1,10 @@
-#include "platform/posix/desktop.h"
-
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
 
-#include "platform/posix/opener.h"
+#include "platform/posix/services.h"
+#include "platform/posix/spawn.h"
 #include "system/error.h"
 
 namespace scrivo {

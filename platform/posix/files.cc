@@ -1,5 +1,3 @@
-#include "platform/posix/files.h"
-
 #include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,6 +11,7 @@
 #include "platform/command_line.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/interruption.h"
+#include "platform/posix/services.h"
 #include "platform/posix/system_error.h"
 
 namespace scrivo {

@@ -1,5 +1,3 @@
-#include "platform/posix/processes.h"
-
 #include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -11,6 +9,7 @@
 
 #include "platform/command_line.h"
 #include "platform/posix/interruption.h"
+#include "platform/posix/services.h"
 #include "platform/posix/spawn.h"
 
 namespace scrivo {

@@ -1,16 +1,16 @@
-#include "platform/posix/shell.h"
 
+#include "platform/shell.h"
+
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 
 #include "platform/command_line.h"
-#include "platform/posix/files.h"
-#include "platform/posix/opener.h"
+#include "platform/posix/services.h"
 #include "platform/posix/spawn.h"
-#include "platform/posix/user_folders.h"
-#include "platform/special_folder.h"
 #include "platform/user_dirs.h"
 #include "system/error.h"
 
@@ -80,6 +80,19 @@ std::string UserDirs() {
 }
 
 }  // namespace
+
+std::string HomeFolder() {
+  const char* const home = std::getenv("HOME");
+  if (home && home[0] != '\0') return home;
+  const passwd* const user = getpwuid(getuid());
+  return user && user->pw_dir ? user->pw_dir : "/";
+}
+
+std::string ConfigurationFolder() {
+  const char* const folder = std::getenv("XDG_CONFIG_HOME");
+  // A relative path in this variable is to be ignored (XDG Base Directory).
+  return folder && folder[0] == '/' ? folder : HomeFolder() + "/.config";
+}
 
 std::int32_t PosixShell::Execute(const ShellRequest& request) {
   if (request.verb != "open" && request.verb != "explore") return kNoAssociationResult;

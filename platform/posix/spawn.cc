@@ -142,4 +142,11 @@ SpawnResult Spawn(const SpawnRequest& request) {
   return result;
 }
 
+int OpenWithDesktop(const std::string& target) {
+  SpawnRequest request;
+  request.arguments = {"xdg-open", target};
+  request.detached = true;
+  return Spawn(request).error;
+}
+
 }  // namespace scrivo

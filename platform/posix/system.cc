@@ -1,5 +1,3 @@
-#include "platform/posix/system.h"
-
 #include <locale.h>
 #include <syslog.h>
 #include <time.h>
@@ -7,7 +5,9 @@
 
 #include <cstdlib>
 
+#include "platform/globals.h"
 #include "platform/paths.h"
+#include "platform/posix/services.h"
 #include "platform/posix/system_error.h"
 
 namespace scrivo {
@@ -59,5 +59,7 @@ std::string PosixSystem::ModuleFolder() { return GetFolder(ModulePath(), PathSty
 void PosixSystem::HoldMutex(const std::string& name) {
   throw Error(kObjectDoesNotSupportThis, "", name + ": this system has no named mutexes");
 }
+
+PathStyle SystemPathStyle() { return PathStyle::kPosix; }
 
 }  // namespace scrivo

@@ -1,10 +1,8 @@
-#include "platform/win32/desktop.h"
-
 #include <cstddef>
 
-#include "platform/win32/handle.h"
+#include "platform/win32/services.h"
 #include "platform/win32/shell_api.h"
-#include "system/ansi_text.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

@@ -1,12 +1,10 @@
-#include "platform/win32/files.h"
-
 #include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "bytes/output_file.h"
-#include "platform/win32/handle.h"
 #include "platform/win32/interruption.h"
+#include "platform/win32/services.h"
 #include "platform/win32/system_error.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/windows.h"

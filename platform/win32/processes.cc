@@ -1,8 +1,7 @@
-#include "platform/win32/processes.h"
-
 #include "platform/win32/interruption.h"
+#include "platform/win32/services.h"
 #include "platform/win32/windows.h"
-#include "system/ansi_text.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

@@ -1,5 +1,4 @@
-#include "platform/win32/registry.h"
-
+#include "platform/win32/services.h"
 #include "platform/win32/windows.h"
 
 namespace scrivo {

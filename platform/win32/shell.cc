@@ -1,9 +1,7 @@
-#include "platform/win32/shell.h"
-
-#include "platform/win32/handle.h"
+#include "platform/win32/services.h"
 #include "platform/win32/shell_api.h"
 #include "platform/win32/wide.h"
-#include "system/ansi_text.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

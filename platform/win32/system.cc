@@ -1,5 +1,5 @@
-#include "platform/win32/system.h"
-
+#include "platform/globals.h"
+#include "platform/win32/services.h"
 #include "platform/win32/system_error.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/windows.h"
@@ -82,5 +82,7 @@ std::string Win32System::FromAnsi(std::string_view ansi) {
 int Win32System::AnsiCodePage() {
   return code_page_ != 0 ? code_page_ : static_cast<int>(GetACP());
 }
+
+PathStyle SystemPathStyle() { return PathStyle::kWindows; }
 
 }  // namespace scrivo

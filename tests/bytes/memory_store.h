@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-#include "bytes/byte_store.h"
+#include "bytes/byte_source.h"
 
 namespace scrivo {
 

@@ -5,8 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "compiler/line_count.h"
-#include "compiler/message_scan.h"
+#include "compiler/transcript.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace scrivo;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "errors/error_dialog.h"
+#include "errors/error_handler.h"
 #include "system/error.h"
 
 namespace scrivo {

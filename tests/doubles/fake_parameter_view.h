@@ -7,7 +7,7 @@
 
 #include "system/error.h"
 #include "tests/doubles/fake_run_view.h"
-#include "ui/parameter_view.h"
+#include "ui/form_views.h"
 
 namespace scrivo {
 

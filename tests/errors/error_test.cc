@@ -5,7 +5,7 @@
 #include <new>
 #include <stdexcept>
 
-#include "errors/component_errors.h"
+#include "errors/error_handler.h"
 #include "tests/doubles/expect_error.h"
 #include "tests/doubles/fake_services.h"
 

@@ -1,5 +1,4 @@
-#include "errors/procedure_level.h"
-
+#include "errors/frame.h"
 #include "system/error.h"
 #include "tests/doubles/fake_error_dialog.h"
 #include "tests/doubles/fake_services.h"

@@ -1,7 +1,6 @@
 // Text becomes ANSI bytes in the files that the generator writes; names stay names.
 
-#include "system/ansi_text.h"
-
+#include "system/system_services.h"
 #include "tests/generator/generator_test.h"
 
 namespace scrivo {

@@ -1,4 +1,4 @@
-#include "system/ansi_text.h"
+#include "system/system_services.h"
 #include "tests/generator/generator_test.h"
 
 namespace scrivo {

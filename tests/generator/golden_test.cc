@@ -5,9 +5,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/ansi_names.h"
 #include "platform/paths.h"
-#include "system/ansi_text.h"
+#include "system/system_services.h"
 #include "tests/generator/generator_test.h"
 
 namespace scrivo {

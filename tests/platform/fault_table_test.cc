@@ -6,11 +6,9 @@
 #include <vector>
 
 #include "platform/common_dialog.h"
-#include "platform/help.h"
 #include "platform/shell.h"
-#include "platform/special_folder.h"
 #include "platform/temp_files.h"
-#include "platform/text_file.h"
+#include "system/files.h"
 #include "tests/doubles/faulty_services.h"
 
 namespace scrivo {

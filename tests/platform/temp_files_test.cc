@@ -1,8 +1,7 @@
 #include "platform/temp_files.h"
 
-#include "platform/help.h"
-#include "platform/special_folder.h"
-#include "platform/text_file.h"
+#include "platform/shell.h"
+#include "system/files.h"
 #include "tests/doubles/expect_error.h"
 #include "tests/doubles/fake_services.h"
 

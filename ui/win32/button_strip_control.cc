@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "system/ansi_text.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

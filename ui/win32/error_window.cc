@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "ui/access_keys.h"
+#include "ui/button_strip.h"
 
 namespace scrivo {
 namespace {

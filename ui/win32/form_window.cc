@@ -7,6 +7,13 @@
 namespace scrivo {
 namespace {
 
+BOOL CALLBACK Collect(HWND window, LPARAM windows) {
+  if (IsWindowVisible(window) && IsWindowEnabled(window)) {
+    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+  }
+  return TRUE;
+}
+
 LRESULT CALLBACK TakeFormKeys(int code, WPARAM removed, LPARAM message_address) {
   auto* message = reinterpret_cast<MSG*>(message_address);
   const bool is_key = message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST;
@@ -46,6 +53,18 @@ void GiveFocus(HWND control) {
 }
 
 }  // namespace
+
+OtherWindowsDisabled::OtherWindowsDisabled(HWND window) {
+  EnumThreadWindows(GetCurrentThreadId(), &Collect, reinterpret_cast<LPARAM>(&windows_));
+  std::erase(windows_, window);
+  Enable(false);
+}
+
+OtherWindowsDisabled::~OtherWindowsDisabled() { Enable(true); }
+
+void OtherWindowsDisabled::Enable(bool enabled) const {
+  for (HWND window : windows_) EnableWindow(window, enabled);
+}
 
 FormWindow::~FormWindow() {
   *done_ = true;

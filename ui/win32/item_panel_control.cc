@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "system/ansi_text.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/win32/wide.h"
-#include "system/ansi_text.h"
 #include "system/error.h"
+#include "system/system_services.h"
 
 namespace scrivo {
 namespace {

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "ui/parameter_view.h"
+#include "ui/form_views.h"
 #include "ui/win32/button_strip_control.h"
 #include "ui/win32/form_window.h"
 #include "ui/win32/item_panel_control.h"

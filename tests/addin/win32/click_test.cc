@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "addin/win32/click_connection.h"
-#include "addin/win32/com_command_bars.h"
+#include "addin/win32/com_host.h"
 #include "com/win32/dispatch_object.h"
 #include "system/error.h"
 #include "tests/addin/win32/scripted_events.h"

@@ -1,7 +1,6 @@
-#include "addin/win32/collection.h"
-
 #include <gtest/gtest.h>
 
+#include "com/win32/dispatch_call.h"
 #include "system/error.h"
 #include "tests/addin/win32/scripted_collection.h"
 

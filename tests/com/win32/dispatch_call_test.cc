@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "com/win32/com_error.h"
 #include "system/error.h"
 #include "tests/com/win32/scripted_object.h"
 #include "tests/compiler/leak_count.h"

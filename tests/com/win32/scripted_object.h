@@ -8,7 +8,6 @@
 
 #include "com/win32/com_ptr.h"
 #include "com/win32/dispatch_call.h"
-#include "com/win32/ole.h"
 
 namespace scrivo {
 

@@ -11,7 +11,7 @@
 #include "decompile/frm_decompile.h"
 #include "generator/frm_main.h"
 #include "platform/registry.h"
-#include "platform/win32/desktop.h"
+#include "platform/win32/services.h"
 #include "tests/doubles/memory_registry.h"
 #include "tests/doubles/real_services.h"
 #include "tests/ui/win32/live_window.h"

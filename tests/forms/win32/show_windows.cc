@@ -17,7 +17,7 @@
 #include "platform/paths.h"
 #include "platform/registry.h"
 #include "platform/settings.h"
-#include "platform/win32/desktop.h"
+#include "platform/win32/services.h"
 #include "system/services.h"
 #include "tests/doubles/memory_registry.h"
 #include "tests/forms/win32/picture.h"

@@ -1,5 +1,3 @@
-#include "platform/posix/files.h"
-
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,6 +10,7 @@
 #include <tuple>
 
 #include "platform/command_line.h"
+#include "platform/posix/services.h"
 #include "platform/posix/system_error.h"
 #include "tests/doubles/temp_folder.h"
 

@@ -9,8 +9,7 @@
 #include <functional>
 
 #include "platform/command_line.h"
-#include "platform/posix/files.h"
-#include "platform/posix/processes.h"
+#include "platform/posix/services.h"
 #include "tests/doubles/temp_folder.h"
 
 namespace scrivo {

@@ -1,5 +1,3 @@
-#include "platform/posix/processes.h"
-
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -13,6 +11,7 @@
 #include <vector>
 
 #include "platform/command_line.h"
+#include "platform/posix/services.h"
 #include "tests/doubles/temp_folder.h"
 
 namespace scrivo {

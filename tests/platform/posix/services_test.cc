@@ -13,12 +13,9 @@
 #include <regex>
 
 #include "platform/globals.h"
-#include "platform/posix/desktop.h"
-#include "platform/posix/shell.h"
-#include "platform/posix/system.h"
-#include "platform/posix/user_folders.h"
+#include "platform/posix/services.h"
 #include "platform/settings.h"
-#include "platform/special_folder.h"
+#include "platform/shell.h"
 #include "tests/doubles/expect_error.h"
 #include "tests/doubles/temp_folder.h"
 

@@ -1,10 +1,9 @@
 // Message boxes, windows and messages of the real desktop.
 
-#include "platform/win32/desktop.h"
-
 #include <set>
 #include <string>
 
+#include "platform/win32/services.h"
 #include "tests/doubles/real_services.h"
 #include "tests/platform/win32/dialog_answer.h"
 

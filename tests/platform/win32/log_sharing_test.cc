@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/win32/handle.h"
+#include "platform/win32/windows.h"
 #include "tests/doubles/expect_error.h"
 #include "tests/doubles/real_services.h"
 

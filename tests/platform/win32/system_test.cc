@@ -5,7 +5,6 @@
 #include <string>
 
 #include "platform/shell.h"
-#include "platform/special_folder.h"
 #include "platform/win32/shell_api.h"
 #include "system/error.h"
 #include "tests/doubles/real_services.h"

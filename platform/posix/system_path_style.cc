@@ -1,7 +1,0 @@
-#include "platform/path_style.h"
-
-namespace scrivo {
-
-PathStyle SystemPathStyle() { return PathStyle::kPosix; }
-
-}  // namespace scrivo
