@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "bytes/byte_source.h"
 
@@ -54,5 +55,25 @@ constexpr int kMostNamesBesideTarget = 16;
 // `target`: in the same folder, and no longer than the system takes.
 std::filesystem::path NameBesideTarget(const std::filesystem::path& target, int number,
                                        std::string ending = ".scrivo-new");
+
+// The folders that lead to a new file. Those that are missing are made, and removed again unless
+// they are kept or have come to hold something.
+class ParentFolders {
+ public:
+  // `file`: the path of the file. Folders are made at once.
+  explicit ParentFolders(const std::filesystem::path& file);
+  ~ParentFolders();
+  ParentFolders(const ParentFolders&) = delete;
+  ParentFolders& operator=(const ParentFolders&) = delete;
+
+  // Why a folder could not be made; no error when all are there.
+  const std::error_code& Error() const { return error_; }
+
+  void Keep() { made_.clear(); }
+
+ private:
+  std::vector<std::filesystem::path> made_;  // from the outermost inwards
+  std::error_code error_;
+};
 
 }  // namespace scrivo

@@ -8,7 +8,6 @@
 #include "checker/component_finder.h"
 #include "checker/link_check.h"
 #include "html/charset.h"
-#include "html/elements.h"
 #include "html/links.h"
 #include "html/title.h"
 #include "html/tokenizer.h"

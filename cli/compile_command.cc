@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "bytes/output_file.h"
 #include "cli/compile_report.h"
 #include "cli/disk_path.h"
 #include "cli/foreign_compiler.h"
@@ -16,7 +17,6 @@
 #include "cli/web_sources.h"
 #include "errors/frame.h"
 #include "hhc/compiler.h"
-#include "hhc/parent_folders.h"
 #include "system/error.h"
 #include "system/interruption.h"
 #include "system/services.h"

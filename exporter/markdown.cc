@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "html/elements.h"
 #include "html/tokenizer.h"
 #include "text/ascii_text.h"
 #include "text/html_entities.h"

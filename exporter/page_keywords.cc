@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "html/charset.h"
-#include "html/elements.h"
 #include "html/title.h"
 #include "html/tokenizer.h"
 #include "text/ascii_text.h"

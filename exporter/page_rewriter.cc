@@ -5,8 +5,7 @@
 
 #include "exporter/script_text.h"
 #include "html/charset.h"
-#include "html/css_links.h"
-#include "html/elements.h"
+#include "html/links.h"
 #include "html/title.h"
 #include "html/tokenizer.h"
 #include "text/ascii_text.h"

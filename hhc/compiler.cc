@@ -10,7 +10,6 @@
 #include "hhc/compile_context.h"
 #include "hhc/compile_files.h"
 #include "hhc/output_check.h"
-#include "hhc/parent_folders.h"
 #include "hhc/system_stream.h"
 #include "html/charset.h"
 #include "text/code_page.h"

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "html/charset.h"
-#include "html/css_links.h"
+#include "html/links.h"
 #include "html/page_kind.h"
 #include "text/ascii_text.h"
 

@@ -2,19 +2,119 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
-#include "hhc/page_text.h"
 #include "html/charset.h"
-#include "html/elements.h"
 #include "html/title.h"
 #include "html/tokenizer.h"
+#include "search/search_alphabet.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"
 #include "text/html_entities.h"
 
 namespace scrivo {
 namespace {
+
+// The text of a page on its way to the word breaker: character references replaced, the page's code
+// page turned into the project's.
+class PageText {
+ public:
+  PageText(int page_code_page, int project_code_page, WordCollector* words);
+
+  // Adds a piece of text between two tags, as written.
+  void Add(std::string_view content);
+
+  // The same for text in which "&" is no more than that.
+  void AddPlain(std::string_view content);
+
+  // Ends the current word.
+  void Break() { breaker_.Break(); }
+
+  // Whether the words from here on stand in the title.
+  void SetInTitle(bool in_title) { in_title_ = in_title; }
+
+ private:
+  void AddBytes(std::string_view bytes);
+  void AddCharacter(char32_t character);
+
+  int page_code_page_, project_code_page_;
+  bool same_;  // the page's bytes are the project's
+  bool in_title_ = false;
+  WordBreaker breaker_;
+  std::unordered_map<char32_t, std::string> known_;  // characters past ASCII in the project's bytes
+};
+
+PageText::PageText(int page_code_page, int project_code_page, WordCollector* words)
+    : page_code_page_(page_code_page),
+      project_code_page_(project_code_page),
+      same_(page_code_page == project_code_page),
+      breaker_(project_code_page, words) {}
+
+void PageText::Add(std::string_view content) {
+  breaker_.SetInTitle(in_title_);
+  while (!content.empty()) {
+    const std::size_t ampersand = content.find('&');
+    AddBytes(content.substr(0, ampersand));
+    if (ampersand == std::string_view::npos) return;
+    content.remove_prefix(ampersand);
+    std::size_t length = 0;
+    const char32_t character = ReadEntity(content, EntityPlace::kText, &length);
+    if (length == 0) {
+      breaker_.Byte('&');
+      length = 1;
+    } else {
+      AddCharacter(character);
+    }
+    content.remove_prefix(length);
+  }
+}
+
+void PageText::AddPlain(std::string_view content) {
+  breaker_.SetInTitle(in_title_);
+  AddBytes(content);
+}
+
+void PageText::AddBytes(std::string_view bytes) {
+  if (same_) {
+    breaker_.Text(bytes);
+    return;
+  }
+  while (!bytes.empty()) {
+    const std::size_t ascii = AsciiPrefix(bytes);
+    breaker_.Text(bytes.substr(0, ascii));
+    bytes.remove_prefix(ascii);
+    if (bytes.empty()) return;
+    if (page_code_page_ == kUtf8CodePage) {
+      AddCharacter(NextUtf8(&bytes));
+      continue;
+    }
+    // Other pages: turn the run past ASCII (with what follows a lead byte) into UTF-8 first.
+    const std::string utf8 = ToUtf8(bytes, page_code_page_);
+    std::string_view rest = utf8;
+    while (!rest.empty()) AddCharacter(NextUtf8(&rest));
+    return;
+  }
+}
+
+void PageText::AddCharacter(char32_t character) {
+  if (character < 0x80) {
+    breaker_.Byte(static_cast<unsigned char>(character));
+    return;
+  }
+  auto [found, added] = known_.try_emplace(character);
+  if (added) {
+    std::string utf8;
+    AppendUtf8(character, &utf8);
+    std::size_t lost = 0;
+    found->second = FromUtf8(utf8, project_code_page_, &lost);
+    // What the project's code page lacks separates words.
+    if (lost > 0) found->second.assign(1, ' ');
+  }
+  breaker_.Text(found->second);
+}
 
 constexpr std::string_view kIndexObjectClass = "1e2a7bd0-dab9-11d0-b93a-00c04fc99f9e";
 constexpr int kDeepestHeading = 6;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "host/plain_text.h"
 #include "platform/registry.h"
+#include "text/ascii_text.h"
 
 namespace scrivo::host {
 namespace {
@@ -29,9 +29,9 @@ void AddEntriesOf(RegistryHandle root, std::vector<AddinEntry>* entries) {
   std::vector<std::string> names;
   registry.GetAllSubKeys(kAddinsKey, &names);
   for (const std::string& name : names) {
-    const bool is_known =
-        std::any_of(entries->begin(), entries->end(),
-                    [&](const AddinEntry& entry) { return IsSameText(entry.prog_id, name); });
+    const bool is_known = std::any_of(
+        entries->begin(), entries->end(),
+        [&](const AddinEntry& entry) { return EqualsIgnoringCase(entry.prog_id, name); });
     if (is_known) continue;
     const std::string key = std::string(kAddinsKey) + "\\" + name;
     AddinEntry entry;

@@ -2,9 +2,18 @@
 
 #include <algorithm>
 
-#include "host/plain_text.h"
+#include "text/ascii_text.h"
 
 namespace scrivo::host {
+
+std::string WithoutMarks(std::string_view caption) {
+  std::string plain;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    if (caption[i] == '&' && ++i == caption.size()) break;
+    plain += caption[i];
+  }
+  return plain;
+}
 
 std::shared_ptr<BarControl> Bar::Add(BarControlType type, std::size_t before) {
   auto control = std::make_shared<BarControl>();
@@ -19,7 +28,7 @@ std::shared_ptr<BarControl> Bar::Add(BarControlType type, std::size_t before) {
 std::shared_ptr<BarControl> Bar::Find(const std::string& caption) const {
   const std::string wanted = WithoutMarks(caption);
   for (const auto& control : controls) {
-    if (IsSameText(WithoutMarks(control->caption), wanted)) return control;
+    if (EqualsIgnoringCase(WithoutMarks(control->caption), wanted)) return control;
   }
   return nullptr;
 }
@@ -52,7 +61,7 @@ std::shared_ptr<BarControl> BarModel::AddCommand(Bar* bar, std::int32_t id,
 
 std::shared_ptr<Bar> BarModel::Find(const std::string& name) const {
   for (const auto& bar : bars) {
-    if (IsSameText(bar->name, name)) return bar;
+    if (EqualsIgnoringCase(bar->name, name)) return bar;
   }
   return nullptr;
 }
@@ -70,6 +79,16 @@ void BarModel::DropTemporaries() {
 std::string AddinOfAction(const std::string& on_action) {
   if (on_action.size() < 4 || !on_action.starts_with("!<") || !on_action.ends_with(">")) return "";
   return on_action.substr(2, on_action.size() - 3);
+}
+
+std::vector<MenuLine> MenuOf(const Bar& bar) {
+  std::vector<MenuLine> lines;
+  for (const auto& control : bar.controls) {
+    if (!control->visible) continue;
+    if (control->begin_group && !lines.empty()) lines.push_back({});
+    lines.push_back({control, control->bar ? MenuOf(*control->bar) : std::vector<MenuLine>()});
+  }
+  return lines;
 }
 
 }  // namespace scrivo::host

@@ -4,9 +4,13 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace scrivo::host {
+
+// A caption without its access key marks: "&Tools" is "Tools"; "&&" stands for one "&".
+std::string WithoutMarks(std::string_view caption);
 
 struct Bar;
 
@@ -75,5 +79,15 @@ class BarModel {
 
 // The add-in that an action names, "!<ProgID>"; "" when it names none.
 std::string AddinOfAction(const std::string& on_action);
+
+// One line of a menu that shows a command bar.
+struct MenuLine {
+  std::shared_ptr<BarControl> control;  // null for a separator
+  std::vector<MenuLine> lines;          // of a popup
+};
+
+// The lines of a menu for a bar: its visible controls in order, a separator before each that
+// begins a group, except at the menu's very top.
+std::vector<MenuLine> MenuOf(const Bar& bar);
 
 }  // namespace scrivo::host

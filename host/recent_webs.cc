@@ -1,8 +1,8 @@
 #include "host/recent_webs.h"
 
 #include "errors/frame.h"
-#include "host/plain_text.h"
 #include "platform/settings.h"
+#include "text/ascii_text.h"
 
 namespace scrivo::host {
 namespace {
@@ -20,7 +20,7 @@ void Write(const std::vector<std::string>& paths) {
 }
 
 std::vector<std::string> Without(std::vector<std::string> paths, const std::string& path) {
-  std::erase_if(paths, [&](const std::string& other) { return IsSameText(other, path); });
+  std::erase_if(paths, [&](const std::string& other) { return EqualsIgnoringCase(other, path); });
   return paths;
 }
 

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
-#include "host/host_error.h"
-#include "host/plain_text.h"
+#include "errors/frame.h"
 #include "host/web_address.h"
 #include "platform/paths.h"
+#include "system/services.h"
+#include "text/ascii_text.h"
+#include "webs/page_head.h"
 
 namespace scrivo::host {
 namespace {
@@ -41,6 +43,48 @@ std::string WebFolder(const std::string& path_or_url, PathStyle style) {
 
 }  // namespace
 
+NavigationIndex::NavigationIndex(const std::shared_ptr<SiteNode>& root) {
+  places_.push_back({root, kNone, 0, {}});
+  if (!root) return;
+  // A list of what is left to do instead of recursion: a tree may be a thousand levels deep.
+  struct Pending {
+    std::size_t parent;
+    SiteNodes children;
+    std::size_t next = 0;
+  };
+  found_[root.get()] = kRoot;
+  std::vector<Pending> pending;
+  pending.push_back({kRoot, root->Children()});
+  while (!pending.empty()) {
+    Pending& level = pending.back();
+    if (level.next == level.children.size()) {
+      pending.pop_back();
+      continue;
+    }
+    const std::size_t position = level.next++;
+    const std::shared_ptr<SiteNode> node = level.children[position];
+    const std::size_t place = places_.size();
+    places_[level.parent].children.push_back(place);
+    places_.push_back({node, level.parent, position, {}});
+    found_[node.get()] = place;
+    pending.push_back({place, node->Children()});
+  }
+}
+
+std::size_t NavigationIndex::Find(const SiteNode* node) const {
+  const auto found = found_.find(node);
+  return found == found_.end() ? kNone : found->second;
+}
+
+std::size_t NavigationIndex::Sibling(std::size_t place, int distance) const {
+  const Place& here = places_[place];
+  if (here.parent == kNone) return kNone;
+  const std::vector<std::size_t>& siblings = places_[here.parent].children;
+  const auto wanted = static_cast<std::ptrdiff_t>(here.position) + distance;
+  if (wanted < 0 || wanted >= static_cast<std::ptrdiff_t>(siblings.size())) return kNone;
+  return siblings[static_cast<std::size_t>(wanted)];
+}
+
 HostedWeb::HostedWeb(const std::string& path, PathStyle style)
     : path_(path),
       web_(OpenDiskWeb(path, {ContentsChoice::kNavigation, {IndexSource::kKeywords}}, problems_,
@@ -62,7 +106,7 @@ void HostedWeb::Refresh() {
 std::shared_ptr<SiteFile> HostedWeb::FindFile(const std::string& address) {
   const std::string url = MakeAbsolute(Url(), true, AddressOfPath(address));
   for (const auto& file : AllFiles(*web_)) {
-    if (IsSameText(file->Url(), url)) return file;
+    if (EqualsIgnoringCase(file->Url(), url)) return file;
   }
   return nullptr;
 }
@@ -73,7 +117,7 @@ std::shared_ptr<SiteFolder> HostedWeb::FindFolder(const std::string& address) {
   while (!waiting.empty()) {
     const std::shared_ptr<SiteFolder> folder = waiting.back();
     waiting.pop_back();
-    if (IsSameText(FolderUrl(*folder), url)) return folder;
+    if (EqualsIgnoringCase(FolderUrl(*folder), url)) return folder;
     for (const auto& below : folder->Folders()) waiting.push_back(below);
   }
   return nullptr;
@@ -93,7 +137,7 @@ std::shared_ptr<EditedPage> HostedWeb::Edit(const std::shared_ptr<SiteFile>& fil
 
 std::shared_ptr<EditedPage> HostedWeb::FindPage(const std::string& url) const {
   for (const auto& page : pages) {
-    if (IsSameText(page->file->Url(), url)) return page;
+    if (EqualsIgnoringCase(page->file->Url(), url)) return page;
   }
   return nullptr;
 }
@@ -107,7 +151,7 @@ std::shared_ptr<HostedWeb> Session::Open(const std::string& path_or_url) {
   const std::string path = WebFolder(path_or_url, style_);
   const auto opened = std::make_shared<HostedWeb>(path, style_);
   for (const auto& web : webs_) {
-    if (IsSameText(web->Url(), opened->Url())) {
+    if (EqualsIgnoringCase(web->Url(), opened->Url())) {
       Activate(web);
       return web;
     }
@@ -139,6 +183,19 @@ bool Session::NamesFolder(const std::string& address) const {
     if (web->FindFolder(address)) return true;
   }
   return false;
+}
+
+std::vector<std::string> MetaTagNames(const std::string& path) {
+  std::vector<std::string> names;
+  IgnoringErrors([&] {
+    Services& services = TheServices();
+    const std::string page = ReadWhole(*services.files->OpenForReading(path));
+    const auto ansi = [&] { return services.system->AnsiCodePage(); };
+    for (const MetaTag& tag : FindPageHead(page, Headings::kNo, ansi).metas) {
+      if (std::find(names.begin(), names.end(), tag.name) == names.end()) names.push_back(tag.name);
+    }
+  });
+  return names;
 }
 
 }  // namespace scrivo::host

@@ -1,15 +1,57 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "host/navigation_index.h"
 #include "platform/globals.h"
+#include "site/site.h"
+#include "system/error.h"
 #include "webs/disk_web.h"
 
 namespace scrivo::host {
+
+// E_FAIL, the number of failures that have no better one: those of the authoring application are
+// not documented.
+constexpr std::int32_t kHostFailure = static_cast<std::int32_t>(0x80004005);
+
+// A failure of the host, as an Error with its source.
+inline Error HostError(std::string description, std::int32_t number = kHostFailure) {
+  return Error(number, "ScrivoHost", std::move(description));
+}
+
+// A web's navigation tree with the ways up and to the sides, which the site model does not have.
+// It stays what it was when it was made.
+class NavigationIndex {
+ public:
+  static constexpr std::size_t kRoot = 0;
+  static constexpr std::size_t kNone = SIZE_MAX;
+
+  struct Place {
+    std::shared_ptr<SiteNode> node;
+    std::size_t parent = kNone;  // kNone for the root
+    std::size_t position = 0;    // among its siblings, from 0
+    std::vector<std::size_t> children;
+  };
+
+  // Reads the tree below `root`, which may be null: then there is only a root without a node.
+  explicit NavigationIndex(const std::shared_ptr<SiteNode>& root);
+
+  // The root and then every node before its children.
+  const std::vector<Place>& Places() const { return places_; }
+  const Place& At(std::size_t place) const { return places_[place]; }
+  // Where this very node stands; kNone when it is not in the tree.
+  std::size_t Find(const SiteNode* node) const;
+  // The sibling so many places on (-1: the one before); kNone when there is none.
+  std::size_t Sibling(std::size_t place, int distance) const;
+
+ private:
+  std::vector<Place> places_;
+  std::map<const SiteNode*, std::size_t> found_;
+};
 
 // A page that is open for editing. This host has no editor: a page becomes dirty when somebody
 // says so, and saving it makes it clean again without touching the disk.
@@ -98,5 +140,9 @@ class Session {
   std::vector<std::shared_ptr<HostedWeb>> webs_;
   std::shared_ptr<HostedWeb> active_;
 };
+
+// The names of a page's meta tags, in small letters and in their order, each once. Empty for a
+// file that cannot be read. `path` is that of the file on disk.
+std::vector<std::string> MetaTagNames(const std::string& path);
 
 }  // namespace scrivo::host

@@ -3,15 +3,13 @@
 #include <algorithm>
 #include <vector>
 
-#include "host/plain_text.h"
+#include "text/ascii_text.h"
 
 namespace scrivo::host {
 namespace {
 
-bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
 bool StartsWithDrive(const std::string& path) {
-  return path.size() >= 2 && IsLetter(path[0]) && path[1] == ':';
+  return path.size() >= 2 && IsAsciiLetter(path[0]) && path[1] == ':';
 }
 
 // How much of an absolute address says where its root is: "file:///C:", "http://server".
@@ -85,12 +83,13 @@ std::string MakeAbsolute(const std::string& base, bool base_is_folder, const std
 std::string MakeRelative(const std::string& base, bool base_is_folder, const std::string& address) {
   if (!IsAbsoluteAddress(address)) return address;
   const std::string from = AddressOfPath(base), to = AddressOfPath(address);
-  if (!IsSameText(from.substr(0, RootLength(from)), to.substr(0, RootLength(to)))) return address;
+  if (!EqualsIgnoringCase(from.substr(0, RootLength(from)), to.substr(0, RootLength(to))))
+    return address;
   const std::vector<std::string> folder = FolderNames(from, base_is_folder);
   std::vector<std::string> target = FolderNames(to, true);
   std::size_t shared = 0;
   while (shared < folder.size() && shared < target.size() &&
-         IsSameText(folder[shared], target[shared])) {
+         EqualsIgnoringCase(folder[shared], target[shared])) {
     ++shared;
   }
   target.erase(target.begin(), target.begin() + static_cast<std::ptrdiff_t>(shared));

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "html/elements.h"
 #include "html/tokenizer.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "html/elements.h"
-#include "html/shown_text.h"
+#include "html/title.h"
+#include "html/tokenizer.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"
 #include "text/html_entities.h"

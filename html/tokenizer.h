@@ -78,4 +78,15 @@ struct HtmlAttribute {
 // Takes the next attribute off the front of a start tag's content; false when none is left.
 bool NextAttribute(std::string_view* content, HtmlAttribute* attribute);
 
+// Kinds of elements, by name in any case.
+
+// Stands inside a line of text; the tags of all others end a word.
+bool IsInlineElement(std::string_view name);
+
+// Can only stand in a body: a page may go without its <body> tag.
+bool StartsBody(std::string_view name);
+
+// 1 to 6 for H1 to H6, 0 for every other element.
+int HeadingLevel(std::string_view name);
+
 }  // namespace scrivo

@@ -5,15 +5,9 @@
 #include <set>
 
 #include "system/error.h"
+#include "text/ascii_text.h"
 
 namespace scrivo {
-namespace {
-
-bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-}  // namespace
 
 StripItem& ButtonStrip::operator[](const std::string& key) {
   const auto found = std::find_if(items_.begin(), items_.end(),
@@ -40,7 +34,7 @@ std::vector<std::string> WithAccessKeys(const std::vector<std::string>& captions
     std::string text;
     bool has_key = false;
     for (const char c : caption) {
-      if (!has_key && IsLetter(c) && taken.insert(Lower(c)).second) {
+      if (!has_key && IsAsciiLetter(c) && taken.insert(AsciiLower(c)).second) {
         has_key = true;
         text += '&';
       }

@@ -18,7 +18,6 @@ constexpr std::size_t kMaxPart = 240;
 constexpr std::size_t kMaxExtension = 16;
 constexpr char kReplacement = '_';
 
-bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool IsSeparator(char c) { return c == '/' || c == '\\'; }
 
 std::string UpperAscii(std::string_view text) {
@@ -117,7 +116,7 @@ SafePath MakeSafePath(std::string_view name, NameRules rules) {
   }
   if (rest.empty()) return {{}, "has no name"};
   if (IsSeparator(rest.front())) return {{}, "is an absolute path"};
-  if (rest.size() > 1 && IsLetter(rest[0]) && rest[1] == ':') return {{}, "names a drive"};
+  if (rest.size() > 1 && IsAsciiLetter(rest[0]) && rest[1] == ':') return {{}, "names a drive"};
 
   std::string path;
   std::size_t depth = 0;

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "html/charset.h"
-#include "html/elements.h"
 #include "html/headings.h"
 #include "html/title.h"
 #include "html/tokenizer.h"

@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <memory>
 
+#include "bytes/posix/descriptor.h"
+
 namespace scrivo {
 namespace {
 
@@ -26,14 +28,14 @@ std::vector<FolderItem> ItemsOfFolder(const std::filesystem::path& folder, std::
   error->clear();
   const std::unique_ptr<DIR, CloseFolder> opened(opendir(folder.empty() ? "." : folder.c_str()));
   if (opened == nullptr) {
-    *error = {errno, std::generic_category()};
+    *error = LastError();
     return items;
   }
   while (true) {
     errno = 0;
     const dirent* const entry = readdir(opened.get());
     if (entry == nullptr) {
-      if (errno != 0) *error = {errno, std::generic_category()};
+      if (errno != 0) *error = LastError();
       return items;
     }
     const std::string_view name = entry->d_name;

@@ -9,38 +9,14 @@
 #include <cstdio>
 #include <utility>
 
+#include "bytes/posix/descriptor.h"
+
 namespace scrivo {
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr mode_t kUsualMode = 0666;  // less what the user's mask takes away
-
-std::error_code LastError() { return {errno, std::generic_category()}; }
-
-class Descriptor {
- public:
-  explicit Descriptor(int number = -1) : number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  Descriptor& operator=(Descriptor&& other) noexcept {
-    std::swap(number_, other.number_);
-    return *this;
-  }
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  int Get() const { return number_; }
-  bool IsOpen() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
-
-bool IsNamed(int file, const fs::path& name) {
-  struct stat by_name, by_file;
-  return lstat(name.c_str(), &by_name) == 0 && fstat(file, &by_file) == 0 &&
-         by_name.st_dev == by_file.st_dev && by_name.st_ino == by_file.st_ino;
-}
 
 // Removes a growing file whose maker is gone. Who holds the lock of the file at a name is the only
 // one to take the name away, so that no other process's file can be met here.
@@ -79,28 +55,12 @@ class PosixOutputFile : public OutputFile {
 
   bool WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) override {
     if (Reason()) return false;
-    while (!bytes.empty()) {
-      const ssize_t count =
-          pwrite(file_.Get(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
-      if (count < 0 && errno == EINTR) continue;
-      if (count < 0) return Fail(LastError());
-      bytes = bytes.subspan(static_cast<std::size_t>(count));
-      offset += static_cast<std::uint64_t>(count);
-    }
-    return true;
+    return WriteAllAt(file_.Get(), offset, bytes) || Fail(LastError());
   }
 
   bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) override {
     if (Reason()) return false;
-    while (!out.empty()) {
-      const ssize_t count = pread(file_.Get(), out.data(), out.size(), static_cast<off_t>(offset));
-      if (count < 0 && errno == EINTR) continue;
-      if (count < 0) return Fail(LastError());
-      if (count == 0) return Fail(std::make_error_code(std::errc::io_error));
-      out = out.subspan(static_cast<std::size_t>(count));
-      offset += static_cast<std::uint64_t>(count);
-    }
-    return true;
+    return ReadAllAt(file_.Get(), offset, out) || Fail(LastError());
   }
 
   bool Commit() override {

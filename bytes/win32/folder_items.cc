@@ -32,7 +32,7 @@ std::vector<FolderItem> ItemsOfFolder(const std::filesystem::path& folder, std::
   WIN32_FIND_DATAW found;
   Search search((folder.empty() ? std::filesystem::path(L".") : folder) / L"*", &found);
   if (!search.IsOpen()) {
-    *error = {static_cast<int>(GetLastError()), std::system_category()};
+    *error = LastError();
     return items;
   }
   do {
@@ -41,7 +41,7 @@ std::vector<FolderItem> ItemsOfFolder(const std::filesystem::path& folder, std::
     if (name != L"." && name != L"..") items.push_back({name, is_folder});
   } while (search.Next(&found));
   if (GetLastError() != ERROR_NO_MORE_FILES) {
-    *error = {static_cast<int>(GetLastError()), std::system_category()};
+    *error = LastError();
   }
   return items;
 }

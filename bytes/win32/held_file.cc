@@ -11,23 +11,24 @@ namespace fs = std::filesystem;
 
 class WindowsHeldFile : public HeldFile {
  public:
-  WindowsHeldFile(fs::path path, HANDLE file) : path_(std::move(path)), file_(file) {}
+  WindowsHeldFile(fs::path path, FileHandle file)
+      : path_(std::move(path)), file_(std::move(file)) {}
   ~WindowsHeldFile() override {
-    CloseHandle(file_);
+    file_.Close();
     DeleteFileW(path_.c_str());
   }
 
  private:
   fs::path path_;
-  HANDLE file_;
+  FileHandle file_;
 };
 
 // The file is shared with nobody, so that it can be opened by one process at a time.
 std::unique_ptr<HeldFile> Hold(const fs::path& path, DWORD disposition, std::error_code* error) {
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                  disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file != INVALID_HANDLE_VALUE) return std::make_unique<WindowsHeldFile>(path, file);
-  *error = {static_cast<int>(GetLastError()), std::system_category()};
+  FileHandle file(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, disposition,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (file.IsOpen()) return std::make_unique<WindowsHeldFile>(path, std::move(file));
+  *error = LastError();
   return nullptr;
 }
 

@@ -12,27 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
-
-class Handle {
- public:
-  explicit Handle(HANDLE handle = INVALID_HANDLE_VALUE) : handle_(handle) {}
-  Handle(const Handle&) = delete;
-  Handle& operator=(Handle&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    return *this;
-  }
-  ~Handle() { Close(); }
-  HANDLE Get() const { return handle_; }
-  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-  void Close() {
-    if (IsOpen()) CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
-  }
-
- private:
-  HANDLE handle_;
-};
-
 // Removes a growing file whose maker is gone. A maker shares its file with nobody, so a living one
 // keeps this from succeeding.
 void RemoveIfLeft(const fs::path& name) {
@@ -57,8 +36,8 @@ class WindowsOutputFile : public OutputFile {
     }
     for (int number = 1; number <= kMostNamesBesideTarget; ++number) {
       fs::path name = NameBesideTarget(target_, number);
-      file_ = Handle(CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr,
-                                 CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+      file_ = FileHandle(CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0,
+                                     nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
       if (file_.IsOpen()) {
         name_ = std::move(name);
         GoWithTheProcess(true);
@@ -76,29 +55,12 @@ class WindowsOutputFile : public OutputFile {
 
   bool WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) override {
     if (Reason()) return false;
-    while (!bytes.empty()) {
-      OVERLAPPED place = Place(offset);
-      DWORD count = 0;
-      const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
-      if (!WriteFile(file_.Get(), bytes.data(), wanted, &count, &place)) return Fail(LastError());
-      bytes = bytes.subspan(count);
-      offset += count;
-    }
-    return true;
+    return WriteAllAt(file_.Get(), offset, bytes) || Fail(LastError());
   }
 
   bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) override {
     if (Reason()) return false;
-    while (!out.empty()) {
-      OVERLAPPED place = Place(offset);
-      DWORD count = 0;
-      const auto wanted = static_cast<DWORD>(std::min(out.size(), kMostAtOnce));
-      if (!ReadFile(file_.Get(), out.data(), wanted, &count, &place)) return Fail(LastError());
-      if (count == 0) return Fail({ERROR_HANDLE_EOF, std::system_category()});
-      out = out.subspan(count);
-      offset += count;
-    }
-    return true;
+    return ReadAllAt(file_.Get(), offset, out) || Fail(LastError());
   }
 
   bool Commit() override {
@@ -112,15 +74,6 @@ class WindowsOutputFile : public OutputFile {
   }
 
  private:
-  static constexpr std::size_t kMostAtOnce = 1 << 30;
-
-  static OVERLAPPED Place(std::uint64_t offset) {
-    OVERLAPPED place{};
-    place.Offset = static_cast<DWORD>(offset);
-    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
-    return place;
-  }
-
   // While this is on, the system removes the file when the process ends, however it ends. Systems
   // that cannot do that leave the file to the next writer.
   void GoWithTheProcess(bool on) {
@@ -161,7 +114,7 @@ class WindowsOutputFile : public OutputFile {
 
   fs::path target_;
   fs::path name_;  // while the file has one that is not the target's
-  Handle file_;
+  FileHandle file_;
 };
 
 bool IsLink(const fs::path& path) {
@@ -189,9 +142,9 @@ std::unique_ptr<OutputFile> OutputFile::Create(const fs::path& target, std::erro
   fs::path file = target;
   {
     // Backup semantics lets folders be opened too, so that they are told apart.
-    Handle earlier(CreateFileW(target.c_str(), FILE_READ_ATTRIBUTES,
-                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    FileHandle earlier(CreateFileW(target.c_str(), FILE_READ_ATTRIBUTES,
+                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     if (earlier.IsOpen()) {
       BY_HANDLE_FILE_INFORMATION information{};
       if (GetFileType(earlier.Get()) != FILE_TYPE_DISK) {

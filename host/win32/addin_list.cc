@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "com/win32/variant.h"
-#include "host/host_error.h"
-#include "host/plain_text.h"
-#include "host/win32/addin_objects.h"
+#include "host/session.h"
 #include "host/win32/host_world.h"
+#include "host/win32/object_model.h"
+#include "text/ascii_text.h"
 
 namespace scrivo::host {
 
@@ -79,7 +79,7 @@ std::string ClassText(const std::string& prog_id) {
 
 std::shared_ptr<Addin> AddinList::Find(const std::string& prog_id) const {
   for (const auto& addin : addins_) {
-    if (IsSameText(addin->entry.prog_id, prog_id)) return addin;
+    if (EqualsIgnoringCase(addin->entry.prog_id, prog_id)) return addin;
   }
   return nullptr;
 }

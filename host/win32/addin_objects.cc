@@ -1,7 +1,6 @@
-#include "host/win32/addin_objects.h"
-
 #include "host/win32/host_object.h"
 #include "host/win32/host_world.h"
+#include "host/win32/object_model.h"
 
 namespace scrivo::host {
 namespace {

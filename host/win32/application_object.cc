@@ -1,12 +1,8 @@
-#include "host/win32/application_object.h"
 
 #include "host/web_address.h"
-#include "host/win32/addin_objects.h"
-#include "host/win32/bar_objects.h"
 #include "host/win32/host_object.h"
 #include "host/win32/host_world.h"
-#include "host/win32/web_objects.h"
-#include "host/win32/window_objects.h"
+#include "host/win32/object_model.h"
 
 namespace scrivo::host {
 namespace {

@@ -3,7 +3,7 @@
 #include <map>
 #include <memory>
 
-#include "host/menu_plan.h"
+#include "host/bar_model.h"
 #include "host/win32/face_images.h"
 
 namespace scrivo::host {

@@ -1,10 +1,9 @@
-#include "host/win32/bar_objects.h"
-
 #include <algorithm>
 
 #include "host/win32/control_object.h"
 #include "host/win32/host_object.h"
 #include "host/win32/host_world.h"
+#include "host/win32/object_model.h"
 
 namespace scrivo::host {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "host/win32/bar_objects.h"
 #include "host/win32/host_world.h"
+#include "host/win32/object_model.h"
 
 namespace scrivo::host {
 

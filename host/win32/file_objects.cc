@@ -1,15 +1,10 @@
-#include "host/win32/file_objects.h"
-
-#include "host/plain_text.h"
 #include "host/web_address.h"
 #include "host/win32/host_object.h"
 #include "host/win32/host_world.h"
-#include "host/win32/node_objects.h"
-#include "host/win32/property_objects.h"
-#include "host/win32/web_objects.h"
-#include "host/win32/window_objects.h"
+#include "host/win32/object_model.h"
 #include "platform/paths.h"
 #include "system/services.h"
+#include "text/ascii_text.h"
 
 namespace scrivo::host {
 namespace {
@@ -120,7 +115,7 @@ class FolderObject : public WebPart {
   const DispatchTable& Members() const override { return Table(); }
 
   std::string Url() { return HostedWeb::FolderUrl(*folder_); }
-  bool IsRoot() { return IsSameText(Url(), web_->Url()); }
+  bool IsRoot() { return EqualsIgnoringCase(Url(), web_->Url()); }
   // The root of a web or of a sub-web: only those keep the extensions' private folder.
   bool IsWeb() {
     return IsRoot() ||
@@ -173,7 +168,7 @@ class FilesObject : public HostCollection {
   Variant ItemNamed(const std::string& name) override {
     for (const auto& file : files_) {
       const std::string url = file->Url();
-      if (IsSameText(LastName(url), name) || IsSameText(url, name)) {
+      if (EqualsIgnoringCase(LastName(url), name) || EqualsIgnoringCase(url, name)) {
         return FileOrNone(world_, web_, file);
       }
     }
@@ -199,7 +194,7 @@ class FoldersObject : public HostCollection {
   Variant ItemNamed(const std::string& name) override {
     for (const auto& folder : folders_) {
       const std::string url = HostedWeb::FolderUrl(*folder);
-      if (IsSameText(LastName(url), name) || IsSameText(url, name)) {
+      if (EqualsIgnoringCase(LastName(url), name) || EqualsIgnoringCase(url, name)) {
         return FolderOrNone(world_, web_, folder);
       }
     }

@@ -1,8 +1,8 @@
 #include "host/win32/host_object.h"
 
 #include "com/win32/dispatch_object.h"
-#include "host/win32/application_object.h"
 #include "host/win32/host_world.h"
+#include "host/win32/object_model.h"
 
 namespace scrivo::host {
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "com/win32/dispatch_object.h"
-#include "host/host_error.h"
+#include "host/session.h"
 
 namespace scrivo::host {
 

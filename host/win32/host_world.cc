@@ -1,9 +1,9 @@
 #include "host/win32/host_world.h"
 
-#include "host/host_error.h"
-#include "host/win32/application_object.h"
+#include "host/session.h"
 #include "host/win32/control_object.h"
 #include "host/win32/host_object.h"
+#include "host/win32/object_model.h"
 
 namespace scrivo::host {
 

@@ -1,9 +1,7 @@
-#include "host/win32/node_objects.h"
 
-#include "host/win32/file_objects.h"
 #include "host/win32/host_object.h"
 #include "host/win32/host_world.h"
-#include "host/win32/web_objects.h"
+#include "host/win32/object_model.h"
 
 namespace scrivo::host {
 namespace {

@@ -1,9 +1,8 @@
-#include "host/win32/property_objects.h"
-
-#include "host/meta_tags.h"
-#include "host/plain_text.h"
+#include "host/session.h"
 #include "host/win32/host_object.h"
 #include "host/win32/host_world.h"
+#include "host/win32/object_model.h"
+#include "text/ascii_text.h"
 
 namespace scrivo::host {
 namespace {
@@ -23,7 +22,7 @@ class PropertiesObject : public HostCollection {
   Variant Enumerated(std::size_t index) override { return Variant::Text(properties_[index].first); }
   Variant ItemNamed(const std::string& name) override {
     for (const auto& [key, value] : properties_) {
-      if (IsSameText(key, name)) return Variant::Text(value);
+      if (EqualsIgnoringCase(key, name)) return Variant::Text(value);
     }
     throw HostError("There is no property \"" + name + "\".", kBadArgument);
   }

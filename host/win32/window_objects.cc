@@ -1,12 +1,9 @@
-#include "host/win32/window_objects.h"
 
 #include <algorithm>
 
-#include "host/plain_text.h"
-#include "host/win32/file_objects.h"
 #include "host/win32/host_object.h"
 #include "host/win32/host_world.h"
-#include "host/win32/web_objects.h"
+#include "host/win32/object_model.h"
 
 namespace scrivo::host {
 namespace {

@@ -8,8 +8,8 @@
 #include <cstdlib>
 
 #include "bytes/output_file.h"
+#include "bytes/posix/descriptor.h"
 #include "platform/command_line.h"
-#include "platform/posix/descriptor.h"
 #include "platform/posix/interruption.h"
 #include "platform/posix/services.h"
 #include "platform/posix/system_error.h"
@@ -29,7 +29,7 @@ Descriptor Open(const std::string& path, int flags) {
 
 void WriteAndClose(Descriptor file, const std::string& path, const std::string& bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
-    const ssize_t written = write(file.get(), bytes.data() + at, bytes.size() - at);
+    const ssize_t written = write(file.Get(), bytes.data() + at, bytes.size() - at);
     if (written >= 0) {
       at += static_cast<std::size_t>(written);
     } else if (errno != EINTR) {
@@ -51,7 +51,7 @@ class PosixReader : public FileReader {
 
   std::size_t Read(char* buffer, std::size_t size) override {
     for (;;) {
-      const ssize_t got = read(file_.get(), buffer, size);
+      const ssize_t got = read(file_.Get(), buffer, size);
       if (got >= 0) return static_cast<std::size_t>(got);
       if (errno != EINTR) throw SystemError(errno, path_);
       ThrowIfInterrupted();
@@ -100,7 +100,7 @@ std::unique_ptr<FileReader> PosixFiles::OpenForReading(const std::string& path) 
   // Without waiting: a pipe with a name, met among the files of a folder, may have no writer.
   Descriptor file = Open(path, O_RDONLY | O_NONBLOCK);
   struct stat status = {};
-  if (fstat(file.get(), &status) != 0) throw SystemError(errno, path);
+  if (fstat(file.Get(), &status) != 0) throw SystemError(errno, path);
   if (S_ISDIR(status.st_mode)) throw SystemError(EISDIR, path);
   if (S_ISFIFO(status.st_mode)) throw SystemError(EINVAL, path);
   return std::make_unique<PosixReader>(std::move(file), path);
@@ -165,7 +165,7 @@ std::string PosixFiles::MakeUniqueFile(const std::string& folder, const std::str
     std::snprintf(number, sizeof number, "%X", next_number_++ % kNumbers + 1);
     const std::string path = folder + "/" + prefix.substr(0, 3) + number + ".tmp";
     const Descriptor made(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    if (made.get() != -1) return path;
+    if (made.IsOpen()) return path;
     if (errno != EEXIST && errno != EINTR) return "";
   }
   return "";

@@ -69,7 +69,7 @@ bool PosixProcesses::FailWith(int error) { return Fail(WindowsCode(error)); }
 
 int PosixProcesses::DescriptorOf(SystemHandle pipe) const {
   const auto found = pipes_.find(pipe);
-  return found == pipes_.end() ? -1 : found->second.get();
+  return found == pipes_.end() ? -1 : found->second.Get();
 }
 
 bool PosixProcesses::OpenPipe(SystemHandle* read_end, SystemHandle* write_end) {
@@ -77,7 +77,7 @@ bool PosixProcesses::OpenPipe(SystemHandle* read_end, SystemHandle* write_end) {
   if (pipe2(ends, O_CLOEXEC) != 0) return FailWith(errno);
   Descriptor reading = AboveStandardStreams(Descriptor(ends[0]));
   Descriptor writing = AboveStandardStreams(Descriptor(ends[1]));
-  if (reading.get() == -1 || writing.get() == -1) return FailWith(EMFILE);
+  if (!reading.IsOpen() || !writing.IsOpen()) return FailWith(EMFILE);
   *read_end = next_handle_++;
   *write_end = next_handle_++;
   pipes_.emplace(*read_end, std::move(reading));

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/posix/descriptor.h"
+#include "bytes/posix/descriptor.h"
 #include "system/desktop.h"
 #include "system/files.h"
 #include "system/processes.h"

@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "platform/posix/descriptor.h"
+#include "bytes/posix/descriptor.h"
 
 namespace scrivo {
 namespace {
@@ -113,19 +113,19 @@ SpawnResult Spawn(const SpawnRequest& request) {
   if (request.arguments.empty() || request.arguments[0].empty()) return {ENOENT, false, -1};
   const Descriptor null = AboveStandardStreams(Descriptor(open("/dev/null", O_RDWR | O_CLOEXEC)));
   int ends[2];
-  if (null.get() == -1 || pipe2(ends, O_CLOEXEC) != 0) return {errno, false, -1};
+  if (!null.IsOpen() || pipe2(ends, O_CLOEXEC) != 0) return {errno, false, -1};
   const Descriptor report_end(ends[0]);
   Descriptor write_end = AboveStandardStreams(Descriptor(ends[1]));
 
   Prepared child = {
-      ProgramPaths(request.arguments[0]), {}, nullptr, {}, request.detached, write_end.get()};
+      ProgramPaths(request.arguments[0]), {}, nullptr, {}, request.detached, write_end.Get()};
   for (const std::string& word : request.arguments) {
     child.arguments.push_back(const_cast<char*>(word.c_str()));
   }
   child.arguments.push_back(nullptr);
   if (!request.folder.empty()) child.folder = request.folder.c_str();
   for (int stream = 0; stream < 3; ++stream) {
-    child.streams[stream] = request.streams[stream] == -1 ? null.get() : request.streams[stream];
+    child.streams[stream] = request.streams[stream] == -1 ? null.Get() : request.streams[stream];
   }
 
   const pid_t process = fork();
@@ -133,7 +133,7 @@ SpawnResult Spawn(const SpawnRequest& request) {
   if (process == 0) RunChild(child);
   if (!request.detached) setpgid(process, process);  // whoever of the two comes first
   write_end.Close();
-  SpawnResult result = ReadReport(report_end.get());
+  SpawnResult result = ReadReport(report_end.Get());
   if (request.detached || result.error != 0) {
     WaitFor(process);
   } else {

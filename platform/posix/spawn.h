@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "bytes/posix/descriptor.h"
+
 namespace scrivo {
 
 // What a program is started with.
@@ -30,5 +32,12 @@ SpawnResult Spawn(const SpawnRequest& request);
 // Opens an address, a file or a folder in the program that the user's desktop has for it, through
 // "xdg-open", without waiting for that program. 0, or an errno value when it cannot be started.
 int OpenWithDesktop(const std::string& target);
+
+// The same file under a number above those of the standard streams, so that setting up a child's
+// streams cannot overwrite it; none when that fails.
+inline Descriptor AboveStandardStreams(Descriptor descriptor) {
+  if (!descriptor.IsOpen() || descriptor.Get() > STDERR_FILENO) return descriptor;
+  return Descriptor(fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
 
 }  // namespace scrivo

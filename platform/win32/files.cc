@@ -12,13 +12,10 @@
 namespace scrivo {
 namespace {
 
-// One call moves at most this many bytes, as its count has 32 bits.
-constexpr std::size_t kLargestTransfer = 1u << 30;
-
 FileHandle Open(const std::string& path, DWORD access, DWORD sharing, DWORD disposition) {
   FileHandle file(CreateFileW(Wide(path).c_str(), access, sharing, nullptr, disposition,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file.IsValid()) RaiseSystemError(GetLastError(), path);
+  if (!file.IsOpen()) RaiseSystemError(GetLastError(), path);
   return file;
 }
 
@@ -44,7 +41,7 @@ class Win32Reader : public FileReader {
   std::size_t Read(char* buffer, std::size_t size) override {
     ThrowIfInterrupted();
     DWORD got = 0;
-    if (!ReadFile(file_.get(), buffer, static_cast<DWORD>(std::min(size, kLargestTransfer)), &got,
+    if (!ReadFile(file_.Get(), buffer, static_cast<DWORD>(std::min(size, kLargestTransfer)), &got,
                   nullptr)) {
       RaiseSystemError(GetLastError(), path_);
     }
@@ -106,8 +103,8 @@ void Win32Files::Write(const std::string& path, const std::string& bytes) {
   ThrowIfInterrupted();
   // Opening and cutting, rather than CREATE_ALWAYS, which refuses a file that is hidden.
   const FileHandle file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS);
-  if (!SetEndOfFile(file.get())) RaiseSystemError(GetLastError(), path);
-  WriteAll(file.get(), path, bytes);
+  if (!SetEndOfFile(file.Get())) RaiseSystemError(GetLastError(), path);
+  WriteAll(file.Get(), path, bytes);
 }
 
 void Win32Files::WriteWhole(const std::string& path, const std::string& bytes) {
@@ -125,7 +122,7 @@ void Win32Files::WriteWhole(const std::string& path, const std::string& bytes) {
 void Win32Files::Append(const std::string& path, const std::string& bytes) {
   const FileHandle file = Open(path, FILE_APPEND_DATA,
                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_ALWAYS);
-  WriteAll(file.get(), path, bytes);
+  WriteAll(file.Get(), path, bytes);
 }
 
 void Win32Files::Remove(const std::string& path, bool forced) {
@@ -187,10 +184,10 @@ std::string Win32Files::RealPath(const std::string& path) {
   const FileHandle opened(CreateFileW(Wide(path).c_str(), 0,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-  if (!opened.IsValid()) return path;
+  if (!opened.IsOpen()) return path;
   constexpr DWORD kLimit = 32768;
   std::wstring wide(kLimit, L'\0');
-  const DWORD length = GetFinalPathNameByHandleW(opened.get(), wide.data(), kLimit, 0);
+  const DWORD length = GetFinalPathNameByHandleW(opened.Get(), wide.data(), kLimit, 0);
   if (length == 0 || length >= kLimit) return path;
   wide.resize(length);
   const std::string real = Narrow(wide);

@@ -1,8 +1,9 @@
+#include "bytes/spilled_bytes.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>
 
-#include "bytes/spilled_bytes.h"
 #include "project/source_files.h"
 #include "tests/hhc/project_folder.h"
 

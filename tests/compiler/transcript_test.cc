@@ -1,8 +1,8 @@
+#include "compiler/transcript.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
-
-#include "compiler/transcript.h"
 
 namespace scrivo {
 namespace {

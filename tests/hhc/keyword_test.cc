@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "hhc/keyword_order.h"
 #include "hhc/keyword_streams.h"
 #include "hhc/keyword_tree.h"
 

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "host/menu_plan.h"
-
 namespace scrivo::host {
 namespace {
 

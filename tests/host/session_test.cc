@@ -1,6 +1,5 @@
 #include "host/session.h"
 
-#include "host/meta_tags.h"
 #include "host/web_outline.h"
 #include "tests/webs/memory_web.h"
 

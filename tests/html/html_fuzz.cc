@@ -11,7 +11,7 @@
 
 #include "hhc/page_scan.h"
 #include "html/charset.h"
-#include "html/css_links.h"
+#include "html/links.h"
 #include "html/page_bars.h"
 #include "html/title.h"
 #include "search/postings.h"

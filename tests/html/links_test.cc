@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "html/css_links.h"
-
 namespace scrivo {
 namespace {
 

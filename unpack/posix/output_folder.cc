@@ -10,45 +10,14 @@
 #include <utility>
 #include <vector>
 
+#include "bytes/posix/descriptor.h"
+
 namespace scrivo {
 namespace {
-
-std::error_code LastError() { return {errno, std::generic_category()}; }
 
 WriteResult Failed() {
   const bool whole_disk = errno == ENOSPC || errno == EDQUOT || errno == EROFS || errno == EIO;
   return {whole_disk ? WriteOutcome::kDiskFailed : WriteOutcome::kFailed, LastError()};
-}
-
-// An open file or folder.
-class Descriptor {
- public:
-  explicit Descriptor(int number = -1) : number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  Descriptor& operator=(Descriptor&& other) noexcept {
-    std::swap(number_, other.number_);
-    return *this;
-  }
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-
-  bool valid() const { return number_ >= 0; }
-  int get() const { return number_; }
-
- private:
-  int number_;
-};
-
-bool WriteAll(int file, std::uint64_t offset, std::span<const std::uint8_t> content) {
-  while (!content.empty()) {
-    const ssize_t count = pwrite(file, content.data(), content.size(), static_cast<off_t>(offset));
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return false;
-    content = content.subspan(static_cast<std::size_t>(count));
-    offset += static_cast<std::uint64_t>(count);
-  }
-  return true;
 }
 
 class PosixOutputFolder : public OutputFolder {
@@ -65,7 +34,7 @@ class PosixOutputFolder : public OutputFolder {
         result.outcome != WriteOutcome::kDone) {
       return result;
     }
-    if (!WriteAll(file.get(), 0, content)) return GiveUp(place, Failed());
+    if (!WriteAllAt(file.Get(), 0, content)) return GiveUp(place, Failed());
     return Finish(place);
   }
 
@@ -84,7 +53,7 @@ class PosixOutputFolder : public OutputFolder {
     }
     const Descriptor file(openat(place.folder(), place.growing.c_str(),
                                  O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (!file.valid() || !WriteAll(file.get(), offset, content)) return Failed();
+    if (!file.IsOpen() || !WriteAllAt(file.Get(), offset, content)) return Failed();
     return {};
   }
 
@@ -117,18 +86,18 @@ class PosixOutputFolder : public OutputFolder {
     Descriptor below;  // not valid when the folder is the root
     std::string name;
     std::string growing;  // the name until the file is whole; made early, as memory may run out
-    int folder() const { return below.valid() ? below.get() : root; }
+    int folder() const { return below.IsOpen() ? below.Get() : root; }
   };
 
   // Opens the folder that `path` lies in, part by part, never through a link.
   WriteResult Walk(std::string_view path, bool make, Place* place) {
     const std::string_view whole = path;
-    place->root = root_.get();
+    place->root = root_.Get();
     for (std::size_t slash; (slash = path.find('/')) != std::string_view::npos;) {
       const std::string part(path.substr(0, slash));
       path.remove_prefix(slash + 1);
       Descriptor next = OpenFolder(place->folder(), part);
-      if (!next.valid() && errno == ENOENT && make) {
+      if (!next.IsOpen() && errno == ENOENT && make) {
         const std::lock_guard lock(mutex_);
         // Noted first, as memory may run out.
         made_.emplace_back(whole.substr(0, whole.size() - path.size() - 1));
@@ -139,7 +108,7 @@ class PosixOutputFolder : public OutputFolder {
         }
         next = OpenFolder(place->folder(), part);
       }
-      if (!next.valid()) return NoFolder(place->folder(), part);
+      if (!next.IsOpen()) return NoFolder(place->folder(), part);
       place->below = std::move(next);
     }
     place->name = path;
@@ -220,7 +189,7 @@ std::unique_ptr<OutputFolder> OpenOutputFolder(const std::filesystem::path& path
   *error = MakeFolders(path, &made);
   if (*error) return nullptr;
   Descriptor root(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!root.valid()) {
+  if (!root.IsOpen()) {
     *error = LastError();
     RemoveIfEmpty(made);
     return nullptr;

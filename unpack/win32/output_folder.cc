@@ -11,8 +11,6 @@
 namespace scrivo {
 namespace {
 
-std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
-
 WriteResult Failed() {
   const std::error_code error = LastError();
   switch (error.value()) {
@@ -26,36 +24,6 @@ WriteResult Failed() {
       return {WriteOutcome::kFailed, error};
   }
 }
-
-class File {
- public:
-  explicit File(HANDLE handle) : handle_(handle) {}
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-  ~File() {
-    if (valid()) CloseHandle(handle_);
-  }
-
-  bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
-
-  bool Write(std::uint64_t offset, std::span<const std::uint8_t> content) const {
-    constexpr std::size_t kMostAtOnce = 1 << 30;
-    while (!content.empty()) {
-      OVERLAPPED place{};
-      place.Offset = static_cast<DWORD>(offset);
-      place.OffsetHigh = static_cast<DWORD>(offset >> 32);
-      DWORD count = 0;
-      const auto wanted = static_cast<DWORD>(std::min(content.size(), kMostAtOnce));
-      if (!WriteFile(handle_, content.data(), wanted, &count, &place)) return false;
-      content = content.subspan(count);
-      offset += count;
-    }
-    return true;
-  }
-
- private:
-  HANDLE handle_;
-};
 
 std::wstring Wide(std::string_view utf8) {
   const int size = static_cast<int>(utf8.size());
@@ -150,8 +118,8 @@ class WindowsOutputFolder : public OutputFolder {
     const std::wstring growing = Growing(*name);
     // One that is there was left by a process that was ended.
     DeleteFileW(growing.c_str());
-    const File file = Open(growing, CREATE_NEW);
-    return file.valid() ? WriteResult{} : Failed();
+    const FileHandle file = Open(growing, CREATE_NEW);
+    return file.IsOpen() ? WriteResult{} : Failed();
   }
 
   // Only a plain file is replaced.
@@ -167,8 +135,8 @@ class WindowsOutputFolder : public OutputFolder {
 
   static WriteResult WriteInto(const std::wstring& name, std::uint64_t offset,
                                std::span<const std::uint8_t> content) {
-    const File file = Open(Growing(name), OPEN_EXISTING);
-    if (!file.valid() || !file.Write(offset, content)) return Failed();
+    const FileHandle file = Open(Growing(name), OPEN_EXISTING);
+    if (!file.IsOpen() || !WriteAllAt(file.Get(), offset, content)) return Failed();
     return {};
   }
 
@@ -182,10 +150,10 @@ class WindowsOutputFolder : public OutputFolder {
     return reason;
   }
 
-  static File Open(const std::wstring& name, DWORD disposition) {
-    return File(CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                            nullptr, disposition,
-                            FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+  static FileHandle Open(const std::wstring& name, DWORD disposition) {
+    return FileHandle(CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                  nullptr, disposition,
+                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
   }
 
   std::wstring root_;

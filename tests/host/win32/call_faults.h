@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "host/host_error.h"
+#include "host/session.h"
 #include "host/win32/host_world.h"
 
 namespace scrivo::host {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/plain_text.h"
+#include "host/bar_model.h"
 #include "host/win32/host_window.h"
 #include "platform/win32/wide.h"
 #include "tests/host/win32/model_test.h"

@@ -39,13 +39,13 @@ class LogSharingTest : public WithRealServices {
 
 TEST_F(LogSharingTest, NoHandleStaysOpenBetweenRecords) {
   Report();
-  EXPECT_TRUE(Hold(GENERIC_READ | GENERIC_WRITE | DELETE, 0).IsValid());
+  EXPECT_TRUE(Hold(GENERIC_READ | GENERIC_WRITE | DELETE, 0).IsOpen());
 }
 
 TEST_F(LogSharingTest, ALogThatIsBeingReadGrows) {
   Report();
   const FileHandle reader = Hold(GENERIC_READ, kShareAll);
-  ASSERT_TRUE(reader.IsValid());
+  ASSERT_TRUE(reader.IsOpen());
   Report();
   EXPECT_EQ(RecordsIn(ErrorLog()), 2u);
 }
@@ -53,7 +53,7 @@ TEST_F(LogSharingTest, ALogThatIsBeingReadGrows) {
 TEST_F(LogSharingTest, ALogThatAnotherProgramAppendsToGrows) {
   Report();
   const FileHandle writer = Hold(FILE_APPEND_DATA, kShareAll);
-  ASSERT_TRUE(writer.IsValid());
+  ASSERT_TRUE(writer.IsOpen());
   DWORD written = 0;
   ASSERT_TRUE(WriteFile(writer.get(), "other\r\n", 7, &written, nullptr));
   Report();
@@ -76,7 +76,7 @@ TEST_F(LogSharingTest, ALogThatIsLockedFailsTheHandlerAndStaysAsItIs) {
   Report();
   {
     const FileHandle lock = Hold(GENERIC_READ, 0);
-    ASSERT_TRUE(lock.IsValid());
+    ASSERT_TRUE(lock.IsOpen());
     ExpectError([] { Report(); }, CErrorHandler::kComponentFailure, "platform_tests.CErrorHandler",
                 "CErrorHandler component failure");
     ErrorHandler().Clear(true, false);
@@ -93,7 +93,7 @@ TEST_F(LogSharingTest, ATraceThatIsLockedFailsTheProcedureThatWritesIt) {
   {
     const FileHandle lock(CreateFileA(InFolder("trace.txt").c_str(), GENERIC_READ, 0, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    ASSERT_TRUE(lock.IsValid());
+    ASSERT_TRUE(lock.IsOpen());
     ExpectError([&] { handler.CallStackPop(); }, CErrorHandler::kComponentFailure,
                 "platform_tests.CErrorHandler", "CErrorHandler component failure");
   }
