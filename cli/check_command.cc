@@ -8,7 +8,7 @@
 #include "cli/disk_path.h"
 #include "cli/open_web.h"
 #include "cli/web_account.h"
-#include "cli/withheld_files.h"
+#include "cli/web_sources.h"
 #include "project/source_files.h"
 
 namespace scrivo {

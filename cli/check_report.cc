@@ -3,9 +3,9 @@
 #include <array>
 #include <cstdio>
 
-#include "cli/control_characters.h"
 #include "platform/paths.h"
 #include "text/code_page.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 namespace {

@@ -9,7 +9,6 @@
 #include "cli/foreign_compiler.h"
 #include "cli/help_project.h"
 #include "cli/hhc_command.h"
-#include "cli/made_file.h"
 #include "cli/open_web.h"
 #include "cli/run_summary.h"
 #include "cli/web_account.h"

@@ -4,10 +4,10 @@
 #include <cstdlib>
 #include <optional>
 
-#include "cli/control_characters.h"
 #include "cli/suggestion.h"
 #include "text/code_page.h"
 #include "text/languages.h"
+#include "text/visible_text.h"
 
 namespace scrivo {
 namespace {

@@ -33,4 +33,13 @@ struct SiteMade {
 SiteMade MakeSite(const HelpSource& source, bool scripts, const std::filesystem::path& path,
                   bool force, Console& console);
 
+// Writes the topics of a help file, a help project or a web as Markdown in UTF-8: to `out`, or one
+// file a topic into the folder when one is given. Returns the exit status and throws as
+// ExportToSite does.
+int ExportToText(const ExportOptionsGiven& given, Console& console, std::ostream& out);
+
+// Shows a help file, a help project or a web in the user's browser: its site is made in the user's
+// cache, where a second view finds it. Returns the exit status and throws as ExportToSite does.
+int ViewAsSite(const ExportOptionsGiven& given, Console& console);
+
 }  // namespace scrivo

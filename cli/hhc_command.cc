@@ -14,7 +14,6 @@
 #include "bytes/output_file.h"
 #include "cli/hhc_output.h"
 #include "hhc/compiler.h"
-#include "hhc/parent_folders.h"
 
 namespace scrivo {
 namespace {

@@ -27,4 +27,9 @@ std::string Counted(std::size_t number, const std::string& one, const std::strin
 // A file's size for people: "812 bytes", "1.4 MB".
 std::string SizeText(std::uint64_t bytes);
 
+// What is in the help file at `path`, counted there: "46 pages, 190 other files, 1 contents entry,
+// no index entries". What a compiler adds of its own does not count. "" when the file cannot be
+// read.
+std::string WhatIsInside(const std::string& path);
+
 }  // namespace scrivo

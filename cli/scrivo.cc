@@ -7,12 +7,9 @@
 #include "cli/decompile_command.h"
 #include "cli/error_text.h"
 #include "cli/export_command.h"
-#include "cli/info_command.h"
-#include "cli/list_command.h"
+#include "cli/help_commands.h"
 #include "cli/suggestion.h"
-#include "cli/text_command.h"
 #include "cli/tree_command.h"
-#include "cli/view_command.h"
 #include "system/interruption.h"
 #include "text/visible_text.h"
 

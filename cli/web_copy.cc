@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "cli/disk_path.h"
-#include "platform/ansi_names.h"
 #include "platform/paths.h"
 #include "system/error.h"
 #include "system/interruption.h"

@@ -7,7 +7,6 @@
 #include <system_error>
 
 #include "chm/container_header.h"
-#include "cli/control_characters.h"
 #include "cli/disk_path.h"
 #include "cli/open_web.h"
 #include "cli/suggestion.h"
@@ -17,6 +16,7 @@
 #include "system/services.h"
 #include "text/code_page.h"
 #include "text/languages.h"
+#include "text/visible_text.h"
 #include "webs/hidden_files.h"
 
 namespace scrivo {

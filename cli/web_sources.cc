@@ -1,19 +1,102 @@
 #include "cli/web_sources.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "cli/disk_path.h"
 #include "cli/run_summary.h"
 #include "html/charset.h"
 #include "html/page_bars.h"
-#include "platform/ansi_names.h"
+#include "html/page_kind.h"
+#include "platform/paths.h"
+#include "text/ascii_text.h"
+#include "webs/hidden_files.h"
 
 namespace scrivo {
 namespace {
+
+// Nobody wrote a page that goes on past this size; the compiler stores one as it is.
+constexpr std::uint64_t kLongestPage = std::uint64_t{64} << 20;
 
 const SourceFiles& OneOf(bool first, const SourceFiles& a, const SourceFiles& b) {
   return first ? a : b;
 }
 
 }  // namespace
+
+OverlayFiles::OverlayFiles(const SourceFiles& below, std::string folder,
+                           std::map<std::string, std::string> files)
+    : below_(below), folder_(std::move(folder)), files_(std::move(files)) {}
+
+std::vector<SourceEntry> OverlayFiles::List(const std::string& folder) const {
+  std::vector<SourceEntry> entries = below_.List(folder);
+  if (folder != folder_) return entries;
+  std::erase_if(entries, [&](const SourceEntry& entry) {
+    return std::any_of(files_.begin(), files_.end(), [&](const auto& file) {
+      return EqualsIgnoringCase(entry.name, file.first);
+    });
+  });
+  for (const auto& [name, text] : files_) entries.push_back({name, false, false});
+  return entries;
+}
+
+std::unique_ptr<ByteSource> OverlayFiles::Open(const std::string& path,
+                                               std::error_code* error) const {
+  const std::size_t slash = path.rfind('/');
+  if (slash != std::string::npos && path.compare(0, slash, folder_) == 0) {
+    const auto file = files_.find(path.substr(slash + 1));
+    if (file != files_.end()) {
+      return std::make_unique<MemorySource>(
+          std::vector<std::uint8_t>(file->second.begin(), file->second.end()));
+    }
+  }
+  return below_.Open(path, error);
+}
+
+WithheldFiles::WithheldFiles(const SourceFiles& below, std::string folder, bool with_hidden)
+    : below_(below), folder_(std::move(folder)), with_hidden_(with_hidden) {}
+
+std::vector<SourceEntry> WithheldFiles::List(const std::string& folder) const {
+  std::vector<SourceEntry> entries = below_.List(folder);
+  if (with_hidden_) return entries;
+  if (folder != folder_ && !folder.starts_with(folder_ + "/")) return entries;
+  for (SourceEntry& entry : entries) entry.is_withheld = IsHiddenName(entry.name);
+  return entries;
+}
+
+std::unique_ptr<ByteSource> WithheldFiles::Open(const std::string& path,
+                                                std::error_code* error) const {
+  return below_.Open(path, error);
+}
+
+std::unique_ptr<ByteSource> ChangedPages::Open(const std::string& path,
+                                               std::error_code* error) const {
+  std::unique_ptr<ByteSource> source = below_.Open(path, error);
+  if (source == nullptr || KindOfPage(path) == PageKind::kNone || source->Size() > kLongestPage) {
+    return source;
+  }
+  std::string text;
+  if (!ReadText(*source, &text)) return source;  // the reader meets the same failure and tells it
+  std::optional<std::string> changed = change_(text);
+  const Page page = {changed.has_value(), text.size(), changed ? changed->size() : text.size()};
+  if (changed) text = std::move(*changed);
+  {
+    const std::lock_guard lock(mutex_);
+    pages_[path] = page;
+  }
+  return std::make_unique<MemorySource>(std::vector<std::uint8_t>(text.begin(), text.end()));
+}
+
+ChangedPages::Sum ChangedPages::Total() const {
+  const std::lock_guard lock(mutex_);
+  Sum sum;
+  for (const auto& [path, page] : pages_) {
+    if (page.changed && sum.changed++ == 0) sum.first = path;
+    sum.bytes_before += page.bytes_before;
+    sum.bytes_after += page.bytes_after;
+  }
+  return sum;
+}
 
 WebSources::WebSources(const HelpProject& project, const CompileJob& job)
     : folder_(PortablePathOf(project.folder)),

@@ -62,7 +62,7 @@ bool IsAbsoluteAddress(const std::string& address) {
   const std::size_t colon = address.find(':');
   return colon != std::string::npos && colon > 0 && address.find('/') > colon &&
          std::all_of(address.begin(), address.begin() + static_cast<std::ptrdiff_t>(colon),
-                     IsLetter);
+                     IsAsciiLetter);
 }
 
 std::string MakeAbsolute(const std::string& base, bool base_is_folder, const std::string& address) {

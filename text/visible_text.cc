@@ -51,6 +51,8 @@ std::string Escaped(std::string_view text, OfCharacter is_hidden, OfByte is_hidd
   return visible;
 }
 
+bool IsControlCharacter(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
+
 }  // namespace
 
 std::string VisibleText(std::string_view text, std::string_view kept) {
@@ -72,6 +74,15 @@ std::string PrintableName(std::string_view name) {
   return Escaped(
       name, [](char32_t c) { return IsControl(c) || TurnsDirection(c) || HasNoWidth(c); },
       [](unsigned char) { return true; });
+}
+
+bool HasControlCharacters(const std::string& text) {
+  return std::any_of(text.begin(), text.end(), IsControlCharacter);
+}
+
+std::string WithoutControlCharacters(std::string text) {
+  std::replace_if(text.begin(), text.end(), IsControlCharacter, ' ');
+  return text;
 }
 
 }  // namespace scrivo

@@ -20,4 +20,11 @@ std::string VisibleLine(std::string_view line);
 // A name: without any of these, characters of no width, and bytes that are no UTF-8.
 std::string PrintableName(std::string_view name);
 
+// Whether a text holds a control character, such as a line break. In a project file, where each
+// line is an option, it would end the line and begin another option.
+bool HasControlCharacters(const std::string& text);
+
+// `text` with a blank in place of each control character.
+std::string WithoutControlCharacters(std::string text);
+
 }  // namespace scrivo

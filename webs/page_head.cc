@@ -8,6 +8,7 @@
 #include "html/headings.h"
 #include "html/title.h"
 #include "html/tokenizer.h"
+#include "system/error.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"
 #include "text/html_entities.h"

@@ -1,5 +1,7 @@
 // hh, and the commands that show what is in a help file, over the help files of tests/data/chm.
 
+#include "cli/help_commands.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -10,8 +12,6 @@
 #include <vector>
 
 #include "cli/hh_command.h"
-#include "cli/info_command.h"
-#include "cli/list_command.h"
 #include "tests/doubles/temp_folder.h"
 
 namespace scrivo {

@@ -139,12 +139,12 @@ class PosixOutputFolder : public OutputFolder {
       return result;
     }
     *file = OpenNew(*place);
-    if (!file->valid() && errno == EEXIST) {
+    if (!file->IsOpen() && errno == EEXIST) {
       // Left by a process that was ended.
       if (unlinkat(place->folder(), place->growing.c_str(), 0) != 0) return Failed();
       *file = OpenNew(*place);
     }
-    return file->valid() ? WriteResult{} : Failed();
+    return file->IsOpen() ? WriteResult{} : Failed();
   }
 
   static Descriptor OpenNew(const Place& place) {

@@ -1,7 +1,6 @@
-#include "cli/overlay_files.h"
-
 #include <gtest/gtest.h>
 
+#include "cli/web_sources.h"
 #include "tests/doubles/test_folder.h"
 
 namespace scrivo {

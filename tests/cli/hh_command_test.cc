@@ -1,10 +1,10 @@
-#include "cli/decompile_arguments.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
+
+#include "cli/hh_command.h"
 
 namespace scrivo {
 namespace {

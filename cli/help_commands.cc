@@ -1,11 +1,13 @@
-#include "cli/info_command.h"
+#include "cli/help_commands.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iomanip>
 #include <ostream>
 #include <string_view>
 
+#include "chm/problem.h"
 #include "chm/system_info.h"
 #include "cli/help_file.h"
 #include "html/charset.h"
@@ -57,6 +59,34 @@ bool PrintContentsFile(const SystemInfo& info, ChmReader& reader, std::ostream& 
 }
 
 }  // namespace
+
+int RunList(const std::string& path, bool internal, std::ostream& out, std::ostream& err) {
+  const HelpFile file = OpenHelpFile(path);
+  for (const std::string& complaint : file.complaints)
+    err << "scrivo: error: " << complaint << '\n';
+  if (file.reader == nullptr) return 1;
+
+  int status = file.complaints.empty() ? 0 : 1;
+  std::uint64_t total = 0;
+  std::size_t count = 0;
+  for (const Entry& entry : file.reader->Entries()) {
+    const EntryKind kind = KindOf(entry.name);
+    const bool shown = kind == EntryKind::kUser ||
+                       (internal && kind == EntryKind::kInternal && !entry.name.ends_with('/'));
+    if (!shown) continue;
+    out << std::setw(12) << entry.length << "  " << PrintableName(entry.name) << '\n';
+    if (const auto problem = file.reader->Check(entry)) {
+      err << "scrivo: error: " << Describe({*problem, entry.section, 0, std::string(entry.name)})
+          << '\n';
+      status = 1;
+      continue;
+    }
+    ++count;
+    total += entry.length;
+  }
+  out << std::setw(12) << total << "  in " << count << (count == 1 ? " file" : " files") << '\n';
+  return status;
+}
 
 int RunInfo(const std::string& path, std::ostream& out, std::ostream& err) {
   const HelpFile file = OpenHelpFile(path);
