@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/recent_webs.h"
+#include "host/settings.h"
 #include "host/win32/page_views.h"
 #include "host/win32/wide_controls.h"
 #include "platform/win32/wide.h"

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "host/recent_webs.h"
 #include "host/session.h"
+#include "host/settings.h"
 #include "host/win32/host_window.h"
 #include "host/win32/wide_controls.h"
 #include "platform/win32/shell_api.h"

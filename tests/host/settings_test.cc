@@ -1,7 +1,7 @@
 // What the stand-in host reads from the registry: registered add-ins and the webs opened last.
 
-#include "host/addin_entries.h"
-#include "host/recent_webs.h"
+#include "host/settings.h"
+
 #include "platform/registry.h"
 #include "tests/doubles/fake_services.h"
 

@@ -1,4 +1,4 @@
-#include "host/recent_webs.h"
+#include "host/settings.h"
 #include "platform/win32/shell_api.h"
 #include "tests/host/win32/window_test.h"
 #include "tests/platform/win32/dialog_answer.h"
