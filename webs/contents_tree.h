@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "html/page_kind.h"
 #include "webs/web_listing.h"
 
 namespace scrivo {
@@ -28,6 +29,8 @@ struct ContentsTree {
 };
 
 // Whether a help file holds the file as a page: its name ends in .htm or .html, in any case.
-bool IsHelpPage(const WebListing& listing, WebListing::Index file);
+inline bool IsHelpPage(const WebListing& listing, WebListing::Index file) {
+  return KindOfPage(listing.FileName(file)) == PageKind::kPlain;
+}
 
 }  // namespace scrivo

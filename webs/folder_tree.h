@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "webs/contents_tree.h"
 #include "webs/web_listing.h"
@@ -9,6 +10,10 @@
 #include "webs/welcome_names.h"
 
 namespace scrivo {
+
+// A key whose byte order puts texts as a person would: in any case, a run of digits by its value
+// ("Step 2" before "Step 10").
+std::string PersonOrderKey(std::string_view utf8);
 
 // The contents of a web whose author arranged none: each folder that holds pages, itself or
 // deeper, is a heading with the folder's welcome page (index.htm, default.htm, …) as its target and

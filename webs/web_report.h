@@ -24,8 +24,11 @@ class WebReport {
 
 // Reports that `what` failed, which reading goes on without, and why. A user's interruption ends
 // all reading: it is thrown on.
-void ReportFailure(const std::string& file, const std::string& what, const Error& error,
-                   WebReport& report);
+inline void ReportFailure(const std::string& file, const std::string& what, const Error& error,
+                          WebReport& report) {
+  if (error.number == kUserInterrupt) throw error;
+  report.Problem({file, 0, what + ": " + error.description});
+}
 
 // A report that keeps everything.
 class WebProblemList : public WebReport {
