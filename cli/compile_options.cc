@@ -86,7 +86,7 @@ Option Text(const std::string& name, const std::string& short_name, const std::s
 
 // The compiler reads the name from a project file, without the blanks at its ends: the file that
 // it writes would be another one than the one that is looked after here.
-Option OutputFile(CompileOptions* options) {
+Option OutputOption(CompileOptions* options) {
   Option option =
       Text("--output", "-o", "FILE",
            "the help file to make (default: TITLE.CHM in\nthe current folder)", &options->output);
@@ -154,7 +154,7 @@ std::vector<Option> ReadingOptions(CompileOptions* options) {
 
 std::vector<Option> AllCompileOptions(CompileOptions* options) {
   std::vector<Option> all = {
-      OutputFile(options),
+      OutputOption(options),
       Text("--title", "", "TEXT", "its title (default: the home page's label)", &options->title),
       Text("--default-page", "", "ADDRESS",
            "the page it opens with (default: the home page,\nelse the first one of the contents)",

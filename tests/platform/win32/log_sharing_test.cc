@@ -55,9 +55,9 @@ TEST_F(LogSharingTest, ALogThatAnotherProgramAppendsToGrows) {
   const FileHandle writer = Hold(FILE_APPEND_DATA, kShareAll);
   ASSERT_TRUE(writer.IsOpen());
   DWORD written = 0;
-  ASSERT_TRUE(WriteFile(writer.get(), "other\r\n", 7, &written, nullptr));
+  ASSERT_TRUE(WriteFile(writer.Get(), "other\r\n", 7, &written, nullptr));
   Report();
-  ASSERT_TRUE(WriteFile(writer.get(), "last\r\n", 6, &written, nullptr));
+  ASSERT_TRUE(WriteFile(writer.Get(), "last\r\n", 6, &written, nullptr));
   const std::string text = ErrorLog();
   EXPECT_EQ(RecordsIn(text), 2u);
   EXPECT_LT(text.find("other\r\n"), text.rfind("in Test at line"));
