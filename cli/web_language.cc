@@ -8,7 +8,7 @@
 #include "text/code_page.h"
 #include "text/languages.h"
 #include "webs/disk_web.h"
-#include "webs/service_notes.h"
+#include "webs/host_notes.h"
 
 namespace scrivo {
 namespace {

@@ -8,7 +8,7 @@
 #include "system/error.h"
 #include "text/code_page.h"
 #include "text/html_entities.h"
-#include "webs/vti_cnf.h"
+#include "webs/host_notes.h"
 
 namespace scrivo {
 namespace {

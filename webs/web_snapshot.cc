@@ -9,9 +9,9 @@
 #include "system/error.h"
 #include "text/ascii_text.h"
 #include "webs/folder_tree.h"
+#include "webs/host_notes.h"
 #include "webs/navigation_tree.h"
 #include "webs/page_head.h"
-#include "webs/service_notes.h"
 #include "webs/structure_file.h"
 
 namespace scrivo {

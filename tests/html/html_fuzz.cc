@@ -18,8 +18,8 @@
 #include "search/search_index.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"
+#include "webs/host_notes.h"
 #include "webs/page_head.h"
-#include "webs/vti_cnf.h"
 
 namespace scrivo {
 namespace {

@@ -2,8 +2,8 @@
 #include <cstdlib>
 
 #include "tests/doubles/memory_files.h"
+#include "webs/host_notes.h"
 #include "webs/navigation_tree.h"
-#include "webs/service_notes.h"
 #include "webs/structure_file.h"
 
 // Any bytes as a navigation structure: it must come out as a tree that shows each node at most
