@@ -3,7 +3,12 @@
 #include <filesystem>
 #include <string>
 
+#include "system/services.h"
+
 namespace scrivo {
+
+// The system's files.
+inline Files& Disk() { return *TheServices().files; }
 
 // A path as this program's services take it in the form that the help compiler takes: with "/"
 // between the names.

@@ -32,8 +32,6 @@ namespace {
 
 constexpr std::size_t kLinesShown = 5;
 
-Files& Disk() { return *TheServices().files; }
-
 std::string ReadStart(const std::string& path, std::size_t size) {
   const std::unique_ptr<FileReader> reader = Disk().OpenForReading(path);
   std::string bytes(size, '\0');

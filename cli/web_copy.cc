@@ -17,8 +17,6 @@
 namespace scrivo {
 namespace {
 
-Files& Disk() { return *TheServices().files; }
-
 class Copier {
  public:
   Copier(const SourceFiles& files, std::string web, std::string target, Console* console)

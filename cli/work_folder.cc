@@ -21,8 +21,6 @@ namespace fs = std::filesystem;
 // In a work folder: the file that says that its run is alive.
 constexpr char kHeld[] = "held";
 
-Files& Disk() { return *TheServices().files; }
-
 std::string ServicePath(const fs::path& path) { return AbsolutePath(PortablePath(path)); }
 
 // Removes a work folder that nobody is at work in. One without the file has been removed as far as
