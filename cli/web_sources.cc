@@ -11,12 +11,10 @@
 #include "platform/paths.h"
 #include "text/ascii_text.h"
 #include "webs/hidden_files.h"
+#include "webs/page_head.h"
 
 namespace scrivo {
 namespace {
-
-// Nobody wrote a page that goes on past this size; the compiler stores one as it is.
-constexpr std::uint64_t kLongestPage = std::uint64_t{64} << 20;
 
 const SourceFiles& OneOf(bool first, const SourceFiles& a, const SourceFiles& b) {
   return first ? a : b;

@@ -1,10 +1,10 @@
+#include "cli/hh_command.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
-
-#include "cli/hh_command.h"
 
 namespace scrivo {
 namespace {

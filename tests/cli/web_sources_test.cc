@@ -1,6 +1,7 @@
+#include "cli/web_sources.h"
+
 #include <gtest/gtest.h>
 
-#include "cli/web_sources.h"
 #include "tests/doubles/test_folder.h"
 
 namespace scrivo {
