@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "host/compiler_place.h"
 #include "host/session.h"
 #include "host/settings.h"
 #include "host/win32/host_window.h"
@@ -229,6 +230,7 @@ void HostWindow::RegisterAddin() {
     Tell("The add-in " + AddinLibrary() + " cannot be registered.", MB_ICONEXCLAMATION);
     return;
   }
+  SetCompilerWhereNoneIs(TheServices().system->ModuleFolder());
   Remove(register_.get());
   world_->addins.Read();
   world_->addins.ConnectAtStart(kAfterStartup);

@@ -1,7 +1,9 @@
-// What the stand-in host reads from the registry: registered add-ins and the webs opened last.
+// What the stand-in host reads from the registry and writes into it: registered add-ins, the place
+// of the help compiler, the webs opened last.
 
 #include "host/settings.h"
 
+#include "host/compiler_place.h"
 #include "platform/registry.h"
 #include "tests/doubles/fake_services.h"
 
@@ -59,6 +61,53 @@ TEST_F(AddinEntriesTest, OnlyBothBitsLoadAtStart) {
   for (const std::int32_t behavior : {0, 1, 2, 8, 9, 16}) {
     EXPECT_FALSE((AddinEntry{"", "", "", behavior}.LoadsAtStart())) << behavior;
   }
+}
+
+class CompilerPlaceTest : public WithFakeServices {
+ protected:
+  static constexpr char kKey[] = "Software\\Microsoft\\HTML Help Workshop";
+  static constexpr char kFolder[] = "C:\\Tools\\Scrivo";
+
+  CompilerPlaceTest() { store_.Init(static_cast<std::uint32_t>(kHkeyCurrentUser)); }
+  void Set(const RegistryValue& value, std::uint32_t type) {
+    store_.SetValue(kKey, "InstallDir", value, type);
+  }
+  RegistryValue Get() { return store_.GetValue(kKey, "InstallDir", std::string("(none)")); }
+  void PutCompiler() { files->files[std::string(kFolder) + "\\hhc.exe"] = "MZ"; }
+
+ private:
+  CRegistry store_;
+};
+
+TEST_F(CompilerPlaceTest, OursIsSetWhereNoneIs) {
+  PutCompiler();
+  EXPECT_TRUE(SetCompilerWhereNoneIs(kFolder));
+  EXPECT_EQ(Get(), RegistryValue(std::string(kFolder)));
+  Set(std::string(), kRegSz);
+  EXPECT_TRUE(SetCompilerWhereNoneIs(kFolder)) << "an empty place is none";
+  EXPECT_EQ(Get(), RegistryValue(std::string(kFolder)));
+}
+
+TEST_F(CompilerPlaceTest, OneThatIsSetStays) {
+  PutCompiler();
+  Set(std::string("C:\\Workshop"), kRegSz);
+  EXPECT_FALSE(SetCompilerWhereNoneIs(kFolder));
+  EXPECT_EQ(Get(), RegistryValue(std::string("C:\\Workshop")));
+  Set(std::int32_t{5}, kRegDword);
+  EXPECT_FALSE(SetCompilerWhereNoneIs(kFolder)) << "whatever it means";
+  EXPECT_EQ(Get(), RegistryValue(std::int32_t{5}));
+}
+
+TEST_F(CompilerPlaceTest, AFolderWithoutACompilerIsNotSet) {
+  EXPECT_FALSE(SetCompilerWhereNoneIs(kFolder));
+  EXPECT_EQ(Get(), RegistryValue(std::string("(none)")));
+}
+
+TEST_F(CompilerPlaceTest, AFolderThatTheRegistryCannotNameIsNotSet) {
+  const std::string folder = "C:\\\xE4\xB8\xAD";
+  files->files[folder + "\\hhc.exe"] = "MZ";
+  EXPECT_FALSE(SetCompilerWhereNoneIs(folder));
+  EXPECT_EQ(Get(), RegistryValue(std::string("(none)")));
 }
 
 class RecentWebsTest : public WithFakeServices {};

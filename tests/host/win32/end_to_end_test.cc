@@ -156,8 +156,6 @@ class EndToEndTest : public WindowTest {
 
  protected:
   Library library_;
-
- private:
   CRegistry user_;
 };
 
@@ -210,6 +208,7 @@ TEST_F(EndToEndTest, MakesAHelpFileThroughTheMenuAndTakesItApartAgain) {
 
 TEST_F(EndToEndTest, OffersToRegisterTheAddInBesideTheProgram) {
   ASSERT_EQ(library_.Unregister(), S_OK);
+  user_.DeleteValue(kWorkshopKey, "InstallDir");
   StartHost();
   EXPECT_EQ(StatusText(2), "No add-in is registered");
   EXPECT_EQ(Drawn(Menu("Tools")), "Refresh\tF5\n-\nRegister add-in\n");
@@ -218,6 +217,8 @@ TEST_F(EndToEndTest, OffersToRegisterTheAddInBesideTheProgram) {
   EXPECT_EQ(StatusText(2), "Add-in: ScrivoBuilder");
   EXPECT_EQ(Drawn(Menu("Tools")).find("Register"), std::string::npos);
   EXPECT_NE(SubMenu(Menu("Tools"), "Scrivo"), nullptr);
+  EXPECT_EQ(user_.GetValue(kWorkshopKey, "InstallDir", std::string()),
+            RegistryValue(TheServices().system->ModuleFolder()));
 }
 
 TEST_F(EndToEndTest, OpensTheSampleWebFromTheUsersDocuments) {
