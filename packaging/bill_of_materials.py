@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Prints the bill of materials of a release, in the JSON form of SPDX 2.3.
 
-bill_of_materials.py VERSION FOLDER PACKAGE…
+bill_of_materials.py VERSION FOLDER PACKAGE… -- PACKAGE…
 
-FOLDER holds the files of the release; each PACKAGE is a Debian package of which parts are linked into the static programs.
+FOLDER holds the files of the release; each PACKAGE is a Debian package of which parts are linked into the static programs
+for Linux and, behind the dashes, into those for Windows.
 """
 import datetime
 import hashlib
@@ -16,13 +17,15 @@ import sys
 
 GCC = "GPL-3.0-or-later WITH GCC-exception-3.1"
 GLIBC = "LGPL-2.1-or-later"
-LICENCES = {"libc6": GLIBC, "libc6-dev": GLIBC, "libgcc-s1": GCC, "libstdc++6": GCC}
+LICENCES = {"libc6": GLIBC, "libc6-dev": GLIBC, "libgcc-s1": GCC, "libstdc++6": GCC, "nsis-common": "Zlib AND CPL-1.0"}
 
 
 def licence_of(package):
     """A package of another name has to be looked at by a person first."""
-    if re.fullmatch(r"lib(gcc|stdc\+\+)-\d+-dev", package):
+    if re.fullmatch(r"lib(gcc|stdc\+\+)-\d+-dev|g(cc|\+\+)-mingw-w64-.*", package):
         return GCC
+    if re.fullmatch("mingw-w64-.*-dev", package):
+        return "ZPL-2.1"
     if package not in LICENCES:
         sys.exit(f"bill_of_materials.py: the licence of {package} is not known; add it to the list")
     return LICENCES[package]
@@ -57,18 +60,23 @@ def library(package):
 
 
 def main():
-    version, folder, linked = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3:]
+    version, folder = sys.argv[1], pathlib.Path(sys.argv[2])
+    dashes = sys.argv.index("--")
+    linked, linked_windows = sys.argv[3:dashes], sys.argv[dashes + 1:]
     source = folder / f"scrivo-{version}.tar.gz"
-    package, = folder.glob("*.deb")
+    packages = sorted(folder.glob("*.deb"))
     archive, = folder.glob(f"scrivo-{version}-linux-*.tar.gz")
-    depends = said_by("dpkg-deb", "-f", str(package), "Depends")
+    windows = [folder / f"scrivo-{version}-windows{end}" for end in (".exe", "-x64.zip", "-x86.zip")]
+    depends = said_by("dpkg-deb", "-f", str(packages[0]), "Depends")
     needed = sorted(re.match(r"[^ (|]+", item).group(0) for item in depends.split(", "))
-    artefacts = [artefact(path, version) for path in (source, package, archive)]
+    artefacts = [artefact(path, version) for path in (source, *packages, archive, *windows)]
 
     relations = [("SPDXRef-DOCUMENT", "DESCRIBES", made["SPDXID"]) for made in artefacts]
-    relations += [(identifier(made.name), "GENERATED_FROM", identifier(source.name)) for made in (package, archive)]
-    relations += [(identifier(package.name), "DYNAMIC_LINK", identifier(name)) for name in needed]
+    relations += [(identifier(made.name), "GENERATED_FROM", identifier(source.name)) for made in (*packages, archive, *windows)]
+    relations += [(identifier(made.name), "DYNAMIC_LINK", identifier(name)) for made in packages for name in needed]
     relations += [(identifier(archive.name), "STATIC_LINK", identifier(name)) for name in linked]
+    relations += [(identifier(made.name), "STATIC_LINK", identifier(name)) for made in windows for name in linked_windows
+                  if name != "nsis-common" or made.suffix == ".exe"]
     made_at = datetime.datetime.fromtimestamp(int(os.environ["SOURCE_DATE_EPOCH"]), datetime.timezone.utc)
     digest = hashlib.sha256(json.dumps(artefacts).encode()).hexdigest()
     json.dump({
@@ -76,7 +84,7 @@ def main():
         "documentNamespace": f"https://spdx.org/spdxdocs/scrivo-{version}-{digest[:32]}",
         "creationInfo": {"created": made_at.strftime("%Y-%m-%dT%H:%M:%SZ"),
                          "creators": ["Organization: The Scrivo authors", f"Tool: packaging/release-{version}"]},
-        "packages": artefacts + [library(name) for name in sorted(set(needed) | set(linked))],
+        "packages": artefacts + [library(name) for name in sorted({*needed, *linked, *linked_windows})],
         "relationships": [{"spdxElementId": one, "relationshipType": kind, "relatedSpdxElement": other}
                           for one, kind, other in relations],
     }, sys.stdout, indent=2)

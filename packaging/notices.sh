@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
-# usage: packaging/notices.sh PACKAGE…
+# usage: packaging/notices.sh linux|windows PACKAGE…
 #
-# Prints the notices that go with programs into which these Debian packages were linked: what each says about its
+# Prints the notices that go with programs for this system into which these Debian packages were linked: what each says about its
 # authors and licences, and the licences that it refers to.
 set -eu
+system=$1
+shift
 line=$(printf '=%.0s' {1..79})
 
-cat <<END
+case $system in
+  linux) cat <<END ;;
 Third-party notices
 
 Scrivo itself is under the MIT licence, in the file LICENSE beside this one.
@@ -19,6 +22,23 @@ Lesser General Public License: Scrivo's own sources and packaging/release are
 all that is needed to link the programs with a changed library. The others are
 under the GNU General Public License with the GCC Runtime Library Exception,
 which allows programs to be distributed under terms of their own.
+END
+  windows) cat <<END ;;
+Third-party notices
+
+Scrivo itself is under the MIT licence, in the file LICENSE.txt beside this one.
+
+The programs and libraries for Windows are linked statically, so they hold
+parts of the MinGW-w64 runtime, of the GNU C++ library and of GCC's runtime
+library. They were taken unchanged from the Debian packages named below; Debian
+offers their sources at https://snapshot.debian.org/. The libraries of GCC are
+under the GNU General Public License with the GCC Runtime Library Exception,
+which allows programs to be distributed under terms of their own. The setup is
+made with NSIS, and holds its parts that run on Windows.
+END
+  *) echo "packaging/notices.sh: there are no notices for $system" >&2; exit 2 ;;
+esac
+cat <<END
 
 Tables of letters and code pages were computed from the Unicode Character
 Database, whose licence is among the texts below.

@@ -103,9 +103,44 @@ make_wine32_root() {
 }
 
 # From here on Wine runs in the i386 root.
-enter_wine32_root() {
-  wine_root=$(wine32_root)
+enter_wine32_root() { enter_root "$(wine32_root)"; }
+
+enter_root() {
+  wine_root=$1
   mkdir -p "$wine_root$PWD" "$wine_root/tmp/.X11-unix" "$wine_root/proc" "$wine_root/dev"
+}
+
+# prepare_both_wines WORK: as prepare_wine, for a Wine that runs programs of 64 and of 32 bit in one prefix. It lies in a
+# Debian of its own, since the packages of two architectures seldom go together with what a machine has already.
+prepare_both_wines() {
+  local work=$1 root log=$PWD/build/wine-root.log suite
+  wine_loader=/usr/lib/wine/wine64 wine_server=/usr/lib/wine/wineserver64 why=
+  install_wine "the maker of a Debian with Wine, and a display" debootstrap xvfb || return 1
+  if [ "$(id -u)" -ne 0 ] || ! unshare --mount true 2>/dev/null; then
+    why="no Wine for programs of both kinds: only root can make a Debian for it, and only where mounts are allowed"
+    return 2
+  fi
+  root=$(readlink -m "${SCRIVO_WINE_ROOT:-build/wine-root}")
+  mkdir -p "$(dirname "$root")"
+  exec 8>"$root.lock"
+  flock 8
+  if [ ! -e "$root/.complete" ]; then
+    echo "Installing Wine for programs of both kinds in a Debian of its own: $root" >&2
+    suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    rm -rf --one-file-system "$root"
+    if ! { debootstrap --variant=minbase "$suite" "$root" && chroot "$root" dpkg --add-architecture i386 &&
+           chroot "$root" apt-get update &&
+           DEBIAN_FRONTEND=noninteractive chroot "$root" apt-get install -y --no-install-recommends wine wine64 wine32:i386
+         } >"$log" 2>&1 </dev/null; then
+      why="no Wine for programs of both kinds: $(tail -n 1 "$log") (the whole record is in $log)"
+      return 2
+    fi
+    rm -rf "$root"/var/cache/apt/archives/*.deb "$root"/var/lib/apt/lists/*
+    touch "$root/.complete"
+  fi
+  exec 8>&-
+  enter_root "$root"
+  start_display "$work" && make_prefix "$work"
 }
 
 # in_wine_root COMMAND…: runs a command where Wine is. The mounts end with the command.
