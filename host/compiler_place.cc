@@ -1,8 +1,8 @@
 #include "host/compiler_place.h"
 
 #include "platform/registry.h"
-#include "system/system_services.h"
 #include "system/services.h"
+#include "system/system_services.h"
 
 namespace scrivo::host {
 namespace {
