@@ -54,7 +54,8 @@ class Rewriter {
   void PutHead(std::size_t at);
   std::optional<std::string> Mapped(std::string_view address) const;
   std::string LinkTo(const HelpLink& link) const;
-  void Remove(Tag part) { Replace(part, ""); }
+  void Remove(Tag part);
+  void RemoveAttribute(Tag whole);
   void Replace(Tag part, std::string_view with);
   void ReplaceValue(const HtmlAttribute& attribute, std::string_view with);
   std::size_t OffsetOf(const char* at) const { return static_cast<std::size_t>(at - html_.data()); }
@@ -84,6 +85,23 @@ void Rewriter::Replace(Tag part, std::string_view with) {
   page_.html.append(html_, copied_, part.begin - copied_);
   page_.html.append(with);
   copied_ = part.end;
+}
+
+// A "<" in front that begins no tag must not begin one with what stands behind the part.
+void Rewriter::Remove(Tag part) {
+  if (part.begin < copied_) return;
+  Replace(part, "");
+  if (!page_.html.ends_with('<')) return;
+  page_.html.pop_back();
+  page_.html += "&lt;";
+}
+
+// An equals sign behind the attribute begins a name. It must not come to follow the attribute in
+// front, whose value would then reach to another quotation mark, and the tag to another end.
+void Rewriter::RemoveAttribute(Tag whole) {
+  const std::size_t next = html_.find_first_not_of(" \t\r\n\f", whole.end);
+  const bool would_join = next != std::string_view::npos && html_[next] == '=';
+  Replace(whole, would_join ? "data-removed=\"\"" : "");
 }
 
 void Rewriter::ReplaceValue(const HtmlAttribute& attribute, std::string_view with) {
@@ -263,7 +281,7 @@ void Rewriter::Attributes(const HtmlToken& token, Tag) {
     const bool is_handler =
         attribute.name.size() > 2 && StartsWithIgnoringCase(attribute.name, "on");
     if (is_handler || EqualsIgnoringCase(attribute.name, "srcdoc")) {
-      if (!rules_.keep_scripts) Remove(whole);
+      if (!rules_.keep_scripts) RemoveAttribute(whole);
     } else if (attribute.value.empty()) {
       continue;
     } else if (EqualsIgnoringCase(attribute.name, "style")) {
@@ -315,7 +333,7 @@ void Rewriter::Address(const HtmlToken& token, const HtmlAttribute& attribute, T
       const HelpCall call = ReadHelpCall(address);
       const bool is_link = EqualsIgnoringCase(token.name, "a");
       if (call.kind == HelpCall::Kind::kPopup && !call.text.empty() && is_link) {
-        Remove(whole);
+        RemoveAttribute(whole);
         after_link_ = " (";
         AppendHtmlText(call.text, &after_link_);
         after_link_ += ')';
@@ -328,7 +346,7 @@ void Rewriter::Address(const HtmlToken& token, const HtmlAttribute& attribute, T
         ReplaceValue(attribute, links.size() == 1 ? LinkTo(links[0]) : "#" + call.id);
         return;
       }
-      if (!rules_.keep_scripts) Remove(whole);
+      if (!rules_.keep_scripts) RemoveAttribute(whole);
       break;
     }
     default:
@@ -381,7 +399,7 @@ void Rewriter::Base(const HtmlToken& token) {
     const std::string address = DecodeEntities(attribute.value, EntityPlace::kAttribute);
     const LinkTarget target = ResolveLink(names_, address, base_);
     if (target.kind == LinkTarget::Kind::kOutside) continue;
-    Remove({OffsetOf(attribute.name.data()), OffsetOf(content.data())});
+    RemoveAttribute({OffsetOf(attribute.name.data()), OffsetOf(content.data())});
     std::string_view path = address;
     if (const std::size_t separator = path.find("::"); separator != std::string_view::npos) {
       path.remove_prefix(separator + 2);
@@ -491,7 +509,11 @@ void Rewriter::CloseObject(std::size_t end) {
     }
     html += "</span>";
   }
-  Replace({object_start_, end}, html);
+  if (html.empty()) {
+    Remove({object_start_, end});
+  } else {
+    Replace({object_start_, end}, html);
+  }
 }
 
 // Links may stand before the objects that they click.

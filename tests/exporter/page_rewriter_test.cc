@@ -35,6 +35,27 @@ TEST_F(PageRewriter, TakesScriptsAwayThatSeemToStandInAValue) {
   EXPECT_EQ(Rewrite("<a x=y='z><script>a</script>'>b"), "<a x=y='z>'>b");
 }
 
+TEST_F(PageRewriter, TakesAHandlerAwayWithoutJoiningWhatStandsAroundIt) {
+  rules.head = "";
+  // The equals sign behind it would give the attribute in front a value, which reaches to the
+  // next quotation mark: the picture's title would be over, and a handler of the link begin.
+  const std::string once = Rewrite("<a b onclick=x =\"> <img title=\" onclick=hit>\">");
+  EXPECT_EQ(once, "<a b data-removed=\"\" =\"> <img title=\" onclick=hit>\">");
+  EXPECT_EQ(Rewrite(once), once);
+  EXPECT_EQ(Rewrite("<a b onclick=x c=d>"), "<a b  c=d>");
+}
+
+TEST_F(PageRewriter, TakesScriptsAwayWithoutMakingATagOfWhatStandsAroundThem) {
+  rules.head = "";
+  const std::string image = "img src=pic.gif onerror=hit>";
+  EXPECT_EQ(Rewrite("<<script>a</script>" + image), "&lt;" + image);
+  EXPECT_EQ(Rewrite("<</script>" + image), "&lt;" + image);
+  EXPECT_EQ(Rewrite("<<noscript>" + image), "&lt;" + image);
+  EXPECT_EQ(
+      Rewrite("<<object classid=\"clsid:adb880a6-d8ff-11cf-9377-00aa003b7a11\"></object>" + image),
+      "&lt;" + image);
+}
+
 TEST_F(PageRewriter, TakesScriptsWithinAnObjectAwayWithIt) {
   rules.head = "";
   const std::string object = "<object classid=\"clsid:adb880a6-d8ff-11cf-9377-00aa003b7a11\">";
