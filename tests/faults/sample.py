@@ -1,5 +1,6 @@
 """A small project, a small web and a help file in a folder of their own, and what may be left of them."""
 
+import ctypes
 import os
 import shutil
 import signal
@@ -29,6 +30,21 @@ def heed_signals():
     """For a child: whoever started this may ignore signals."""
     for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
         signal.signal(number, signal.SIG_DFL)
+
+
+def adopt_orphans():
+    """What a killed program has started becomes this process's own, which can wait for its end. Linux only."""
+    pr_set_child_subreaper = 36
+    ctypes.CDLL(None).prctl(pr_set_child_subreaper, 1, 0, 0, 0)
+
+
+def wait_for_orphans():
+    """Returns when nothing that a killed program has started is left."""
+    try:
+        while True:
+            os.waitpid(-1, 0)
+    except ChildProcessError:
+        pass
 
 
 def tree(folder):
@@ -68,6 +84,8 @@ class Target:
             "hhc": [program, "--gnu", os.path.join(self.web, "help.hhp")],
             "hh": [program, "-decompile", self.out, help_file],
             "scrivo compile": [program, "compile", self.web, "-o", os.path.join(self.out, "help.chm")],
+            "scrivo compile --compiler": [program, "compile", self.web, "-o", os.path.join(self.out, "help.chm"),
+                                          "--compiler", os.path.join(bin_folder, "hhc")],
             "scrivo decompile": [program, "decompile", help_file, self.out],
         }[name]
 
@@ -139,14 +157,14 @@ class Target:
         return wrong
 
 
-def prepare(bin_folder, extra=0):
-    """Makes the targets in a new folder. Returns them, and the folder to remove."""
+def prepare(bin_folder, extra=0, more=()):
+    """Makes the targets in a new folder, and those named in `more`. Returns them, and the folder to remove."""
     base = tempfile.mkdtemp(prefix="scrivo-faults-")
     compile_target = Target("hhc", bin_folder, base, extra)
     compile_target.learn()
     shutil.copy(compile_target.result(), os.path.join(base, "whole.chm"))
     targets = [compile_target]
-    for name in ("hh", "scrivo compile", "scrivo decompile"):
+    for name in ("hh", "scrivo compile", "scrivo decompile", *more):
         targets.append(Target(name, bin_folder, base, extra))
         targets[-1].learn()
     return targets, base

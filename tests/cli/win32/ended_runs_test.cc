@@ -12,18 +12,53 @@
 namespace scrivo {
 namespace {
 
+// Ends with all that is started in it, by force.
+class Job {
+ public:
+  Job() : job_(CreateJobObjectA(nullptr, nullptr)) {}
+  Job(const Job&) = delete;
+  Job& operator=(const Job&) = delete;
+  ~Job() {
+    End();
+    CloseHandle(job_);
+  }
+  bool Take(HANDLE process) const { return AssignProcessToJobObject(job_, process) != 0; }
+  // Returns when all is gone.
+  void End() const {
+    constexpr UINT kStatus = 9;
+    TerminateJobObject(job_, kStatus);
+    while (IsAtWork()) Sleep(1);
+  }
+
+ private:
+  bool IsAtWork() const {
+    JOBOBJECT_BASIC_ACCOUNTING_INFORMATION account{};
+    return QueryInformationJobObject(job_, JobObjectBasicAccountingInformation, &account,
+                                     sizeof account, nullptr) &&
+           account.ActiveProcesses > 0;
+  }
+
+  const HANDLE job_;
+};
+
 class Child {
  public:
-  explicit Child(std::string command) {
+  // `job`: null, or what the program and its own children are part of. `flags`: more of the
+  // system's for the creation.
+  explicit Child(std::string command, const Job* job = nullptr, DWORD flags = 0) {
+    if (job != nullptr) flags |= CREATE_SUSPENDED;
     STARTUPINFOA start_up{};
     start_up.cb = sizeof start_up;
     // Wine on a busy machine now and then cannot start a program at the first try.
     constexpr int kTries = 5;
     for (int tries = 0; tries < kTries && !started_; ++tries) {
-      started_ = CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+      started_ = CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, flags, nullptr,
                                 nullptr, &start_up, &process_);
       error_ = started_ ? 0 : GetLastError();
     }
+    if (!started_ || job == nullptr) return;
+    if (!job->Take(process_.hProcess)) error_ = GetLastError();
+    ResumeThread(process_.hThread);
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
@@ -34,6 +69,13 @@ class Child {
   }
   // Zero, or the system's error that kept the program from starting.
   DWORD Error() const { return error_; }
+  bool HasEnded() const { return WaitForSingleObject(process_.hProcess, 0) == WAIT_OBJECT_0; }
+  DWORD Id() const { return process_.dwProcessId; }
+  // Waits for the end, so long as a busy machine may take. False when it does not come.
+  bool EndsInTime() const {
+    constexpr DWORD kLongest = 60'000;
+    return WaitForSingleObject(process_.hProcess, kLongest) == WAIT_OBJECT_0;
+  }
   // Waits for the end. Returns the exit status.
   int Status() const {
     WaitForSingleObject(process_.hProcess, INFINITE);
@@ -106,6 +148,47 @@ TEST_F(EndedRun, WhoseOutputAnotherProgramHoldsIsOneErrorAndLeavesTheFile) {
     EXPECT_EQ(output.Read("a.chm"), "ITSF old");
     EXPECT_EQ(FilesBesideOutput(), 1);
   }
+}
+
+TEST_F(EndedRun, ByForceLeavesAFolderThatTheNextOneRemoves) {
+  const TestFolder beside;
+  output.Write("a.chm", "ITSF old");
+  web.Write("behaviour.txt", "wait\n" + beside.PathOf("waiting.txt"));
+  const Job job;
+  const Child run(CompileCommand(" --compiler " + Quoted(TestProgram("test_fake_hhc"))), &job);
+  ASSERT_EQ(run.Error(), 0u);
+  while (!beside.Has("waiting.txt") && !run.HasEnded()) Sleep(1);
+  ASSERT_TRUE(beside.Has("waiting.txt")) << "the compiler was not run";
+  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
+  // While it lives another run leaves its folder alone.
+  EXPECT_EQ(CompileWithFake("make"), 0) << err;
+  EXPECT_TRUE(output.Has("a.chm.scrivo-work/held"));
+  job.End();
+  EXPECT_EQ(FilesBesideOutput(), 2);
+  EXPECT_TRUE(ProjectFiles().empty());
+  EXPECT_EQ(CompileWithFake("make"), 0) << err;
+  EXPECT_EQ(FilesBesideOutput(), 1);
+}
+
+TEST_F(EndedRun, ByAnEventOfItsConsoleLeavesThingsAsTheyWere) {
+  const TestFolder beside;
+  output.Write("a.chm", "ITSF old");
+  web.Write("behaviour.txt", "wait\n" + beside.PathOf("waiting.txt"));
+  const Job job;
+  const Child run(CompileCommand(" --compiler " + Quoted(TestProgram("test_fake_hhc"))), &job,
+                  CREATE_NEW_CONSOLE);
+  ASSERT_EQ(run.Error(), 0u);
+  while (!beside.Has("waiting.txt") && !run.HasEnded()) Sleep(1);
+  ASSERT_TRUE(beside.Has("waiting.txt")) << "the compiler was not run";
+  const Child sender(Quoted(TestProgram("test_console_event")) + " " + std::to_string(run.Id()),
+                     nullptr, DETACHED_PROCESS);
+  ASSERT_EQ(sender.Error(), 0u);
+  ASSERT_TRUE(sender.EndsInTime());
+  ASSERT_EQ(sender.Status(), 0) << "no event was sent";
+  ASSERT_TRUE(run.EndsInTime());
+  EXPECT_EQ(run.Status(), 130);
+  EXPECT_EQ(output.Read("a.chm"), "ITSF old");
+  EXPECT_EQ(FilesBesideOutput(), 1);
 }
 
 // In a child process, since an interruption cannot be taken back.
