@@ -5,9 +5,11 @@
 #include "webs/host_notes.h"
 #include "webs/navigation_tree.h"
 #include "webs/structure_file.h"
+#include "webs/vti_cnf.h"
 
 // Any bytes as a navigation structure: it must come out as a tree that shows each node at most
-// once, and every node when there are no link bars. The same bytes as the notes about a whole web.
+// once, and every node when there are no link bars. The same bytes as the notes about a whole web
+// and about a page.
 
 namespace {
 
@@ -46,5 +48,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const scrivo::ServiceNotes notes = scrivo::ParseServiceNotes(text);
   Require(text.find(notes.charset) != std::string_view::npos);
   Require(text.find(notes.language) != std::string_view::npos);
+  for (const std::string& name : notes.welcome_names) Require(name.size() <= text.size());
+
+  const scrivo::VtiNotes page = scrivo::ParseVtiNotes(text);
+  Require(page.title.size() + page.keywords.size() + page.charset.size() <= 3 * text.size());
   return 0;
 }
