@@ -5,7 +5,6 @@
 #include "webs/host_notes.h"
 #include "webs/navigation_tree.h"
 #include "webs/structure_file.h"
-#include "webs/vti_cnf.h"
 
 // Any bytes as a navigation structure: it must come out as a tree that shows each node at most
 // once, and every node when there are no link bars. The same bytes as the notes about a whole web
