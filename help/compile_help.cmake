@@ -4,7 +4,7 @@
 # say about it is an error.
 file(REMOVE_RECURSE "${WEB}")
 file(COPY "${SOURCES}/" DESTINATION "${WEB}" PATTERN "CMakeLists.txt" EXCLUDE PATTERN "*.cmake" EXCLUDE)
-foreach(picture compile run decompile error)
+foreach(picture compile run decompile error site-search)
   file(COPY "${IMAGES}/${picture}.png" DESTINATION "${WEB}/images")
 endforeach()
 execute_process(COMMAND "${GENERATOR}" compile --strict -o "${OUTPUT}" "${WEB}"

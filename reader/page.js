@@ -59,8 +59,10 @@
     }
   }
 
-  // `ranges`: node number, start and end, one after the other, in the order of the text.
+  // `ranges`: node number, start and end, one after the other, in the order of the text without
+  // marks. What has been marked for an earlier question is not any more.
   function mark(ranges) {
+    unmark();
     const nodes = textNodes();
     for (let i = ranges.length - 3; i >= 0; i -= 3) {
       const node = nodes[ranges[i]];

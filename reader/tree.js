@@ -24,6 +24,8 @@ class ContentsTree {
     this.#closeDownTo(0, []);
     root.setAttribute("role", "tree");
     root.append(...this.#build(-1));
+    // One entry above all others says little.
+    if (this.#ends[0] === this.size) this.#expand(0, true);
     this.#setFocusable(0);
     root.addEventListener("click", (event) => this.#clicked(event));
     root.addEventListener("keydown", (event) => this.#pressed(event));

@@ -128,7 +128,7 @@ const objectOf = (id, command, item) =>
 const objects = () => compile({
   name: "objects", charset: "windows-1252", language: "0x409",
   options: "Full-text search=Yes\nBinary Index=Yes\nAuto Index=Yes\nTitle=Control\n",
-  contents: [{ name: "Calls", local: "calls.htm" }, { name: "Target", local: "target.htm" }],
+  contents: [{ name: "Calls", local: "calls.htm", below: [{ name: "Target", local: "target.htm" }] }],
   index: [{ name: "control", see: "control", below: [{ name: "calling", local: "calls.htm" }] }],
   files: {
     "calls.htm": page("windows-1252", "Calls",
@@ -194,7 +194,8 @@ function sample() {
 }
 
 // What each book shows: the entries of its contents with the addresses that they lead to, keywords,
-// a word to look for with the titles it finds, and a text of the default page. The pages of one that `isPlain` are all of one kind.
+// a word to look for with the titles it finds, and a text of the default page. The pages of one
+// that `isPlain` are all of one kind; `opened` is how many entries are seen at first.
 export const books = [
   { name: "small", make: small, title: "small.chm", tree: { Untitled: "Untitled1.htm" }, keywords: [],
     search: ["only", ["Untitled1.htm"]], text: "The only page." },
@@ -206,7 +207,7 @@ export const books = [
     tree: { Start: "html/start.htm", Use: "html/use/boil.htm", Boiling: "html/use/boil.htm#how",
       Cleaning: "html/use/clean.htm" },
     keywords: ["kettle", "cleaning", "pot, see kettle"], search: ["vinegar", ["Cleaning"]], text: "A kettle." },
-  { name: "objects", make: objects, title: "Control",
+  { name: "objects", make: objects, title: "Control", opened: 2,
     tree: { Calls: "calls.htm", Target: "target.htm" }, keywords: ["aim", "control", "calling"],
     search: ["hit", ["Target"]], text: "More" },
   { name: "japanese", make: japanese, title: "庭のヘルプ",

@@ -50,6 +50,7 @@ for (const book of books) {
     const { site } = siteOf(book);
     const faults = [];
     const tab = await open(site, faults);
+    if (book.opened) assert.equal((await tab.$$("#tree a")).length, book.opened);
     await openAllBranches(tab);
     const entries = await tab.$$eval("#tree a", (all) =>
       all.map((link) => [link.innerText.trim(), link.getAttribute("href")]));

@@ -32,7 +32,7 @@ export default [
     languageOptions: {
       sourceType: "module",
       globals: Object.fromEntries(["process", "Buffer", "TextDecoder", "URL", "addEventListener", "window", "console", "document", "location", "history",
-        "getComputedStyle", "axe", "scrivo", "SearchEngine", "Event"].map((name) => [name, "readonly"])),
+        "getComputedStyle", "axe", "scrivo", "SearchEngine", "Event", "MutationObserver"].map((name) => [name, "readonly"])),
     },
     rules: { "eqeqeq": "error", "no-var": "error", "prefer-const": "error" },
   },

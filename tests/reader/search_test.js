@@ -89,6 +89,25 @@ test("marks the words in the page that is shown", async () => {
   await page.waitForFunction(() => !document.querySelector("mark"));
 });
 
+test("marks the same words when it marks them twice", async () => {
+  await search(tab, "rose");
+  await tab.click("#results a");
+  await shown(tab, "beds/roses.htm");
+  const page = pageIn(tab);
+  await page.waitForFunction(() => document.querySelector("mark"));
+  // Both answers are on their way before the first one is marked: the marks go, come, come again.
+  await page.evaluate(() => {
+    window.changes = 0;
+    new MutationObserver(() => ++window.changes).observe(document.body, { childList: true, subtree: true });
+  });
+  await tab.evaluate(() => {
+    const frame = document.querySelector("iframe").contentWindow;
+    for (const what of ["texts", "texts"]) frame.postMessage({ scrivo: what }, "*");
+  });
+  await page.waitForFunction(() => window.changes >= 3);
+  assert.deepEqual(await text(page, "mark"), ["Roses", "rose", "roses", "rose", "roses"]);
+});
+
 test("breaks text as the index was broken", async () => {
   // Every word of the texts stands at the place that the index has for it.
   const [checked, wrong] = await tab.evaluate(async () => {
