@@ -1,7 +1,6 @@
 #include "cli/export_command.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <random>
 #include <stdexcept>
@@ -18,6 +17,7 @@
 #include "exporter/view_folder.h"
 #include "system/error.h"
 #include "system/interruption.h"
+#include "system/program.h"
 #include "system/services.h"
 
 namespace scrivo {
@@ -39,6 +39,11 @@ std::string DigestOf(const HelpSource& source, bool scripts) {
     if (bytes.ReadAt(at, part)) digest.Add(part);
   }
   return digest.Finish();
+}
+
+std::string Shown(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
 }
 
 }  // namespace
@@ -92,10 +97,7 @@ int ViewAsSite(const ExportOptionsGiven& given, Console& console) {
   const HelpSource source = OpenHelpSource(given.web, console);
   if (source.reader == nullptr) return 1;
   Surroundings surroundings;
-  surroundings.variable = [](const std::string& name) {
-    const char* const value = std::getenv(name.c_str());
-    return std::string(value == nullptr ? "" : value);
-  };
+  surroundings.variable = EnvironmentVariable;
   const fs::path folder = ViewFolder(surroundings);
   if (folder.empty()) throw std::runtime_error("HOME: not set, so there is no folder for the site");
   const std::string name = MakeViewName(DigestOf(source, given.scripts));
@@ -111,16 +113,16 @@ int ViewAsSite(const ExportOptionsGiven& given, Console& console) {
     if (error) {
       RemoveFolder(half);
       if (!fs::exists(place / "index.html", error)) {
-        throw std::runtime_error(place.string() + ": the site cannot be put there");
+        throw std::runtime_error(Shown(place) + ": the site cannot be put there");
       }
     }
   }
-  fs::last_write_time(place, fs::file_time_type::clock::now(), error);
+  NoteView(place);
   ClearOldViews(folder, name);
-  const std::u8string page = (place / "index.html").u8string();
   ShellRequest request;
+  request.wide = true;
   request.verb = "open";
-  request.file = {page.begin(), page.end()};
+  request.file = Shown(place / "index.html");
   constexpr std::int32_t kLastFailure = 32;
   if (TheServices().shell->Execute(request) <= kLastFailure) {
     console.Fail(request.file + ": no browser could be started; open this file in one");

@@ -14,6 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kNameLength = 32;
+constexpr char kNoted[] = "keywords.html";
 constexpr std::size_t kMostViews = 12;
 constexpr std::chrono::hours kLongest{24 * 30};
 
@@ -40,6 +41,18 @@ std::string ValueIn(const fs::path& file, std::initializer_list<std::string_view
     }
   }
   return "";
+}
+
+// A path in the encoding of the variables.
+fs::path PathOf(const std::string& text) {
+  return fs::path(std::u8string(text.begin(), text.end()));
+}
+
+// When a site was looked at last; of one that is half made, when its folder changed.
+fs::file_time_type TimeOf(const fs::path& view) {
+  std::error_code error;
+  const fs::file_time_type noted = fs::last_write_time(view / kNoted, error);
+  return error ? fs::last_write_time(view, error) : noted;
 }
 
 std::string Or(const std::string& value, const std::string& other) {
@@ -117,7 +130,7 @@ bool BrowserIsConfined(const Surroundings& surroundings) {
 
 fs::path ViewFolder(const Surroundings& surroundings) {
   const std::string windows = surroundings.variable("LOCALAPPDATA");
-  if (!windows.empty()) return fs::path(windows) / "Scrivo" / "View";
+  if (!windows.empty()) return PathOf(windows) / "Scrivo" / "View";
   const std::string home = surroundings.variable("HOME");
   if (home.empty()) return {};
   if (!BrowserIsConfined(surroundings)) {
@@ -136,6 +149,11 @@ fs::path ViewFolder(const Surroundings& surroundings) {
 
 std::string MakeViewName(const std::string& digest) { return digest.substr(0, kNameLength); }
 
+void NoteView(const fs::path& view) {
+  std::error_code error;
+  fs::last_write_time(view / kNoted, fs::file_time_type::clock::now(), error);
+}
+
 void ClearOldViews(const fs::path& folder, const std::string& kept) {
   std::error_code error;
   std::vector<std::pair<fs::file_time_type, fs::path>> views;
@@ -147,7 +165,7 @@ void ClearOldViews(const fs::path& folder, const std::string& kept) {
                          !fs::is_symlink(fs::symlink_status(path, error)) &&
                          name.find_first_not_of("0123456789abcdef") >= kNameLength &&
                          (name.size() == kNameLength || name[kNameLength] == '.');
-    if (is_view && name != kept) views.emplace_back(fs::last_write_time(path, error), path);
+    if (is_view && name != kept) views.emplace_back(TimeOf(path), path);
   }
   std::sort(views.rbegin(), views.rend());
   const fs::file_time_type now = fs::file_time_type::clock::now();

@@ -16,15 +16,14 @@
       link.textContent = "Contents";
       link.className = "scrivo-contents";
       const landmark = document.createElement("nav");
-      landmark.setAttribute("aria-label", "Help file");
-      landmark.append(link);
+      landmark.ariaLabel = "Help file";
       const style = document.createElement("style");
       style.textContent = ".scrivo-contents{all:initial;position:fixed;right:12px;bottom:12px;" +
         "padding:6px 12px;border-radius:16px;background:#1f5f8b;color:#fff;cursor:pointer;" +
         "font:14px system-ui,sans-serif;box-shadow:0 1px 4px #0004}" +
         ".scrivo-contents:focus-visible{outline:3px solid #8cf}" +
         "@media print{.scrivo-contents{display:none}}";
-      document.head.append(style);
+      landmark.append(style, link);
       document.body.append(landmark);
     });
     return;

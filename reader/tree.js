@@ -21,7 +21,7 @@ class ContentsTree {
   constructor(root, items) {
     this.#root = root;
     for (let i = 0; i < items.length; i += 3) this.#add(items[i], items[i + 1], items[i + 2]);
-    this.#closeDownTo(0, []);
+    this.#closeDownTo(0);
     root.setAttribute("role", "tree");
     root.append(...this.#build(-1));
     // One entry above all others says little.
@@ -35,7 +35,7 @@ class ContentsTree {
 
   #add(level, title, address) {
     const entry = this.#titles.length;
-    this.#closeDownTo(level, this.#open);
+    this.#closeDownTo(level);
     this.#parents.push(this.#open.at(-1) ?? -1);
     this.#open.push(entry);
     this.#levels.push(level);

@@ -9,6 +9,9 @@ namespace scrivo {
 // on Windows the wide command line (text/wtf8.h), which names any file.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
+// The value of an environment variable as text inside, or as a path; empty when it is not set.
+std::string EnvironmentVariable(const std::string& name);
+
 // What a command line program asks about the streams it talks through.
 
 enum class StandardStream { kOutput, kError };

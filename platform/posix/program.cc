@@ -33,4 +33,9 @@ void ShowUtf8OnTerminal() {}
 
 std::vector<std::string> ProgramArguments(int argc, char** argv) { return {argv + 1, argv + argc}; }
 
+std::string EnvironmentVariable(const std::string& name) {
+  const char* const value = std::getenv(name.c_str());
+  return value == nullptr ? "" : value;
+}
+
 }  // namespace scrivo

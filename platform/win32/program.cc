@@ -42,4 +42,16 @@ std::vector<std::string> ProgramArguments(int, char**) {
   return arguments;
 }
 
+std::string EnvironmentVariable(const std::string& name) {
+  const std::wstring wide = Wide(name);
+  std::wstring value(256, L'\0');
+  while (true) {
+    // The length without the zero at its end, or with it the size that would be enough.
+    const DWORD size =
+        GetEnvironmentVariableW(wide.c_str(), value.data(), static_cast<DWORD>(value.size()));
+    if (size < value.size()) return Narrow(value.substr(0, size));
+    value.resize(size);
+  }
+}
+
 }  // namespace scrivo

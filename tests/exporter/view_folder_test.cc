@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <map>
+#include <set>
 
 #include "exporter/digest.h"
 #include "tests/doubles/test_folder.h"
@@ -20,6 +21,11 @@ class ViewFolderTest : public testing::Test {
     surroundings.root = folder.path();
     variables["HOME"] = Home();
   }
+  // Makes a site one that was looked at long ago.
+  void MakeOld(const std::string& name, int days = 40) {
+    fs::last_write_time(folder.path() / name / "keywords.html",
+                        fs::file_time_type::clock::now() - std::chrono::hours(24 * days));
+  }
   std::string Home() { return (folder.path() / "home").string(); }
   TestFolder folder;
   std::map<std::string, std::string> variables;
@@ -30,39 +36,20 @@ TEST_F(ViewFolderTest, IsTheUsersCache) {
   EXPECT_EQ(ViewFolder(surroundings), fs::path(Home()) / ".cache/scrivo/view");
   variables["XDG_CACHE_HOME"] = "/c";
   EXPECT_EQ(ViewFolder(surroundings), fs::path("/c/scrivo/view"));
-  variables["LOCALAPPDATA"] = "L";
-  EXPECT_EQ(ViewFolder(surroundings), fs::path("L") / "Scrivo" / "View");
-}
-
-TEST_F(ViewFolderTest, IsWhereAConfinedBrowserCanRead) {
-  folder.Write("home/.config/mimeapps.list",
-               "[Default Applications]\ntext/html=firefox_firefox.desktop;\n");
-  folder.Write("var/lib/snapd/desktop/applications/firefox_firefox.desktop",
-               "Exec=env X=1 /snap/bin/firefox %u\n");
-  EXPECT_TRUE(BrowserIsConfined(surroundings));
-  EXPECT_EQ(ViewFolder(surroundings), fs::path(Home()) / "Downloads" / "Scrivo");
-  folder.Write("home/.config/user-dirs.dirs", "XDG_DOWNLOAD_DIR=\"$HOME/Geladen\"\n");
-  EXPECT_EQ(ViewFolder(surroundings), fs::path(Home()) / "Geladen" / "Scrivo");
-}
-
-TEST_F(ViewFolderTest, TellsConfinedBrowsersByWhatTheyRun) {
-  folder.Write("home/.config/mimeapps.list", "text/html=a.desktop\n");
-  folder.Write("usr/share/applications/a.desktop", "Exec=/usr/bin/firefox %u\n");
-  EXPECT_FALSE(BrowserIsConfined(surroundings));
-  folder.Write("usr/share/applications/a.desktop", "Exec=/usr/bin/flatpak run org.x %u\n");
-  EXPECT_TRUE(BrowserIsConfined(surroundings));
+  variables["LOCALAPPDATA"] = "J\xC3\xB6rg";
+  EXPECT_EQ(ViewFolder(surroundings), fs::path(u8"J\u00F6rg") / "Scrivo" / "View");
+  variables.clear();
+  EXPECT_EQ(ViewFolder(surroundings), fs::path());
 }
 
 TEST_F(ViewFolderTest, IsClearedOfOldSitesAndOfNothingElse) {
   const fs::path views = folder.path();
   const std::string kept(32, 'a'), recent(32, 'b'), old(32, 'c');
   for (const std::string& name : {kept, recent, old, old + ".77", std::string("mine"), old + "x"}) {
-    folder.Write(name + "/index.html", "x");
+    folder.Write(name + "/keywords.html", "x");
+    MakeOld(name);
   }
-  const auto long_ago = fs::file_time_type::clock::now() - std::chrono::hours(24 * 40);
-  for (const std::string& name : {kept, old, old + ".77", std::string("mine"), old + "x"}) {
-    fs::last_write_time(views / name, long_ago);
-  }
+  NoteView(views / recent);
   ClearOldViews(views, kept);
   EXPECT_TRUE(fs::exists(views / kept));
   EXPECT_TRUE(fs::exists(views / recent));
@@ -70,6 +57,34 @@ TEST_F(ViewFolderTest, IsClearedOfOldSitesAndOfNothingElse) {
   EXPECT_TRUE(fs::exists(views / (old + "x")));
   EXPECT_FALSE(fs::exists(views / old));
   EXPECT_FALSE(fs::exists(views / (old + ".77")));
+}
+
+TEST_F(ViewFolderTest, KeepsTheSitesThatWereLookedAtLast) {
+  for (int i = 0; i < 16; ++i) {
+    const std::string name(32, "0123456789abcdef"[i]);
+    folder.Write(name + "/keywords.html", "x");
+    MakeOld(name, i + 1);
+  }
+  const std::string kept(32, '0');
+  ClearOldViews(folder.path(), kept);
+  std::set<std::string> left;
+  for (const auto& entry : fs::directory_iterator(folder.path())) {
+    left.insert(entry.path().filename().string().substr(0, 1));
+  }
+  EXPECT_EQ(left.size(), 12u);
+  EXPECT_TRUE(left.contains("0") && left.contains("9") && !left.contains("f"));
+}
+
+// What is half made may be another view at work.
+TEST_F(ViewFolderTest, ClearsHalfMadeSitesAfterADay) {
+  const std::string young = std::string(32, 'a') + ".1", old = std::string(32, 'a') + ".2";
+  for (const std::string& name : {young, old}) {
+    folder.Write(name + "/keywords.html", "x");
+  }
+  MakeOld(old, 2);
+  ClearOldViews(folder.path(), "");
+  EXPECT_TRUE(folder.Has(young));
+  EXPECT_FALSE(folder.Has(old));
 }
 
 std::string DigestOf(const std::string& text) {

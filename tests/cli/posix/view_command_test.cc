@@ -11,6 +11,7 @@ class ViewCommand : public ScrivoRun {
     setenv("HOME", output.path().c_str(), 1);
     setenv("XDG_CACHE_HOME", output.PathOf("cache").c_str(), 1);
     unsetenv("XDG_CONFIG_HOME");
+    unsetenv("XDG_DATA_HOME");
   }
   ~ViewCommand() override {
     for (const auto& [name, value] : before_) {
@@ -33,7 +34,8 @@ class ViewCommand : public ScrivoRun {
   std::vector<std::pair<std::string, std::string>> before_ = {
       {"HOME", Variable("HOME")},
       {"XDG_CACHE_HOME", Variable("XDG_CACHE_HOME")},
-      {"XDG_CONFIG_HOME", Variable("XDG_CONFIG_HOME")}};
+      {"XDG_CONFIG_HOME", Variable("XDG_CONFIG_HOME")},
+      {"XDG_DATA_HOME", Variable("XDG_DATA_HOME")}};
 };
 
 TEST_F(ViewCommand, OpensASiteThatItMakesOnce) {
@@ -51,6 +53,21 @@ TEST_F(ViewCommand, OpensASiteThatItMakesOnce) {
   // Other options make another site.
   ASSERT_EQ(Run({"view", Book(), "--scripts"}), 0) << err;
   EXPECT_NE(shell->requests[2].file, page);
+}
+
+// A snap or flatpak browser may read neither hidden folders nor the cache.
+TEST_F(ViewCommand, PutsTheSiteWhereAConfinedBrowserCanRead) {
+  output.Write(".config/mimeapps.list", "[Default Applications]\ntext/html=web.desktop\n");
+  for (const char* run : {"/snap/bin/firefox %u", "/usr/bin/flatpak run org.mozilla.firefox %u"}) {
+    output.Write(".local/share/applications/web.desktop",
+                 std::string("[Desktop Entry]\nExec=") + run + "\n");
+    std::filesystem::remove_all(output.path() / "Downloads");
+    ASSERT_EQ(Run({"view", Book()}), 0) << err;
+    const std::string page = shell->requests.back().file;
+    EXPECT_TRUE(page.starts_with(output.PathOf("Downloads/Scrivo/"))) << page;
+    EXPECT_TRUE(std::filesystem::exists(page));
+    EXPECT_FALSE(output.Has("cache"));
+  }
 }
 
 TEST_F(ViewCommand, TellsWhereTheSiteLiesWhenNoBrowserStarts) {
