@@ -37,6 +37,22 @@ std::string TextName(std::string_view place) {
   return std::string(place.substr(0, has_extension ? dot : place.size())) + ".md";
 }
 
+// An address outside the help file, without what would end it in Markdown.
+std::string OutsideAddress(std::string_view address) {
+  std::string written;
+  for (const char c : Trimmed(address)) {
+    if (c == ' ' || c == '(' || c == ')' || c == '<' || c == '>' || c == '\n' || c == '\r') {
+      constexpr char kDigits[] = "0123456789ABCDEF";
+      written += '%';
+      written += kDigits[static_cast<unsigned char>(c) >> 4];
+      written += kDigits[c & 15];
+    } else {
+      written += c;
+    }
+  }
+  return written;
+}
+
 class TextWriter {
  public:
   TextWriter(ChmReader& reader, const std::string& file_name)
@@ -69,12 +85,17 @@ class TextWriter {
     std::string title;
     std::size_t file;  // kNoFile for a heading without a page
     bool is_first;     // the first one with that page
+    // Where a heading without a page leads: an address outside the help file, or empty.
+    std::string outside = "";
   };
   static constexpr std::size_t kNoFile = static_cast<std::size_t>(-1);
 
   void ReadContents();
   std::string TitleOf(std::size_t file);
   std::string Html(std::size_t file);
+  static std::string OutsideLink(const Topic& topic) {
+    return "[" + MarkdownText(topic.title) + "](" + OutsideAddress(topic.outside) + ")";
+  }
   std::string Address(const File& from, std::string_view address, bool in_one_file) const;
   // The page of a topic; `shift` as in MarkdownRules.
   std::string Markdown(const Topic& topic, int shift, bool in_one_file);
@@ -102,6 +123,11 @@ void TextWriter::ReadContents() {
       }
       topic.file = found->second;
       topic.is_first = seen.insert(topic.file).second;
+    }
+    for (const SitemapTarget& target : item.targets) {
+      if (topic.file != kNoFile || !topic.outside.empty()) break;
+      const std::string address = SiteAddress(target, names_, book_.contents_name);
+      if (IsWebAddress(address)) topic.outside = address;
     }
     const bool is_nameless = topic.title.empty() && topic.file == kNoFile;
     if (is_nameless && !item.targets.empty()) topic.title = item.targets[0].title;
@@ -132,17 +158,7 @@ std::string TextWriter::Address(const File& from, std::string_view address,
       return RelativeAddress(TextName(from.place), is_page ? TextName(link.place) : link.place);
     }
     case LinkTarget::Kind::kOutside:
-      for (const char c : Trimmed(address)) {
-        if (c == ' ' || c == '(' || c == ')' || c == '<' || c == '>' || c == '\n' || c == '\r') {
-          constexpr char kDigits[] = "0123456789ABCDEF";
-          found += '%';
-          found += kDigits[static_cast<unsigned char>(c) >> 4];
-          found += kDigits[c & 15];
-        } else {
-          found += c;
-        }
-      }
-      return found;
+      return OutsideAddress(address);
     default:
       return "";
   }
@@ -195,6 +211,8 @@ TextResult TextWriter::Whole(const std::function<void(const std::string&)>& writ
       text += "](#";
       AppendAddress(files_[topic.file].place, &text);
       text += ").\n";
+    } else if (!topic.outside.empty()) {
+      text += "\nSee " + OutsideLink(topic) + ".\n";
     }
     write(text);
   }
@@ -210,7 +228,8 @@ TextResult TextWriter::Files(SiteOutput& folder) {
     contents.append(static_cast<std::size_t>(topic.level) * 2, ' ');
     contents += "- ";
     if (topic.file == kNoFile) {
-      contents += MarkdownText(topic.title) + '\n';
+      contents += topic.outside.empty() ? MarkdownText(topic.title) : OutsideLink(topic);
+      contents += '\n';
       continue;
     }
     const std::string name = TextName(files_[topic.file].place);

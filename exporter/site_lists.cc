@@ -11,14 +11,6 @@
 namespace scrivo {
 namespace {
 
-// Only such addresses leave a site: what a help file says must not start anything.
-bool IsWebAddress(std::string_view address) {
-  for (const std::string_view scheme : {"http:", "https:", "ftp:", "mailto:", "news:"}) {
-    if (StartsWithIgnoringCase(address, scheme)) return true;
-  }
-  return false;
-}
-
 // A key that sorts words as readers look for them: case and accents do not count.
 std::string SortKey(std::string_view word) {
   std::string key;
@@ -69,6 +61,13 @@ std::string NestedLists(const std::vector<Entry>& entries, AppendEntry append) {
 }
 
 }  // namespace
+
+bool IsWebAddress(std::string_view address) {
+  for (const std::string_view scheme : {"http:", "https:", "ftp:", "mailto:", "news:"}) {
+    if (StartsWithIgnoringCase(address, scheme)) return true;
+  }
+  return false;
+}
 
 std::string SiteAddress(const SitemapTarget& target, const SiteNames& names,
                         std::string_view from) {

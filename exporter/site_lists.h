@@ -27,6 +27,10 @@ struct KeywordEntry {
   std::string see;                                          // the keyword to see instead
 };
 
+// Whether `address` is one of the web: only such addresses leave a site, since what a help file says
+// must not start anything.
+bool IsWebAddress(std::string_view address);
+
 // Addresses of a sitemap's target as the site has them; empty for what leads nowhere in a browser.
 // `from` is the name of the sitemap's file in the help file.
 std::string SiteAddress(const SitemapTarget& target, const SiteNames& names, std::string_view from);

@@ -1,6 +1,8 @@
 // The commands that show a help file: export, text and view.
 
+#include <fstream>
 #include <map>
+#include <set>
 
 #include "chm/container_writer.h"
 #include "cli/help_file.h"
@@ -184,6 +186,36 @@ TEST_F(ExportCommand, PrintsTheTopicsAsMarkdown) {
   EXPECT_NE(out.find("| Tool | Use |\n| --- | --- |\n| Spade | digs |\n"), std::string::npos);
   EXPECT_LT(out.find("\n## Roses\n"), out.find("\n## Tulips\n"));
   EXPECT_NE(out.find("Weeds grow here."), std::string::npos);  // outside the contents
+}
+
+std::string Golden(const std::string& name) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(std::string(SCRIVO_SOURCE_DIR) + "/tests/exporter/golden/" + name,
+                         std::ios::binary)
+               .rdbuf();
+  return bytes.str();
+}
+
+TEST_F(ExportCommand, PrintsTheTextOfTheGoldenFile) {
+  ASSERT_EQ(Run({"text", Book(), "--quiet"}), 0) << err;
+  EXPECT_EQ(out, Golden("garden.md"));
+}
+
+TEST_F(ExportCommand, WritesTheTextsOfTheGoldenFolder) {
+  ASSERT_EQ(Run({"text", Book(), "-o", Site(), "--quiet"}), 0) << err;
+  std::set<std::string> names;
+  const fs::path golden = fs::path(SCRIVO_SOURCE_DIR) / "tests/exporter/golden/garden";
+  for (const auto& entry : fs::recursive_directory_iterator(golden)) {
+    if (!entry.is_regular_file()) continue;
+    const std::string name = entry.path().lexically_relative(golden).generic_string();
+    EXPECT_EQ(output.Read("site/" + name), Golden("garden/" + name)) << name;
+    names.insert(name);
+  }
+  EXPECT_EQ(names.size(), 10u);
+  std::istringstream list(output.Read("site/site-files.txt"));
+  std::string line;
+  std::getline(list, line);  // what the list is
+  while (std::getline(list, line)) EXPECT_TRUE(names.contains(line)) << line;
 }
 
 TEST_F(ExportCommand, WritesTheTopicsIntoAFolder) {
