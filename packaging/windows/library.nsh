@@ -54,7 +54,8 @@
 !macro InstallLibrary KIND
   !insertmacro RemoveLibrary ${KIND}
   SetOutPath "$INSTDIR\${KIND}"
-  File /r "${STAGE}/library/${KIND}/*"
+  File "${STAGE}/library/${KIND}/Scrivo.dll"
+  File "${STAGE}/library/${KIND}/Scrivo.CHM"
   SetOutPath "$INSTDIR"
   !insertmacro FindRegsvr ${KIND}
   ${If} ${FileExists} $R6

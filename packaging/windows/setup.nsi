@@ -117,12 +117,11 @@ Section "${NAME}" Core
   Call RemoveEarlier
   Call CloseHost
   !insertmacro FreePrograms ""
-  SetOutPath "$INSTDIR"
-  File /r "${STAGE}/all/*"
+  !insertmacro InstallFiles_all
   ${If} ${RunningX64}
-    File /r "${STAGE}/x64/*"
+    !insertmacro InstallFiles_x64
   ${Else}
-    File /r "${STAGE}/x86/*"
+    !insertmacro InstallFiles_x86
   ${EndIf}
   !insertmacro InstallLibrary x86
   ${If} ${RunningX64}
