@@ -32,8 +32,8 @@ struct LzxInterval {
 };
 
 // Sees memory only. The result depends on the input alone, not on intervals encoded before, so
-// intervals may be shared out between encoders in any way. An encoder keeps tables of 0.3 MiB and
-// about 25 times the memory of an interval, cannot fail, and serves one thread at a time.
+// intervals may be shared out between encoders in any way. An encoder keeps tables of 0.1 MiB and
+// about 37 times the memory of an interval, cannot fail, and serves one thread at a time.
 class LzxEncoder {
  public:
   // For intervals of up to `max_interval` bytes, a whole number of frames and at most

@@ -7,12 +7,12 @@ namespace {
 
 // Positions of a chain that are looked at for one match. More make a better parse, but not one that
 // tells more of what symbols will cost.
-constexpr int kParserDepth = 16;
+constexpr int kParserDepth = 4;
 
 // With a match of this length in hand, the search for a better one at the next byte is cut to the
 // given part: it seldom finds one.
 constexpr std::uint32_t kParserGoodLength = 16;
-constexpr int kParserShortDepth = kParserDepth / 8;
+constexpr int kParserShortDepth = 1;
 
 // What things cost in bits before the codes are known; typical of pages of text and markup. Only
 // their proportions matter, and one bit more or less changes the size by 0.1 %.
@@ -47,12 +47,11 @@ LazyParser::Candidate LazyParser::BestAt(std::uint32_t position, std::uint32_t w
   const std::uint32_t limit = std::min<std::uint32_t>(kLzxMaxMatch, frame_left);
   Candidate best = BestRecent(position, limit);
   if (best.length >= limit || limit < kLzxMinMatch) {
-    finder_.Skip(position, position + 1);
     return best;
   }
   const std::uint32_t shortest = std::max<std::uint32_t>({best.length, wanted, kLzxMinMatch});
   const int depth = wanted >= kParserGoodLength ? kParserShortDepth : kParserDepth;
-  const Match match = finder_.Find(position, shortest, limit, depth);
+  const Match match = finder_->Find(position, shortest, limit, depth);
   if (match.length == 0) return best;
   const auto recent = std::find(recent_.begin(), recent_.end(), match.distance);
   const int slot = recent == recent_.end() ? LzxPositionSlot(match.distance)
@@ -73,10 +72,11 @@ void LazyParser::Emit(const Candidate& match, std::vector<LzxToken>& tokens) {
                                    match.distance + kLzxOffsetBias - kLzxSlotBase[match.slot]));
 }
 
-void LazyParser::Parse(std::span<const std::uint8_t> interval, std::vector<LzxToken>& tokens) {
+void LazyParser::Parse(std::span<const std::uint8_t> interval, const MatchFinder& finder,
+                       std::vector<LzxToken>& tokens) {
   interval_ = interval;
   recent_ = kLzxInitialRecentOffsets;
-  finder_.Start(interval);
+  finder_ = &finder;
   tokens.clear();
   const std::uint32_t end = static_cast<std::uint32_t>(interval.size());
   std::uint32_t position = 0;
@@ -87,9 +87,8 @@ void LazyParser::Parse(std::span<const std::uint8_t> interval, std::vector<LzxTo
       if (position < end) current = BestAt(position, 0);
       continue;
     }
-    std::uint32_t looked_at = position + 1;
-    if (current.length < kLzxMaxMatch && looked_at < end) {
-      const Candidate next = BestAt(looked_at++, current.length);
+    if (current.length < kLzxMaxMatch && position + 1 < end) {
+      const Candidate next = BestAt(position + 1, current.length);
       if (next.gain > current.gain) {
         tokens.push_back(LzxToken::Literal(interval[position++]));
         current = next;
@@ -97,9 +96,7 @@ void LazyParser::Parse(std::span<const std::uint8_t> interval, std::vector<LzxTo
       }
     }
     Emit(current, tokens);
-    const std::uint32_t after = position + current.length;
-    finder_.Skip(looked_at, after);
-    position = after;
+    position += current.length;
     if (position < end) current = BestAt(position, 0);
   }
 }

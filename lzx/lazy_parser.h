@@ -12,14 +12,15 @@
 namespace scrivo {
 
 // Weighs matches by the bits they are expected to save, and puts a match off for one byte when the
-// next position saves more: a first parse, made without knowing what symbols will cost. It keeps
-// its tables for any number of intervals and serves one thread.
+// next position saves more: a first parse, made without knowing what symbols will cost.
 class LazyParser {
  public:
-  // Sets `tokens` to the parse of `interval`, a whole number of frames. No match reaches past the
+  // Sets `tokens` to the parse of `interval`, a whole number of frames, with which `finder` was
+  // started. No match reaches past the
   // end of a frame or before the start of the interval. The recent offsets start as
   // kLzxInitialRecentOffsets.
-  void Parse(std::span<const std::uint8_t> interval, std::vector<LzxToken>& tokens);
+  void Parse(std::span<const std::uint8_t> interval, const MatchFinder& finder,
+             std::vector<LzxToken>& tokens);
 
  private:
   // A way to code what comes next; slot below kLzxRecentOffsets names a recent offset.
@@ -30,13 +31,12 @@ class LazyParser {
     int gain = 0;  // bits saved over literals, about
   };
 
-  // Enters `position` into the finder's tables; to be called for one position after another.
   // Matches with an explicit offset are only looked for if longer than `wanted`.
   Candidate BestAt(std::uint32_t position, std::uint32_t wanted);
   Candidate BestRecent(std::uint32_t position, std::uint32_t limit) const;
   void Emit(const Candidate& match, std::vector<LzxToken>& tokens);
 
-  MatchFinder finder_;
+  const MatchFinder* finder_ = nullptr;
   std::span<const std::uint8_t> interval_;
   RecentOffsets recent_{};
 };

@@ -2,6 +2,7 @@
 
 // Finds earlier occurrences of the bytes at a position of an LZX interval.
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -25,69 +26,63 @@ struct Match {
 // Equal bytes at a and b, at most `limit`; both may be read that far.
 std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t limit);
 
-// Chains the positions whose next five bytes hash alike, newest first, and keeps the last position
-// of every hash of two, of three and of four bytes. It reaches back over one window,
-// kLzxUsualWindowBits wide. It holds its tables (about 0.2 MiB) for any number of intervals and
-// serves one thread.
+// Links every position to the one before it with the same next bytes: for two, three and four
+// bytes, where only the nearest is of use, and for each of kChainedBytes, where links are followed
+// from one position to the next. It reaches back over one window, kLzxUsualWindowBits wide. It
+// keeps its tables, 12 times the largest interval so far, for any number of intervals, and serves
+// one thread.
 class MatchFinder {
  public:
   MatchFinder();
 
-  // Starts with a new interval, which must outlive its use.
+  // Links the positions of a new interval, which must outlive its use.
   void Start(std::span<const std::uint8_t> interval);
 
-  // Enters `position` into the tables and gives the longest match there with at most `max_length`
-  // bytes (2 or more, and not past the end), the nearest of equals, looking at no more than `depth`
-  // chained positions. Matches are longer than `min_length`, which is 2 or more. Positions must be
-  // entered one after another, each once.
-  Match Find(std::uint32_t position, std::uint32_t min_length, std::uint32_t max_length, int depth);
+  // Gives the longest match at `position` with at most `max_length` bytes (2 or more, and not past
+  // the end), the nearest of equals, looking at no more than `depth` linked positions. Matches are
+  // longer than `min_length`, which is 2 or more.
+  Match Find(std::uint32_t position, std::uint32_t min_length, std::uint32_t max_length,
+             int depth) const;
 
-  // Enters positions first to end - 1 without looking for matches.
-  void Skip(std::uint32_t first, std::uint32_t end);
+  // Lets FindEach begin again with any position.
+  void StartOver();
 
-  // Enters positions up to and including `position`, where nothing was entered behind it yet, and
-  // gives the matches there of at most `max_length` bytes: longer and longer ones, each the nearest
-  // that was found, of two bytes only near by. They are good until the next call.
+  // Gives the matches at `position`, which is behind those of the calls since StartOver, of at most
+  // `max_length` bytes: longer and longer ones, each the nearest that was found, of two bytes only
+  // near by. They are good until the next call.
   std::span<const Match> FindEach(std::uint32_t position, std::uint32_t max_length);
 
  private:
-  // Matches of fewer than kChainedBytes bytes are only seen in the last place with the same
-  // kShortBytes: further back they would not pay for their offset. Chains over four bytes are a
-  // tenth slower and gain nothing.
-  static constexpr int kChainedBytes = 5;
-  static constexpr int kShortBytes = 3;
+  // Matches of fewer bytes are only seen in the last place with the same: further back they would
+  // not pay for their offset. A search that has found a match goes on with the longest of these
+  // that the match has: what a longer one would have to share, links in between do not.
+  static constexpr std::array<std::uint32_t, 3> kChainedBytes = {5, 8, 16};
+  static std::size_t ChainFor(std::uint32_t length) {
+    return std::size_t{length >= kChainedBytes[1]} + std::size_t{length >= kChainedBytes[2]};
+  }
 
   // Fewer bits make more chance hits; more take longer to clear for each interval.
-  static constexpr int kHashBits = 15;
-  static constexpr int kFourHashBits = 14;
-  static constexpr int kShortHashBits = 13;
-  static constexpr int kTwoHashBits = 12;
+  static constexpr int kMaxHashBits = 15;
 
-  // A position as the tables hold it: modulo the window, in half the memory of a whole one. An
-  // entry from before the window looks like one within it, and a table that was just cleared like
-  // one full of position 0; neither does harm, since every match is checked against the bytes.
+  // A position modulo the window, or a distance, in half the memory of a whole one. A link from
+  // before the window looks like one within it, and a table that was just cleared like one full of
+  // position 0; neither does harm, since every match is checked against the bytes.
   using Place = std::uint16_t;
   static_assert(1 << kLzxUsualWindowBits == 1 << 8 * sizeof(Place));
+  // By position, how far back the one before it is; 0: nowhere.
+  using Links = std::vector<Place>;
 
-  struct Places {
-    Place newest;  // start of the chain
-    Place newest_four;
-    Place newest_short;  // for three bytes
-    Place newest_two;
-  };
-  Places Enter(std::uint32_t position);
+  template <int kBytes, int kHashBits>
+  void Link(std::size_t size, Links* links);
 
   const std::uint8_t* data_ = nullptr;
   std::uint32_t last_hashed_ = 0;  // positions from here on have too few bytes left to hash
-  std::vector<Place> heads_;
-  std::vector<Place> four_heads_;
-  std::vector<Place> short_heads_;
-  std::vector<Place> two_heads_;
-  std::vector<Place> chain_;  // by place, the one before it in its chain
+  std::vector<Place> heads_;       // by hash, the last position so far
+  std::array<Links, 3> nearest_;   // for two, three and four bytes
+  std::array<Links, kChainedBytes.size()> chains_;
 
   // For FindEach.
   int steps_left_ = 0;
-  std::uint32_t entered_ = 0;  // positions before this one
   std::uint32_t found_at_ = 0;
   std::vector<Match> found_, found_before_;
 };

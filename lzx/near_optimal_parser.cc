@@ -11,11 +11,6 @@ static_assert(kLzxMaxMatch <= kLengthMask);
 
 constexpr std::uint64_t kUnreached = ~std::uint64_t{0};
 
-// A match of this length covers the positions within it: they are only looked at where another
-// match ends, or a literal that was cheaper. Shorter ones make the file little smaller and cost
-// much time.
-constexpr std::uint32_t kLongMatch = 16;
-
 constexpr int kOffsetBits = 16;
 constexpr std::uint64_t kOffsetMask = (1u << kOffsetBits) - 1;
 
@@ -45,6 +40,10 @@ inline void NearOptimalParser::Reach(std::uint32_t from, std::uint32_t first, st
                                      std::uint32_t cost, const std::uint16_t* lengths,
                                      Item offset) {
   Node* const nodes = nodes_.data() + from;
+  if (last > long_match_) {
+    nodes[last] = std::min(nodes[last], NodeOf(cost + lengths[last], offset << kLengthBits | last));
+    last = long_match_;
+  }
   for (std::uint32_t length = first; length <= last; ++length) {
     const Node node = NodeOf(cost + lengths[length], offset << kLengthBits | length);
     nodes[length] = std::min(nodes[length], node);
@@ -88,14 +87,16 @@ std::uint32_t NearOptimalParser::TryMatches(std::uint32_t position, const LzxCos
 }
 
 void NearOptimalParser::Parse(std::span<const std::uint8_t> interval, MatchFinder& finder,
-                              std::span<const CostRange> ranges, std::vector<LzxToken>& tokens) {
+                              std::span<const CostRange> ranges, std::uint32_t long_match,
+                              std::vector<LzxToken>& tokens) {
+  long_match_ = long_match;
   interval_ = interval;
   const auto end = static_cast<std::uint32_t>(interval.size());
   nodes_.assign(end + 1, kUnreached);
   recent_.resize(end + 1);
   ends_.assign(end + 1, 0);
   nodes_[0] = 0;
-  finder.Start(interval);
+  finder.StartOver();
   recent_[0] = FirstRecent();
   std::size_t range = 0;
   std::uint32_t covered = 0;  // the end of the long match that reaches furthest
@@ -110,7 +111,9 @@ void NearOptimalParser::Parse(std::span<const std::uint8_t> interval, MatchFinde
     const Node literal = NodeOf(CostOf(nodes_[position]) + costs.literal[interval[position]], 1);
     if (literal < nodes_[position + 1]) {
       nodes_[position + 1] = literal;
-      ends_[position + 1] = 1;
+      // Behind the first byte of a long match, but not behind others, a literal may be the better
+      // beginning.
+      if (position + 1 >= covered) ends_[position + 1] = 1;
     }
     const std::uint32_t limit = std::min<std::uint32_t>(
         kLzxMaxMatch, static_cast<std::uint32_t>(kLzxFrameSize - position % kLzxFrameSize));
@@ -119,7 +122,7 @@ void NearOptimalParser::Parse(std::span<const std::uint8_t> interval, MatchFinde
     if (longest < limit) {
       longest = TryMatches(position, costs, finder.FindEach(position, limit), longest);
     }
-    if (longest >= kLongMatch) covered = std::max(covered, position + longest);
+    if (longest >= long_match_) covered = std::max(covered, position + longest);
   }
   Collect(tokens);
 }

@@ -24,12 +24,17 @@ class NearOptimalParser {
     const LzxCosts* costs;
   };
 
-  // Sets `tokens` to the cheapest parse of `interval` over the matches that `finder` finds, or
-  // nearly: only the cheapest path to each position is followed, with the recent offsets that it
-  // leaves behind, and inside long matches few positions are looked at. No match reaches past the
-  // end of a frame. The first of `ranges` starts at 0.
+  // Sets `tokens` to the cheapest parse of `interval`, with which `finder` was started, over the
+  // matches that it finds, or nearly: only the cheapest path to each position is followed, with the
+  // recent offsets that it leaves behind. No match reaches past the end of a frame. The first of
+  // `ranges` starts at 0.
+  //
+  // A match of `long_match` bytes covers the positions within it: they are only looked at where
+  // another match ends. Of a longer match only the whole and its beginnings up to this length are
+  // weighed: a match that begins within it and reaches further may as well begin behind it.
   void Parse(std::span<const std::uint8_t> interval, MatchFinder& finder,
-             std::span<const CostRange> ranges, std::vector<LzxToken>& tokens);
+             std::span<const CostRange> ranges, std::uint32_t long_match,
+             std::vector<LzxToken>& tokens);
 
  private:
   // The literal or match that reaches a position: its length and above it a recent offset's slot,
@@ -53,6 +58,7 @@ class NearOptimalParser {
   void Collect(std::vector<LzxToken>& tokens);
 
   std::span<const std::uint8_t> interval_;
+  std::uint32_t long_match_ = 0;
   std::vector<Node> nodes_;               // by position
   std::vector<Recent> recent_;            // by position, of those that were looked at
   std::vector<std::uint8_t> ends_;        // by position: an item of some path ends there

@@ -19,6 +19,7 @@ std::vector<std::uint8_t> PairAgainAfter(std::size_t distance) {
 std::vector<Match> MatchesAt(const std::vector<std::uint8_t>& bytes, std::uint32_t position) {
   MatchFinder finder;
   finder.Start(bytes);
+  finder.StartOver();
   const auto found = finder.FindEach(position, 16);
   return {found.begin(), found.end()};
 }
