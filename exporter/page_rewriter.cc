@@ -217,8 +217,12 @@ void Rewriter::StartTag(const HtmlToken& token, Tag tag) {
   }
   if (!has_head_) {
     if (EqualsIgnoringCase(name, "head")) {
+      Attributes(token, tag);  // before what stands behind the tag is copied
       PutHead(tag.end);
-    } else if (!EqualsIgnoringCase(name, "html")) {
+      blank_due_ = true;
+      return;
+    }
+    if (!EqualsIgnoringCase(name, "html")) {
       PutHead(tag.begin);
     }
   }

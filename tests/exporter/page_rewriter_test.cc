@@ -56,6 +56,10 @@ TEST_F(PageRewriter, TakesScriptsAwayWithoutMakingATagOfWhatStandsAroundThem) {
       "&lt;" + image);
 }
 
+TEST_F(PageRewriter, TakesHandlersAwayFromTheHeadItself) {
+  EXPECT_EQ(Rewrite("<html><head onclick=x lang=y><p>"), "<html><head  lang=y>[../HEAD]<p>");
+}
+
 TEST_F(PageRewriter, TakesScriptsWithinAnObjectAwayWithIt) {
   rules.head = "";
   const std::string object = "<object classid=\"clsid:adb880a6-d8ff-11cf-9377-00aa003b7a11\">";
