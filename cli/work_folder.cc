@@ -53,6 +53,8 @@ WorkFolder::WorkFolder(const std::string& output) {
     });
     if (held_ != nullptr) return;
   }
+  // An interruption in between is no fault of the folder's.
+  if (Interrupted()) throw Error(kUserInterrupt, "scrivo", "Interrupted");
   throw Error(kPermissionDenied, "scrivo",
               ServicePath(target.parent_path()) +
                   ": no file can be written to this folder. Choose another folder with -o.");
