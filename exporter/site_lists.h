@@ -27,8 +27,8 @@ struct KeywordEntry {
   std::string see;                                          // the keyword to see instead
 };
 
-// Whether `address` is one of the web: only such addresses leave a site, since what a help file says
-// must not start anything.
+// Whether `address` is one of the web: only such addresses leave a site, since what a help file
+// says must not start anything.
 bool IsWebAddress(std::string_view address);
 
 // Addresses of a sitemap's target as the site has them; empty for what leads nowhere in a browser.

@@ -1,7 +1,8 @@
+#include "webs/host_notes.h"
+
 #include <gtest/gtest.h>
 
 #include "tests/webs/memory_web.h"
-#include "webs/host_notes.h"
 
 namespace scrivo {
 namespace {

@@ -5,6 +5,7 @@
 # stopped, because it writes the registry then, and started again; it notes the time of its first start in DriverDateData.
 list_prefix() {
   local hive
+  : "${wine_loader:?}" "${wine_server:?}"
   limited "$wine_loader" wineboot.exe --end-session --shutdown >/dev/null 2>&1 </dev/null 9>&-
   stop_wine
   limited "$wine_server" --wait
