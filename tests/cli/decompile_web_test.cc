@@ -1,7 +1,9 @@
 // Help files that become webs, and webs made so that become help files again.
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 #include "cli/help_file.h"
 #include "project/source_files.h"
@@ -46,7 +48,7 @@ class DecompileWeb : public ScrivoRun {
     ASSERT_EQ(Run(arguments), 0) << err;
     told = out + err;
     ASSERT_EQ(Run({"compile", output.PathOf("made"), "-o", output.PathOf("b.chm"), "--contents",
-                   "navigation"}),
+                   "navigation", "--keep-charsets"}),
               0)
         << err;
   }
@@ -81,6 +83,36 @@ TEST_F(DecompileWeb, GivesTheSampleBackWithItsContentsPagesAndIndex) {
     for (const std::string& page : before.pages) {
       EXPECT_EQ(output.Read("made/" + page), output.Read("sample/" + page)) << page;
     }
+  }
+}
+
+// SCRIVO_BOOKS names help files, and webs to make them of, with ":" between.
+TEST_F(DecompileWeb, GivesBackHelpFilesOfOnesOwn) {
+  const char* const named = std::getenv("SCRIVO_BOOKS");
+  if (named == nullptr) GTEST_SKIP() << "SCRIVO_BOOKS names no help files";
+  std::istringstream books(named);
+  for (std::string book; std::getline(books, book, ':');) {
+    SCOPED_TRACE(book);
+    fs::remove(Output());
+    if (fs::is_directory(book)) {
+      ASSERT_EQ(Run({"compile", book, "-o", Output()}), 0) << err;
+    } else {
+      fs::copy_file(book, Output());
+    }
+    const BookText before = Read("a.chm");
+    ASSERT_FALSE(before.contents.empty());
+    ASSERT_FALSE(before.pages.empty());
+    GoRound({});
+    const BookText after = Read("b.chm");
+    EXPECT_EQ(after.contents, before.contents);
+    EXPECT_EQ(after.pages, before.pages);
+    ASSERT_EQ(Run({"decompile", Output(), output.PathOf("plain"), "-q"}), 0) << err;
+    ASSERT_EQ(Run({"decompile", output.PathOf("b.chm"), output.PathOf("again"), "-q"}), 0) << err;
+    for (const std::string& page : before.pages) {
+      EXPECT_EQ(output.Read("again/" + page), output.Read("plain/" + page)) << page;
+    }
+    fs::remove_all(output.path() / "plain");
+    fs::remove_all(output.path() / "again");
   }
 }
 

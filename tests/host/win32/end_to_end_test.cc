@@ -66,9 +66,9 @@ void CALLBACK LookAtProgress(HWND, UINT, UINT_PTR, DWORD) {
 // A program of the build, running.
 class Program {
  public:
-  explicit Program(const std::string& arguments) {
+  explicit Program(const std::string& arguments, const std::string& name = "ScrivoHost") {
     std::string line =
-        "\"" + TheServices().system->ModuleFolder() + "\\ScrivoHost.exe\" " + arguments;
+        "\"" + TheServices().system->ModuleFolder() + "\\" + name + ".exe\" " + arguments;
     STARTUPINFOA start{};
     start.cb = sizeof start;
     if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
@@ -237,6 +237,21 @@ TEST_F(EndToEndTest, OpensTheSampleWebFromTheUsersDocuments) {
   EXPECT_EQ(StatusText(1), sample);
   EXPECT_EQ(world->session.Webs().size(), 2u);
   if (is_ours) fs::remove_all(sample);
+}
+
+TEST_F(EndToEndTest, ShowsTheWebMadeOfAHelpFileLikeTheOneThatItWasMadeOf) {
+  const std::string made = InFolder("made");
+  ASSERT_EQ(Program("compile -q \"" + web + "\" -o \"" + output + "\"", "scrivo").ExitStatus(), 0u);
+  ASSERT_EQ(
+      Program("decompile -q --web \"" + output + "\" \"" + made + "\"", "scrivo").ExitStatus(), 0u);
+  window->OpenWeb(web);
+  PumpMessages();
+  const std::string drawn = DrawnTree();
+  ASSERT_EQ(std::count(drawn.begin(), drawn.end(), '\n'), 12) << drawn;
+  window->OpenWeb(made);
+  PumpMessages();
+  EXPECT_EQ(StatusText(1), made);
+  EXPECT_EQ(DrawnTree(), drawn);
 }
 
 TEST_F(EndToEndTest, CompileFromTheToolbarAsksForAWebWhenNoneIsOpen) {
