@@ -134,11 +134,11 @@ TEST_F(DamagedWeb, SaysThatThereAreNoContentsWhereNobodyKnowsThem) {
 
 TEST_F(DamagedWeb, HasTheEntriesOfContentsThatAreBroken) {
   web.Write("p.hhp", "[OPTIONS]\nCompiled file=p.chm\nContents file=p.hhc\n[FILES]\ndocs/a.htm\n");
-  web.Write("p.hhc", std::string("<UL><LI><OBJECT type=\"text/sitemap\"><param name=\"Name\" "
-                                 "value=\"A\"><param name=\"Local\" value=\"docs/a.htm\"></OBJECT>"
-                                 "\0\xFF</UL></UL><LI><OBJECT><param name=\"Name\" value=\"B\">"
-                                 "</OBJECT><UL><LI><OBJECT type=\"text/sitemap\"><param name=",
-                                 230));
+  constexpr char kContents[] =
+      "<UL><LI><OBJECT type=\"text/sitemap\"><param name=\"Name\" value=\"A\"><param "
+      "name=\"Local\" value=\"docs/a.htm\"></OBJECT>\0\xFF</UL></UL><LI><OBJECT><param "
+      "name=\"Name\" value=\"B\"></OBJECT><UL><LI><OBJECT type=\"text/sitemap\"><param name=";
+  web.Write("p.hhc", {kContents, sizeof kContents - 1});
   std::ostringstream told;
   ASSERT_EQ(RunHhc({web.PathOf("p.hhp")}, {"/", false, ""}, told, told), 1) << told.str();
   EXPECT_EQ(Run({"decompile", "--web", web.PathOf("p.chm"), output.PathOf("made")}), 0) << err;
