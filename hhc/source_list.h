@@ -3,6 +3,7 @@
 // The files that go into a help file, and the order in which they are compiled: pages and sitemaps
 // as they are found, then what the pages show, then style sheets and scripts.
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -51,8 +52,8 @@ class SourceList {
 
   std::vector<File> files_;
   std::unordered_map<std::string, std::size_t> by_path_;  // lower-case archive path
-  std::vector<std::size_t> queues_[kQueues];
-  std::size_t next_[kQueues] = {};
+  std::array<std::vector<std::size_t>, kQueues> queues_;
+  std::array<std::size_t, kQueues> next_{};
   std::size_t pages_loading_ = 0;
 };
 
