@@ -1,26 +1,10 @@
 // A connection that runs out of memory once, at each place where it asks for some.
 
-#include <cstdlib>
-#include <new>
 #include <set>
 #include <utility>
 
 #include "tests/addin/addin_test.h"
-
-namespace {
-
-// How many allocations of this program succeed before one fails; negative when none is to fail.
-long allocations_before_failure = -1;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  if (allocations_before_failure >= 0 && allocations_before_failure-- == 0) throw std::bad_alloc();
-  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-  throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+#include "tests/doubles/failing_new.h"
 
 namespace scrivo {
 namespace {
