@@ -5,9 +5,9 @@
 #include <unordered_map>
 
 #include "exporter/binary_lists.h"
+#include "exporter/book_topics.h"
 #include "exporter/digest.h"
 #include "exporter/help_book.h"
-#include "exporter/help_objects.h"
 #include "exporter/language_tag.h"
 #include "exporter/page_rewriter.h"
 #include "exporter/script_text.h"
@@ -44,12 +44,6 @@ std::string Filled(std::string_view form,
   return filled;
 }
 
-bool MentionsIgnoringCase(std::string_view text, std::string_view lowered) {
-  const auto found = std::search(text.begin(), text.end(), lowered.begin(), lowered.end(),
-                                 [](char a, char b) { return AsciiLower(a) == b; });
-  return found != text.end();
-}
-
 class Exporter {
  public:
   Exporter(ChmReader& reader, const ExportOptions& options, SiteOutput& folder)
@@ -78,10 +72,7 @@ class Exporter {
   void MakeHead();
   void AddFile(const File& file);
   void AddPage(const File& file, std::string bytes);
-  bool NeedsAllTopics(std::string_view html) const;
   void NoteKeywords(const RewrittenPage& page, const std::string& title, const std::string& place);
-  void AddIndexTopics();
-  void AddTopics(const SitemapItem& item, const std::string& name, HelpTopics::Links* links);
   void AddKeywords(const Sitemap& index, std::vector<KeywordEntry>* keywords) const;
   void WriteLists();
   std::vector<ContentsEntry> Contents() const;
@@ -98,7 +89,7 @@ class Exporter {
   SiteNames names_;
   SearchWriter search_;
   RewriteRules rules_;
-  HelpTopics topics_;
+  BookTopics topics_;
   std::vector<File> files_;
   std::vector<Page> pages_;
   std::unordered_map<std::string, std::size_t> page_at_;  // by address
@@ -116,7 +107,7 @@ ExportResult Exporter::Export() {
     if (options_.on_progress) options_.on_progress(done++, files_.size());
     AddFile(file);
   }
-  AddIndexTopics();
+  topics_.AddIndex(book_, names_);
   all_known_ = true;
   for (const File* file : waiting_) AddFile(*file);
   if (pages_.empty()) throw std::runtime_error("the help file has no pages to export");
@@ -187,19 +178,21 @@ void Exporter::AddFile(const File& file) {
   } else if ((has_extension(".svg") || has_extension(".xml")) && !options_.keep_scripts) {
     // A picture with scripts in it would run them when it is opened by itself.
     RewriteRules rules;
-    bytes = RewritePage(bytes, file.name, place, names_, topics_, rules).html;
+    bytes = RewritePage(bytes, file.name, place, names_, topics_.Topics(), rules).html;
   }
   folder_.Create("pages/" + file.place, bytes);
 }
 
 void Exporter::AddPage(const File& file, std::string bytes) {
   bytes = PageInUtf8(std::move(bytes), book_.code_page);
-  const RewrittenPage page = RewritePage(bytes, file.name, file.place, names_, topics_, rules_);
+  const RewrittenPage page =
+      RewritePage(bytes, file.name, file.place, names_, topics_.Topics(), rules_);
   std::string title = page.content.title;
   if (title.empty()) title = file.place.substr(file.place.rfind('/') + 1);
   if (!all_known_) {
+    topics_.AddPage(page, title, file.place);
     NoteKeywords(page, title, file.place);
-    if (NeedsAllTopics(bytes)) {
+    if (AsksForTopics(bytes)) {
       waiting_.push_back(&file);
       return;
     }
@@ -212,58 +205,18 @@ void Exporter::AddPage(const File& file, std::string bytes) {
   pages_.push_back({std::move(title), file.place});
 }
 
-// Links by keyword lead to pages whose titles may be unknown as yet.
-bool Exporter::NeedsAllTopics(std::string_view html) const {
-  return MentionsIgnoringCase(html, "classid") &&
-         (MentionsIgnoringCase(html, "klink") || MentionsIgnoringCase(html, "alink"));
-}
-
 void Exporter::NoteKeywords(const RewrittenPage& page, const std::string& title,
                             const std::string& place) {
-  const HelpLink link{title, place, true};
-  for (const std::string& name : page.associations) {
-    topics_.associations[AsciiLowered(name)].push_back(link);
-  }
   for (const std::string& word : page.keywords) {
     std::string address;
     AppendAddress(place, &address);
     page_keywords_.push_back({0, word, {{title, std::move(address)}}, ""});
-    topics_.keywords[AsciiLowered(word)].push_back(link);
   }
 }
 
 std::string Exporter::TitleAt(std::string_view address) const {
   const auto found = page_at_.find(std::string(address.substr(0, address.find_first_of("?#"))));
   return found == page_at_.end() ? std::string() : pages_[found->second].title;
-}
-
-void Exporter::AddIndexTopics() {
-  for (const Sitemap* index : {&book_.index, &book_.more_keywords}) {
-    const std::vector<std::string> joined = JoinedNames(*index);
-    for (std::size_t i = 0; i < joined.size(); ++i) {
-      const SitemapItem& item = index->items[i];
-      AddTopics(item, AsciiLowered(item.name), &topics_.keywords);
-      if (item.level > 0) AddTopics(item, AsciiLowered(joined[i]), &topics_.keywords);
-    }
-  }
-  for (const SitemapItem& item : book_.associations.items) {
-    AddTopics(item, AsciiLowered(item.name), &topics_.associations);
-  }
-}
-
-// Makes the pages of an index entry those that `name` leads to, too.
-void Exporter::AddTopics(const SitemapItem& item, const std::string& name,
-                         HelpTopics::Links* links) {
-  for (const SitemapTarget& target : item.targets) {
-    const LinkTarget link = ResolveLink(names_, target.local, book_.index_name);
-    if (link.kind != LinkTarget::Kind::kPage) continue;
-    std::string title = target.title;
-    std::string address;
-    AppendAddress(link.place, &address);
-    if (title.empty()) title = TitleAt(address);
-    if (title.empty()) title = link.place;
-    (*links)[name].push_back({title, link.place, true});
-  }
 }
 
 std::vector<ContentsEntry> Exporter::Contents() const {

@@ -45,7 +45,7 @@ void AddTopicsOf(const std::vector<std::string_view>& items, const HelpTopics::L
       if (found == topics.end()) return;
       for (const HelpLink& link : found->second) {
         const bool is_known = std::any_of(links->begin(), links->end(), [&](const HelpLink& other) {
-          return other.address == link.address;
+          return other.address == link.address && other.rest == link.rest;
         });
         if (!is_known) links->push_back(link);
       }

@@ -15,6 +15,7 @@ struct HelpLink {
   std::string title;      // UTF-8
   std::string address;    // as the object has it, or from a place of the site
   bool is_place = false;  // `address` is a place of the site, not an address in the page
+  std::string rest = "";  // what follows a place in the address: "?query" and "#anchor"
 };
 
 // One object of HTML Help's control.

@@ -453,7 +453,7 @@ void Rewriter::Param(const HtmlToken& token) {
 }
 
 std::string Rewriter::LinkTo(const HelpLink& link) const {
-  if (link.is_place) return RelativeAddress(place_, link.address);
+  if (link.is_place) return RelativeAddress(place_, link.address) + link.rest;
   const LinkTarget target = ResolveLink(names_, link.address, base_);
   if (target.kind == LinkTarget::Kind::kPage) {
     return RelativeAddress(place_, target.place) + target.rest;

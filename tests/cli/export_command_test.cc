@@ -218,6 +218,19 @@ TEST_F(ExportCommand, WritesTheTextsOfTheGoldenFolder) {
   while (std::getline(list, line)) EXPECT_TRUE(names.contains(line)) << line;
 }
 
+TEST_F(ExportCommand, LeadsKeywordLinksToThePlaceAndByTheTitleOfAPage) {
+  const std::string book = std::string(SCRIVO_SOURCE_DIR) + "/tests/exporter/links_book/links.hhp";
+  ASSERT_EQ(Run({"export", book, Site()}), 0) << err;
+  const std::string page = Page("part/objects.htm");
+  EXPECT_NE(page.find("<a href=\"../places.htm#cell\">One</a>"), std::string::npos) << page;
+  // A page that asks for topics itself is named by its title like any other.
+  EXPECT_NE(page.find("<a href=\"../places.htm#cell\">Cell</a>, "
+                      "<a href=\"../places.htm#code\">Code</a>, "
+                      "<a href=\"objects.htm\">All objects</a>"),
+            std::string::npos)
+      << page;
+}
+
 TEST_F(ExportCommand, WritesTheTopicsIntoAFolder) {
   ASSERT_EQ(Run({"text", Book(), "-o", Site(), "--quiet"}), 0) << err;
   EXPECT_TRUE(output.Read("site/beds/tulips.md").starts_with("# Tulips\n\nTulips flower"));
