@@ -114,6 +114,8 @@ class Converter {
   void Text(std::string_view text);
   void Put(std::string_view text);
   void PutMarks();
+  void NoteAnchors(const HtmlToken& token);
+  void PutAnchors();
   void CloseMark(std::string_view element);
   void CloseMarks();
   void EndBlock();
@@ -140,6 +142,7 @@ class Converter {
   int heading_ = 0;
   bool is_first_heading_ = true;
   std::vector<Mark> marks_;
+  std::string anchors_;  // what waits for the next text
   std::vector<Container> containers_;
   std::vector<List> lists_;
   bool tight_ = false;  // the next block follows without an empty line
@@ -181,7 +184,28 @@ std::string Converter::Convert() {
   if (in_pre_) EndPre();
   if (in_table_) EndTable();
   EndBlock();
+  PutAnchors();
   return std::move(out_);
+}
+
+void Converter::NoteAnchors(const HtmlToken& token) {
+  if (token.content.empty() || !rules_.anchor) return;
+  std::string_view content = token.content;
+  HtmlAttribute attribute;
+  while (NextAttribute(&content, &attribute)) {
+    if (!Is(attribute.name, "id") && !(token.Is("a") && Is(attribute.name, "name"))) continue;
+    const std::string name = DecodeEntities(attribute.value, EntityPlace::kAttribute);
+    const std::string anchor = name.empty() ? "" : rules_.anchor(name);
+    if (!anchor.empty()) anchors_ += "<a id=\"" + anchor + "\"></a>";
+  }
+}
+
+// Writes the anchors that wait as a block of their own.
+void Converter::PutAnchors() {
+  if (anchors_.empty()) return;
+  const std::string anchors = std::move(anchors_);
+  anchors_.clear();
+  WriteBlock(anchors);
 }
 
 void Converter::Text(std::string_view text) {
@@ -212,6 +236,15 @@ void Converter::Text(std::string_view text) {
 void Converter::Put(std::string_view text) {
   if (blank_due_ && !line_.empty() && line_.back() != ' ' && line_.back() != '\n') line_ += ' ';
   blank_due_ = false;
+  // A heading's stand before it; within a link there can be no other.
+  const auto is_open_link = [](const Mark& mark) {
+    return mark.element == "a" && mark.at != std::string::npos;
+  };
+  if (!anchors_.empty() && heading_ == 0 &&
+      std::none_of(marks_.begin(), marks_.end(), is_open_link)) {
+    line_ += anchors_;
+    anchors_.clear();
+  }
   PutMarks();
   // What would make a line something else than text.
   if (line_.empty() && !text.empty()) {
@@ -287,6 +320,7 @@ void Converter::EndBlock() {
     is_first_heading_ = false;
     const int level = std::min(6, heading_ + rules_.heading_shift);
     heading_ = 0;
+    PutAnchors();
     if (is_known) return;
     text.insert(0, std::string(static_cast<std::size_t>(level), '#') + " ");
   }
@@ -375,6 +409,7 @@ void Converter::EndPre() {
   while (code.ends_with('\n') || code.ends_with(' ')) code.pop_back();
   pre_.clear();
   if (code.empty()) return;
+  PutAnchors();
   const std::string fence(std::max<std::size_t>(3, LongestTicks(code) + 1), '`');
   WriteBlock(fence + "\n" + code + "\n" + fence);
 }
@@ -430,6 +465,7 @@ void Converter::EndTable() {
 
 void Converter::StartTag(const HtmlToken& token) {
   const std::string_view name = token.name;
+  NoteAnchors(token);
   if (IsAny(name, "object", "select", "noframes")) {
     in_skipped_ = true;
     return;
@@ -487,6 +523,7 @@ void Converter::StartTag(const HtmlToken& token) {
     EndBlock();
     in_table_ =
         in_table_ || std::binary_search(data_tables_.begin(), data_tables_.end(), token.offset);
+    if (in_table_ && !in_cell_) PutAnchors();
   } else if (in_table_ && Is(name, "tr")) {
     StartRow();
   } else if (in_table_ && IsAny(name, "td", "th")) {

@@ -15,6 +15,9 @@ struct MarkdownRules {
   std::string_view known_title;
   // Where an address of the page leads in the result; empty: the text stands without a link.
   std::function<std::string(std::string_view address)> link, picture;
+  // What an anchor of the page is called in the result; empty: it is left out. Asked for each that
+  // stands in the page, in order.
+  std::function<std::string(std::string_view name)> anchor;
 };
 
 // `html` is UTF-8, and so is the result; it ends with a line end unless it is empty. Linear in the

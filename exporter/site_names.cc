@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "exporter/script_text.h"
+#include "project/project_tree.h"
 #include "text/ascii_text.h"
 #include "text/fold_case.h"
 #include "unpack/safe_path.h"
@@ -56,27 +57,6 @@ std::string ServableName(std::string_view path, bool is_page) {
     place += ".txt";
   }
   return place;
-}
-
-int HexValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  c = AsciiLower(c);
-  return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
-
-std::string WithoutEscapes(std::string_view address) {
-  std::string out;
-  out.reserve(address.size());
-  for (std::size_t i = 0; i < address.size(); ++i) {
-    if (address[i] == '%' && i + 2 < address.size() && HexValue(address[i + 1]) >= 0 &&
-        HexValue(address[i + 2]) >= 0) {
-      out.push_back(static_cast<char>(HexValue(address[i + 1]) * 16 + HexValue(address[i + 2])));
-      i += 2;
-    } else {
-      out.push_back(address[i]);
-    }
-  }
-  return out;
 }
 
 // The address as browsers take it: without blanks around it, and without line ends and tabs inside.
@@ -149,6 +129,10 @@ std::string SiteNames::Add(std::string_view name, bool is_page) {
   return place;
 }
 
+void SiteNames::AddPlace(const std::string& place) {
+  places_.emplace(AsciiLowered("/" + place), place);
+}
+
 const std::string* SiteNames::Find(std::string_view name) const {
   const auto found = places_.find(AsciiLowered(name));
   return found == places_.end() ? nullptr : &found->second;
@@ -181,12 +165,12 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
     if (scheme == "mk") path.remove_prefix(std::min(path.size(), path.find(':') + 1));
     const std::size_t separator = path.find("::");
     if (separator != std::string_view::npos) {
-      const std::string help_file = WithoutEscapes(BaseName(path.substr(0, separator)));
+      const std::string help_file = PercentDecoded(BaseName(path.substr(0, separator)));
       path.remove_prefix(separator + 2);
       if (!help_file.empty() && AsciiLowered(help_file) != AsciiLowered(names.FileName())) {
         target.kind = LinkTarget::Kind::kOtherHelp;
         target.help_file = help_file;
-        target.place = WithoutEscapes(path.substr(0, path.find('#')));
+        target.place = PercentDecoded(path.substr(0, path.find('#')));
         return target;
       }
     }
@@ -199,12 +183,12 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
     // The same without a scheme, as contents files have it.
     const std::string_view file = address.substr(0, separator);
     if (AsciiLowered(file).ends_with(".chm")) {
-      const std::string help_file = WithoutEscapes(BaseName(file));
+      const std::string help_file = PercentDecoded(BaseName(file));
       path = address.substr(separator + 2);
       if (AsciiLowered(help_file) != AsciiLowered(names.FileName())) {
         target.kind = LinkTarget::Kind::kOtherHelp;
         target.help_file = help_file;
-        target.place = WithoutEscapes(path.substr(0, path.find('#')));
+        target.place = PercentDecoded(path.substr(0, path.find('#')));
         return target;
       }
       in_help_file = true;
@@ -212,7 +196,7 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
   }
   const std::size_t end = std::min(path.find_first_of("?#"), path.size());
   target.rest = path.substr(end);
-  std::string name = WithoutEscapes(path.substr(0, end));
+  std::string name = PercentDecoded(path.substr(0, end));
   std::replace(name.begin(), name.end(), '\\', '/');
   if (!name.starts_with('/') && !in_help_file) {
     name.insert(0, from.substr(0, from.rfind('/') + 1));
@@ -225,7 +209,7 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
   }
   // A "#" or "?" may belong to a name.
   if (!target.rest.empty()) {
-    if (const std::string* place = names.Find(normalized + WithoutEscapes(target.rest))) {
+    if (const std::string* place = names.Find(normalized + PercentDecoded(target.rest))) {
       target.kind = LinkTarget::Kind::kPage;
       target.place = *place;
       target.rest.clear();
@@ -240,7 +224,7 @@ bool LeadsThere(std::string_view address, std::string_view from, std::string_vie
       address.find('\\') != std::string_view::npos || address.find(':') != std::string_view::npos) {
     return false;
   }
-  const std::string path = WithoutEscapes(address);
+  const std::string path = PercentDecoded(address);
   // From the root no way leads up.
   std::ptrdiff_t depth = std::count(from.begin(), from.end(), '/');
   for (std::string_view rest = path; !rest.empty();) {

@@ -22,6 +22,10 @@ class SiteNames {
   // `is_page`: browsers must take it for a page, whatever its extension says.
   std::string Add(std::string_view name, bool is_page);
 
+  // Takes a place of a site as the name of a file that lies there: addresses in the site's own
+  // pages lead to such names.
+  void AddPlace(const std::string& place);
+
   // The place of the file `name`, any case; null when there is none.
   const std::string* Find(std::string_view name) const;
 

@@ -196,26 +196,45 @@ std::string Golden(const std::string& name) {
   return bytes.str();
 }
 
-TEST_F(ExportCommand, PrintsTheTextOfTheGoldenFile) {
-  ASSERT_EQ(Run({"text", Book(), "--quiet"}), 0) << err;
-  EXPECT_EQ(out, Golden("garden.md"));
+// The projects whose texts are golden files, and how many files their folders have.
+struct GoldenBook {
+  const char *project, *golden;
+  std::size_t files;
+};
+constexpr GoldenBook kGoldenBooks[] = {
+    {"/tests/reader/book/book.hhp", "garden", 10},
+    {"/tests/exporter/links_book/links.hhp", "links", 6},
+};
+
+TEST_F(ExportCommand, PrintsTheTextsOfTheGoldenFiles) {
+  for (const auto& [project, golden, files] : kGoldenBooks) {
+    ASSERT_EQ(Run({"text", std::string(SCRIVO_SOURCE_DIR) + project, "--quiet"}), 0) << err;
+    EXPECT_EQ(out, Golden(std::string(golden) + ".md"));
+  }
 }
 
-TEST_F(ExportCommand, WritesTheTextsOfTheGoldenFolder) {
-  ASSERT_EQ(Run({"text", Book(), "-o", Site(), "--quiet"}), 0) << err;
-  std::set<std::string> names;
-  const fs::path golden = fs::path(SCRIVO_SOURCE_DIR) / "tests/exporter/golden/garden";
-  for (const auto& entry : fs::recursive_directory_iterator(golden)) {
-    if (!entry.is_regular_file()) continue;
-    const std::string name = entry.path().lexically_relative(golden).generic_string();
-    EXPECT_EQ(output.Read("site/" + name), Golden("garden/" + name)) << name;
-    names.insert(name);
+TEST_F(ExportCommand, WritesTheTextsOfTheGoldenFolders) {
+  for (const auto& [project, golden, files] : kGoldenBooks) {
+    const std::string made = output.PathOf(golden);
+    ASSERT_EQ(Run({"text", std::string(SCRIVO_SOURCE_DIR) + project, "-o", made, "--quiet"}), 0)
+        << err;
+    std::set<std::string> names;
+    const fs::path folder = fs::path(SCRIVO_SOURCE_DIR) / "tests/exporter/golden" / golden;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+      if (!entry.is_regular_file()) continue;
+      const std::string name =
+          std::string(golden) + "/" + entry.path().lexically_relative(folder).generic_string();
+      EXPECT_EQ(output.Read(name), Golden(name)) << name;
+      names.insert(name);
+    }
+    EXPECT_EQ(names.size(), files);
+    std::istringstream list(output.Read(std::string(golden) + "/site-files.txt"));
+    std::string line;
+    std::getline(list, line);  // what the list is
+    while (std::getline(list, line)) {
+      EXPECT_TRUE(names.contains(std::string(golden) + "/" + line)) << line;
+    }
   }
-  EXPECT_EQ(names.size(), 10u);
-  std::istringstream list(output.Read("site/site-files.txt"));
-  std::string line;
-  std::getline(list, line);  // what the list is
-  while (std::getline(list, line)) EXPECT_TRUE(names.contains(line)) << line;
 }
 
 TEST_F(ExportCommand, LeadsKeywordLinksToThePlaceAndByTheTitleOfAPage) {

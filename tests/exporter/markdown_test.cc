@@ -64,6 +64,28 @@ TEST(Markdown, FencesCodeWithMoreTicksThanItHas) {
   EXPECT_EQ(Convert("x <code>a`b</code> y"), "x ``a`b`` y\n");
 }
 
+TEST(Markdown, NamesTheAnchorsThatAreAskedFor) {
+  MarkdownRules rules;
+  rules.link = [](std::string_view address) { return std::string(address); };
+  rules.picture = rules.link;
+  rules.anchor = [](std::string_view name) {
+    return name == "no" ? std::string() : std::string(name);
+  };
+  const auto convert = [&](std::string_view html) { return PageAsMarkdown(html, rules); };
+  EXPECT_EQ(convert("<p id=a>x <a name=b>y</a> <i id=no>z</i>"),
+            "<a id=\"a\"></a>x <a id=\"b\"></a>y *z*\n");
+  EXPECT_EQ(convert("x<h2 id=a><a name=b>H</a></h2>"),
+            "x\n\n<a id=\"a\"></a><a id=\"b\"></a>\n\n## H\n");
+  // One link cannot hold another.
+  EXPECT_EQ(convert("<a href=p id=a>b <b id=c>d</b></a> e"),
+            "<a id=\"a\"></a>[b **d**](p) <a id=\"c\"></a>e\n");
+  EXPECT_EQ(convert("<ul><li id=a>x</ul><pre id=b>y</pre><table id=c><tr><td>1<td id=d>2</table>"),
+            "- <a id=\"a\"></a>x\n\n<a id=\"b\"></a>\n\n```\ny\n```\n\n<a id=\"c\"></a>\n\n"
+            "| | |\n| --- | --- |\n| 1 | <a id=\"d\"></a>2 |\n");
+  rules.known_title = "H";
+  EXPECT_EQ(convert("<h1 id=a>H</h1>x<p id=b>"), "<a id=\"a\"></a>\n\nx\n\n<a id=\"b\"></a>\n");
+}
+
 TEST(Markdown, TakesTablesOfLayoutForText) {
   EXPECT_EQ(Convert("<table><tr><td><h1>A</h1></td><td>b<table><tr><td>c</td><td>d</td></tr>"
                     "</table></td></tr></table>"),

@@ -54,6 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   MarkdownRules markdown;
   markdown.link = [](std::string_view address) { return std::string(address); };
   markdown.picture = markdown.link;
+  markdown.anchor = markdown.link;
   const std::string text = PageAsMarkdown(html, markdown);
   if (!text.empty() && text.back() != '\n') std::abort();
   RewriteStyleSheet(html, "/a/x.css", "a/x.css", names);
