@@ -21,7 +21,7 @@ namespace {
 
 // What a thread decodes in one go: enough that few files lie across two runs, little enough that it
 // is still in the cache when it is written.
-constexpr std::size_t kRunBytes = 0x20000;
+constexpr std::size_t kRunBytes = 0x40000;
 // What all threads together may hold.
 constexpr std::size_t kMemory = 40 << 20;
 // Runs for every thread, so that they end at about the same time.
@@ -316,6 +316,7 @@ void Unpacker::WriteSpanning(std::size_t file, std::uint64_t offset,
 }
 
 FileState Unpacker::Judge(std::size_t file, const WriteResult& result) {
+  if (result.outcome == WriteOutcome::kDone) return FileState::kWritten;
   const std::lock_guard lock(mutex_);
   return JudgeLocked(file, result);
 }

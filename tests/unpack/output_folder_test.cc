@@ -94,6 +94,28 @@ TEST_F(OutputFolderTest, ReplacesWhatAnEndedProcessLeft) {
   EXPECT_EQ(FilesIn("."), 1);
 }
 
+// More of them, and deeper ones, than can be open at once.
+TEST_F(OutputFolderTest, ComesBackToFoldersByTurns) {
+  const auto path = [](int folder, const std::string& file) {
+    std::string deep = "folder" + std::to_string(folder);
+    for (int level = 0; level < folder; ++level) deep += "/" + std::to_string(level);
+    return deep + "/" + file;
+  };
+  for (const std::string file : {"a.htm", "b.htm", "c.htm"}) {
+    for (int folder = 0; folder < 40; ++folder) {
+      const std::string name = path(folder, file);
+      ASSERT_EQ(Create(name, name), WriteOutcome::kDone) << name;
+    }
+  }
+  for (int folder = 0; folder < 40; ++folder) {
+    EXPECT_EQ(ReadFileText(At(path(folder, "a.htm"))), path(folder, "a.htm"));
+    EXPECT_EQ(ReadFileText(At(path(folder, "c.htm"))), path(folder, "c.htm"));
+    for (const std::string file : {"a.htm", "b.htm", "c.htm"}) fs::remove(At(path(folder, file)));
+  }
+  folder_->RemoveEmptyFolders();
+  EXPECT_FALSE(fs::exists(root_ / "new"));
+}
+
 TEST_F(OutputFolderTest, RemovesTheEmptyFoldersThatItMade) {
   EXPECT_EQ(folder_->Start("b/c/d/a.bin").outcome, WriteOutcome::kDone);
   EXPECT_EQ(Create("b/e/a.bin", "text"), WriteOutcome::kDone);

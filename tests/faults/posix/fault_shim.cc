@@ -1,7 +1,8 @@
 // Loaded before the C library (LD_PRELOAD), makes one call of a program fail: the n-th of a kind.
 //
-// SCRIVO_FAULT_KIND   open, write, read, close, rename, link, unlink, mkdir, fsync, mmap, malloc or
-//                     thread; without it nothing fails
+// SCRIVO_FAULT_KIND   open, write, read, close, rename, move (renaming to a name that must be
+// free), link,
+//                     unlink, mkdir, fsync, mmap, malloc or thread; without it nothing fails
 // SCRIVO_FAULT_NTH    which call of that kind, from 1 on
 // SCRIVO_FAULT_ERROR  the errno that it fails with
 // SCRIVO_FAULT_LOG    a file that gets one line "KIND CALLS" for each kind when the program ends
@@ -38,6 +39,7 @@ enum Kind {
   kRead,
   kClose,
   kRename,
+  kMove,
   kLink,
   kUnlink,
   kMkdir,
@@ -48,8 +50,9 @@ enum Kind {
   kKinds
 };
 
-constexpr const char* kNames[kKinds] = {"open",   "write", "read",  "close", "rename", "link",
-                                        "unlink", "mkdir", "fsync", "mmap",  "malloc", "thread"};
+constexpr const char* kNames[kKinds] = {"open", "write",  "read",   "close", "rename",
+                                        "move", "link",   "unlink", "mkdir", "fsync",
+                                        "mmap", "malloc", "thread"};
 
 std::atomic<long> calls[kKinds];
 int failing_kind = kKinds;
@@ -251,6 +254,12 @@ int renameat(int from_folder, const char* from, int to_folder, const char* to) {
   if (Fails(kRename)) return -1;
   static const auto next = Next<int (*)(int, const char*, int, const char*)>("renameat");
   return next(from_folder, from, to_folder, to);
+}
+
+int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned flags) {
+  if (Fails(kMove)) return -1;
+  static const auto next = Next<int (*)(int, const char*, int, const char*, unsigned)>("renameat2");
+  return next(from_folder, from, to_folder, to, flags);
 }
 
 int link(const char* from, const char* to) {

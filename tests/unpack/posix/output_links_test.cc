@@ -44,6 +44,17 @@ TEST_F(OutputLinksTest, AreNotFollowedToAFolder) {
   EXPECT_TRUE(fs::is_empty(root_ / "outside"));
 }
 
+TEST_F(OutputLinksTest, AreNotFollowedInPlaceOfAFolderInUse) {
+  ASSERT_EQ(Create("a/b/1.htm"), WriteOutcome::kDone);
+  fs::rename(root_ / "folder" / "a", root_ / "folder" / "moved");
+  fs::create_directory_symlink(root_ / "outside", root_ / "folder" / "a");
+  // They may end up in the folder that was moved, but not behind the link.
+  Create("a/b/2.htm");
+  Create("a/3.htm");
+  Create("a/c/4.htm");
+  EXPECT_TRUE(fs::is_empty(root_ / "outside"));
+}
+
 TEST_F(OutputLinksTest, AreNotFollowedToAFile) {
   std::ofstream(root_ / "outside" / "a.htm") << "kept";
   fs::create_symlink(root_ / "outside" / "a.htm", root_ / "folder" / "a.htm");
