@@ -30,7 +30,8 @@ constexpr char kHhcUsage[] =
     "  --timestamp  record the time in the file, or SOURCE_DATE_EPOCH if that is set; without "
     "this\n"
     "               option the same input always gives the same file\n"
-    "  --jobs N     threads to use (default: one for each core); the file does not depend on it\n"
+    "  --jobs N     threads that compress, beside as many that read pages (default: one for each\n"
+    "               core); the file does not depend on it\n"
     "  --version    print name and version\n"
     "  --help       print this text\n";
 
