@@ -17,8 +17,8 @@ namespace {
 // Where the directory starts: after the header and the header section with the file's size.
 constexpr std::size_t kDirectoryStart = itsf::kLengthVersion3 + size_section::kLength;
 
-// How much of the content is moved at a time.
-constexpr std::size_t kMoveSize = std::size_t{1} << 20;
+// How much is added or moved at a time.
+constexpr std::size_t kPieceSize = std::size_t{1} << 20;
 
 // ControlData counts the window, and the reset interval, in units.
 constexpr std::uint32_t kWindowUnits = (1u << kLzxUsualWindowBits) / control_data::kUnit;
@@ -114,11 +114,20 @@ void ContainerWriter::StartEntry(std::string name) {
   entries_.push_back({std::move(name), kSectionCompressed, uncompressed_size_, 0});
 }
 
+// Whether the next piece is to follow.
+bool ContainerWriter::Goes() {
+  if (options_.stop_wanted && options_.stop_wanted()) Fail(ContainerStatus::kStopped);
+  return status_ == ContainerStatus::kOk;
+}
+
 void ContainerWriter::Append(std::span<const std::uint8_t> bytes) {
-  if (status_ != ContainerStatus::kOk) return;
-  entries_[open_entry_].length += bytes.size();
-  uncompressed_size_ += bytes.size();
-  pipeline_.Append(bytes);
+  while (!bytes.empty() && Goes()) {
+    const auto piece = bytes.first(std::min(bytes.size(), kPieceSize));
+    entries_[open_entry_].length += piece.size();
+    uncompressed_size_ += piece.size();
+    pipeline_.Append(piece);
+    bytes = bytes.subspan(piece.size());
+  }
 }
 
 void ContainerWriter::AddCompressed(std::string name, std::span<const std::uint8_t> bytes) {
@@ -254,9 +263,10 @@ void ContainerWriter::WriteAround() {
 
 // Piece by piece from the end, since old and new place overlap.
 bool ContainerWriter::MoveContent(std::uint64_t by) {
-  std::vector<std::uint8_t> buffer(kMoveSize);
+  std::vector<std::uint8_t> buffer(kPieceSize);
   for (std::uint64_t end = content_size_; end > 0;) {
-    const std::uint64_t size = std::min<std::uint64_t>(end, kMoveSize);
+    if (!Goes()) return false;
+    const std::uint64_t size = std::min<std::uint64_t>(end, kPieceSize);
     const std::span<std::uint8_t> piece(buffer.data(), static_cast<std::size_t>(size));
     end -= size;
     if (!store_.ReadAt(end, piece) || !store_.WriteAt(end + by, piece)) return false;

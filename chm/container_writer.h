@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,6 +24,9 @@ struct ContainerOptions {
   // kLzxMaxInterval. The original compiler knows the usual one only; larger ones make smaller
   // files, since a match cannot reach into the interval before.
   std::size_t interval = kLzxUsualInterval;
+  // Whether to give the file up: asked before each piece of what is added or moved, on the caller's
+  // thread. Empty: never.
+  std::function<bool()> stop_wanted = {};
 };
 
 enum class ContainerStatus {
@@ -30,6 +34,7 @@ enum class ContainerStatus {
   kWriteFailed,    // the store failed and knows why
   kBadName,        // empty or longer than kMaxEntryName: bad_name()
   kDuplicateName,  // there twice, perhaps in another case: bad_name()
+  kStopped,        // stop_wanted() has said so
 };
 
 // Give it the entries in the order in which their bytes are to lie in their section, then Finish.
@@ -72,6 +77,7 @@ class ContainerWriter {
 
   void Fail(ContainerStatus status, const std::string& name = {});
   void CheckName(const std::string& name);
+  bool Goes();
   void TakeInterval(const LzxInterval& interval);
   void CollectStorageEntries();
   void PlacePlainEntries();

@@ -244,15 +244,15 @@ bool StreamBuilder::AddKeywords(const std::string& folder, const KeywordTree& tr
 
 bool StreamBuilder::AddSearchIndex() {
   SpilledBytes index(&facts_.words_space);
-  if (WriteSearchIndex(&facts_.postings, project_.language, &index) ==
-      SearchIndexStatus::kTooLarge) {
+  const SearchIndexStatus status = WriteSearchIndex(&facts_.postings, project_.language, &index,
+                                                    [this] { return context_.Stops(); });
+  if (status == SearchIndexStatus::kStopped) return false;
+  if (status == SearchIndexStatus::kTooLarge) {
     context_.Report(MessageCode::kSearchIndexTooLarge, {});
     return false;
   }
   writer_.StartEntry("/$FIftiMain");
-  index.Take([this](std::span<const std::uint8_t> piece) {
-    if (!context_.Stops()) writer_.Append(piece);
-  });
+  index.Take([this](std::span<const std::uint8_t> piece) { writer_.Append(piece); });
   if (context_.Stops()) return false;
   if (index.Good()) return true;
   context_.Report(MessageCode::kOutputFailed,

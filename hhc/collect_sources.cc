@@ -94,6 +94,7 @@ void SourceCollector::AddListedFiles() {
 
 void SourceCollector::AddListedLines(const std::vector<ProjectLine>& lines) {
   for (const ProjectLine& line : lines) {
+    if (context_.Stops()) return;
     if (const auto included = IncludedFile(line.text)) {
       AddIncludedList(*included);
       continue;
@@ -260,6 +261,7 @@ void SourceCollector::AddSitemapTargets(std::size_t file, Sitemap* sitemap) {
   *sitemap = ReadSitemap(text, context_.code_page, Undefined::kKept);
   const std::string folder = FolderOf(place.tree_path);
   for (const SitemapItem& item : sitemap->items) {
+    if (context_.Stops()) return;
     for (const SitemapTarget& target : item.targets) {
       const Reference reference = TakeApart(target.local);
       if (reference.external) continue;

@@ -104,10 +104,12 @@ void Compile(CompileContext* context, ProjectSources* sources, OutputFile* outpu
   options.language = context->project.language;
   options.timestamp = request.time == 0 ? 0 : static_cast<std::uint32_t>(FileTime(request.time));
   options.threads = std::max(1, request.threads);
+  options.stop_wanted = [context] { return context->Stops(); };
   ContainerWriter writer(*output, options);
   TopicFacts facts(*context);
 
   *sources = CollectSources(context);
+  if (context->Stops()) return;
   if (!IsFreeOfSources(context, *sources, 0)) return;
   const std::size_t named = sources->list.Size();
   CompileFiles(context, sources, &writer, &facts);

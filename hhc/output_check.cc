@@ -33,7 +33,7 @@ std::string SourceInOutputsPlace(CompileContext* context, const ProjectSources& 
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(SystemPath(output), ignored)) return {};
   std::error_code unread;
-  for (std::size_t number = first; number < list.Size(); ++number) {
+  for (std::size_t number = first; number < list.Size() && !context->Stops(); ++number) {
     const SourceList::File& file = list.At(number);
     if (!IsSameFile(file.found.disk_path, output)) continue;
     if (!StartsAsHelpFile(SystemPath(output), &unread) ||

@@ -31,13 +31,15 @@ std::size_t SharedLength(std::string_view a, std::string_view b) {
 
 class IndexWriter {
  public:
-  IndexWriter(Postings* postings, std::uint32_t language, SpilledBytes* out)
+  IndexWriter(Postings* postings, std::uint32_t language, SpilledBytes* out,
+              const std::function<bool()>& stop_wanted)
       : postings_(*postings),
         language_(language),
         topic_root_(BestRootSize(postings->TopicBits())),
         count_root_(BestRootSize(postings->CountBits())),
         position_root_(BestRootSize(postings->PositionBits())),
-        out_(*out) {}
+        out_(*out),
+        stop_wanted_(stop_wanted) {}
 
   SearchIndexStatus Write();
 
@@ -62,6 +64,7 @@ class IndexWriter {
   int topic_root_, count_root_, position_root_;
 
   SpilledBytes& out_;
+  const std::function<bool()>& stop_wanted_;
   std::string list_;       // of the current word
   std::string leaf_;       // entries of the current leaf
   std::string last_word_;  // in the current leaf
@@ -80,6 +83,7 @@ class IndexWriter {
 SearchIndexStatus IndexWriter::Write() {
   WordPostings word;
   while (postings_.Next(&word) && out_.Good()) {
+    if (stop_wanted_ && stop_wanted_()) return SearchIndexStatus::kStopped;
     if (out_.Size() == 0) out_.PadTo(kHeaderSize);
     AddWord(word);
     // With room for the index nodes: there is one for sixteen leaves at the very most.
@@ -243,9 +247,10 @@ void IndexWriter::Header(std::uint32_t root, std::size_t depth) {
 
 }  // namespace
 
-SearchIndexStatus WriteSearchIndex(Postings* postings, std::uint32_t language, SpilledBytes* out) {
+SearchIndexStatus WriteSearchIndex(Postings* postings, std::uint32_t language, SpilledBytes* out,
+                                   const std::function<bool()>& stop_wanted) {
   postings->Finish();
-  const SearchIndexStatus status = IndexWriter(postings, language, out).Write();
+  const SearchIndexStatus status = IndexWriter(postings, language, out, stop_wanted).Write();
   return out->Good() ? status : SearchIndexStatus::kNoSpace;
 }
 

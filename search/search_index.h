@@ -11,6 +11,7 @@
 // suffix as before, DWORD child, WORD 0, where the word is the last one below the child.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,11 +25,14 @@ enum class SearchIndexStatus {
   kOk,
   kTooLarge,  // its offsets have 32 bits
   kNoSpace,   // the postings' SpillSpace or that of `out` failed
+  kStopped,   // `stop_wanted` has said so; what is in `out` is worthless
 };
 
 // Puts the index to `*out`, which is empty; nothing when there is not a single word. Finishes the
-// postings and takes their words.
-SearchIndexStatus WriteSearchIndex(Postings* postings, std::uint32_t language, SpilledBytes* out);
+// postings and takes their words. `stop_wanted`, where there is one, is asked before each word
+// whether to give the index up.
+SearchIndexStatus WriteSearchIndex(Postings* postings, std::uint32_t language, SpilledBytes* out,
+                                   const std::function<bool()>& stop_wanted = {});
 
 // `stop_words`: words in the project's code page that are not in the index.
 std::vector<std::uint8_t> WriteSearchObject(std::uint32_t language,

@@ -416,6 +416,33 @@ TEST(ContainerWriterTest, RefusesNamesThatDoNotFit) {
   }
 }
 
+TEST(ContainerWriterTest, AsksWhetherToStopBeforeEachPiece) {
+  constexpr std::size_t kPieces = 2;
+  const Bytes bytes = RandomBytes(kPieces << 20, 1);
+  const auto write = [&](std::size_t questions, MemoryStore* store) {
+    std::size_t asked = 0;
+    ContainerWriter writer(*store, {.stop_wanted = [&] { return ++asked > questions; }});
+    writer.AddCompressed("/a", bytes);
+    EXPECT_GE(asked, std::min(questions, kPieces));
+    EXPECT_EQ(writer.Status(),
+              questions < kPieces ? ContainerStatus::kStopped : ContainerStatus::kOk);
+    const ContainerStatus status = writer.Finish();
+    EXPECT_EQ(asked, std::min(questions + 1, 2 * kPieces + 1));
+    return status;
+  };
+  MemoryStore whole;
+  // What cannot be compressed grows a little, and needs a piece more to be moved.
+  ASSERT_EQ(write(2 * kPieces + 1, &whole), ContainerStatus::kOk);
+  for (std::size_t questions = 0; questions <= 2 * kPieces; ++questions) {
+    MemoryStore store;
+    EXPECT_EQ(write(questions, &store), ContainerStatus::kStopped) << questions;
+    EXPECT_LT(store.writes, whole.writes) << questions;
+    EXPECT_FALSE(store.bytes.size() >= 4 &&
+                 LoadLe32(store.bytes.data()) == LoadLe32(whole.bytes.data()))
+        << questions << ": the header is the last to be written";
+  }
+}
+
 TEST(ContainerWriterTest, ReportsEveryWriteThatFails) {
   const auto write = [](MemoryStore& store) {
     ContainerWriter writer(store, {});

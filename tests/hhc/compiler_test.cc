@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <random>
 
 #include "project/project_tree.h"
 #include "tests/hhc/internal_streams.h"
@@ -600,6 +601,49 @@ TEST_F(CompilerTest, StopsAtAnyMomentAndLeavesTheEarlierFile) {
     EXPECT_FALSE(folder_.Has("help.chm.scrivo-new"));
   }
   EXPECT_GT(questions, 12);
+}
+
+// Counts the questions before the first file goes in, and behind the last one.
+class CountingRecorder : public CompileRecorder {
+ public:
+  void File(std::string_view path) override {
+    CompileRecorder::File(path);
+    asked_behind = 0;
+  }
+  bool StopWanted() const override {
+    ++(files.empty() ? asked_before : asked_behind);
+    return false;
+  }
+
+  mutable std::size_t asked_before = 0, asked_behind = 0;
+};
+
+TEST_F(CompilerTest, AsksWhetherToStopThroughoutEveryLongStretch) {
+  constexpr std::size_t kItems = 200, kWords = 3000, kPieces = 3;
+  std::string words, items, lines;
+  for (std::size_t i = 0; i < kWords; ++i) words.append(" word").append(std::to_string(i));
+  for (std::size_t i = 0; i < kItems; ++i) items += ItemText("Page", "a.htm");
+  for (std::size_t i = 0; i < kItems; ++i) lines += "a.htm\n";
+  std::string noise(kPieces << 20, '\0');  // which cannot be made smaller
+  std::mt19937 random(1);
+  for (char& byte : noise) byte = static_cast<char>(random());
+  folder_.Write("a.htm", "<title>A</title>" + words);
+  folder_.Write("a.hhc", "<UL>" + items + "</UL>");
+  folder_.Write("large.bin", noise);
+  folder_.Write("none.bin", "");
+  const auto compile = [&](const std::string& first, CountingRecorder* recorder) {
+    folder_.Write("help.hhp",
+                  "[OPTIONS]\nContents file=a.hhc\nFull-text search=Yes\n"
+                  "Display compile progress=Yes\n[FILES]\n" +
+                      first + "\n" + lines);
+    ASSERT_TRUE(folder_.Compile(recorder, "help.hhp", 1).made);
+  };
+  CountingRecorder small, large;
+  compile("none.bin", &small);
+  compile("large.bin", &large);
+  EXPECT_GT(small.asked_before, 2 * kItems) << "over the list of files, over the contents";
+  EXPECT_GT(small.asked_behind, kWords) << "over the search index";
+  EXPECT_GE(large.asked_behind, small.asked_behind + kPieces) << "as the content is moved";
 }
 
 // 0xD2 is no character of the Greek code page, 0xFF none of the Chinese one.

@@ -196,6 +196,21 @@ TEST(WriteSearchObject, HasTheSizesOfTheOriginal) {
   EXPECT_EQ(Dword(bytes, 0x2C), 7u);
 }
 
+TEST(WriteSearchIndex, AsksWhetherToStopBeforeEachWord) {
+  const auto write = [](int questions) {
+    WordCollector collector;
+    for (const char* word : {"one", "two", "three"}) collector.Add(word, false);
+    Postings postings;
+    postings.AddPage(0, collector.Finish());
+    SpilledBytes index;
+    return WriteSearchIndex(&postings, 0x409, &index, [&] { return --questions < 0; });
+  };
+  for (const int questions : {0, 1, 2}) {
+    EXPECT_EQ(write(questions), SearchIndexStatus::kStopped) << questions;
+  }
+  EXPECT_EQ(write(3), SearchIndexStatus::kOk);
+}
+
 TEST(WriteSearchIndex, IsEmptyWithoutWords) {
   Postings postings;
   SpilledBytes index;
