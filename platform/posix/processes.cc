@@ -20,7 +20,7 @@ namespace {
 // ordinary child (a core dump, a loaded machine) for life.
 constexpr int kGrace = 1000;
 // How long an interrupted child may take to put its things in order before it is killed.
-constexpr int kEndingTime = 2000;
+constexpr int kEndingTime = 500;
 // How often a wait without a limit looks for an interruption, in milliseconds.
 constexpr int kWaitPiece = 100;
 // The longest pause between two looks at a child: what its end may be noticed too late.

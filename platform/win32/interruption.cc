@@ -9,7 +9,7 @@ namespace scrivo {
 namespace {
 
 // How long an interrupted child may take to put its things in order before it is ended.
-constexpr DWORD kEndingTime = 2000;
+constexpr DWORD kEndingTime = 500;
 
 std::atomic<bool> interrupted = false;
 std::mutex children_mutex;

@@ -42,6 +42,39 @@ class InterruptionTest : public WithRealServices {
   Files& files = *TheServices().files;
 };
 
+// Calls the handler as the system does, in a thread of its own.
+DWORD WINAPI HandleEvent(void* event) {
+  return static_cast<DWORD>(OnConsoleEvent(*static_cast<const DWORD*>(event)));
+}
+
+TEST_F(InterruptionTest, IsEveryEventOfTheConsole) {
+  for (DWORD event : {DWORD{CTRL_C_EVENT}, DWORD{CTRL_BREAK_EVENT}}) {
+    ExpectInAChild([&event] {
+      const HANDLE handler = CreateThread(nullptr, 0, HandleEvent, &event, 0, nullptr);
+      DWORD handled = FALSE;
+      return handler != nullptr && WaitForSingleObject(handler, INFINITE) == WAIT_OBJECT_0 &&
+             GetExitCodeThread(handler, &handled) && handled == TRUE && Interrupted();
+    });
+  }
+}
+
+// The system ends the program as soon as the handler returns, before the program has cleared up.
+TEST_F(InterruptionTest, KeepsTheHandlerOfAClosingConsoleFromReturning) {
+  for (DWORD event :
+       {DWORD{CTRL_CLOSE_EVENT}, DWORD{CTRL_LOGOFF_EVENT}, DWORD{CTRL_SHUTDOWN_EVENT}}) {
+    ExpectInAChild([&] {
+      const HANDLE handler = CreateThread(nullptr, 0, HandleEvent, &event, 0, nullptr);
+      if (handler == nullptr || !Eventually([] { return Interrupted(); })) return false;
+      // Other work, in which a handler that returns would have done so.
+      for (int i = 0; i < 100; ++i) {
+        OnConsoleEvent(CTRL_C_EVENT);
+        files.Append(InFolder("log"), "x");
+      }
+      return WaitForSingleObject(handler, 0) == WAIT_TIMEOUT;
+    });
+  }
+}
+
 TEST_F(InterruptionTest, StopsReadingAndBeginningButNotPuttingInOrder) {
   ExpectInAChild([&] {
     files.Write(InFolder("a"), "x");
