@@ -17,6 +17,7 @@ class FailingDisk : public Files {
  public:
   explicit FailingDisk(std::shared_ptr<Files> disk) : disk_(std::move(disk)) {}
 
+  // Before a file is written or a folder made.
   std::function<void(const std::string& path)> on_write = [](const std::string&) {};
   std::function<void(const std::string& path)> on_read = [](const std::string&) {};
   std::function<void(const std::string& folder)> on_list = [](const std::string&) {};
@@ -43,6 +44,7 @@ class FailingDisk : public Files {
   }
   void Remove(const std::string& path, bool forced) override { disk_->Remove(path, forced); }
   void MakeFolder(const std::string& path) override {
+    on_write(path);
     if (GetFolder(path) == closed_folder) throw Error(kPermissionDenied, "", path);
     disk_->MakeFolder(path);
   }

@@ -46,6 +46,20 @@ TEST_F(EarlyInterruption, WhileTheWebIsReadLeavesThingsAsTheyWere) {
   EXPECT_TRUE(ProjectFiles().empty());
 }
 
+TEST_F(EarlyInterruption, WhileTheCompilersFolderIsMadeTellsOfNoFailure) {
+  output.Write("a.chm", "ITSF old");
+  web.Write("behaviour.txt", "make");
+  for (const char* folder : {"a.chm.scrivo-work", "web", "made"}) {
+    EXPECT_EXIT(RunInterrupted({"compile", WebPath(), "-o", Output(), "--compiler",
+                                TestProgram("test_fake_hhc"), "-q"},
+                               folder, true),
+                testing::ExitedWithCode(130), "told: $")
+        << folder;
+    EXPECT_EQ(output.Read("a.chm"), "ITSF old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1) << folder;
+  }
+}
+
 // Compiles a project whose report is asked when the program has been interrupted already.
 [[noreturn]] void CompileInterrupted(const std::string& folder, const std::string& output) {
   signal(SIGINT, SIG_DFL);
