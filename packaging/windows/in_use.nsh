@@ -16,21 +16,15 @@ Var InUse  ; 1 when a file that somebody uses goes at the next start of Windows
   ${EndIf}
 !macroend
 
-; /AllUsers without the rights for it, told without waiting for an answer where nobody could give one.
-!macro NeedRightsForAllUsers
-  ${GetParameters} $0
-  ClearErrors
-  ${GetOptions} $0 "/AllUsers" $1
-  ${IfNot} ${Errors}
-    UserInfo::GetAccountType
-    Pop $1
-    ${If} $1 != Admin
-      MessageBox MB_OK|MB_ICONSTOP "Installing for all users needs the rights of an administrator." /SD IDOK
-      SetErrorLevel 2
-      Quit
-    ${EndIf}
+; Ends a setup that would need the rights of an administrator, told without waiting for an answer where nobody could give one.
+!macro NeedRights DOING
+  UserInfo::GetAccountType
+  Pop $1
+  ${If} $1 != Admin
+    MessageBox MB_OK|MB_ICONSTOP "${DOING} for all users needs the rights of an administrator." /SD IDOK
+    SetErrorLevel 2
+    Quit
   ${EndIf}
-  ClearErrors
 !macroend
 
 ; Deletes a key that is empty, then those above it, LEVELS more.

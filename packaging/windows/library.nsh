@@ -34,9 +34,13 @@
 !macroend
 
 ; Takes a library away. One that an application has loaded cannot be deleted, but given another name, which frees its own;
-; it goes when Windows starts the next time.
+; it goes when Windows starts the next time. Who is no administrator cannot leave files to that, but a command.
 !macro RemoveLibrary KIND
+  ; One that the removal of the earlier version has left counts too.
   Delete "$INSTDIR\${KIND}\*.tmp"
+  ${If} ${FileExists} "$INSTDIR\${KIND}\*.tmp"
+    StrCpy $InUse 1
+  ${EndIf}
   Delete "$INSTDIR\${KIND}\Scrivo.dll"
   ${If} ${FileExists} "$INSTDIR\${KIND}\Scrivo.dll"
     GetTempFileName $R7 "$INSTDIR\${KIND}"
@@ -45,7 +49,15 @@
     ${If} ${FileExists} "$INSTDIR\${KIND}\Scrivo.dll"
       !insertmacro Fail "$INSTDIR\${KIND}\Scrivo.dll is in use. Close FrontPage, SharePoint Designer and Scrivo Host."
     ${EndIf}
-    Delete /REBOOTOK $R7
+    UserInfo::GetAccountType
+    Pop $R6
+    ${If} $R6 == Admin
+      Delete /REBOOTOK $R7
+    ${Else}
+      ; Folders go with it when nothing else is in them.
+      WriteRegStr HKCU "Software\Microsoft\Windows\CurrentVersion\RunOnce" "${NAME} ${KIND}" \
+        '"$SYSDIR\cmd.exe" /d /c del /q "$INSTDIR\${KIND}\*.tmp" & rd "$INSTDIR\${KIND}" & rd "$INSTDIR"'
+    ${EndIf}
     StrCpy $InUse 1
   ${EndIf}
   ClearErrors

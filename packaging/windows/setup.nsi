@@ -210,7 +210,13 @@ Function .onInit
   StrCpy $0 $INSTDIR  ; of /D=
   Push $0
   !insertmacro NativeView
-  !insertmacro NeedRightsForAllUsers
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/AllUsers" $1
+  ${IfNot} ${Errors}
+    !insertmacro NeedRights "Installing"
+  ${EndIf}
+  ClearErrors
   !insertmacro MULTIUSER_INIT
   Pop $0
   ${If} $0 != ""
@@ -277,6 +283,10 @@ FunctionEnd
 
 Function un.onInit
   !insertmacro NativeView
+  ReadRegStr $0 HKLM "${SETUP_KEY}" InstallLocation
+  ${If} $0 == $INSTDIR
+    !insertmacro NeedRights "Removing what is installed"
+  ${EndIf}
   !insertmacro MULTIUSER_UNINIT
 FunctionEnd
 

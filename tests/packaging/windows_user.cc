@@ -1,12 +1,18 @@
 // What a user of an installed Scrivo does on Windows, for tests/packaging/setup:
 //
-//   windows_user com                creates the add-in through COM by its programmatic identifier
-//   windows_user create LIBRARY     creates it through the library's own DllGetClassObject
-//   windows_user hold LIBRARY FILE  loads the library as an application does, until FILE is there
-//   windows_user host HOST FILE     starts Scrivo Host; FILE says that it is shown
-//   windows_user compile HOST WEB   compiles a web in Scrivo Host, as it does for other programs
-//   windows_user page [BUTTON]      waits until a page of a setup, with this button, can be left
-//   windows_user next               leaves it, and waits for the next one
+//   run [plain] COMMAND…      runs a command, and prints its exit status; plain: without the
+//                             rights of an administrator
+//   pages [plain] COMMAND…    the same with a setup, whose pages are gone through; what its
+//                             messages say is printed, and agreed to
+//   decline [plain] COMMAND…  the same, but cancels at the first message
+//   logon                     runs what was left to be run once at the next logon of the user
+//   com                       creates the add-in through COM by its programmatic identifier
+//   create LIBRARY            creates it through the library's own DllGetClassObject
+//   hold LIBRARY FILE         loads the library as an application does, until FILE is there
+//   host HOST FILE            starts Scrivo Host; FILE says that it is shown
+//   compile HOST WEB          compiles a web in Scrivo Host, as it does for other programs
+//   page [BUTTON]             waits until a page of a setup, with this button, can be left
+//   next                      leaves it, and waits for the next one
 //
 // The exit status is 0 when that was done; what was in the way is printed.
 
@@ -79,16 +85,81 @@ int Hold(const char* library, const char* file) {
   return WaitFor([&] { return Exists(file); }) ? 0 : 1;
 }
 
-HANDLE Start(std::string command_line) {
+// `token` is what the new process may do; null for all that this one may.
+HANDLE Start(std::string command_line, HANDLE token = nullptr) {
   STARTUPINFOA start{};
   start.cb = sizeof start;
   PROCESS_INFORMATION process{};
-  if (!CreateProcessA(nullptr, command_line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                      &start, &process)) {
+  if (!CreateProcessAsUserA(token, nullptr, command_line.data(), nullptr, nullptr, FALSE, 0,
+                            nullptr, nullptr, &start, &process)) {
     return nullptr;
   }
   CloseHandle(process.hThread);
   return process.hProcess;
+}
+
+// What a user may do who is no administrator; null when there is no such token.
+HANDLE PlainToken() {
+  HANDLE own = nullptr;
+  HANDLE plain = nullptr;
+  BYTE administrators[SECURITY_MAX_SID_SIZE];
+  DWORD size = sizeof administrators;
+  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_ALL_ACCESS, &own) ||
+      !CreateWellKnownSid(WinBuiltinAdministratorsSid, nullptr, administrators, &size)) {
+    return nullptr;
+  }
+  SID_AND_ATTRIBUTES denied{administrators, 0};
+  const BOOL made =
+      CreateRestrictedToken(own, DISABLE_MAX_PRIVILEGE, 1, &denied, 0, nullptr, 0, nullptr, &plain);
+  CloseHandle(own);
+  return made ? plain : nullptr;
+}
+
+// The program in quotes, the rest as it is given: a setup wants one of its options without.
+std::string CommandLine(char** begin, char** end) {
+  std::string line;
+  for (char** word = begin; word != end; ++word)
+    line += word == begin ? "\"" + std::string(*word) + "\"" : " " + std::string(*word);
+  return line;
+}
+
+int PrintStatusOf(HANDLE process) {
+  if (!process) return Fail("the command does not start", HRESULT_FROM_WIN32(GetLastError()));
+  if (WaitForSingleObject(process, kLimit) != WAIT_OBJECT_0)
+    return Fail("the command does not end", E_FAIL);
+  DWORD status = 0;
+  GetExitCodeProcess(process, &status);
+  std::printf("status %lu\n", status);
+  return 0;
+}
+
+// As Windows does, which takes each command away before it is run. Wine's start leaves them alone.
+int LogOn() {
+  HKEY key = nullptr;
+  if (RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce", 0,
+                    KEY_ALL_ACCESS, &key) != ERROR_SUCCESS) {
+    return Fail("nothing can be left to be run", E_FAIL);
+  }
+  int status = 0;
+  DWORD index = 0;
+  for (;;) {
+    char name[256];
+    char command[2048] = "";
+    DWORD name_size = sizeof name;
+    DWORD command_size = sizeof command - 1;
+    if (RegEnumValueA(key, index, name, &name_size, nullptr, nullptr,
+                      reinterpret_cast<BYTE*>(command), &command_size) != ERROR_SUCCESS) {
+      break;
+    }
+    if (name_size == 0) {  // the key's own value is no command
+      ++index;
+      continue;
+    }
+    RegDeleteValueA(key, name);
+    status |= PrintStatusOf(Start(command));
+  }
+  RegCloseKey(key);
+  return status;
 }
 
 HWND Shown(const char* class_name, const char* title) {
@@ -128,14 +199,35 @@ HWND ButtonOf(HWND form, const char* text) {
   return search.found;
 }
 
-// Tells what a message box says, once, and answers it.
-bool AnswersMessage() {
-  HWND box = Shown("#32770", nullptr);
+constexpr int kMessageText = 0xFFFF;  // the item of a message box
+
+// The button of a message box that agrees; 0 when it has none.
+int AgreeingButton(HWND box) {
+  return GetDlgItem(box, IDYES) ? IDYES : GetDlgItem(box, IDOK) ? IDOK : 0;
+}
+
+// A setup's windows are of the same class, but have either no such text or no such button.
+BOOL CALLBACK TakeMessage(HWND window, LPARAM given) {
+  char name[16] = "";
+  GetClassNameA(window, name, sizeof name);
+  if (std::string(name) != "#32770" || !IsWindowVisible(window) ||
+      !GetDlgItem(window, kMessageText) || AgreeingButton(window) == 0) {
+    return TRUE;
+  }
+  *reinterpret_cast<HWND*>(given) = window;
+  return FALSE;
+}
+
+// Tells what a message box says, once, and answers it; false when there is none.
+bool AnswersMessage(bool declines = false) {
+  HWND box = nullptr;
+  EnumWindows(&TakeMessage, reinterpret_cast<LPARAM>(&box));
   if (!box) return false;
   char text[1024] = "";
-  GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
+  GetDlgItemTextA(box, kMessageText, text, sizeof text);
   std::printf("message: %s\n", text);
-  SendMessageA(box, WM_COMMAND, GetDlgItem(box, IDYES) ? IDYES : IDOK, 0);
+  SendMessageA(box, WM_COMMAND, declines ? IDCANCEL : AgreeingButton(box), 0);
+  WaitFor([&] { return !IsWindowVisible(box); });  // so that it is told once
   return true;
 }
 
@@ -187,6 +279,35 @@ HWND AwaitPage(const char* button = nullptr) {
   return WaitFor(can_be_left) ? setup : nullptr;
 }
 
+// Goes through the pages of a setup, without starting what it offers to start.
+int GoThroughPages(HANDLE process, bool declines) {
+  HWND left = nullptr;
+  bool declined = false;
+  const auto ended_or_went_on = [&] {
+    if (WaitForSingleObject(process, 0) == WAIT_OBJECT_0) return true;
+    if (AnswersMessage(declines && !declined)) {
+      declined = declines;
+      return false;
+    }
+    HWND setup = Shown("#32770", nullptr);
+    HWND page = setup ? PageOf(setup) : nullptr;
+    if (!page || !IsWindowVisible(page)) return false;
+    if (HWND box = ButtonOf(setup, "Start Scrivo Host");
+        box && SendMessageA(box, BM_GETCHECK, 0, 0) == BST_CHECKED) {
+      SendMessageA(box, BM_CLICK, 0, 0);
+    }
+    if (page != left && IsWindowEnabled(GetDlgItem(setup, IDOK))) {
+      left = page;
+      PostMessageA(setup, WM_COMMAND, IDOK, 0);
+    } else if (declined && IsWindowEnabled(GetDlgItem(setup, IDCANCEL))) {
+      PostMessageA(setup, WM_COMMAND, IDCANCEL, 0);
+    }
+    return false;
+  };
+  if (process && !WaitFor(ended_or_went_on)) return Fail("the setup does not end", E_FAIL);
+  return PrintStatusOf(process);
+}
+
 int PressNext() {
   HWND setup = AwaitPage();
   if (!setup) return Fail("there is no page", E_FAIL);
@@ -200,6 +321,14 @@ int PressNext() {
 int main(int argc, char** argv) {
   OleInitialize(nullptr);
   const std::string task = argc > 1 ? argv[1] : "";
+  if (task == "run" || task == "pages" || task == "decline") {
+    const bool plain = argc > 2 && std::string(argv[2]) == "plain";
+    HANDLE token = plain ? PlainToken() : nullptr;
+    if (plain && !token) return Fail("there are no plain users", E_FAIL);
+    HANDLE process = Start(CommandLine(argv + (plain ? 3 : 2), argv + argc), token);
+    return task == "run" ? PrintStatusOf(process) : GoThroughPages(process, task == "decline");
+  }
+  if (task == "logon") return LogOn();
   if (task == "com") return CreateThroughCom();
   if (task == "create" && argc == 3) return CreateFrom(argv[2]);
   if (task == "hold" && argc == 4) return Hold(argv[2], argv[3]);
