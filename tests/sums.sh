@@ -72,7 +72,7 @@ fuzz() {
 }
 
 # campaign NAME COMMAND…: runs a program whose last line is a sum, and adds that to the sum. What it says is shown when
-# something failed.
+# something failed; what it left out, and why, is shown in any case.
 campaign() {
   local name=$1 log sum
   log=build/logs/${name// /_}.log
@@ -89,6 +89,7 @@ campaign() {
   passed=$((passed + ${sum%% *}))
   sum=${sum% failed}
   failed=$((failed + ${sum##* }))
+  grep '^skipped: ' "$log"
   [ "${sum##* }" -eq 0 ] || { head -n 40 "$log"; echo "The whole record is in $log"; }
 }
 
