@@ -179,7 +179,8 @@ Sitemap ReadBinaryContents(const std::vector<std::uint8_t>& contents, const Topi
 // docs/formats/keyword-tree.md describes the stream. The listing blocks have all that is in it.
 Sitemap ReadBinaryIndex(const std::vector<std::uint8_t>& tree, const TopicBytes& topics,
                         int code_page) {
-  constexpr std::size_t kHeaderSize = 76, kBlockSizeField = 4, kSmallestBlock = 0x40;
+  constexpr std::size_t kHeaderSize = 76, kBlockSizeField = 4, kLastListingField = 0x1A;
+  constexpr std::size_t kSmallestBlock = 0x40;
   constexpr std::uint16_t kSeeAlso = 2;
   KnownTopics known(topics, tree.size(), code_page);
   Sitemap sitemap;
@@ -187,13 +188,16 @@ Sitemap ReadBinaryIndex(const std::vector<std::uint8_t>& tree, const TopicBytes&
   const std::size_t block_size = StreamCursor(tree, kBlockSizeField).Next16();
   if (block_size < kSmallestBlock || tree.size() < kHeaderSize) return sitemap;
   const std::size_t blocks = (tree.size() - kHeaderSize) / block_size;
+  const std::uint32_t last_listing = StreamCursor(tree, kLastListingField).Next32();
   std::uint32_t block = 0;
   for (std::size_t count = 0; count < blocks && block < blocks; ++count) {
     StreamCursor cursor(Bytes(tree).subspan(kHeaderSize + block * block_size, block_size), 0);
     cursor.Next16();  // free bytes
     const std::size_t entries = cursor.Next16();
     cursor.Next32();  // the block before
-    block = cursor.Next32();
+    // Some compilers call each block its own successor; the listing blocks lie in order.
+    const std::uint32_t next = cursor.Next32();
+    block = next != block ? next : block < last_listing ? block + 1 : kNone;
     for (std::size_t i = 0; i < entries; ++i) {
       const std::u16string keyword = cursor.NextWide();
       const std::uint16_t kind = cursor.Next16();

@@ -200,6 +200,16 @@ TEST_F(BinaryIndex, HasLevelsTopicsAndReferences) {
                    "\xD0\x96\xF0\x9D\x84\x9E\xEF\xBF\xBD -> B /b.htm", "dogs, see cats, tails"}));
 }
 
+TEST_F(BinaryIndex, GoesOnBehindBlocksThatSucceedThemselves) {
+  const std::uint32_t a = topics.Add("A", "a.htm");
+  for (const char16_t* keyword : {u"one", u"two", u"three"}) {
+    StartBlock(1, static_cast<std::uint32_t>(blocks));
+    Keyword(keyword, 0, 0, {a});
+  }
+  tree.Set32(0x1A, 1);  // the third block is none of the listing
+  EXPECT_EQ(Read(), (Lines{"one -> A /a.htm", "two -> A /a.htm"}));
+}
+
 TEST_F(BinaryIndex, EndsWhateverItsNumbersSay) {
   const std::uint32_t a = topics.Add("A", "a.htm");
   StartBlock(3, 0);  // leads to itself
