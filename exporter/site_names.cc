@@ -148,7 +148,7 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
   }
   std::string scheme = SchemeOf(address);
   if (scheme.ends_with(".chm")) scheme.clear();  // a help file's name before "::"
-  bool in_help_file = false;
+  bool in_help_file = false, is_outside = false;
   if (scheme == "javascript" || scheme == "vbscript" || scheme == "livescript") {
     target.kind = LinkTarget::Kind::kScript;
     return target;
@@ -175,9 +175,11 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
       }
     }
     in_help_file = true;
-  } else if (!scheme.empty() || address.starts_with("//")) {
+  } else if (address.starts_with("//")) {
     target.kind = LinkTarget::Kind::kOutside;
     return target;
+  } else if (!scheme.empty()) {
+    is_outside = true;  // unless it is a name with a ":" in it
   } else if (const std::size_t separator = address.find("::/");
              separator != std::string_view::npos) {
     // The same without a scheme, as contents files have it.
@@ -194,27 +196,25 @@ LinkTarget ResolveLink(const SiteNames& names, std::string_view address, std::st
       in_help_file = true;
     }
   }
-  const std::size_t end = std::min(path.find_first_of("?#"), path.size());
-  target.rest = path.substr(end);
-  std::string name = PercentDecoded(path.substr(0, end));
-  std::replace(name.begin(), name.end(), '\\', '/');
-  if (!name.starts_with('/') && !in_help_file) {
-    name.insert(0, from.substr(0, from.rfind('/') + 1));
-  }
-  const std::string normalized = Normalized(name);
-  if (const std::string* place = names.Find(normalized)) {
+  const auto lead_to = [&](std::string name, std::string_view rest) {
+    std::replace(name.begin(), name.end(), '\\', '/');
+    if (!name.starts_with('/') && !in_help_file) {
+      name.insert(0, from.substr(0, from.rfind('/') + 1));
+    }
+    const std::string* place = names.Find(Normalized(name));
+    if (place == nullptr) return false;
     target.kind = LinkTarget::Kind::kPage;
     target.place = *place;
-    return target;
-  }
-  // A "#" or "?" may belong to a name.
-  if (!target.rest.empty()) {
-    if (const std::string* place = names.Find(normalized + PercentDecoded(target.rest))) {
-      target.kind = LinkTarget::Kind::kPage;
-      target.place = *place;
-      target.rest.clear();
-    }
-  }
+    target.rest = rest;
+    return true;
+  };
+  const std::size_t end = std::min(path.find_first_of("?#"), path.size());
+  const std::string_view name = path.substr(0, end), rest = path.substr(end);
+  if (lead_to(PercentDecoded(name), rest)) return target;
+  // A "#", a "?" or a "%" may belong to a name.
+  if (!rest.empty() && lead_to(PercentDecoded(path), "")) return target;
+  if (name.find('%') != std::string_view::npos && lead_to(std::string(name), rest)) return target;
+  if (is_outside) target.kind = LinkTarget::Kind::kOutside;
   return target;
 }
 

@@ -41,6 +41,8 @@ class Links : public testing::Test {
     names.Add("/start.htm", true);
     names.Add("/Beds/Roses & more.htm", true);
     names.Add("/Beds/C#.htm", true);
+    names.Add("/Beds/part:one.htm", true);
+    names.Add("/Beds/5%20more.htm", true);
   }
   LinkTarget Resolve(std::string_view address, std::string_view from = "/Beds/x.htm") const {
     return ResolveLink(names, address, from);
@@ -80,6 +82,9 @@ TEST_F(Links, TellsOtherHelpFilesApart) {
 TEST_F(Links, TakesAnOddCharacterOfANameForWhatItIs) {
   ExpectPage("C#.htm", "Beds/C_.htm");
   ExpectPage("C%23.htm", "Beds/C_.htm");
+  ExpectPage("Part:one.htm#a", "Beds/part_one.htm", "#a");
+  ExpectPage("/beds/part%3Aone.htm", "Beds/part_one.htm");
+  ExpectPage("5%20more.htm?b", "Beds/5_20more.htm", "?b");
 }
 
 TEST_F(Links, SeesScriptsThroughTheirDisguise) {
