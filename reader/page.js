@@ -78,8 +78,11 @@
     }
   }
 
+  let isShown = false;  // by the frame itself, which answers; not by a page with frames
+
   addEventListener("message", (event) => {
     if (event.source !== parent || event.origin !== self.origin) return;
+    isShown = true;
     switch (event.data?.scrivo) {
       case "texts":
         unmark();
@@ -117,10 +120,17 @@
     }
   });
 
-  // A link to a page of the site stays in the frame, whatever window it names.
+  // A link to a page of the site stays in the frame, whatever window it names: from a frame of the
+  // page itself it takes the place of that page. Other sites may refuse to be shown in a frame.
   addEventListener("click", (event) => {
     const link = event.target.closest?.("a[href], area[href]");
-    if (!link || !link.href.startsWith(pages)) return;
-    if (/^_(top|parent)$/i.test(link.target)) link.target = "_self";
+    if (!link) return;
+    const target = link.target || document.querySelector("base[target]")?.target || "";
+    const isWindow = /^_(top|parent)$/i.test(target);
+    if (link.href.startsWith(pages)) {
+      if (isWindow) link.target = isShown ? "_self" : "_parent";
+    } else if (/^https?:/.test(link.href) && !isWindow) {
+      link.target = "_blank";
+    }
   });
 })();

@@ -29,6 +29,8 @@
     page.contentWindow?.postMessage({ scrivo: what, ...more }, origin);
   }
 
+  const askForMarks = () => tellPage(search?.terms.length > 0 ? "texts" : "unmark");
+
   // --- The page ---
 
   function go(address) {
@@ -77,7 +79,7 @@
       if (address === null) return;
       page.style.setProperty("--height", `${Number(told.height) || 0}px`);
       follow(address, String(told.title));
-      if (search?.terms.length > 0) tellPage("texts");
+      askForMarks();
     } else if (told?.scrivo === "texts" && Array.isArray(told.texts) && search) {
       tellPage("mark", { ranges: search.rangesIn(told.texts.map(String)) });
     } else if (told?.scrivo === "search") {
@@ -153,7 +155,7 @@
         const entry = tree ? tree.find(address) : -1;
         return entry < 0 ? "" : tree.chain(entry).slice(0, -1).map((at) => tree.titleOf(at)).join(" › ");
       });
-      search.onTerms = () => tellPage(search.terms.length > 0 ? "texts" : "unmark");
+      search.onTerms = askForMarks;
     },
   };
 

@@ -156,6 +156,21 @@ const japanese = () => compile({
   },
 });
 
+// A page with frames of its own, and links for all kinds of windows.
+export const framed = () => compile({
+  name: "framed", charset: "windows-1252", language: "0x409", options: "Default topic=frames.htm\n",
+  contents: [{ name: "Frames", local: "frames.htm" }, { name: "Two", local: "two.htm" }],
+  files: {
+    "frames.htm": "<html><head><title>Frames</title></head><frameset cols=\"20%,*\">" +
+      "<frame name=menu src=menu.htm><frame name=main src=one.htm></frameset></html>",
+    "menu.htm": page("windows-1252", "Menu", "<base target=main><a href=two.htm>two</a> " +
+      "<a id=top href=two.htm target=_top>two</a> <a id=parent href=two.htm target=_PARENT>two</a>"),
+    "one.htm": page("windows-1252", "One", "Page one."),
+    "two.htm": page("windows-1252", "Two", "<base target=_top><a id=one href=one.htm>one</a> " +
+      "<a id=out target=_self href=\"https://example.com/\">out</a>"),
+  },
+});
+
 // Texts of words that are drawn by a generator, the same in each run: rare ones and common ones,
 // with accents, in titles and in bodies.
 const words = () => {

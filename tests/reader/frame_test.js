@@ -1,6 +1,7 @@
 // The frame around the pages, in a real browser, from a disk and from a web server.
 import assert from "node:assert/strict";
 import { after, before, test } from "node:test";
+import { framed } from "./books.js";
 import { addressOf, exportSite, here, kind, openBrowser, pageIn, search, serve, shown, text } from "./browser.js";
 
 let browser;
@@ -102,6 +103,39 @@ test("keeps a link for the whole window in the frame", async () => {
   await pageIn(tab).click("a[target]");
   await shown(tab, "beds/tulips.htm");
   assert.ok(await tab.$("#tree"));
+});
+
+test("leads out of the frames of a page, and not out of its own", async () => {
+  const frames = exportSite(framed());
+  const inner = async (name) => (await tab.waitForFrame((frame) => frame.url().endsWith(name)));
+  for (const link of ["#top", "#parent"]) {
+    await open(addressOf(frames));
+    await shown(tab, "frames.htm");
+    await (await inner("/menu.htm")).waitForSelector(link);
+    await (await inner("/menu.htm")).click("a");
+    await inner("/two.htm");
+    assert.equal(await tab.evaluate(() => location.hash), "#frames.htm");
+    await (await inner("/menu.htm")).click(link);
+    await shown(tab, "two.htm");
+    await tab.waitForFunction(() => document.title.startsWith("Two"));
+  }
+  await pageIn(tab).click("#one");
+  await shown(tab, "one.htm");
+  assert.ok(await tab.$("#tree"));
+});
+
+test("opens other sites in a tab of their own", async () => {
+  const server = await serve(site, "/");
+  try {
+    await open(addressOf(exportSite(framed()), "index.html#two.htm"));
+    await tab.waitForFunction(() => document.title.startsWith("Two"));
+    await pageIn(tab).$eval("#out", (link, address) => { link.href = address; }, server.address);
+    await pageIn(tab).click("#out");
+    await browser.waitForTarget((target) => target.url().startsWith(server.address));
+    assert.ok(pageIn(tab).url().endsWith("two.htm"));
+  } finally {
+    server.close();
+  }
 });
 
 test("makes links of the objects of the help viewer", async () => {
