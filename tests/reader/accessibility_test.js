@@ -12,11 +12,15 @@ let browser;
 let site;
 let tab;
 
+// Its rules judge the document, which is the same in every browser.
+const skip = kind === "firefox";
+
 before(async () => {
+  if (skip) return;
   site = exportSite(`${here}book/book.hhp`);
   browser = await openBrowser();
 });
-after(() => browser.close());
+after(() => browser?.close());
 
 async function open(name) {
   tab = await browser.newPage();
@@ -32,7 +36,7 @@ async function findings() {
 }
 
 for (const scheme of ["light", "dark"]) {
-  test(`finds nothing in the frame and its tabs (${scheme})`, { skip: kind === "firefox" }, async () => {
+  test(`finds nothing in the frame and its tabs (${scheme})`, { skip }, async () => {
     await open("index.html");
     await tab.emulateMediaFeatures([{ name: "prefers-color-scheme", value: scheme }]);
     await shown(tab, "start.htm");
@@ -50,7 +54,7 @@ for (const scheme of ["light", "dark"]) {
   });
 }
 
-test("finds nothing in the list of keywords", async () => {
+test("finds nothing in the list of keywords", { skip }, async () => {
   await open("keywords.html");
   assert.deepEqual(await findings(), []);
 });
@@ -65,7 +69,7 @@ const pagesOf = () => tab.evaluate(async () => {
 
 const garden = { name: "garden", make: () => `${here}book/book.hhp` };
 for (const book of [garden, ...books.filter(({ isPlain }) => !isPlain)]) {
-  test(`lists what it finds in the pages of ${book.name}`, { skip: kind === "firefox" }, async (context) => {
+  test(`lists what it finds in the pages of ${book.name}`, { skip }, async (context) => {
     const own = exportSite(book.make());
     tab = await browser.newPage();
     await tab.goto(addressOf(own));

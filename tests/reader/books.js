@@ -210,7 +210,7 @@ function sample() {
 
 // What each book shows: the entries of its contents with the addresses that they lead to, keywords,
 // a word to look for with the titles it finds, and a text of the default page. The pages of one
-// that `isPlain` are all of one kind; `opened` is how many entries are seen at first.
+// that `isPlain` are all of one kind, a few are opened; `opened` is how many entries are seen at first.
 export const books = [
   { name: "small", make: small, title: "small.chm", tree: { Untitled: "Untitled1.htm" }, keywords: [],
     search: ["only", ["Untitled1.htm"]], text: "The only page." },

@@ -61,7 +61,7 @@ for (const book of books) {
       assert.ok((await pageIn(tab).$eval("body", (body) => body.innerText)).includes(book.text));
     }
     assert.ok(entries.length > 0);
-    for (const [at, [title, address]] of entries.entries()) {
+    for (const [at, [title, address]] of entries.slice(0, book.isPlain ? 3 : undefined).entries()) {
       if (!address?.startsWith("#")) continue;
       const links = await tab.$$("#tree a");
       await links[at].evaluate((link) => link.click());

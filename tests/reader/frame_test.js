@@ -16,8 +16,10 @@ before(async () => {
 after(() => browser.close());
 
 async function open(address = addressOf(site)) {
-  await tab?.close();
+  // The new tab comes first: a browser may open one in the window that it is about to close.
+  const last = tab;
   tab = await browser.newPage();
+  await last?.close();
   faults = [];
   tab.on("pageerror", (error) => faults.push(error.message));
   await tab.goto(address);
@@ -131,8 +133,9 @@ test("opens other sites in a tab of their own", async () => {
     await tab.waitForFunction(() => document.title.startsWith("Two"));
     await pageIn(tab).$eval("#out", (link, address) => { link.href = address; }, server.address);
     await pageIn(tab).click("#out");
-    await browser.waitForTarget((target) => target.url().startsWith(server.address));
+    const other = await browser.waitForTarget((target) => target.url().startsWith(server.address));
     assert.ok(pageIn(tab).url().endsWith("two.htm"));
+    await (await other.page()).close();
   } finally {
     server.close();
   }
