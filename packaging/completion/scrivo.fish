@@ -10,6 +10,25 @@ function __scrivo_command
     end
 end
 
+# Whether the operand of this number is typed, of one of the commands behind it.
+function __scrivo_operand
+    set -l words (commandline -opc)
+    set -q words[2]; and contains -- $words[2] $argv[2..]; or return
+    set -e words[1..2]
+    set -l operand 1
+    set -l value_follows no
+    for word in $words
+        if test $value_follows = yes
+            set value_follows no
+        else if contains -- $word -o --output --compiler --contents --index --code-page --language --title --default-page
+            set value_follows yes
+        else if not string match -q -- '-*' $word
+            set operand (math $operand + 1)
+        end
+    end
+    test $operand -eq $argv[1]
+end
+
 # Folders, and files whose extension is among the arguments.
 function __scrivo_paths
     set -l extensions (string join '|' -- $argv)
@@ -38,9 +57,10 @@ complete -c scrivo -n __scrivo_command -a info -d 'Describe a help file'
 complete -c scrivo -n __scrivo_command -a help -d 'Print the options of a command'
 complete -c scrivo -n '__scrivo_command help' -a 'compile project tree check decompile export view text list info'
 
-complete -c scrivo -n '__scrivo_command compile project tree check' -a '(__fish_complete_directories)'
-complete -c scrivo -n '__scrivo_command decompile list info' -a '(__scrivo_paths chm)'
-complete -c scrivo -n '__scrivo_command export view text' -a '(__scrivo_paths chm hhp)'
+complete -c scrivo -n '__scrivo_operand 1 compile project tree check' -a '(__fish_complete_directories)'
+complete -c scrivo -n '__scrivo_operand 1 decompile list info' -a '(__scrivo_paths chm)'
+complete -c scrivo -n '__scrivo_operand 1 export view text' -a '(__scrivo_paths chm hhp)'
+complete -c scrivo -n '__scrivo_operand 2 decompile export' -a '(__fish_complete_directories)'
 
 set -l webs '__scrivo_command compile project tree check export view text'
 complete -c scrivo -n $webs -l contents -x -a 'auto navigation folders' -d 'What the contents are made from'

@@ -153,12 +153,12 @@ def check(name, shell, total):
     expect("scrivo nonsense ", [])
     expect("hhc ", folders + ["book.hhp"])
     expect("hhc --jobs 2 --gnu bo", ["book.hhp"])
-    if name != "fish":  # whose completion does not count operands
-        expect("scrivo compile web ", [])
-        expect("scrivo decompile new.chm ", folders)
-        expect("scrivo export new.chm ", folders)
-        expect("hh -decompile ", folders)
-        expect("hh -decompile web ", folders + help_files)
+    expect("scrivo compile web ", [])
+    expect("scrivo compile --title web ", folders)
+    expect("scrivo decompile new.chm ", folders)
+    expect("scrivo export new.chm ", folders)
+    expect("hh -decompile ", folders)
+    expect("hh -decompile web ", folders + help_files)
 
 
 def main():
