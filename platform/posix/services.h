@@ -154,7 +154,7 @@ class PosixSystem : public SystemServices {
   int code_page_ = 1252;
 };
 
-// The user's home folder: HOME, else what the user database tells; "/" when nobody knows.
+// The user's home folder: HOME, else what /etc/passwd tells; "/" when neither does.
 std::string HomeFolder();
 
 // Where programs keep what the user chose: XDG_CONFIG_HOME when it is an absolute path, else

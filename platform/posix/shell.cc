@@ -1,12 +1,13 @@
 
 #include "platform/shell.h"
 
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
+#include <sstream>
+#include <vector>
 
 #include "platform/command_line.h"
 #include "platform/posix/services.h"
@@ -79,13 +80,33 @@ std::string UserDirs() {
   }
 }
 
+// The home folder of a user in the system's list; "/" for one who is not in it. getpwuid would load
+// libraries of the system into programs that are linked statically, which may not fit them.
+std::string HomeInUserList(uid_t user) {
+  PosixFiles files;
+  std::istringstream list;
+  try {
+    list.str(ReadWholeFile(files, "/etc/passwd"));
+  } catch (const Error&) {
+    return "/";
+  }
+  for (std::string line; std::getline(list, line);) {
+    // name:password:user:group:description:home:shell
+    std::istringstream text(line);
+    std::vector<std::string> fields;
+    for (std::string field; std::getline(text, field, ':');) fields.push_back(field);
+    if (fields.size() > 5 && fields[2] == std::to_string(user) && !fields[5].empty())
+      return fields[5];
+  }
+  return "/";
+}
+
 }  // namespace
 
 std::string HomeFolder() {
   const char* const home = std::getenv("HOME");
   if (home && home[0] != '\0') return home;
-  const passwd* const user = getpwuid(getuid());
-  return user && user->pw_dir ? user->pw_dir : "/";
+  return HomeInUserList(getuid());
 }
 
 std::string ConfigurationFolder() {
