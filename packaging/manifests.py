@@ -25,7 +25,8 @@ def winget(version, home, setup):
     return {
         "winget/Scrivo.Scrivo.yaml": head + "DefaultLocale: en-US\nManifestType: version\nManifestVersion: 1.6.0\n",
         "winget/Scrivo.Scrivo.installer.yaml": head + "InstallerType: nullsoft\nUpgradeBehavior: install\n"
-        "ProductCode: Scrivo\nInstallers:\n" + installers + "ManifestType: installer\nManifestVersion: 1.6.0\n",
+        "ProductCode: Scrivo\nExpectedReturnCodes:\n  - InstallerReturnCode: 1\n    ReturnResponse: cancelledByUser\n"
+        "  - InstallerReturnCode: 3010\n    ReturnResponse: rebootRequiredToFinish\nInstallers:\n" + installers + "ManifestType: installer\nManifestVersion: 1.6.0\n",
         "winget/Scrivo.Scrivo.locale.en-US.yaml": head + f"PackageLocale: en-US\nPublisher: {PUBLISHER}\n"
         f"PackageName: Scrivo\nPackageUrl: {home}\nLicense: MIT\nShortDescription: {SUMMARY}\n"
         "ManifestType: defaultLocale\nManifestVersion: 1.6.0\n",
@@ -83,6 +84,7 @@ def homebrew(home, source):
 
   depends_on "cmake" => :build
   depends_on "ninja" => :build
+  depends_on :linux
 
   def install
     system "cmake", "-S", ".", "-B", "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", *std_cmake_args
