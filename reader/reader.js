@@ -199,22 +199,24 @@
 
   const border = $("border");
   const setWidth = (width) => {
-    const kind = Math.round(Math.max(200, Math.min(width, innerWidth * 0.6, 640)));
-    document.body.style.setProperty("--panes", `${kind}px`);
-    border.setAttribute("aria-valuenow", kind);
-    kept.set("width", kind);
+    document.body.style.setProperty("--panes", `${width}px`);
+    border.setAttribute("aria-valuenow", width);
+  };
+  const choose = (width) => {
+    setWidth(Math.round(Math.max(250, Math.min(width, innerWidth * 0.6, 640))));
+    kept.set("width", border.getAttribute("aria-valuenow"));
   };
   setWidth(Number(kept.get("width")) || 320);
   border.addEventListener("pointerdown", (event) => {
     border.setPointerCapture(event.pointerId);
-    border.onpointermove = (move) => setWidth(move.clientX);
+    border.onpointermove = (move) => choose(move.clientX);
   });
   border.addEventListener("lostpointercapture", () => { border.onpointermove = null; });
   border.addEventListener("keydown", (event) => {
     const step = { ArrowLeft: -20, ArrowRight: 20 }[event.key];
     if (!step) return;
     event.preventDefault();
-    setWidth(Number(border.getAttribute("aria-valuenow")) + step);
+    choose(Number(border.getAttribute("aria-valuenow")) + step);
   });
 
   // --- Start ---

@@ -249,6 +249,33 @@ test("fits a telephone", async () => {
   assert.equal(await width(), 360);
 });
 
+test("keeps the width of the contents for a wider window", async () => {
+  await open();
+  await tab.setViewport({ width: 360, height: 640 });
+  await tab.reload();
+  await tab.waitForSelector("#tree a");
+  await tab.setViewport({ width: 1100, height: 640 });
+  const width = () => tab.$eval("#panes", (panes) => panes.getBoundingClientRect().width);
+  assert.equal(await width(), 320);
+  await tab.focus("#border");
+  await press("ArrowRight");
+  assert.equal(await width(), 340);
+  await tab.reload();
+  await tab.waitForSelector("#tree a");
+  assert.equal(await width(), 340);
+});
+
+test("shows the end of a trail that does not fit", async () => {
+  await open(addressOf(site, "index.html#beds/roses.htm:pruning"));
+  await tab.setViewport({ width: 290, height: 640 });
+  await tab.waitForFunction(() => document.querySelectorAll("#trail li").length === 3);
+  const [nav, ...parts] = await tab.$$eval("#bar nav, #trail li", (all) =>
+    all.map((one) => ({ ...one.getBoundingClientRect().toJSON(), isCut: one.scrollWidth > one.clientWidth })));
+  assert.ok(parts[0].left < nav.left, "the trail fits");
+  assert.ok(parts[2].left >= nav.left && parts[2].right <= nav.right);
+  assert.ok(parts.every((part) => !part.isCut));
+});
+
 test("is dark where the user wants it dark", { skip: kind === "firefox" }, async () => {
   await open();
   const back = () => tab.$eval("body", (body) => getComputedStyle(body).backgroundColor);
