@@ -10,7 +10,8 @@
 namespace scrivo {
 namespace {
 
-constexpr std::size_t kDeepest = 60;  // lists and quotations within one another; others are flat
+// Lists and quotations within one another, and marks within one another; others are left out.
+constexpr std::size_t kDeepest = 60;
 
 bool Is(std::string_view name, std::string_view other) { return EqualsIgnoringCase(name, other); }
 
@@ -113,6 +114,7 @@ class Converter {
   void EndTag(const HtmlToken& token);
   void Text(std::string_view text);
   void Put(std::string_view text);
+  void OpenMark(std::string open, std::string close, std::string_view element);
   void PutMarks();
   void NoteAnchors(const HtmlToken& token);
   void PutAnchors();
@@ -263,6 +265,12 @@ void Converter::Put(std::string_view text) {
     }
   }
   line_.append(text);
+}
+
+void Converter::OpenMark(std::string open, std::string close, std::string_view element) {
+  if (marks_.size() < kDeepest) {
+    marks_.push_back({std::move(open), std::move(close), std::string(element)});
+  }
 }
 
 void Converter::PutMarks() {
@@ -472,16 +480,16 @@ void Converter::StartTag(const HtmlToken& token) {
   }
   if (in_skipped_ || in_pre_) return;
   if (IsAny(name, "b", "strong")) {
-    marks_.push_back({"**", "**", std::string(name)});
+    OpenMark("**", "**", name);
   } else if (IsAny(name, "i", "em", "cite", "var", "dfn")) {
-    marks_.push_back({"*", "*", std::string(name)});
+    OpenMark("*", "*", name);
   } else if (IsAny(name, "code", "tt", "kbd", "samp")) {
     in_code_ = true;
   } else if (Is(name, "a")) {
     CloseMark("a");
     const std::string address = DecodeEntities(AttributeOf(token, "href"), EntityPlace::kAttribute);
     const std::string link = address.empty() ? "" : rules_.link(address);
-    if (!link.empty()) marks_.push_back({"[", "](" + link + ")", "a"});
+    if (!link.empty()) OpenMark("[", "](" + link + ")", "a");
   } else if (Is(name, "img")) {
     const std::string address = DecodeEntities(AttributeOf(token, "src"), EntityPlace::kAttribute);
     const std::string picture = address.empty() ? "" : rules_.picture(address);
@@ -512,7 +520,7 @@ void Converter::StartTag(const HtmlToken& token) {
     OpenContainer("> ", "> ", false);
   } else if (Is(name, "dt")) {
     EndBlock();
-    marks_.push_back({"**", "**", "dt"});
+    OpenMark("**", "**", "dt");
   } else if (IsAny(name, "pre", "listing")) {
     EndBlock();
     in_pre_ = !in_cell_;

@@ -99,6 +99,9 @@ TEST(Markdown, StandsWhatIsNeverClosedAndWhatIsClosedTwice) {
   std::string deep;
   for (int i = 0; i < 5000; ++i) deep += "<ul><li>";
   EXPECT_LT(Convert(deep + "x").size(), 1000u);
+  deep.clear();
+  for (int i = 0; i < 5000; ++i) deep += "<b>";
+  EXPECT_LT(Convert(deep + "x").size(), 1000u);
 }
 
 }  // namespace
