@@ -18,6 +18,8 @@
 namespace scrivo {
 namespace {
 
+constexpr char kContentsName[] = "index.md";
+
 bool IsPicture(std::string_view name) {
   const std::size_t dot = name.rfind('.');
   if (dot == std::string_view::npos) return false;
@@ -80,6 +82,7 @@ class TextWriter {
       places_.AddPlace(place);
       files_.push_back({file.entry, name, place, file.is_page});
     }
+    NameTexts();
     ReadContents();
     ReadPages();
   }
@@ -93,6 +96,7 @@ class TextWriter {
     const Entry* entry;
     std::string name, place;
     bool is_page;
+    std::string text = "";  // its name among the texts
     std::string title = "";
     bool is_linked = false;  // by a page
   };
@@ -106,6 +110,7 @@ class TextWriter {
     std::string outside = "";
   };
 
+  void NameTexts();
   void ReadContents();
   void ReadPages();
   RewrittenPage Rewritten(const File& file, std::string_view html) const;
@@ -133,6 +138,19 @@ class TextWriter {
   LinkedAnchors anchors_;
   TextResult result_;
 };
+
+// Pages whose names differ in the extension only have texts of their own, and none is in the way of
+// the contents and of the list of the folder's files.
+void TextWriter::NameTexts() {
+  SiteNames texts("");
+  for (const char* own : {kContentsName, kSiteListName}) texts.Add(own, false);
+  for (File& file : files_) {
+    if (file.is_page) file.text = texts.Add(TextName(file.place), false);
+  }
+  for (File& file : files_) {
+    if (!file.is_page) file.text = texts.Add(file.place, false);
+  }
+}
 
 void TextWriter::ReadContents() {
   std::unordered_set<std::size_t> seen;
@@ -212,8 +230,7 @@ std::string TextWriter::AddressWithin(const File* from, const File& to,
   const std::string name = anchors_.Find(to.place, rest);
   std::string address;
   if (from != &to) {
-    const std::string from_name = from == nullptr ? "" : TextName(from->place);
-    address = MarkdownAddress(RelativeAddress(from_name, TextName(to.place)));
+    address = MarkdownAddress(RelativeAddress(from == nullptr ? "" : from->text, to.text));
   }
   return address + (name.empty() ? "" : "#" + AddressOf(name));
 }
@@ -231,8 +248,9 @@ std::string TextWriter::Address(const File& from, std::string_view address,
   if (link.kind != LinkTarget::Kind::kPage) return "";
   const std::size_t page = PageAt(link.place);
   if (page == kNoFile) {
-    return in_one_file ? AddressOf(link.place)
-                       : MarkdownAddress(RelativeAddress(TextName(from.place), link.place));
+    const File& file = files_[by_place_.at(link.place)];
+    return in_one_file ? AddressOf(file.place)
+                       : MarkdownAddress(RelativeAddress(from.text, file.text));
   }
   const File& to = files_[page];
   if (in_one_file) return "#" + AnchorOf(to, anchors_.Find(to.place, link.rest));
@@ -309,15 +327,15 @@ TextResult TextWriter::Files(SiteOutput& folder) {
     text += '\n';
     if (!page.empty()) text += '\n';
     text += page;
-    folder.Create(TextName(file.place), text);
+    folder.Create(file.text, text);
   }
   for (const File& file : files_) {
     if (file.is_page || (!file.is_linked && !IsPicture(file.place))) continue;
     const std::size_t problems = result_.problems.size();
     const std::string bytes = BytesOf(reader_, *file.entry, &result_.problems);
-    if (result_.problems.size() == problems) folder.Create(file.place, bytes);
+    if (result_.problems.size() == problems) folder.Create(file.text, bytes);
   }
-  folder.Create("index.md", contents);
+  folder.Create(kContentsName, contents);
   folder.Finish();
   return std::move(result_);
 }

@@ -10,7 +10,6 @@
 namespace scrivo {
 namespace {
 
-constexpr char kListName[] = "site-files.txt";
 constexpr std::string_view kListHead =
     "Files of a site made by Scrivo; a new export replaces these only.\n";
 
@@ -56,10 +55,10 @@ SiteOutput::~SiteOutput() {
 
 // Of the list only such paths count as this program would write: it may have been made by others.
 void SiteOutput::ReadList() {
-  std::ifstream stream(path_ / kListName, std::ios::binary);
+  std::ifstream stream(path_ / kSiteListName, std::ios::binary);
   std::string line;
   if (!std::getline(stream, line) || line + "\n" != kListHead) return;
-  earlier_.insert(kListName);
+  earlier_.insert(kSiteListName);
   while (std::getline(stream, line)) {
     if (MakeSafePath(line, folder_->Rules()).path == line) earlier_.insert(line);
   }
@@ -101,14 +100,14 @@ void SiteOutput::WriteList() {
   std::sort(names.begin(), names.end());
   std::string list(kListHead);
   for (const std::string& name : names) {
-    if (name != kListName) list += name + "\n";
+    if (name != kSiteListName) list += name + "\n";
   }
-  Create(kListName, list);
+  Create(kSiteListName, list);
 }
 
 void SiteOutput::Finish() {
   for (auto name = earlier_.begin(); name != earlier_.end();) {
-    if (*name == kListName) {
+    if (*name == kSiteListName) {
       ++name;
       continue;
     }

@@ -13,6 +13,9 @@
 
 namespace scrivo {
 
+// The name of that list.
+inline constexpr char kSiteListName[] = "site-files.txt";
+
 class SiteOutput {
  public:
   // Opens the folder, after making it when it is not there. One that is not empty is refused unless

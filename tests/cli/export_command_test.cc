@@ -237,6 +237,21 @@ TEST_F(ExportCommand, WritesTheTextsOfTheGoldenFolders) {
   }
 }
 
+TEST_F(ExportCommand, GivesEveryTopicATextOfItsOwn) {
+  output.Write("p/index.htm", "<title>Home</title>HOME <a href=a.html>a</a> <a href=a.md>b</a>");
+  output.Write("p/a.htm", "<title>A</title>FIRST <a href=index.htm#x>home</a>");
+  output.Write("p/a.html", "<title>A</title>SECOND");
+  output.Write("p/a.md", "A file.");
+  output.Write("p/p.hhp", "[FILES]\nindex.htm\na.htm\na.html\na.md\n");
+  ASSERT_EQ(Run({"text", output.PathOf("p/p.hhp"), "-o", Site(), "--quiet"}), 0) << err;
+  EXPECT_EQ(output.Read("site/index.md"),
+            "# p.chm\n\n- [Home](index~2.md)\n- [A](a.md)\n- [A](a~2.md)\n");
+  EXPECT_EQ(output.Read("site/index~2.md"), "# Home\n\nHOME [a](a~2.md) [b](a~3.md)\n");
+  EXPECT_EQ(output.Read("site/a.md"), "# A\n\nFIRST [home](index~2.md)\n");
+  EXPECT_EQ(output.Read("site/a~2.md"), "# A\n\nSECOND\n");
+  EXPECT_EQ(output.Read("site/a~3.md"), "A file.");
+}
+
 TEST_F(ExportCommand, LeadsKeywordLinksToThePlaceAndByTheTitleOfAPage) {
   const std::string book = std::string(SCRIVO_SOURCE_DIR) + "/tests/exporter/links_book/links.hhp";
   ASSERT_EQ(Run({"export", book, Site()}), 0) << err;
