@@ -3,20 +3,16 @@
 // test, since a filter cannot be taken back.
 
 #include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <sys/file.h>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <cstddef>
 #include <thread>
 #include <vector>
 
 #include "tests/bytes/output_file_test.h"
+#include "tests/bytes/posix/failing_calls.h"
 
 namespace scrivo {
 namespace {
@@ -25,48 +21,11 @@ namespace fs = std::filesystem;
 
 constexpr unsigned kWithoutName = O_TMPFILE & ~O_DIRECTORY;
 
-// Makes calls of one number fail from here on, with `error`: all of them, or those whose third
-// argument has one of `flags`. False when the system takes no filter.
-bool FailCalls(unsigned number, unsigned error, unsigned flags = 0) {
-  const auto third_argument =
-      static_cast<unsigned>(offsetof(seccomp_data, args) + 2 * sizeof(std::uint64_t));
-  std::array<sock_filter, 6> filter = {{
-      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, number, 0, 3),
-      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, third_argument),
-      BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, flags, 0, 1),
-      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error),
-      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-  }};
-  if (flags == 0) filter[3] = BPF_JUMP(BPF_JMP | BPF_JGE | BPF_K, 0, 0, 1);
-  sock_fprog program = {static_cast<unsigned short>(filter.size()), filter.data()};
-  return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-         prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
-}
-
 class UnnamedFileTest : public OutputFileTest {
  protected:
-  static constexpr int kNoFilter = 77;
-
-  // Runs `work` in a child process, for which the calls fail; holds that it finds no fault.
-  template <typename Work>
-  static void WithFailingCalls(unsigned number, unsigned error, unsigned flags, const Work& work) {
-    const auto run = [&] {
-      if (!FailCalls(number, error, flags)) _exit(kNoFilter);
-      work();
-      _exit(HasFailure() ? 1 : 0);
-    };
-    EXPECT_EXIT(
-        run(),
-        [](int status) {
-          return WIFEXITED(status) &&
-                 (WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == kNoFilter);
-        },
-        "");
-  }
   template <typename Work>
   static void WhereFilesNeedNames(const Work& work) {
-    WithFailingCalls(SYS_openat, EOPNOTSUPP, kWithoutName, work);
+    WithFailingCalls({SYS_openat, EOPNOTSUPP, kWithoutName}, work);
   }
 };
 
@@ -153,7 +112,7 @@ TEST_F(UnnamedFileTest, StaysWholeUnderManyWritersWhereTheyNeedNames) {
 
 TEST_F(UnnamedFileTest, DoesNotTakeTheTargetsPlaceBeforeItsBytesAreOnTheDisk) {
   Put(target_, "earlier");
-  WithFailingCalls(SYS_fsync, EIO, 0, [&] {
+  WithFailingCalls({SYS_fsync, EIO}, [&] {
     const auto file = Create();
     EXPECT_TRUE(file->WriteAt(0, ToBytes("new")));
     EXPECT_FALSE(file->Commit());

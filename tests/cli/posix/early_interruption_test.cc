@@ -3,8 +3,10 @@
 #include <signal.h>
 
 #include <cstdlib>
+#include <iostream>
 
 #include "cli/compile_report.h"
+#include "cli/hhc_command.h"
 #include "hhc/compiler.h"
 #include "system/error.h"
 #include "system/interruption.h"
@@ -84,6 +86,50 @@ TEST_F(EarlyInterruption, OfTheCompilerItselfLeavesTheEarlierFile) {
   EXPECT_EXIT(CompileInterrupted(WebPath(), Output()), testing::ExitedWithCode(130), "");
   EXPECT_EQ(output.Read("a.chm"), "ITSF old");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 1);
+}
+
+// For a drop-in the status of an interrupted shell would tell that the file was made.
+TEST_F(EarlyInterruption, GivesHhcAndHhTheStatusOfWhatWasNotMade) {
+  output.Write("help.hhp", "[OPTIONS]\nFull-text search=Yes\n[FILES]\na.htm\n");
+  output.Write("a.htm", "<title>A</title>");
+  output.Write("help.chm", "ITSF old");
+  ASSERT_EQ(Compile(), 0) << err;
+  const auto hhc = [&](std::vector<std::string> arguments, bool gnu) {
+    signal(SIGTERM, SIG_DFL);
+    CatchInterruptions();
+    raise(SIGTERM);
+    arguments.push_back(output.PathOf("help.hhp"));
+    HhcSurroundings surroundings;
+    surroundings.working_folder = output.path().string();
+    surroundings.gnu = gnu;
+    std::exit(RunHhc(arguments, surroundings, std::cerr, std::cerr));
+  };
+  EXPECT_EXIT(hhc({}, false), testing::ExitedWithCode(0), "help.chm\n\n$");
+  EXPECT_EXIT(hhc({"--gnu"}, false), testing::ExitedWithCode(130), "help.chm\n\n$");
+  EXPECT_EXIT(hhc({}, true), testing::ExitedWithCode(130), "help.chm\n\n$");
+  EXPECT_EQ(output.Read("help.chm"), "ITSF old");
+  const auto hh = [&] {
+    signal(SIGTERM, SIG_DFL);
+    CatchInterruptions();
+    raise(SIGTERM);
+    std::exit(RunHh({"-decompile", output.PathOf("out"), Output()}, std::cerr, std::cerr));
+  };
+  EXPECT_EXIT(hh(), testing::ExitedWithCode(1), "^$");
+  EXPECT_FALSE(output.Has("out"));
+}
+
+TEST_F(EarlyInterruption, OfAnUnpackingLeavesNoFolder) {
+  ASSERT_EQ(Compile(), 0) << err;
+  const auto run = [&] {
+    signal(SIGHUP, SIG_DFL);
+    CatchInterruptions();
+    raise(SIGHUP);
+    const int status = Run({"decompile", Output(), output.PathOf("out"), "-q"});
+    std::fputs(("told: " + out + err).c_str(), stderr);
+    std::exit(status);
+  };
+  EXPECT_EXIT(run(), testing::ExitedWithCode(130), "told: $");
+  EXPECT_FALSE(output.Has("out"));
 }
 
 TEST_F(EarlyInterruption, WhileTheProjectIsWrittenLeavesNoFileOfIt) {
