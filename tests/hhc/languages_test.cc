@@ -7,6 +7,7 @@
 #include <locale>
 #include <stdexcept>
 
+#include "bytes/little_endian.h"
 #include "hhc/compiler.h"
 #include "project/sitemap.h"
 #include "search/search_alphabet.h"
@@ -170,6 +171,11 @@ TEST_P(LanguagesTest, AreRightInEveryPartWhateverTheSourcesAreWrittenIn) {
 
     const auto index = help->Search();
     ASSERT_TRUE(index) << help->problem();
+    // Whose words they are stands in the header of the index.
+    const std::string header = help->Bytes("/$FIftiMain").value_or("").substr(0, 0x82);
+    ASSERT_EQ(header.size(), 0x82u);
+    EXPECT_EQ(LoadLe32(reinterpret_cast<const std::uint8_t*>(header.data()) + 0x7A),
+              static_cast<std::uint32_t>(language.code_page));
     const std::vector<std::string> words = WordsOf(language.text, language.code_page);
     EXPECT_GE(words.size(), 2u);
     for (const std::string& word : words) {
@@ -221,6 +227,29 @@ TEST_P(LanguagesTest, GiveTheSameBytesOnMachinesOfEveryLanguage) {
     EXPECT_TRUE(folder.Read("help.chm") == expected) << name;
   }
   EXPECT_GE(tried, 1);
+}
+
+// Whichever code page the machine's programs name their files in.
+TEST_P(LanguagesTest, NameTheHelpFileAlikeOnMachinesOfEveryLanguage) {
+  const Language& language = GetParam();
+  ProjectFolder folder;
+  CompileRecorder recorder;
+  WriteProjectIn(folder, language, Form::kCodePage);
+  const std::string title = FromUtf8(language.title, language.code_page);
+  folder.Write("help.hhp", "[OPTIONS]\r\nCompiled file=" + title +
+                               ".chm\r\nLanguage=" + language.number + "\r\n[FILES]\r\n" +
+                               FromUtf8(language.page, language.code_page) + "\r\n");
+  std::string expected;
+  for (const int machine : {65001, 932, 1251, 1252, 1255}) {
+    CompileRequest request;
+    request.name_code_page = machine;
+    const CompileResult result = folder.Compile(&recorder, request);
+    ASSERT_TRUE(result.made) << machine;
+    EXPECT_EQ(result.file_name, std::string(language.title) + ".chm") << machine;
+    const std::string bytes = folder.Read(result.file_name);
+    if (expected.empty()) expected = bytes;
+    EXPECT_TRUE(bytes == expected) << machine;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(All, LanguagesTest, testing::ValuesIn(kLanguages),

@@ -67,7 +67,11 @@ class ProjectFolder {
 
   CompileResult Compile(CompileRecorder* recorder, const std::string& project = "help.hhp",
                         int threads = 2) const {
-    CompileRequest request;
+    return Compile(recorder, CompileRequest{}, project, threads);
+  }
+  // With more of the request set by the caller.
+  CompileResult Compile(CompileRecorder* recorder, CompileRequest request,
+                        const std::string& project = "help.hhp", int threads = 2) const {
     request.project_path = project;
     request.working_folder = Path();
     request.compiler_name = "Test compiler 1.0";

@@ -16,6 +16,7 @@ std::string Declaring(const std::string& charset, const std::string& body) {
 
 TEST(CodePageOfPage, AMarkGoesBeforeADeclaration) {
   EXPECT_EQ(CodePageOfPage("\xEF\xBB\xBF<meta charset=gbk>" + kContentsInGbk), kUtf8CodePage);
+  EXPECT_EQ(CodePageOfPage("\xEF\xBB\xBF<meta charset=windows-1252>ASCII"), kUtf8CodePage);
   EXPECT_EQ(CodePageOfPage("\xEF\xBB\xBF"), kUtf8CodePage);
 }
 
