@@ -42,16 +42,22 @@ class WindowsOutputFolder : public OutputFolder {
 
   WriteResult Create(std::string_view path, std::span<const std::uint8_t> content) override {
     std::wstring name;
-    if (const WriteResult result = StartAt(path, &name); result.outcome != WriteOutcome::kDone) {
+    FileHandle file;
+    if (const WriteResult result = StartAt(path, &name, &file);
+        result.outcome != WriteOutcome::kDone) {
       return result;
     }
-    const WriteResult result = WriteInto(name, 0, content);
-    return result.outcome == WriteOutcome::kDone ? FinishAt(name) : GiveUpAt(name, result);
+    const bool written = WriteAllAt(file.Get(), 0, content);
+    const WriteResult result = written ? WriteResult{} : Failed();
+    // A file that is open keeps its name.
+    file.Close();
+    return written ? FinishAt(name) : GiveUpAt(name, result);
   }
 
   WriteResult Start(std::string_view path) override {
     std::wstring name;
-    return StartAt(path, &name);
+    FileHandle file;
+    return StartAt(path, &name, &file);
   }
 
   WriteResult WritePart(std::string_view path, std::uint64_t offset,
@@ -108,7 +114,7 @@ class WindowsOutputFolder : public OutputFolder {
     return {};
   }
 
-  WriteResult StartAt(std::string_view path, std::wstring* name) {
+  WriteResult StartAt(std::string_view path, std::wstring* name, FileHandle* file) {
     if (const WriteResult result = Walk(path, true, name); result.outcome != WriteOutcome::kDone) {
       return result;
     }
@@ -116,10 +122,13 @@ class WindowsOutputFolder : public OutputFolder {
       return result;
     }
     const std::wstring growing = Growing(*name);
-    // One that is there was left by a process that was ended.
-    DeleteFileW(growing.c_str());
-    const FileHandle file = Open(growing, CREATE_NEW);
-    return file.IsOpen() ? WriteResult{} : Failed();
+    *file = Open(growing, CREATE_NEW);
+    if (!file->IsOpen()) {
+      // One that is there was left by a process that was ended.
+      DeleteFileW(growing.c_str());
+      *file = Open(growing, CREATE_NEW);
+    }
+    return file->IsOpen() ? WriteResult{} : Failed();
   }
 
   // Only a plain file is replaced.
@@ -136,8 +145,7 @@ class WindowsOutputFolder : public OutputFolder {
   static WriteResult WriteInto(const std::wstring& name, std::uint64_t offset,
                                std::span<const std::uint8_t> content) {
     const FileHandle file = Open(Growing(name), OPEN_EXISTING);
-    if (!file.IsOpen() || !WriteAllAt(file.Get(), offset, content)) return Failed();
-    return {};
+    return file.IsOpen() && WriteAllAt(file.Get(), offset, content) ? WriteResult{} : Failed();
   }
 
   static WriteResult FinishAt(const std::wstring& name) {
