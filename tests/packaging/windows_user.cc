@@ -25,7 +25,7 @@
 
 namespace {
 
-constexpr DWORD kLimit = 120000;  // milliseconds until a program counts as stuck
+constexpr DWORD kLimit = 240000;  // milliseconds until a program counts as stuck
 const CLSID kConnect = {
     0xA349BFC6, 0x03EA, 0x4860, {0xBD, 0xC5, 0x42, 0x1D, 0xBE, 0xDA, 0xBC, 0x7D}};
 
@@ -283,11 +283,13 @@ HWND AwaitPage(const char* button = nullptr) {
 int GoThroughPages(HANDLE process, bool declines) {
   HWND left = nullptr;
   bool declined = false;
-  const auto ended_or_went_on = [&] {
-    if (WaitForSingleObject(process, 0) == WAIT_OBJECT_0) return true;
+  bool ended = !process;
+  const auto goes_on = [&] {
+    ended = WaitForSingleObject(process, 0) == WAIT_OBJECT_0;
+    if (ended) return true;
     if (AnswersMessage(declines && !declined)) {
       declined = declines;
-      return false;
+      return true;
     }
     HWND setup = Shown("#32770", nullptr);
     HWND page = setup ? PageOf(setup) : nullptr;
@@ -299,12 +301,15 @@ int GoThroughPages(HANDLE process, bool declines) {
     if (page != left && IsWindowEnabled(GetDlgItem(setup, IDOK))) {
       left = page;
       PostMessageA(setup, WM_COMMAND, IDOK, 0);
-    } else if (declined && IsWindowEnabled(GetDlgItem(setup, IDCANCEL))) {
-      PostMessageA(setup, WM_COMMAND, IDCANCEL, 0);
+      return true;
     }
+    if (declined && IsWindowEnabled(GetDlgItem(setup, IDCANCEL)))
+      PostMessageA(setup, WM_COMMAND, IDCANCEL, 0);
     return false;
   };
-  if (process && !WaitFor(ended_or_went_on)) return Fail("the setup does not end", E_FAIL);
+  while (!ended) {
+    if (!WaitFor(goes_on)) return Fail("the setup does not go on", E_FAIL);
+  }
   return PrintStatusOf(process);
 }
 
