@@ -42,12 +42,14 @@ void VisitGroups(const LzxTreeLengths& previous, const LzxTreeLengths& lengths, 
 
 }  // namespace
 
-void LzxFrequencies::Count(std::span<const LzxToken> tokens) {
+void LzxFrequencies::Count(std::span<const LzxToken> tokens, std::uint32_t weight) {
   for (const LzxToken token : tokens) {
-    ++main[token.MainSymbol()];
+    main[token.MainSymbol()] += weight;
     if (!token.IsMatch()) continue;
-    if (token.HasLengthSymbol()) ++length[token.LengthSymbol()];
-    if (LzxFooterBits(token.Slot()) >= kLzxAlignedBits) ++aligned[token.Footer() & kAlignedMask];
+    if (token.HasLengthSymbol()) length[token.LengthSymbol()] += weight;
+    if (LzxFooterBits(token.Slot()) >= kLzxAlignedBits) {
+      aligned[token.Footer() & kAlignedMask] += weight;
+    }
   }
 }
 

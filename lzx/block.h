@@ -18,7 +18,8 @@ struct LzxFrequencies {
   std::array<std::uint32_t, kLzxLengthSymbols> length{};
   std::array<std::uint32_t, kLzxAlignedSymbols> aligned{};  // low bits of the far offsets
 
-  void Count(std::span<const LzxToken> tokens);
+  // Adds those of more tokens, each counting `weight` times.
+  void Count(std::span<const LzxToken> tokens, std::uint32_t weight = 1);
 };
 
 // The code lengths that one block leaves to the next one of the interval; zeros before the first.

@@ -8,10 +8,6 @@
 namespace scrivo {
 namespace {
 
-// Blocks end at multiples of this many tokens. Smaller units find the place of a change better, but
-// their statistics are poorer and each takes an estimate.
-constexpr std::size_t kUnitTokens = 1024;
-
 // Bits that a block header takes before and for each used symbol, about, and what a short block
 // loses by trees that follow chance. Smaller values split pages of one kind in vain.
 constexpr std::uint64_t kHeaderBits = 400;
@@ -39,35 +35,37 @@ std::uint64_t EstimateSize(const LzxFrequencies& frequencies) {
 }
 
 template <std::size_t kSize>
-void Add(const std::array<std::uint32_t, kSize>& from, std::array<std::uint32_t, kSize>& to) {
+void AddTo(const std::array<std::uint32_t, kSize>& from, std::array<std::uint32_t, kSize>& to) {
   for (std::size_t i = 0; i < kSize; ++i) to[i] += from[i];
 }
 
 }  // namespace
 
-void BlockSplitter::Split(std::span<const LzxToken> tokens) {
+void BlockSplitter::Start() {
   ends_.clear();
-  LzxFrequencies block;
-  std::uint64_t block_size = 0;
-  for (std::size_t start = 0; start < tokens.size(); start += kUnitTokens) {
-    const std::size_t count = std::min(kUnitTokens, tokens.size() - start);
-    LzxFrequencies unit;
-    unit.Count(tokens.subspan(start, count));
-    const std::uint64_t unit_size = EstimateSize(unit);
-    LzxFrequencies both = block;
-    Add(unit.main, both.main);
-    Add(unit.length, both.length);
-    const std::uint64_t both_size = EstimateSize(both);
-    if (start > 0 && block_size + unit_size < both_size) {
-      ends_.push_back(start);
-      block = unit;
-      block_size = unit_size;
-    } else {
-      block = both;
-      block_size = both_size;
-    }
+  block_ = {};
+  block_size_ = 0;
+}
+
+bool BlockSplitter::Add(std::span<const LzxToken> tokens) {
+  LzxFrequencies unit;
+  unit.Count(tokens);
+  const std::uint64_t unit_size = EstimateSize(unit);
+  LzxFrequencies both = block_;
+  AddTo(unit.main, both.main);
+  AddTo(unit.length, both.length);
+  const std::uint64_t both_size = EstimateSize(both);
+  const bool first = ends_.empty();
+  const bool splits = !first && block_size_ + unit_size < both_size;
+  block_ = splits ? unit : both;
+  block_size_ = splits ? unit_size : both_size;
+  const std::size_t end = (first ? 0 : ends_.back()) + tokens.size();
+  if (first || splits) {
+    ends_.push_back(end);
+  } else {
+    ends_.back() = end;
   }
-  ends_.push_back(tokens.size());
+  return splits;
 }
 
 }  // namespace scrivo

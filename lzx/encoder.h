@@ -10,10 +10,8 @@
 #include "lzx/block.h"
 #include "lzx/block_splitter.h"
 #include "lzx/constants.h"
-#include "lzx/lazy_parser.h"
 #include "lzx/match_finder.h"
 #include "lzx/near_optimal_parser.h"
-#include "lzx/symbol_costs.h"
 #include "lzx/token.h"
 
 namespace scrivo {
@@ -32,8 +30,8 @@ struct LzxInterval {
 };
 
 // Sees memory only. The result depends on the input alone, not on intervals encoded before, so
-// intervals may be shared out between encoders in any way. An encoder keeps tables of 0.1 MiB and
-// about 37 times the memory of an interval, cannot fail, and serves one thread at a time.
+// intervals may be shared out between encoders in any way. An encoder keeps tables of 0.2 MiB and
+// about 21 times the memory of an interval, cannot fail, and serves one thread at a time.
 class LzxEncoder {
  public:
   // For intervals of up to `max_interval` bytes, a whole number of frames and at most
@@ -47,20 +45,16 @@ class LzxEncoder {
   void Encode(std::span<const std::uint8_t> input, LzxInterval& result);
 
  private:
-  void TakeCosts();
   std::uint64_t Cut();
   std::uint64_t CutBest();
   void Refine(std::span<const std::uint8_t> frame);
 
   MatchFinder finder_;
-  LazyParser lazy_parser_;
   NearOptimalParser near_optimal_parser_;
   BlockSplitter splitter_;
   std::vector<LzxToken> tokens_, other_tokens_;
   std::vector<std::size_t> ends_;  // of the blocks in tokens_
   std::vector<LzxBlock> blocks_;
-  std::vector<LzxCosts> costs_;
-  std::vector<NearOptimalParser::CostRange> cost_ranges_;
   std::vector<std::uint8_t> padded_;
 };
 

@@ -35,11 +35,12 @@ NearOptimalParser::Recent NearOptimalParser::After(Recent recent, Item item) {
   return (offset - kLzxOffsetBias) | newest << kOffsetBits | second << 2 * kOffsetBits;
 }
 
-// Goes on from a position by `first` to `last` bytes, where that is cheaper than what is known.
+// Goes on from a place by `first` to `last` bytes, where that is cheaper than what is known.
 inline void NearOptimalParser::Reach(std::uint32_t from, std::uint32_t first, std::uint32_t last,
                                      std::uint32_t cost, const std::uint16_t* lengths,
                                      Item offset) {
   Node* const nodes = nodes_.data() + from;
+  ends_[from + last] = 1;
   if (last > long_match_) {
     nodes[last] = std::min(nodes[last], NodeOf(cost + lengths[last], offset << kLengthBits | last));
     last = long_match_;
@@ -52,102 +53,112 @@ inline void NearOptimalParser::Reach(std::uint32_t from, std::uint32_t first, st
 
 // Tries the recent offsets, and gives the longest length, or 1. What one of them reaches, a later
 // one or an explicit offset seldom reaches for less.
-std::uint32_t NearOptimalParser::TryRecent(std::uint32_t position, const LzxCosts& costs,
-                                           std::uint32_t limit) {
-  const std::uint8_t* const here = interval_.data() + position;
+inline std::uint32_t NearOptimalParser::TryRecent(std::uint32_t place, const std::uint8_t* here,
+                                                  std::uint32_t limit) {
   std::uint32_t longest = kLzxMinMatch - 1;
-  Recent rest = recent_[position];
+  Recent rest = recent_[place];
   for (Item slot = 0; slot < kLzxRecentOffsets; ++slot, rest >>= kOffsetBits) {
-    const auto distance = static_cast<std::uint32_t>(rest & kOffsetMask);
-    if (distance > position || here[0] != here[-static_cast<std::ptrdiff_t>(distance)] ||
-        here[1] != here[1 - static_cast<std::ptrdiff_t>(distance)]) {
-      continue;
-    }
-    const std::uint32_t length = MatchLength(here, here - distance, limit);
+    const std::uint8_t* const there = here - (rest & kOffsetMask);
+    if (LoadLe16(here) != LoadLe16(there)) continue;
+    const std::uint32_t length = MatchLength(here, there, limit);
     if (length <= longest) continue;
-    Reach(position, longest + 1, length, CostOf(nodes_[position]), costs.match[slot].data(), slot);
+    Reach(place, longest + 1, length, CostOf(nodes_[place]), costs_.match[slot].data(), slot);
     longest = length;
-    ends_[position + length] = 1;
   }
   return longest;
 }
 
 // The same with explicit offsets, for lengths above `longest`.
-std::uint32_t NearOptimalParser::TryMatches(std::uint32_t position, const LzxCosts& costs,
-                                            std::span<const Match> matches, std::uint32_t longest) {
+inline std::uint32_t NearOptimalParser::TryMatches(std::uint32_t place,
+                                                   std::span<const Match> matches,
+                                                   std::uint32_t longest) {
   for (const Match match : matches) {
     if (match.length <= longest) continue;
-    const int slot = LzxPositionSlot(match.distance);
-    Reach(position, longest + 1, match.length, CostOf(nodes_[position]) + LzxOffsetCost(slot),
-          costs.match[static_cast<std::size_t>(slot)].data(), match.distance + kLzxOffsetBias);
+    const auto slot = static_cast<std::size_t>(LzxPositionSlot(match.distance));
+    Reach(place, longest + 1, match.length,
+          CostOf(nodes_[place]) + LzxOffsetCost(static_cast<int>(slot)), costs_.match[slot].data(),
+          match.distance + kLzxOffsetBias);
     longest = match.length;
-    ends_[position + match.length] = 1;
   }
   return longest;
 }
 
-void NearOptimalParser::Parse(std::span<const std::uint8_t> interval, MatchFinder& finder,
-                              std::span<const CostRange> ranges, std::uint32_t long_match,
-                              std::vector<LzxToken>& tokens) {
-  long_match_ = long_match;
-  interval_ = interval;
-  const auto end = static_cast<std::uint32_t>(interval.size());
-  nodes_.assign(end + 1, kUnreached);
-  recent_.resize(end + 1);
-  ends_.assign(end + 1, 0);
+// Sets nodes_ for the segment that begins at `start`, and gives its size. recent_[0] has been set.
+std::uint32_t NearOptimalParser::ParseSegment(std::uint32_t start, MatchFinder& finder) {
+  nodes_.fill(kUnreached);
+  ends_.fill(0);
   nodes_[0] = 0;
-  finder.StartOver();
-  recent_[0] = FirstRecent();
-  std::size_t range = 0;
+  const auto size = static_cast<std::uint32_t>(interval_.size() - start);
   std::uint32_t covered = 0;  // the end of the long match that reaches furthest
-  for (std::uint32_t position = 0; position < end; ++position) {
-    while (range + 1 < ranges.size() && position >= ranges[range + 1].start) ++range;
-    const LzxCosts& costs = *ranges[range].costs;
-    if (position < covered && (!ends_[position] || nodes_[position] == kUnreached)) continue;
-    if (position > 0) {
-      const Item item = ItemOf(nodes_[position]);
-      recent_[position] = After(recent_[position - (item & kLengthMask)], item);
-    }
-    const Node literal = NodeOf(CostOf(nodes_[position]) + costs.literal[interval[position]], 1);
-    if (literal < nodes_[position + 1]) {
-      nodes_[position + 1] = literal;
+  std::uint32_t place = 0;
+  for (; place < size; ++place) {
+    if (place < covered && !ends_[place]) continue;
+    if (place >= kMaxSegment || (place >= kMinSegment && place == covered)) break;
+    const std::uint32_t position = start + place;
+    const Node node = nodes_[place];
+    const Node literal = NodeOf(CostOf(node) + costs_.literal[interval_[position]], 1);
+    if (literal < nodes_[place + 1]) {
+      nodes_[place + 1] = literal;
       // Behind the first byte of a long match, but not behind others, a literal may be the better
       // beginning.
-      if (position + 1 >= covered) ends_[position + 1] = 1;
+      if (place + 1 >= covered) ends_[place + 1] = 1;
+    }
+    if (place > 0) {
+      recent_[place] = After(recent_[place - (ItemOf(node) & kLengthMask)], ItemOf(node));
     }
     const std::uint32_t limit = std::min<std::uint32_t>(
         kLzxMaxMatch, static_cast<std::uint32_t>(kLzxFrameSize - position % kLzxFrameSize));
-    if (limit < kLzxMinMatch) continue;
-    std::uint32_t longest = TryRecent(position, costs, limit);
-    if (longest < limit) {
-      longest = TryMatches(position, costs, finder.FindEach(position, limit), longest);
-    }
-    if (longest >= long_match_) covered = std::max(covered, position + longest);
+    // Nothing comes before the first byte.
+    if (limit < kLzxMinMatch || position == 0) continue;
+    std::uint32_t longest = TryRecent(place, interval_.data() + position, limit);
+    if (longest < limit) longest = TryMatches(place, finder.FindEach(position, limit), longest);
+    if (longest >= long_match_) covered = std::max(covered, place + longest);
   }
-  Collect(tokens);
+  return place;
 }
 
-void NearOptimalParser::Collect(std::vector<LzxToken>& tokens) {
-  positions_.clear();
-  for (auto place = static_cast<std::uint32_t>(interval_.size()); place > 0;
-       place -= ItemOf(nodes_[place]) & kLengthMask) {
-    positions_.push_back(place);
-  }
+// The last item on the path to a place, which is at `here`.
+LzxToken NearOptimalParser::TokenTo(std::uint32_t place, const std::uint8_t* here) const {
+  const std::uint32_t length = ItemOf(nodes_[place]) & kLengthMask;
+  const std::uint32_t offset = ItemOf(nodes_[place]) >> kLengthBits;
+  if (length == 1) return LzxToken::Literal(here[-1]);
+  if (offset < kLzxRecentOffsets) return LzxToken::Match(length, static_cast<int>(offset), 0);
+  const int slot = LzxPositionSlot(offset - kLzxOffsetBias);
+  return LzxToken::Match(length, slot, offset - kLzxSlotBase[static_cast<std::size_t>(slot)]);
+}
+
+void NearOptimalParser::Parse(std::span<const std::uint8_t> interval, MatchFinder& finder,
+                              BlockSplitter& splitter, const LzxFrequencies& expected,
+                              std::uint32_t long_match, std::vector<LzxToken>& tokens) {
+  long_match_ = long_match;
+  interval_ = interval;
+  frequencies_ = expected;
+  recent_[0] = FirstRecent();
+  finder.StartOver();
+  splitter.Start();
   tokens.clear();
-  for (std::size_t i = positions_.size(); i-- > 0;) {
-    const std::uint32_t place = positions_[i];
-    const std::uint32_t length = ItemOf(nodes_[place]) & kLengthMask;
-    const std::uint32_t offset = ItemOf(nodes_[place]) >> kLengthBits;
-    if (length == 1) {
-      tokens.push_back(LzxToken::Literal(interval_[place - 1]));
-    } else if (offset < kLzxRecentOffsets) {
-      tokens.push_back(LzxToken::Match(length, static_cast<int>(offset), 0));
-    } else {
-      const int slot = LzxPositionSlot(offset - kLzxOffsetBias);
-      tokens.push_back(
-          LzxToken::Match(length, slot, offset - kLzxSlotBase[static_cast<std::size_t>(slot)]));
+  std::size_t unit_start = 0;
+  for (std::uint32_t start = 0; start < interval.size();) {
+    costs_.Set(frequencies_);
+    const std::uint32_t size = ParseSegment(start, finder);
+    std::size_t counted = tokens.size();
+    for (std::uint32_t place = size; place > 0; place -= ItemOf(nodes_[place]) & kLengthMask) {
+      tokens.push_back(TokenTo(place, interval.data() + start + place));
     }
+    std::reverse(tokens.begin() + static_cast<std::ptrdiff_t>(counted), tokens.end());
+    const std::span all(tokens);
+    for (; all.size() - unit_start >= BlockSplitter::kUnitTokens;
+         unit_start += BlockSplitter::kUnitTokens) {
+      if (!splitter.Add(all.subspan(unit_start, BlockSplitter::kUnitTokens))) continue;
+      frequencies_ = expected;
+      counted = unit_start;
+    }
+    frequencies_.Count(all.subspan(counted), kTokenWeight);
+    const Item last = ItemOf(nodes_[size]);
+    recent_[0] = After(recent_[size - (last & kLengthMask)], last);
+    start += size;
   }
+  if (unit_start < tokens.size()) splitter.Add(std::span(tokens).subspan(unit_start));
 }
 
 }  // namespace scrivo

@@ -8,33 +8,33 @@
 #include <span>
 #include <vector>
 
+#include "lzx/block.h"
+#include "lzx/block_splitter.h"
 #include "lzx/match_finder.h"
 #include "lzx/symbol_costs.h"
 #include "lzx/token.h"
 
 namespace scrivo {
 
-// Keeps its tables (17 times the largest interval so far) for any number of intervals and serves
-// one thread.
+// Keeps tables of 80 KB for any number of intervals and serves one thread.
 class NearOptimalParser {
  public:
-  // Costs that hold for the matches and literals that begin at `start` or behind it.
-  struct CostRange {
-    std::uint32_t start;
-    const LzxCosts* costs;
-  };
-
   // Sets `tokens` to the cheapest parse of `interval`, with which `finder` was started, over the
   // matches that it finds, or nearly: only the cheapest path to each position is followed, with the
-  // recent offsets that it leaves behind. No match reaches past the end of a frame. The first of
-  // `ranges` starts at 0.
+  // recent offsets that it leaves behind. No match reaches past the end of a frame.
+  //
+  // Symbols cost what follows from how often they occur: in the block so far, every token counting
+  // kTokenWeight times, and in `expected`, which stands for what is to come. `splitter` says where
+  // blocks end.
   //
   // A match of `long_match` bytes covers the positions within it: they are only looked at where
   // another match ends. Of a longer match only the whole and its beginnings up to this length are
   // weighed: a match that begins within it and reaches further may as well begin behind it.
-  void Parse(std::span<const std::uint8_t> interval, MatchFinder& finder,
-             std::span<const CostRange> ranges, std::uint32_t long_match,
+  void Parse(std::span<const std::uint8_t> interval, MatchFinder& finder, BlockSplitter& splitter,
+             const LzxFrequencies& expected, std::uint32_t long_match,
              std::vector<LzxToken>& tokens);
+
+  static constexpr std::uint32_t kTokenWeight = 16;
 
  private:
   // The literal or match that reaches a position: its length and above it a recent offset's slot,
@@ -50,19 +50,30 @@ class NearOptimalParser {
   using Recent = std::uint64_t;
 
   static Recent After(Recent recent, Item item);
+
+  // An interval is parsed in segments, which end where all paths are made to meet: best at the end
+  // of a long match, where most of them do, but after kMaxSegment bytes anywhere.
+  static constexpr std::uint32_t kMinSegment = 2048;
+  static constexpr std::uint32_t kMaxSegment = 4096;
+  // Places in a segment and behind it, as far as a match may reach.
+  static constexpr std::size_t kPlaces = kMaxSegment + kLzxMaxMatch;
+
+  std::uint32_t ParseSegment(std::uint32_t start, MatchFinder& finder);
   void Reach(std::uint32_t from, std::uint32_t first, std::uint32_t last, std::uint32_t cost,
              const std::uint16_t* lengths, Item offset);
-  std::uint32_t TryRecent(std::uint32_t position, const LzxCosts& costs, std::uint32_t limit);
-  std::uint32_t TryMatches(std::uint32_t position, const LzxCosts& costs,
-                           std::span<const Match> matches, std::uint32_t longest);
-  void Collect(std::vector<LzxToken>& tokens);
+  std::uint32_t TryRecent(std::uint32_t place, const std::uint8_t* here, std::uint32_t limit);
+  std::uint32_t TryMatches(std::uint32_t place, std::span<const Match> matches,
+                           std::uint32_t longest);
+  LzxToken TokenTo(std::uint32_t place, const std::uint8_t* here) const;
 
   std::span<const std::uint8_t> interval_;
   std::uint32_t long_match_ = 0;
-  std::vector<Node> nodes_;               // by position
-  std::vector<Recent> recent_;            // by position, of those that were looked at
-  std::vector<std::uint8_t> ends_;        // by position: an item of some path ends there
-  std::vector<std::uint32_t> positions_;  // on the cheapest path, from the end
+  LzxFrequencies frequencies_;
+  LzxCosts costs_;
+  // By place in the segment.
+  std::array<Node, kPlaces> nodes_;
+  std::array<Recent, kPlaces> recent_;      // of those that were looked at
+  std::array<std::uint8_t, kPlaces> ends_;  // 1: an item of some path ends there
 };
 
 }  // namespace scrivo
