@@ -43,6 +43,20 @@ std::size_t LongestTicks(std::string_view text) {
   return longest;
 }
 
+// Whether readers see nothing of it: pages are spaced out with lines of such blanks.
+bool IsBlankText(std::string_view text) {
+  while (!text.empty()) {
+    bool is_blank = false;
+    for (const std::string_view blank : {" ", "\\\n", "\xC2\xA0", "\xE3\x80\x80"}) {
+      if (!text.starts_with(blank)) continue;
+      text.remove_prefix(blank.size());
+      is_blank = true;
+    }
+    if (!is_blank) return false;
+  }
+  return true;
+}
+
 // Where the tables of a page begin that hold data, and not the page's layout, in ascending order.
 // Such a table has rows of several cells, and in them neither tables nor blocks that Markdown has
 // no cells for.
@@ -121,6 +135,7 @@ class Converter {
   void CloseMark(std::string_view element);
   void CloseMarks();
   void EndBlock();
+  void EndParagraph();
   void WriteBlock(std::string_view text);
   std::string Prefix();
   void OpenContainer(std::string first, std::string rest, bool is_item);
@@ -287,8 +302,14 @@ void Converter::CloseMark(std::string_view element) {
   if (found == marks_.rend()) return;
   // Marks that were opened later end with it.
   const std::size_t keep = static_cast<std::size_t>(marks_.rend() - found) - 1;
+  bool line_ended = false;
   while (marks_.size() > keep) {
     if (marks_.back().at != std::string::npos) {
+      // A mark that follows a line end would open and not close.
+      while (line_.ends_with("\\\n")) {
+        line_.resize(line_.size() - 2);
+        line_ended = true;
+      }
       while (!line_.empty() && line_.back() == ' ') {
         line_.pop_back();
         blank_due_ = true;
@@ -297,6 +318,7 @@ void Converter::CloseMark(std::string_view element) {
     }
     marks_.pop_back();
   }
+  if (line_ended) line_ += "\\\n";
 }
 
 void Converter::CloseMarks() {
@@ -311,12 +333,18 @@ void Converter::EndBlock() {
     return;
   }
   CloseMarks();
-  while (!line_.empty() && (line_.back() == ' ' || line_.back() == '\n' || line_.back() == '\\')) {
-    if (line_.back() == '\\' && !line_.ends_with("\\\n")) break;
-    line_.pop_back();
+  for (;;) {
+    if (line_.ends_with("\\\n")) {
+      line_.resize(line_.size() - 2);
+    } else if (line_.ends_with(' ')) {
+      line_.pop_back();
+    } else {
+      break;
+    }
   }
   blank_due_ = false;
-  if (line_.empty()) {
+  if (IsBlankText(line_)) {
+    line_.clear();
     heading_ = 0;
     return;
   }
@@ -333,6 +361,14 @@ void Converter::EndBlock() {
     text.insert(0, std::string(static_cast<std::size_t>(level), '#') + " ");
   }
   WriteBlock(text);
+}
+
+// Ends a paragraph whose marks go on in the next one.
+void Converter::EndParagraph() {
+  std::vector<Mark> marks = marks_;
+  EndBlock();
+  for (Mark& mark : marks) mark.at = std::string::npos;
+  marks_ = std::move(marks);
 }
 
 std::string Converter::Prefix() {
@@ -446,7 +482,7 @@ void Converter::EndCell() {
     cell += c == '\n' ? ' ' : c;
   }
   line_.clear();
-  rows_.back().push_back(std::move(cell));
+  rows_.back().push_back(IsBlankText(cell) ? "" : std::move(cell));
 }
 
 void Converter::EndTable() {
@@ -457,7 +493,9 @@ void Converter::EndTable() {
   if (!has_header_) rows_.insert(rows_.begin(), std::vector<std::string>(columns));
   std::string table;
   for (std::size_t i = 0; i < rows_.size(); ++i) {
-    if (rows_[i].empty() && i > 0) continue;
+    const bool is_empty = std::all_of(rows_[i].begin(), rows_[i].end(),
+                                      [](const std::string& cell) { return cell.empty(); });
+    if (is_empty && i > 0) continue;
     rows_[i].resize(columns);
     if (i > 0) table += '\n';
     table += '|';
@@ -501,6 +539,8 @@ void Converter::StartTag(const HtmlToken& token) {
       EndBlock();
     } else if (heading_ != 0) {
       blank_due_ = true;
+    } else if (line_.ends_with("\\\n")) {
+      EndParagraph();
     } else if (!line_.empty()) {
       line_ += "\\\n";
       blank_due_ = false;

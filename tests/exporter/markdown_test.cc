@@ -50,6 +50,19 @@ TEST(Markdown, EscapesWhatWouldMeanSomething) {
             "\\# no heading\n\n1\\. no list\n\n\\- nor this\n\n\\+ x\n\n\\> y\n");
 }
 
+TEST(Markdown, TakesTwoLineEndsForTheEndOfAParagraph) {
+  EXPECT_EQ(Convert("a<br>b<br> <br><br>c<br>"), "a\\\nb\n\nc\n");
+  EXPECT_EQ(Convert("<b>a<br><br><a href=p>b<br><br>c</a></b> d\\<br>"),
+            "**a**\n\n**[b](p)**\n\n**[c](p)** d\\\\\n");
+  EXPECT_EQ(Convert("<i>a<br></i>b"), "*a*\\\nb\n");
+}
+
+TEST(Markdown, LeavesOutLinesAndRowsOfBlanks) {
+  EXPECT_EQ(Convert("a<p>&nbsp;<br>&nbsp;</p><h2>&nbsp;</h2><p>\xE3\x80\x80</p>b"), "a\n\nb\n");
+  EXPECT_EQ(Convert("<table><tr><th>a<th>b<tr><td>&nbsp;<td><tr><td>&nbsp;<td>c</table>"),
+            "| a | b |\n| --- | --- |\n| | c |\n");
+}
+
 TEST(Markdown, KeepsMarksOffTheBlanksAroundThem) {
   EXPECT_EQ(Convert("a<b> bold </b>b <i></i><b><i>both</i></b>"), "a **bold** b ***both***\n");
 }
