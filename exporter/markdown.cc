@@ -534,6 +534,17 @@ void Converter::StartTag(const HtmlToken& token) {
     if (picture.empty()) return;
     Put("![" + MarkdownText(DecodeEntities(AttributeOf(token, "alt"), EntityPlace::kAttribute)) +
         "](" + picture + ")");
+  } else if (IsAny(name, "frame", "iframe")) {
+    EndBlock();
+    const std::string address = DecodeEntities(AttributeOf(token, "src"), EntityPlace::kAttribute);
+    const std::string link = address.empty() ? "" : rules_.link(address);
+    std::string_view label = AttributeOf(token, "title");
+    if (label.empty()) label = AttributeOf(token, "name");
+    const std::string shown =
+        label.empty() ? address : DecodeEntities(label, EntityPlace::kAttribute);
+    if (!link.empty()) Put("[" + MarkdownText(shown) + "](" + link + ")");
+    EndBlock();
+    in_skipped_ = Is(name, "iframe");  // what browsers without frames would show
   } else if (Is(name, "br")) {
     if (in_cell_) {
       EndBlock();
@@ -584,7 +595,7 @@ void Converter::StartTag(const HtmlToken& token) {
 
 void Converter::EndTag(const HtmlToken& token) {
   const std::string_view name = token.name;
-  if (IsAny(name, "object", "select", "noframes")) {
+  if (IsAny(name, "object", "select", "noframes", "iframe")) {
     in_skipped_ = false;
     return;
   }

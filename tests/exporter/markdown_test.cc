@@ -57,6 +57,14 @@ TEST(Markdown, TakesTwoLineEndsForTheEndOfAParagraph) {
   EXPECT_EQ(Convert("<i>a<br></i>b"), "*a*\\\nb\n");
 }
 
+TEST(Markdown, LinksToThePagesInFrames) {
+  EXPECT_EQ(Convert("<frameset><frame name=menu src=m.htm><frame src=a.htm><frame name=none>"
+                    "<noframes>no</noframes></frameset>"),
+            "[menu](m.htm)\n\n[a.htm](a.htm)\n");
+  EXPECT_EQ(Convert("a<iframe title='The map' src=b.htm>no</iframe>b"),
+            "a\n\n[The map](b.htm)\n\nb\n");
+}
+
 TEST(Markdown, LeavesOutLinesAndRowsOfBlanks) {
   EXPECT_EQ(Convert("a<p>&nbsp;<br>&nbsp;</p><h2>&nbsp;</h2><p>\xE3\x80\x80</p>b"), "a\n\nb\n");
   EXPECT_EQ(Convert("<table><tr><th>a<th>b<tr><td>&nbsp;<td><tr><td>&nbsp;<td>c</table>"),
