@@ -11,7 +11,7 @@ constexpr std::uint32_t kNoTranslation = 0;
 
 constexpr std::uint32_t kMaxFramePadding = 15;
 
-// What the near-optimal parser takes for a long match. Higher values make pages of a web site 0.1 %
+// What the near-optimal parser takes for a long match. Higher values make pages of a web site 0.2 %
 // smaller at most, and cost up to half the time more; of a single frame, which takes no time that
 // anybody would notice, every position is looked at.
 constexpr std::uint32_t kLongMatch = 20;
