@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "bytes/little_endian.h"
+
 namespace scrivo {
 namespace {
 
