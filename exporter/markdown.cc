@@ -527,7 +527,14 @@ void Converter::StartTag(const HtmlToken& token) {
     CloseMark("a");
     const std::string address = DecodeEntities(AttributeOf(token, "href"), EntityPlace::kAttribute);
     const std::string link = address.empty() ? "" : rules_.link(address);
-    if (!link.empty()) OpenMark("[", "](" + link + ")", "a");
+    // A page in another help file, which a site cannot lead to either.
+    const std::string_view elsewhere = AttributeOf(token, "data-help-file");
+    if (!link.empty()) {
+      OpenMark("[", "](" + link + ")", "a");
+    } else if (!elsewhere.empty()) {
+      OpenMark("", " (" + MarkdownText(DecodeEntities(elsewhere, EntityPlace::kAttribute)) + ")",
+               "a");
+    }
   } else if (Is(name, "img")) {
     const std::string address = DecodeEntities(AttributeOf(token, "src"), EntityPlace::kAttribute);
     const std::string picture = address.empty() ? "" : rules_.picture(address);

@@ -330,7 +330,9 @@ void Rewriter::Address(const HtmlToken& token, const HtmlAttribute& attribute, T
     case LinkTarget::Kind::kOtherHelp: {
       std::string told = "title=\"";
       AppendHtmlText("In another help file, " + target.help_file + ": " + target.place, &told);
-      Replace(whole, told + "\" data-help-file=\"\" style=\"text-decoration:underline dotted\"");
+      told += "\" data-help-file=\"";
+      AppendHtmlText(target.help_file + "::" + target.place, &told);
+      Replace(whole, told + "\" style=\"text-decoration:underline dotted\"");
       break;
     }
     case LinkTarget::Kind::kScript: {
