@@ -8,6 +8,7 @@
 #include "cli/disk_path.h"
 #include "cli/help_file.h"
 #include "cli/open_web.h"
+#include "cli/run_summary.h"
 #include "exporter/export_web.h"
 #include "system/error.h"
 #include "system/interruption.h"
@@ -83,10 +84,6 @@ std::string CompileHint(const std::string& folder, const WebMade& made) {
   if (!made.default_page.empty()) hint += " --default-page " + Quoted(made.default_page);
   if (made.declares_wrongly) hint += " --keep-charsets";
   return hint;
-}
-
-std::string Counted(std::size_t count, const char* one, const char* several) {
-  return std::to_string(count) + " " + (count == 1 ? one : several);
 }
 
 int MakeWeb(ChmReader& reader, const HelpFileOptions& options, bool is_complete, Console& console) {

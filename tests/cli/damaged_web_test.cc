@@ -112,7 +112,7 @@ TEST_F(DamagedWeb, GetsNoKeywordsWhereTheIndexCannotBeRead) {
     EXPECT_EQ(make("--keywords"), 1);
     if (!Tells("cut.chm: the index cannot be read, so the pages get no keywords\n")) continue;
     ++without_index;
-    EXPECT_NE(out.find(", 0 keywords.\n"), std::string::npos) << out;
+    EXPECT_NE(out.find(", no keywords.\n"), std::string::npos) << out;
     fs::remove_all(output.path() / "made");
     EXPECT_EQ(make("-q"), 1);
     EXPECT_FALSE(Tells("keywords")) << err;
