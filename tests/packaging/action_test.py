@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Runs the action for GitHub, step by step as a runner does, and holds the ready workflows against it.
 
 action_test.py FOLDER: the programs are in FOLDER. The last line is the sum: N passed, N failed

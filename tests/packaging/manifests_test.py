@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Holds the manifests of a release against what the package managers take, and against the files of the release.
 
 manifests_test.py RELEASE: the folder that packaging/release has filled. The last line is the sum: N passed, N failed
