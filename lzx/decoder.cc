@@ -2,51 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 #include "bytes/little_endian.h"
 #include "lzx/bit_reader.h"
+#include "lzx/copy_match.h"
+#include "lzx/main_element.h"
 
 namespace scrivo {
-namespace {
-
-// How a position slot becomes a distance: `base` plus the extra bits.
-struct Slot {
-  std::uint32_t base;
-  int extra_bits;
-};
-
-constexpr auto kSlots = [] {
-  std::array<Slot, kLzxMaxSlots> slots{};
-  for (int i = kLzxRecentOffsets; i < kLzxMaxSlots; ++i) {
-    slots[i] = {kLzxSlotBase[i] - kLzxOffsetBias, LzxFooterBits(i)};
-  }
-  return slots;
-}();
-
-constexpr HuffmanElement kLiteralLimit = HuffmanElement{kLzxLiterals} << 8;
-constexpr std::size_t kCopyUnit = 16;
-
-// Copies a match. `room` is what the buffer holds from `out` on; it is at least `length`.
-inline void CopyMatch(std::uint8_t* out, std::size_t distance, std::size_t length,
-                      std::size_t room) {
-  const std::uint8_t* from = out - distance;
-  if (distance >= kCopyUnit && room >= length + kCopyUnit) [[likely]] {
-    // Whole units, running over the end of the match: what they spoil is written later.
-    const std::uint8_t* const end = out + length;
-    do {
-      std::memcpy(out, from, kCopyUnit);
-      out += kCopyUnit;
-      from += kCopyUnit;
-    } while (out < end);
-  } else if (distance == 1) {
-    std::memset(out, *from, length);
-  } else {
-    for (std::size_t i = 0; i < length; ++i) out[i] = from[i];
-  }
-}
-
-}  // namespace
 
 LzxDecoder::LzxDecoder(int window_bits)
     : main_symbols_(static_cast<std::size_t>(LzxMainSymbols(window_bits))) {}
@@ -166,7 +128,7 @@ LzxStatus LzxDecoder::ReadTrees(BitReader& input) {
   if (status == LzxStatus::kOk) status = ReadLengths(input, main.subspan(kLzxLiterals));
   if (status == LzxStatus::kOk) status = ReadLengths(input, length_lengths_);
   if (status != LzxStatus::kOk) return status;
-  const bool built = main_tree_.Build(main) && length_tree_.Build(length_lengths_);
+  const bool built = main_tree_.Build(main, kMainMeanings) && length_tree_.Build(length_lengths_);
   return built ? LzxStatus::kOk : LzxStatus::kBadCodeLengths;
 }
 
@@ -210,23 +172,23 @@ LzxStatus LzxDecoder::ReadLengths(BitReader& input, std::span<std::uint8_t> leng
   return LzxStatus::kOk;
 }
 
-// Two literals and the main symbol of a match fit into the bits of one Refill(), the rest of the
-// match into those of a second one.
-static_assert(3 * kLzxMaxCodeLength <= BitReader::kRefilledBits);
-static_assert(kLzxMaxCodeLength + LzxFooterBits(kLzxMaxSlots - 1) + 7 <= BitReader::kRefilledBits);
-
-// Reads what `slot` needs to become a distance and brings the recent ones up to date. Returns 0
+// Reads what completes the distance of a match and brings the recent ones up to date. Returns 0
 // when the bits are not a code.
 template <bool kAligned>
-inline std::uint32_t LzxDecoder::ReadDistance(
-    BitReader& bits, std::uint32_t slot,
-    std::array<std::uint32_t, kLzxRecentOffsets>* recent) const {
+inline std::uint32_t LzxDecoder::ReadDistance(BitReader& bits, HuffmanElement match,
+                                              RecentDistances* recent) const {
+  const std::uint32_t slot = PositionSlot(match);
+  auto& [first, second, third] = *recent;
+  std::uint32_t distance;
   if (slot < kLzxRecentOffsets) {
-    std::swap((*recent)[0], (*recent)[slot]);
-    return (*recent)[0];
+    distance = slot == 0 ? first : slot == 1 ? second : third;
+    if (slot == 1) second = first;
+    if (slot == 2) third = first;
+    first = distance;
+    return distance;
   }
-  const auto [base, extra_bits] = kSlots[slot];
-  std::uint32_t distance = base;
+  const int extra_bits = ExtraBits(match);
+  distance = kLzxSlotBase[slot] - kLzxOffsetBias;
   if (kAligned && extra_bits >= kLzxAlignedBits) {
     distance += bits.Take(extra_bits - kLzxAlignedBits) << kLzxAlignedBits;
     const HuffmanElement low = aligned_tree_.Lookup(bits);
@@ -236,53 +198,65 @@ inline std::uint32_t LzxDecoder::ReadDistance(
   } else {
     distance += bits.Take(extra_bits);
   }
-  *recent = {distance, (*recent)[0], (*recent)[1]};
+  third = second;
+  second = first;
+  first = distance;
   return distance;
 }
 
+// Time goes into waiting, for the bits that a symbol leaves over and for branches that were not
+// foreseen. So a code is looked up before the bits are topped up, which then happens meanwhile; and
+// a length code is looked up whether or not one follows, and dropped.
 template <bool kAligned>
 LzxStatus LzxDecoder::DecodeSymbols(BitReader& input, std::size_t size) {
+  // Bits at hand, of those of a Refill(): after two main symbols, for a length code; after a match,
+  // for the root of the next look-up.
+  constexpr int kLongestFooter = LzxFooterBits(kLzxMaxSlots - 1) - kLzxAlignedBits + 7;
+  static_assert(BitReader::kRefilledBits - 2 * kLzxMaxCodeLength >= kLzxMaxCodeLength);
+  static_assert(BitReader::kRefilledBits - kLzxMaxCodeLength - kLongestFooter >=
+                decltype(main_tree_)::kRoot);
+
   BitReader bits = input;  // a local copy, so that it lives in registers
   const std::uint8_t* const start = output_.data();
   std::uint8_t* out = output_.data() + position_;
   std::uint8_t* const stop = out + size;
   const std::uint8_t* const room_end = output_.data() + output_.size();
-  std::array<std::uint32_t, kLzxRecentOffsets> recent = recent_;
+  RecentDistances recent = recent_;
   LzxStatus status = LzxStatus::kOk;
 
+  bits.Refill();
   while (out < stop) {
+    HuffmanElement element = main_tree_.LookupRoot(bits);
     bits.Refill();
-    HuffmanElement element = main_tree_.Lookup(bits);
     if (element < kLiteralLimit) {
       bits.Skip(HuffmanLength(element));
       *out++ = static_cast<std::uint8_t>(HuffmanSymbol(element));
       if (out == stop) break;
-      element = main_tree_.Lookup(bits);
-      if (element < kLiteralLimit) {
-        bits.Skip(HuffmanLength(element));
-        *out++ = static_cast<std::uint8_t>(HuffmanSymbol(element));
-        continue;
-      }
+      element = main_tree_.LookupRoot(bits);
+    }
+    if (element >= kHuffmanLink) [[unlikely]]
+      element = main_tree_.Follow(bits, element);
+    if (element < kLiteralLimit) {
+      bits.Skip(HuffmanLength(element));
+      *out++ = static_cast<std::uint8_t>(HuffmanSymbol(element));
+      continue;
     }
     if (element >= kHuffmanInvalid) {
       status = LzxStatus::kBadCode;
       break;
     }
     bits.Skip(HuffmanLength(element));
-    bits.Refill();
-    const std::uint32_t match = HuffmanSymbol(element) - kLzxLiterals;
-    std::size_t length = match % kLzxLengthHeaders + kLzxMinMatch;
-    if (length == kLzxMinMatch + kLzxLengthHeaders - 1) {
-      const HuffmanElement more = length_tree_.Lookup(bits);
-      if (more >= kHuffmanInvalid) {
-        status = LzxStatus::kBadCode;
-        break;
-      }
-      bits.Skip(HuffmanLength(more));
-      length += HuffmanSymbol(more);
-    }
 
-    const std::uint32_t distance = ReadDistance<kAligned>(bits, match / kLzxLengthHeaders, &recent);
+    const HuffmanElement more = length_tree_.Lookup(bits) & LongMatchMask(element);
+    bits.Refill();
+    if (more >= kHuffmanInvalid) {
+      status = LzxStatus::kBadCode;
+      break;
+    }
+    bits.Skip(HuffmanLength(more));
+    const std::size_t length = kLzxMinMatch + LengthHeader(element) + HuffmanSymbol(more);
+
+    const std::uint32_t distance = ReadDistance<kAligned>(bits, element, &recent);
     // A distance of 0 (no code, or brought in by an uncompressed block) wraps round and fails too.
     if (std::size_t{distance} - 1 >= static_cast<std::size_t>(out - start)) {
       status = LzxStatus::kBadDistance;

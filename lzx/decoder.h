@@ -46,6 +46,8 @@ class LzxDecoder {
   LzxResult DecodeInterval(std::span<const std::uint8_t> input, std::span<std::uint8_t> output);
 
  private:
+  using RecentDistances = std::array<std::uint32_t, kLzxRecentOffsets>;
+
   struct Block {
     LzxBlockType type = LzxBlockType::kVerbatim;
     std::size_t remaining = 0;
@@ -60,8 +62,7 @@ class LzxDecoder {
   LzxStatus ReadTrees(BitReader& input);
   LzxStatus ReadLengths(BitReader& input, std::span<std::uint8_t> lengths);
   template <bool kAligned>
-  std::uint32_t ReadDistance(BitReader& bits, std::uint32_t slot,
-                             std::array<std::uint32_t, kLzxRecentOffsets>* recent) const;
+  std::uint32_t ReadDistance(BitReader& bits, HuffmanElement match, RecentDistances* recent) const;
   template <bool kAligned>
   LzxStatus DecodeSymbols(BitReader& input, std::size_t size);
   LzxStatus CopyRaw(BitReader& input, std::size_t size);
@@ -71,7 +72,7 @@ class LzxDecoder {
   std::span<std::uint8_t> output_;
   std::size_t position_ = 0;  // in output_
   Block block_;
-  std::array<std::uint32_t, kLzxRecentOffsets> recent_{};
+  RecentDistances recent_{};
   std::array<std::uint8_t, kLzxMaxMainSymbols> main_lengths_{};
   std::array<std::uint8_t, kLzxLengthSymbols> length_lengths_{};
 

@@ -39,14 +39,14 @@ class Filler {
         table_(table),
         next_part_(std::size_t{1} << root_bits) {}
 
-  void AddShort(std::uint16_t symbol, int length) {
+  void AddShort(std::uint32_t meaning, int length) {
     const std::size_t places = std::size_t{1} << (root_bits_ - length);
     std::fill_n(table_.begin() + static_cast<std::ptrdiff_t>(root_), places,
-                Element(symbol, length));
+                Element(meaning, length));
     root_ += places;
   }
 
-  void AddLong(std::uint16_t symbol, int length) {
+  void AddLong(std::uint32_t meaning, int length) {
     const std::size_t part_size = std::size_t{1} << link_bits_;
     if (in_part_ == 0) {
       table_[root_++] = kHuffmanLink | static_cast<HuffmanElement>(next_part_ << 8);
@@ -55,13 +55,13 @@ class Filler {
     const std::size_t places = std::size_t{1} << (root_bits_ + link_bits_ - length);
     const std::size_t from = next_part_ - part_size + in_part_;
     std::fill_n(table_.begin() + static_cast<std::ptrdiff_t>(from), places,
-                Element(symbol, length));
+                Element(meaning, length));
     in_part_ = (in_part_ + places) % part_size;
   }
 
  private:
-  static HuffmanElement Element(std::uint16_t symbol, int length) {
-    return static_cast<HuffmanElement>(symbol) << 8 | static_cast<HuffmanElement>(length);
+  static HuffmanElement Element(std::uint32_t meaning, int length) {
+    return meaning << 8 | static_cast<HuffmanElement>(length);
   }
 
   int root_bits_;
@@ -74,7 +74,8 @@ class Filler {
 
 }  // namespace
 
-bool BuildHuffmanTable(std::span<const std::uint8_t> lengths, int root_bits, int max_length,
+bool BuildHuffmanTable(std::span<const std::uint8_t> lengths,
+                       std::span<const std::uint32_t> meanings, int root_bits, int max_length,
                        std::span<HuffmanElement> table, int* link_bits) {
   CodeOrder order;
   SortSymbols(lengths, &order);
@@ -98,10 +99,11 @@ bool BuildHuffmanTable(std::span<const std::uint8_t> lengths, int root_bits, int
   Filler filler(root_bits, *link_bits, table);
   for (int length = 1; length <= longest; ++length) {
     for (std::uint32_t i = order.start[length]; i < order.start[length + 1]; ++i) {
+      const std::uint32_t meaning = meanings[order.symbols[i]];
       if (length <= root_bits) {
-        filler.AddShort(order.symbols[i], length);
+        filler.AddShort(meaning, length);
       } else {
-        filler.AddLong(order.symbols[i], length);
+        filler.AddLong(meaning, length);
       }
     }
   }

@@ -376,5 +376,73 @@ TEST(LzxDecoderTest, KnowsTheSlotsOfEveryWindow) {
   }
 }
 
+// The code lengths of a tree, or of a part of it, after lengths of 0: each by itself, with a
+// pretree of twelve codes of four bits and eight of five.
+std::string AnyLengths(const Bytes& lengths) {
+  std::string bits;
+  for (int i = 0; i < kLzxPretreeSymbols; ++i) bits += Number(i < 12 ? 4 : 5, 4);
+  for (const std::uint8_t length : lengths) {
+    const std::uint32_t symbol = (17U - length) % 17;
+    bits += symbol < 12 ? Number(symbol, 4) : Number(12 + symbol, 5);
+  }
+  return bits;
+}
+
+// One frame of turns, after nine frames as they are: two literals and a match out of a slot that
+// only windows of 512 KiB and more have. Codes and extra bits are as long as they can be.
+void ExpectLongestCodes(LzxBlockType type) {
+  constexpr std::uint32_t kSlot = 36;
+  constexpr std::size_t kRaw = 9 * kLzxFrameSize;
+  constexpr std::size_t kMatch = 200;
+  const bool aligned = type == LzxBlockType::kAligned;
+
+  Bytes wanted(kRaw);
+  for (std::size_t i = 0; i < kRaw; ++i) wanted[i] = static_cast<std::uint8_t>(i * i / 11);
+  Bytes input = Pack(Start(LzxBlockType::kUncompressed, kRaw) + "0000");
+  for (int i = 0; i < 12; ++i) input.push_back(i % 4 == 0 ? 1 : 0);
+  input.insert(input.end(), wanted.begin(), wanted.end());
+
+  // Codes of one to fourteen bits, the first of which is used to fill the frame, and four of 16
+  // bits: two literals and two matches, the last of them long.
+  std::string bits = BlockHeader(type, kLzxFrameSize);
+  for (const std::uint32_t length : {1, 2, 3, 4, 5, 6, 7, 7}) {
+    if (aligned) bits += Number(length, kLzxAlignedLengthBits);
+  }
+  Bytes literals(kLzxLiterals), matches(kLzxMaxMainSymbols - kLzxLiterals);
+  Bytes long_matches(kLzxLengthSymbols);
+  for (std::uint8_t i = 1; i <= 14; ++i) literals[i] = long_matches[i] = i;
+  literals['a'] = literals['b'] = matches[0] = kLzxMaxCodeLength;
+  matches[kSlot * kLzxLengthHeaders + kLzxLengthHeaders - 1] = kLzxMaxCodeLength;
+  constexpr std::size_t kLastLength = kMatch - kLzxMinMatch - kLzxLengthHeaders + 1;
+  std::fill_n(long_matches.begin() + kLastLength - 3, 4, std::uint8_t{kLzxMaxCodeLength});
+  bits += AnyLengths(literals) + AnyLengths(matches) + AnyLengths(long_matches);
+  while (wanted.size() + 2 + kMatch <= kRaw + kLzxFrameSize) {
+    const auto upper = static_cast<std::uint32_t>(wanted.size() % 1024);
+    const std::uint32_t lowest = 6 + upper % 2;
+    bits += Number(0xFFFC, 16) + Number(0xFFFD, 16) + Number(0xFFFF, 16) + Number(0xFFFF, 16);
+    bits += Number(upper, 14) + (aligned ? Number(0x78 + lowest, 7) : Number(lowest, 3));
+    wanted.insert(wanted.end(), {'a', 'b'});
+    const std::size_t distance = kLzxSlotBase[kSlot] - kLzxOffsetBias + upper * 8 + lowest;
+    for (std::size_t i = 0; i < kMatch; ++i) wanted.push_back(wanted[wanted.size() - distance]);
+  }
+  bits.append(kRaw + kLzxFrameSize - wanted.size(), '0');
+  wanted.resize(kRaw + kLzxFrameSize, 1);
+
+  const Bytes rest = Pack(bits);
+  input.insert(input.end(), rest.begin(), rest.end());
+  Bytes output(wanted.size());
+  LzxDecoder decoder(kLzxMaxWindowBits);
+  EXPECT_EQ(decoder.DecodeInterval(input, output).status, LzxStatus::kOk);
+  EXPECT_EQ(output, wanted);
+}
+
+TEST(LzxDecoderTest, DecodesTheLongestCodesOfVerbatimBlocks) {
+  ExpectLongestCodes(LzxBlockType::kVerbatim);
+}
+
+TEST(LzxDecoderTest, DecodesTheLongestCodesOfAlignedBlocks) {
+  ExpectLongestCodes(LzxBlockType::kAligned);
+}
+
 }  // namespace
 }  // namespace scrivo
