@@ -11,11 +11,11 @@ constexpr std::uint32_t kNoTranslation = 0;
 
 constexpr std::uint32_t kMaxFramePadding = 15;
 
-// What the near-optimal parser takes for a long match. Higher values make pages of a web site 0.2 %
-// smaller at most, and cost up to half the time more; of a single frame, which takes no time that
-// anybody would notice, every position is looked at.
-constexpr std::uint32_t kLongMatch = 20;
-constexpr std::uint32_t kLongMatchOfOneFrame = kLzxMaxMatch;
+// Longer matches searched to their ends make pages of a web site 0.2 % smaller at most, and cost up
+// to half the time more; of a single frame, which takes no time that anybody would notice, every
+// position is looked at.
+constexpr NearOptimalParser::Effort kUsualEffort = {20, false};
+constexpr NearOptimalParser::Effort kEffortOnOneFrame = {kLzxMaxMatch, true};
 
 // What an interval's symbols may turn out to be, in a few tokens' weight, so that what they really
 // are soon prevails. Pages like these numbers; other input gets over them. Only their proportions
@@ -134,7 +134,7 @@ void LzxEncoder::Refine(std::span<const std::uint8_t> frame) {
   frequencies.Count(tokens_, NearOptimalParser::kTokenWeight);
   std::swap(tokens_, other_tokens_);
   std::vector<std::size_t> other_ends = ends_;
-  near_optimal_parser_.Parse(frame, finder_, splitter_, frequencies, kLongMatchOfOneFrame, tokens_);
+  near_optimal_parser_.Parse(frame, finder_, splitter_, frequencies, kEffortOnOneFrame, tokens_);
   if (CutBest() < bits) return;
   std::swap(tokens_, other_tokens_);
   std::swap(ends_, other_ends);
@@ -153,7 +153,7 @@ void LzxEncoder::Encode(std::span<const std::uint8_t> input, LzxInterval& result
 
   finder_.Start(input);
   near_optimal_parser_.Parse(input, finder_, splitter_, ExpectedFrequencies(input),
-                             frames == 1 ? kLongMatchOfOneFrame : kLongMatch, tokens_);
+                             frames == 1 ? kEffortOnOneFrame : kUsualEffort, tokens_);
   ends_ = splitter_.Ends();
   if (frames == 1) Refine(input);
   const std::uint64_t bits = 1 + frames * kMaxFramePadding + Cut();

@@ -11,7 +11,12 @@ constexpr int kLengthBits = 9;
 constexpr std::uint32_t kLengthMask = (1u << kLengthBits) - 1;
 static_assert(kLzxMaxMatch <= kLengthMask);
 
+// Costs more than any path.
 constexpr std::uint64_t kUnreached = ~std::uint64_t{0};
+
+// What a look at a place may lose, one bit: less than any symbol costs. A quarter less makes pages
+// of a web site 0.03 % smaller, and takes a twentieth more time.
+constexpr std::uint32_t kWorthwhile = 1u << kLzxCostUnitBits;
 
 constexpr int kOffsetBits = 16;
 constexpr std::uint64_t kOffsetMask = (1u << kOffsetBits) - 1;
@@ -28,7 +33,7 @@ constexpr std::uint64_t FirstRecent() {
 
 NearOptimalParser::Recent NearOptimalParser::After(Recent recent, Item item) {
   const std::uint32_t offset = item >> kLengthBits;
-  if ((item & kLengthMask) == 1 || offset == 0) return recent;
+  if (offset == 0) return recent;
   const Recent newest = recent & kOffsetMask;
   const Recent second = recent >> kOffsetBits & kOffsetMask;
   const Recent third = recent >> 2 * kOffsetBits;
@@ -43,9 +48,9 @@ inline void NearOptimalParser::Reach(std::uint32_t from, std::uint32_t first, st
                                      Item offset) {
   Node* const nodes = nodes_.data() + from;
   ends_[from + last] = 1;
-  if (last > long_match_) {
+  if (last > effort_.long_match) {
     nodes[last] = std::min(nodes[last], NodeOf(cost + lengths[last], offset << kLengthBits | last));
-    last = long_match_;
+    last = effort_.long_match;
   }
   for (std::uint32_t length = first; length <= last; ++length) {
     const Node node = NodeOf(cost + lengths[length], offset << kLengthBits | length);
@@ -85,6 +90,18 @@ inline std::uint32_t NearOptimalParser::TryMatches(std::uint32_t place,
   return longest;
 }
 
+// Whether a place further on, or `covered`, is reached for at most kWorthwhile more than this one:
+// a match from here is one from there too, only shorter, and so is every literal.
+inline bool NearOptimalParser::IsPassed(std::uint32_t place, std::uint32_t covered) const {
+  const std::uint32_t limit = CostOf(nodes_[place]) + kWorthwhile;
+  if (place < covered && CostOf(nodes_[covered]) <= limit) return true;
+  bool passed = false;
+  for (std::uint32_t ahead = 1; ahead <= kAhead; ++ahead) {
+    passed |= CostOf(nodes_[place + ahead]) <= limit;
+  }
+  return passed;
+}
+
 // Sets nodes_ for the segment that begins at `start`, and gives its size. recent_[0] has been set.
 std::uint32_t NearOptimalParser::ParseSegment(std::uint32_t start, MatchFinder& finder) {
   nodes_.fill(kUnreached);
@@ -94,10 +111,19 @@ std::uint32_t NearOptimalParser::ParseSegment(std::uint32_t start, MatchFinder& 
   std::uint32_t covered = 0;  // the end of the long match that reaches furthest
   std::uint32_t place = 0;
   for (; place < size; ++place) {
-    if (place < covered && !ends_[place]) continue;
-    if (place >= kMaxSegment || (place >= kMinSegment && place == covered)) break;
-    const std::uint32_t position = start + place;
+    if (place < covered) {
+      const std::uint8_t* const end = std::find(&ends_[place], &ends_[covered], 1);
+      place = static_cast<std::uint32_t>(end - ends_.data());
+      if (place == size) break;
+    }
     const Node node = nodes_[place];
+    if (node == kUnreached) continue;
+    if (place >= kMaxSegment || (place >= kMinSegment && place == covered)) break;
+    if (place > 0) {
+      if (!effort_.every_position && IsPassed(place, covered)) continue;
+      recent_[place] = After(recent_[place - (ItemOf(node) & kLengthMask)], ItemOf(node));
+    }
+    const std::uint32_t position = start + place;
     const Node literal = NodeOf(CostOf(node) + costs_.literal[interval_[position]], 1);
     if (literal < nodes_[place + 1]) {
       nodes_[place + 1] = literal;
@@ -105,16 +131,13 @@ std::uint32_t NearOptimalParser::ParseSegment(std::uint32_t start, MatchFinder& 
       // beginning.
       if (place + 1 >= covered) ends_[place + 1] = 1;
     }
-    if (place > 0) {
-      recent_[place] = After(recent_[place - (ItemOf(node) & kLengthMask)], ItemOf(node));
-    }
     const std::uint32_t limit = std::min<std::uint32_t>(
         kLzxMaxMatch, static_cast<std::uint32_t>(kLzxFrameSize - position % kLzxFrameSize));
     // Nothing comes before the first byte.
     if (limit < kLzxMinMatch || position == 0) continue;
     std::uint32_t longest = TryRecent(place, interval_.data() + position, limit);
     if (longest < limit) longest = TryMatches(place, finder.FindEach(position, limit), longest);
-    if (longest >= long_match_) covered = std::max(covered, place + longest);
+    if (longest >= effort_.long_match) covered = std::max(covered, place + longest);
   }
   return place;
 }
@@ -131,8 +154,8 @@ LzxToken NearOptimalParser::TokenTo(std::uint32_t place, const std::uint8_t* her
 
 void NearOptimalParser::Parse(std::span<const std::uint8_t> interval, MatchFinder& finder,
                               BlockSplitter& splitter, const LzxFrequencies& expected,
-                              std::uint32_t long_match, std::vector<LzxToken>& tokens) {
-  long_match_ = long_match;
+                              Effort effort, std::vector<LzxToken>& tokens) {
+  effort_ = effort;
   interval_ = interval;
   frequencies_ = expected;
   recent_[0] = FirstRecent();

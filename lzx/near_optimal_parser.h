@@ -19,6 +19,15 @@ namespace scrivo {
 // Keeps tables of 80 KB for any number of intervals and serves one thread.
 class NearOptimalParser {
  public:
+  struct Effort {
+    // A match of so many bytes covers the positions within it: they are only looked at where
+    // another match ends. Of a longer match only the whole and its beginnings up to this length are
+    // weighed: a match that begins within it and reaches further may as well begin behind it.
+    std::uint32_t long_match;
+    // Otherwise, positions are passed over where one further on is reached for hardly more.
+    bool every_position;
+  };
+
   // Sets `tokens` to the cheapest parse of `interval`, with which `finder` was started, over the
   // matches that it finds, or nearly: only the cheapest path to each position is followed, with the
   // recent offsets that it leaves behind. No match reaches past the end of a frame.
@@ -27,12 +36,9 @@ class NearOptimalParser {
   // kTokenWeight times, and in `expected`, which stands for what is to come. `splitter` says where
   // blocks end.
   //
-  // A match of `long_match` bytes covers the positions within it: they are only looked at where
-  // another match ends. Of a longer match only the whole and its beginnings up to this length are
-  // weighed: a match that begins within it and reaches further may as well begin behind it.
+  // `effort` says how closely it is looked at.
   void Parse(std::span<const std::uint8_t> interval, MatchFinder& finder, BlockSplitter& splitter,
-             const LzxFrequencies& expected, std::uint32_t long_match,
-             std::vector<LzxToken>& tokens);
+             const LzxFrequencies& expected, Effort effort, std::vector<LzxToken>& tokens);
 
   static constexpr std::uint32_t kTokenWeight = 16;
 
@@ -55,8 +61,10 @@ class NearOptimalParser {
   // of a long match, where most of them do, but after kMaxSegment bytes anywhere.
   static constexpr std::uint32_t kMinSegment = 2048;
   static constexpr std::uint32_t kMaxSegment = 4096;
+  // How far behind a place another one is looked for that makes a search there needless.
+  static constexpr std::uint32_t kAhead = 8;
   // Places in a segment and behind it, as far as a match may reach.
-  static constexpr std::size_t kPlaces = kMaxSegment + kLzxMaxMatch;
+  static constexpr std::size_t kPlaces = kMaxSegment + kLzxMaxMatch + kAhead;
 
   std::uint32_t ParseSegment(std::uint32_t start, MatchFinder& finder);
   void Reach(std::uint32_t from, std::uint32_t first, std::uint32_t last, std::uint32_t cost,
@@ -64,10 +72,11 @@ class NearOptimalParser {
   std::uint32_t TryRecent(std::uint32_t place, const std::uint8_t* here, std::uint32_t limit);
   std::uint32_t TryMatches(std::uint32_t place, std::span<const Match> matches,
                            std::uint32_t longest);
+  bool IsPassed(std::uint32_t place, std::uint32_t covered) const;
   LzxToken TokenTo(std::uint32_t place, const std::uint8_t* here) const;
 
   std::span<const std::uint8_t> interval_;
-  std::uint32_t long_match_ = 0;
+  Effort effort_{};
   LzxFrequencies frequencies_;
   LzxCosts costs_;
   // By place in the segment.
