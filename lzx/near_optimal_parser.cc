@@ -95,11 +95,10 @@ inline std::uint32_t NearOptimalParser::TryMatches(std::uint32_t place,
 inline bool NearOptimalParser::IsPassed(std::uint32_t place, std::uint32_t covered) const {
   const std::uint32_t limit = CostOf(nodes_[place]) + kWorthwhile;
   if (place < covered && CostOf(nodes_[covered]) <= limit) return true;
-  bool passed = false;
   for (std::uint32_t ahead = 1; ahead <= kAhead; ++ahead) {
-    passed |= CostOf(nodes_[place + ahead]) <= limit;
+    if (CostOf(nodes_[place + ahead]) <= limit) return true;
   }
-  return passed;
+  return false;
 }
 
 // Sets nodes_ for the segment that begins at `start`, and gives its size. recent_[0] has been set.

@@ -62,7 +62,7 @@ class NearOptimalParser {
   static constexpr std::uint32_t kMinSegment = 2048;
   static constexpr std::uint32_t kMaxSegment = 4096;
   // How far behind a place another one is looked for that makes a search there needless.
-  static constexpr std::uint32_t kAhead = 8;
+  static constexpr std::uint32_t kAhead = 4;
   // Places in a segment and behind it, as far as a match may reach.
   static constexpr std::size_t kPlaces = kMaxSegment + kLzxMaxMatch + kAhead;
 
