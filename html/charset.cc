@@ -146,7 +146,8 @@ std::optional<int> CodePageOfPage(std::string_view html) {
   const std::string_view past_ascii = html.substr(AsciiPrefix(html));
   if (past_ascii.empty()) return declared;
   if (IsUtf8(past_ascii)) {
-    return declared && !IsPlainlyUtf8(past_ascii, *declared) ? declared : kUtf8CodePage;
+    const bool is_other = declared && declared != kUtf8CodePage;
+    return is_other && !IsPlainlyUtf8(past_ascii, *declared) ? declared : kUtf8CodePage;
   }
   if (declared == kUtf8CodePage && !HoldsUtf8Character(past_ascii)) return std::nullopt;
   return declared;

@@ -1,8 +1,11 @@
 #include "html/links.h"
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 #include <utility>
 
+#include "html/name_filter.h"
 #include "text/ascii_text.h"
 #include "text/code_page.h"
 #include "text/html_entities.h"
@@ -69,6 +72,7 @@ struct LinkRule {
   LinkKind kind;
 };
 
+// Those of an element stand side by side.
 constexpr LinkRule kLinkRules[] = {
     {"a", "href", LinkKind::kAnchor},
     {"a", "xlink:href", LinkKind::kAnchor},  // in a drawing
@@ -99,6 +103,20 @@ constexpr LinkRule kLinkRules[] = {
     {"source", "src", LinkKind::kPart},
     {"track", "src", LinkKind::kPart},
 };
+
+constexpr NameFilter kElementsWithLinks = [] {
+  NameFilter elements;
+  for (const LinkRule& rule : kLinkRules) elements.Add(rule.element);
+  return elements;
+}();
+
+// The rules for a tag's element.
+std::span<const LinkRule> RulesFor(const HtmlToken& tag) {
+  if (!kElementsWithLinks.MayBe(tag.name)) return {};
+  const auto is_for_tag = [&](const LinkRule& rule) { return tag.Is(rule.element); };
+  const auto* const first = std::find_if(std::begin(kLinkRules), std::end(kLinkRules), is_for_tag);
+  return {first, std::find_if_not(first, std::end(kLinkRules), is_for_tag)};
+}
 
 // Attributes that hold several addresses, each with a size or a density behind it.
 constexpr std::pair<std::string_view, std::string_view> kCandidateRules[] = {
@@ -147,18 +165,17 @@ void LinkFinder::StartTag(const HtmlToken& token) {
 }
 
 void LinkFinder::AttributeLinks(const HtmlToken& token) {
-  const auto is_for_tag = [&](const auto& rule) { return token.Is(rule.element); };
-  const bool rules_apply = std::any_of(std::begin(kLinkRules), std::end(kLinkRules), is_for_tag);
+  const std::span<const LinkRule> rules = RulesFor(token);
   const bool has_style = token.content.find('(') != std::string_view::npos;
-  if (!rules_apply && !has_style) return;
+  if (rules.empty() && !has_style) return;
   std::string_view content = token.content;
   HtmlAttribute attribute;
   while (NextAttribute(&content, &attribute)) {
     if (has_style && EqualsIgnoringCase(attribute.name, "style")) {
       StyleLinks(WithoutReferences(attribute.value), token.offset);
     }
-    for (const LinkRule& rule : kLinkRules) {
-      if (EqualsIgnoringCase(attribute.name, rule.attribute) && is_for_tag(rule)) {
+    for (const LinkRule& rule : rules) {
+      if (EqualsIgnoringCase(attribute.name, rule.attribute)) {
         Add(rule.kind, WithoutReferences(attribute.value), token.offset);
       }
     }

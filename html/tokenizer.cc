@@ -1,8 +1,9 @@
 #include "html/tokenizer.h"
 
 #include <algorithm>
-#include <iterator>
+#include <span>
 
+#include "html/name_filter.h"
 #include "text/ascii_text.h"
 
 namespace scrivo {
@@ -12,35 +13,42 @@ constexpr std::size_t kNone = std::string_view::npos;
 
 bool EndsName(char c) { return IsBlank(c) || c == '>' || c == '/'; }
 
-bool HoldsNoTags(std::string_view element) {
-  constexpr std::string_view kElements[] = {"script", "style", "title", "textarea", "xmp"};
-  return std::any_of(std::begin(kElements), std::end(kElements),
-                     [&](std::string_view known) { return EqualsIgnoringCase(element, known); });
-}
-
 // Whether `text` begins with the name of a tag, given in small letters, and not with a longer one.
 bool StartsWithName(std::string_view text, std::string_view name) {
   return StartsWithIgnoringCase(text, name) &&
          (text.size() == name.size() || EndsName(text[name.size()]));
 }
 
-constexpr std::string_view kInline[] = {"a",      "abbr",   "acronym", "b", "big",  "code",  "em",
-                                        "font",   "i",      "kbd",     "s", "samp", "small", "span",
-                                        "strike", "strong", "tt",      "u", "var",  "wbr"};
+constexpr std::string_view kNamesWithoutTags[] = {"script", "style", "title", "textarea", "xmp"};
 
-constexpr std::string_view kOfBody[] = {
+constexpr std::string_view kInlineNames[] = {
+    "a", "abbr", "acronym", "b",    "big",    "code",   "em", "font", "i",   "kbd",
+    "s", "samp", "small",   "span", "strike", "strong", "tt", "u",    "var", "wbr"};
+
+constexpr std::string_view kBodyNames[] = {
     "body", "frameset", "p", "h1", "h2", "h3", "h4",   "h5",  "h6",   "table",  "div", "ul",  "ol",
     "dl",   "img",      "a", "hr", "b",  "i",  "font", "pre", "form", "center", "br",  "span"};
 
-template <typename Names>
-bool Holds(const Names& names, std::string_view name) {
-  return std::any_of(std::begin(names), std::end(names),
-                     [&](std::string_view known) { return EqualsIgnoringCase(name, known); });
-}
+class ElementNames {
+ public:
+  constexpr explicit ElementNames(std::span<const std::string_view> names) : names_(names) {
+    for (const std::string_view name : names) filter_.Add(name);
+  }
+
+  bool Hold(std::string_view name) const {
+    return filter_.MayBe(name) &&
+           std::any_of(names_.begin(), names_.end(),
+                       [&](std::string_view known) { return EqualsIgnoringCase(name, known); });
+  }
+
+ private:
+  std::span<const std::string_view> names_;
+  NameFilter filter_;
+};
+
+constexpr ElementNames kWithoutTags(kNamesWithoutTags), kInline(kInlineNames), kOfBody(kBodyNames);
 
 }  // namespace
-
-bool HtmlToken::Is(std::string_view lower) const { return EqualsIgnoringCase(name, lower); }
 
 std::optional<std::string_view> HtmlToken::Attribute(std::string_view lower) const {
   std::string_view rest = content;
@@ -98,7 +106,7 @@ bool HtmlTokenizer::ReadTag(HtmlToken* token) {
   token->content = html_.substr(at, end - at);
   token->kind = is_end ? HtmlToken::Kind::kEndTag : HtmlToken::Kind::kStartTag;
   position_ = end < html_.size() ? end + 1 : end;
-  if (!is_end && HoldsNoTags(token->name)) raw_element_ = token->name;
+  if (!is_end && kWithoutTags.Hold(token->name)) raw_element_ = token->name;
   return true;
 }
 
@@ -227,9 +235,9 @@ bool NextAttribute(std::string_view* content, HtmlAttribute* attribute) {
   return true;
 }
 
-bool IsInlineElement(std::string_view name) { return Holds(kInline, name); }
+bool IsInlineElement(std::string_view name) { return kInline.Hold(name); }
 
-bool StartsBody(std::string_view name) { return Holds(kOfBody, name); }
+bool StartsBody(std::string_view name) { return kOfBody.Hold(name); }
 
 int HeadingLevel(std::string_view name) {
   if (name.size() != 2 || (name[0] != 'h' && name[0] != 'H')) return 0;

@@ -10,6 +10,8 @@
 #include <optional>
 #include <string_view>
 
+#include "text/ascii_text.h"
+
 namespace scrivo {
 
 struct HtmlToken {
@@ -26,7 +28,7 @@ struct HtmlToken {
   std::size_t offset = 0;    // of the token in the document
 
   // Whether `name` is `lower`, which is given in small letters.
-  bool Is(std::string_view lower) const;
+  bool Is(std::string_view lower) const { return EqualsIgnoringCase(name, lower); }
   bool Starts(std::string_view lower) const { return kind == Kind::kStartTag && Is(lower); }
   bool Ends(std::string_view lower) const { return kind == Kind::kEndTag && Is(lower); }
 
