@@ -71,6 +71,10 @@ class FileCompiler {
   ContainerWriter& writer_;
   TopicFacts& facts_;
   std::unordered_set<std::string> missing_;  // link targets reported already
+  // The kinds and addresses of links that were followed from a folder, with a code page. Pages of a
+  // folder have most of their links in common.
+  std::unordered_set<std::string> followed_;
+  std::string followed_from_;
   std::unordered_set<std::size_t> graphics_;
   std::optional<AutoContents> auto_contents_;  // while they are to be made
 };
@@ -189,6 +193,12 @@ void FileCompiler::FollowLinks(const FoundFile& found, const std::vector<PageLin
     folder = NormalPath(folder + "/" + FolderOf(base.path));
   }
   const int code_page = file.page.code_page == 0 ? context_.code_page : file.page.code_page;
+  const std::string from = std::to_string(code_page) + " " + folder;
+  if (followed_from_ != from) {
+    followed_.clear();
+    followed_from_ = from;
+  }
+  std::string key;
   LineCounter lines(file.Text());
   for (const PageLink& link : links) {
     const Reference reference = TakeApart(link.address);
@@ -198,6 +208,8 @@ void FileCompiler::FollowLinks(const FoundFile& found, const std::vector<PageLin
     }
     if (link.kind == LinkKind::kAnchor) ++context_.result.local_links;
     if (reference.path.empty()) continue;
+    key.assign(1, static_cast<char>(link.kind)).append(reference.path);
+    if (!followed_.insert(key).second) continue;
     bool is_withheld = false;
     if (const auto target = context_.tree.Find(reference.path, folder, code_page, &is_withheld)) {
       const std::size_t number = sources_.list.AddLinked(*target, link.kind);
