@@ -96,6 +96,24 @@ TEST_F(CompilerTest, CountsTopicsLinksAndGraphics) {
   EXPECT_EQ(result.output_size, folder_.Read("help.chm").size());
 }
 
+TEST_F(CompilerTest, FollowsTheSameAddressAnewFromAnotherFolderElementOrCodePage) {
+  folder_.Write("help.hhp", "[FILES]\na/1.htm\na/2.htm\na/3.htm\nb/1.htm\n");
+  const std::string western = "<meta charset=windows-1252>";
+  const std::string cyrillic = "<meta charset=windows-1251>";
+  folder_.Write("a/1.htm", western + "<a href=same.gif>x</a><img src=\"\xE9.gif\">");
+  folder_.Write("a/2.htm", western + "<img src=same.gif><img src=\"\xE9.gif\">");
+  folder_.Write("a/3.htm", cyrillic + "<img src=\"\xE9.gif\"><img src=no.gif>");
+  folder_.Write("b/1.htm", cyrillic + "<img src=same.gif><img src=no.gif><img src=no.gif>");
+  for (const char* name : {"a/same.gif", "b/same.gif", "a/\u00E9.gif", "a/\u0439.gif"}) {
+    folder_.Write(name, "GIF");
+  }
+  const CompileResult result = Compile();
+  EXPECT_EQ(result.graphics, 4u);
+  EXPECT_EQ(std::count_if(recorder_.messages.begin(), recorder_.messages.end(),
+                          [](const std::string& line) { return line.find("no.gif") != line.npos; }),
+            2);
+}
+
 TEST_F(CompilerTest, NumbersTopicsAndNamesThem) {
   WriteSample();
   Compile();
