@@ -19,9 +19,10 @@
 namespace scrivo {
 namespace {
 
-// What a thread decodes in one go: enough that few files lie across two runs, little enough that it
+// What a thread decodes in one go: enough that few files lie across two runs and that threads
+// seldom make files in the same folder, where they would wait for each other; little enough that it
 // is still in the cache when it is written.
-constexpr std::size_t kRunBytes = 0x40000;
+constexpr std::size_t kRunBytes = 0x100000;
 // What all threads together may hold.
 constexpr std::size_t kMemory = 40 << 20;
 // Runs for every thread, so that they end at about the same time.
