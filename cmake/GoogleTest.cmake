@@ -7,7 +7,7 @@ endif()
 add_library(scrivo_gtest STATIC EXCLUDE_FROM_ALL ${gtest_source}/src/gtest-all.cc)
 target_include_directories(scrivo_gtest PRIVATE ${gtest_source})
 target_include_directories(scrivo_gtest SYSTEM PUBLIC ${gtest_source}/include)
-target_compile_options(scrivo_gtest PRIVATE -O1)
+target_compile_options(scrivo_gtest PRIVATE -O0)
 if(SCRIVO_SANITIZE)
   target_compile_options(scrivo_gtest PRIVATE -fsanitize=${SCRIVO_SANITIZE})
 endif()
@@ -20,9 +20,5 @@ add_library(scrivo_gtest_main STATIC EXCLUDE_FROM_ALL ${gtest_source}/src/gtest_
 target_link_libraries(scrivo_gtest_main PUBLIC scrivo_options scrivo_gtest)
 # GoogleTest's macros take the optimizer longer than all the rest; what is tested keeps its own flags.
 target_compile_options(scrivo_gtest_main PUBLIC -O0)
-# A compiler cache cannot see through them.
-if(CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON)
-endif()
 target_precompile_headers(scrivo_gtest_main PRIVATE
   <gtest/gtest.h> <algorithm> <filesystem> <fstream> <functional> <map> <memory> <sstream> <string> <vector>)
