@@ -22,7 +22,7 @@ constexpr unsigned char Fold(char c) {
   return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
 }
 
-bool HasSignature(std::span<const std::uint8_t> chunk, std::string_view signature) {
+bool ChunkHasSignature(std::span<const std::uint8_t> chunk, std::string_view signature) {
   return std::equal(signature.begin(), signature.end(), chunk.begin());
 }
 
@@ -148,9 +148,9 @@ std::optional<Directory> Directory::Read(const ByteSource& source, const Contain
       }
       break;
     }
-    if (HasSignature(chunk, pmgl::kSignature)) {
+    if (ChunkHasSignature(chunk, pmgl::kSignature)) {
       directory.AddListing({std::move(chunk), number, layout->reference_step}, problems);
-    } else if (!HasSignature(chunk, pmgi::kSignature) || number <= layout->last_listing) {
+    } else if (!ChunkHasSignature(chunk, pmgi::kSignature) || number <= layout->last_listing) {
       // Past the number that both statements agree on, the first stranger ends the directory.
       if (number >= layout->count) break;
       AddProblem(problems, {ProblemKind::kChunkUnknown, number, 0});

@@ -16,7 +16,7 @@
 namespace scrivo {
 namespace {
 
-const SourceFiles& OneOf(bool first, const SourceFiles& a, const SourceFiles& b) {
+const SourceFiles& EitherOf(bool first, const SourceFiles& a, const SourceFiles& b) {
   return first ? a : b;
 }
 
@@ -102,8 +102,8 @@ WebSources::WebSources(const HelpProject& project, const CompileJob& job)
       keep_charsets_(job.keep_charsets),
       taken_(disk_, folder_, job.with_hidden),
       bare_(taken_, WithoutBars),
-      declared_(OneOf(without_bars_, bare_, taken_), WithUtf8Declared),
-      all_(OneOf(!keep_charsets_, declared_, OneOf(without_bars_, bare_, taken_)), folder_,
+      declared_(EitherOf(without_bars_, bare_, taken_), WithUtf8Declared),
+      all_(EitherOf(!keep_charsets_, declared_, EitherOf(without_bars_, bare_, taken_)), folder_,
            project.files) {}
 
 void WebSources::TellChanges(Console& console) const {

@@ -34,8 +34,8 @@ std::string SectionPath(const std::string& application, const std::string& secti
          ToRegistry(AsKeyName(section));
 }
 
-std::string TextOf(std::uint32_t type, const std::vector<std::uint8_t>& data,
-                   const std::string& default_value) {
+std::string SettingOf(std::uint32_t type, const std::vector<std::uint8_t>& data,
+                      const std::string& default_value) {
   if (type == kRegSz || type == kRegExpandSz) {
     const std::string text(data.begin(), data.end());
     return FromRegistry(text.substr(0, text.find('\0')));
@@ -68,7 +68,7 @@ std::string GetSetting(const std::string& application, const std::string& sectio
     data.resize(size);
   }
   store.CloseKey(opened);
-  return status == kRegistrySuccess ? TextOf(type, data, default_value) : default_value;
+  return status == kRegistrySuccess ? SettingOf(type, data, default_value) : default_value;
 }
 
 void SaveSetting(const std::string& application, const std::string& section, const std::string& key,

@@ -22,7 +22,7 @@ Variant AsObject(const VARIANT& value, UINT position) {
   return Variant::Object(object.get());
 }
 
-Variant Converted(const VARIANT& given, VARTYPE type, UINT position) {
+Variant ConvertedArgument(const VARIANT& given, VARTYPE type, UINT position) {
   Variant value;
   // The headers forget that the source stays as it is.
   const HRESULT copied = VariantCopyInd(value.Put(), const_cast<VARIANT*>(&given));
@@ -77,7 +77,7 @@ DispatchArguments::DispatchArguments(const std::vector<DispatchParameter>& param
       if (!parameters[i].optional) throw DispatchFailure{DISP_E_PARAMNOTOPTIONAL, position};
       values_.push_back(Variant::Omitted());
     } else {
-      values_.push_back(Converted(given.rgvarg[position], parameters[i].type, position));
+      values_.push_back(ConvertedArgument(given.rgvarg[position], parameters[i].type, position));
     }
   }
 }

@@ -57,7 +57,7 @@ std::vector<std::string> ProgramPaths(const std::string& name) {
 
 // Tries the programs in turn; returns why none could be run. A program that is there but may not
 // be run says more than the others that are missing.
-int Execute(const Prepared& child) {
+int ExecuteChild(const Prepared& child) {
   int error = ENOENT;
   for (const std::string& program : child.programs) {
     execv(program.c_str(), child.arguments.data());
@@ -84,7 +84,7 @@ int Execute(const Prepared& child) {
     if (dup2(child.streams[stream], stream) == -1) ReportAndExit(child.report, errno, false);
   }
   if (child.folder && chdir(child.folder) != 0) ReportAndExit(child.report, errno, true);
-  ReportAndExit(child.report, Execute(child), false);
+  ReportAndExit(child.report, ExecuteChild(child), false);
 }
 
 // Reads what the child reports; nothing when it runs.

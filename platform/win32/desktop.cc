@@ -12,7 +12,7 @@ static_assert(sizeof(void*) == 8 || offsetof(OPENFILENAMEA, pvReserved) == 76);
 
 using FileDialog = BOOL(WINAPI*)(OPENFILENAMEA*);
 
-WindowHandle HandleOf(HWND window) { return reinterpret_cast<WindowHandle>(window); }
+WindowHandle WindowHandleOf(HWND window) { return reinterpret_cast<WindowHandle>(window); }
 
 const char* TextOrNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
 
@@ -109,7 +109,7 @@ void Win32Desktop::ProcessMessages() {
 
 WindowHandle Win32Desktop::FindTopLevelWindow(const std::string& class_name,
                                               const std::string& caption) {
-  return HandleOf(
+  return WindowHandleOf(
       FindWindowExA(nullptr, nullptr, ToAnsi(class_name).c_str(), ToAnsi(caption).c_str()));
 }
 
@@ -148,8 +148,8 @@ WindowHandle Win32Desktop::HtmlHelp(WindowHandle owner, const std::string& file,
   const HtmlHelpFunction html_help = FindHtmlHelp();
   if (!html_help) return 0;
   const std::string topic = ToAnsi(data);
-  return HandleOf(html_help(WindowOf(owner), ToAnsi(file).c_str(), command,
-                            reinterpret_cast<DWORD_PTR>(TextOrNull(topic))));
+  return WindowHandleOf(html_help(WindowOf(owner), ToAnsi(file).c_str(), command,
+                                  reinterpret_cast<DWORD_PTR>(TextOrNull(topic))));
 }
 
 }  // namespace scrivo

@@ -13,7 +13,7 @@ HKEY KeyOf(RegistryHandle handle) {
                                         : static_cast<LONG_PTR>(handle));
 }
 
-RegistryHandle HandleOf(HKEY key) { return reinterpret_cast<RegistryHandle>(key); }
+RegistryHandle RegistryHandleOf(HKEY key) { return reinterpret_cast<RegistryHandle>(key); }
 
 }  // namespace
 
@@ -21,7 +21,7 @@ RegistryStatus Win32Registry::OpenKey(RegistryHandle parent, const std::string& 
                                       std::uint32_t rights, RegistryHandle* key) {
   HKEY opened = nullptr;
   const LONG status = RegOpenKeyExA(KeyOf(parent), path.c_str(), 0, rights, &opened);
-  if (status == ERROR_SUCCESS) *key = HandleOf(opened);
+  if (status == ERROR_SUCCESS) *key = RegistryHandleOf(opened);
   return status;
 }
 
@@ -30,7 +30,7 @@ RegistryStatus Win32Registry::CreateKey(RegistryHandle parent, const std::string
   HKEY opened = nullptr;
   const LONG status = RegCreateKeyExA(KeyOf(parent), path.c_str(), 0, nullptr,
                                       REG_OPTION_NON_VOLATILE, rights, nullptr, &opened, nullptr);
-  if (status == ERROR_SUCCESS) *key = HandleOf(opened);
+  if (status == ERROR_SUCCESS) *key = RegistryHandleOf(opened);
   return status;
 }
 

@@ -3,8 +3,8 @@
 namespace scrivo {
 namespace {
 
-std::string Entry(const std::string& keyword, const std::string& topic,
-                  const std::string& location) {
+std::string IndexEntry(const std::string& keyword, const std::string& topic,
+                       const std::string& location) {
   return "<LI><OBJECT TYPE=\"text/sitemap\">\r\n<PARAM NAME=\"Name\" VALUE=\"" + keyword +
          "\"><PARAM NAME=\"Name\" VALUE=\"" + topic + "\"><PARAM NAME=\"Local\" VALUE=\"" +
          location + "\">\r\n</OBJECT>\r\n";
@@ -24,21 +24,23 @@ TEST_F(IndexFileTest, AKeywordIsListedWithTopicAndLocationOnOneLine) {
 TEST_F(IndexFileTest, SemicolonsAndCommasSeparateAndBlanksStay) {
   site.AddPage("a.htm", "T", "a;b, c");
   EXPECT_EQ(Form()->UseKeywords(),
-            List(Entry("a", "T", "a.htm") + Entry("b", "T", "a.htm") + Entry(" c", "T", "a.htm")));
+            List(IndexEntry("a", "T", "a.htm") + IndexEntry("b", "T", "a.htm") +
+                 IndexEntry(" c", "T", "a.htm")));
 }
 
 TEST_F(IndexFileTest, EmptyKeywordsAreKept) {
   site.AddPage("a.htm", "T", ",a;;b;");
   EXPECT_EQ(Form()->UseKeywords(),
-            List(Entry("", "T", "a.htm") + Entry("a", "T", "a.htm") + Entry("", "T", "a.htm") +
-                 Entry("b", "T", "a.htm") + Entry("", "T", "a.htm")));
+            List(IndexEntry("", "T", "a.htm") + IndexEntry("a", "T", "a.htm") +
+                 IndexEntry("", "T", "a.htm") + IndexEntry("b", "T", "a.htm") +
+                 IndexEntry("", "T", "a.htm")));
 }
 
 TEST_F(IndexFileTest, ATopicIsThePagesLabelInTheStructureElseItsTitle) {
   site.AddNode(nullptr, "Label", site.AddPage("in.htm", "Title in", "k"));
   site.AddPage("out.htm", "Title out", "k");
   EXPECT_EQ(Form()->UseKeywords(),
-            List(Entry("k", "Label", "in.htm") + Entry("k", "Title out", "out.htm")));
+            List(IndexEntry("k", "Label", "in.htm") + IndexEntry("k", "Title out", "out.htm")));
 }
 
 TEST_F(IndexFileTest, EntriesAreNeitherSortedNorMergedNorEscaped) {
@@ -46,10 +48,10 @@ TEST_F(IndexFileTest, EntriesAreNeitherSortedNorMergedNorEscaped) {
   site.AddPage("sub/a.htm", "A", "a,same");
   site.AddPage("y.htm", "Y", "c");
   EXPECT_EQ(Form()->UseKeywords(),
-            List(Entry("same", "Z \"&<>", "z.htm") + Entry("b", "Z \"&<>", "z.htm") +
-                 Entry("same", "Z \"&<>", "z.htm") + Entry("\"<&>\"", "Z \"&<>", "z.htm") +
-                 Entry("c", "Y", "y.htm") + Entry("a", "A", "sub/a.htm") +
-                 Entry("same", "A", "sub/a.htm")));
+            List(IndexEntry("same", "Z \"&<>", "z.htm") + IndexEntry("b", "Z \"&<>", "z.htm") +
+                 IndexEntry("same", "Z \"&<>", "z.htm") +
+                 IndexEntry("\"<&>\"", "Z \"&<>", "z.htm") + IndexEntry("c", "Y", "y.htm") +
+                 IndexEntry("a", "A", "sub/a.htm") + IndexEntry("same", "A", "sub/a.htm")));
 }
 
 TEST_F(IndexFileTest, AWebWithoutKeywordsGivesTheEmptyString) {
@@ -61,7 +63,7 @@ TEST_F(IndexFileTest, KeywordsThatCannotBeReadAreNone) {
   site.AddPage("a.htm", "A", "lost");
   site.AddPage("b.htm", "B", "kept");
   site.Fail("Property a.htm keywords", 1);
-  EXPECT_EQ(Form()->UseKeywords(), List(Entry("kept", "B", "b.htm")));
+  EXPECT_EQ(Form()->UseKeywords(), List(IndexEntry("kept", "B", "b.htm")));
   EXPECT_EQ(Reports(), 0);
 }
 
@@ -71,7 +73,7 @@ TEST_F(IndexFileTest, TheFileIsWrittenIntoTheWorkingFolder) {
   EXPECT_EQ(Form()->IndexPath(), "C:\\Webs\\site\\Scr1A2.hhk");
   EXPECT_EQ(Written("C:\\Webs\\site\\Scr1A2.hhk"),
             "<!DOCTYPE HTML PUBLIC \"-//IETF//DTD HTML//EN\">\r\n<HTML><HEAD></HEAD><BODY>\r\n" +
-                List(Entry("k", "A", "a.htm")) + "</BODY></HTML>\r\n");
+                List(IndexEntry("k", "A", "a.htm")) + "</BODY></HTML>\r\n");
   EXPECT_TRUE(desktop->messages.empty());
 }
 
@@ -104,7 +106,8 @@ TEST_F(IndexFileTest, RetryRunsTheFailedStatementAgain) {
     site.Fail(call, 1);
   }
   dialog->answers.assign(6, "RETRY");
-  EXPECT_EQ(Form()->UseKeywords(), List(Entry("k", "Label", "a.htm") + Entry("k", "B", "b.htm")));
+  EXPECT_EQ(Form()->UseKeywords(),
+            List(IndexEntry("k", "Label", "a.htm") + IndexEntry("k", "B", "b.htm")));
   EXPECT_EQ(Reports(), 6);
 }
 
@@ -119,11 +122,12 @@ TEST_F(IndexFileTest, IgnoreLeavesOutTheFailedStatementOnly) {
     return text;
   };
   EXPECT_EQ(with_ignored("NavigationEntry a.htm"),
-            List(Entry("k", "A", "a.htm") + Entry("l", "A", "a.htm")));
-  EXPECT_EQ(with_ignored("Label Label"), List(Entry("k", "", "a.htm") + Entry("l", "", "a.htm")));
-  EXPECT_EQ(with_ignored("Url a.htm"), List(Entry("l", "Label", "a.htm")));
+            List(IndexEntry("k", "A", "a.htm") + IndexEntry("l", "A", "a.htm")));
+  EXPECT_EQ(with_ignored("Label Label"),
+            List(IndexEntry("k", "", "a.htm") + IndexEntry("l", "", "a.htm")));
+  EXPECT_EQ(with_ignored("Url a.htm"), List(IndexEntry("l", "Label", "a.htm")));
   EXPECT_EQ(with_ignored("RelativeLocation file:///C:/Webs/site/a.htm"),
-            List(Entry("l", "Label", "a.htm")));
+            List(IndexEntry("l", "Label", "a.htm")));
 }
 
 TEST_F(IndexFileTest, AnAbortedCollectionGivesNoIndex) {

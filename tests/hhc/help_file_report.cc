@@ -12,7 +12,7 @@
 namespace scrivo {
 namespace {
 
-int Compare(const std::string& first_path, const std::string& second_path) {
+int CompareFiles(const std::string& first_path, const std::string& second_path) {
   const auto first = InternalStreams::Open(first_path), second = InternalStreams::Open(second_path);
   if (first == nullptr || second == nullptr) {
     std::fprintf(stderr, "cannot open %s\n", (first == nullptr ? first_path : second_path).c_str());
@@ -42,7 +42,7 @@ int Check(const std::string& project, const std::string& help) {
 
 int main(int argc, char** argv) {
   const std::string mode = argc == 4 ? argv[1] : "";
-  if (mode == "compare") return scrivo::Compare(argv[2], argv[3]);
+  if (mode == "compare") return scrivo::CompareFiles(argv[2], argv[3]);
   if (mode == "check") return scrivo::Check(argv[2], argv[3]);
   std::fprintf(stderr,
                "Usage: help_file_report compare OURS THEIRS\n"
