@@ -61,7 +61,7 @@ fuzz() {
   # Some targets write files, which a disk takes its time for.
   local temporary=${TMPDIR:-/tmp}
   [ ! -w /dev/shm ] || temporary=/dev/shm
-  if TMPDIR=$temporary build/native-asan/bin/"fuzz_$target" -max_total_time="${SCRIVO_FUZZ_SECONDS:-6}" -timeout=20 \
+  if TMPDIR=$temporary build/native-asan/bin/"fuzz_$target" -max_total_time="${SCRIVO_FUZZ_SECONDS:-4}" -timeout=20 \
        -rss_limit_mb=2048 -artifact_prefix="$corpus"- "$corpus" tests/fuzz/"$target" >"$log" 2>&1 </dev/null; then
     passed=$((passed + 1))
     printf '%-28s %s\n' "fuzz $target" "$(sed -n 's/^Done \([0-9]* runs\).*/\1/p' "$log" | tail -n 1)"
