@@ -104,6 +104,17 @@ constexpr LinkRule kLinkRules[] = {
     {"track", "src", LinkKind::kPart},
 };
 
+constexpr bool StandSideBySide() {
+  for (std::size_t i = 1; i < std::size(kLinkRules); ++i) {
+    if (kLinkRules[i].element == kLinkRules[i - 1].element) continue;
+    for (std::size_t j = 0; j + 1 < i; ++j) {
+      if (kLinkRules[j].element == kLinkRules[i].element) return false;
+    }
+  }
+  return true;
+}
+static_assert(StandSideBySide());
+
 constexpr NameFilter kElementsWithLinks = [] {
   NameFilter elements;
   for (const LinkRule& rule : kLinkRules) elements.Add(rule.element);

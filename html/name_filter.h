@@ -13,7 +13,7 @@ namespace scrivo {
 // Knows the lengths of the names that begin with each letter.
 class NameFilter {
  public:
-  // `name` begins with a small letter and has less than 32.
+  // `name` begins with a small letter and has fewer than 32 characters.
   constexpr void Add(std::string_view name) {
     lengths_[static_cast<std::size_t>(name[0] - 'a')] |= std::uint32_t{1} << name.size();
   }
